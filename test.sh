@@ -1,0 +1,76 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds, and tests.
+set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/scripts/setup.sh"
+cd "$root"
+
+usage() {
+    cat <<'END'
+usage: ./test.sh [--sanitize | --bench | --format | --check | --help] [-- CTEST-ARGUMENT...]
+
+Installs the packages that are missing (Debian 12; as root or through sudo), builds, and then
+
+  (nothing)    runs every test, those of real windows on a display of their own (Xvfb)
+  --sanitize   runs the tests that need no display, with address, leak and undefined behaviour checks
+  --bench      measures the release side by side with other tools and writes docs/performance.md
+  --format     formats every .h and .cpp file that git knows
+  --check      tells whether they are formatted and whether the shell scripts parse
+  --help       shows this
+
+Arguments after -- go to ctest: ./test.sh -- -R readfile
+END
+}
+
+wrong_usage() {
+    say "./test.sh: $1"
+    usage >&2
+    exit 2
+}
+
+sources() { git ls-files -z '*.h' '*.cpp'; }
+
+run_all() {
+    build dev
+    exec xvfb-run -a -s '-screen 0 1600x1200x24 -noreset -nolisten tcp' ctest --preset dev "$@"
+}
+
+run_sanitized() {
+    build sanitize
+    exec ctest --preset sanitize "$@"
+}
+
+run_bench() {
+    build release
+    exec bench/side_by_side.sh build/release
+}
+
+check() {
+    local script
+    sources | xargs -0r clang-format --dry-run -Werror
+    git ls-files '*.sh' .ci/run | while read -r script; do bash -n "$script"; done
+    say 'The formatting and the scripts are in order.'
+}
+
+mode=run_all
+if (($#)) && [[ $1 != -- ]]; then
+    case $1 in
+    --sanitize) mode=run_sanitized ;;
+    --bench) mode=run_bench ;;
+    --format) mode=format ;;
+    --check) mode=check ;;
+    --help | -h) usage && exit ;;
+    *) wrong_usage "unknown option $1" ;;
+    esac
+    shift
+fi
+if (($#)); then
+    [[ $1 == -- ]] || wrong_usage "unexpected argument $1 (arguments for ctest stand after --)"
+    [[ $mode == run_* && $mode != run_bench ]] || wrong_usage "only a run of the tests takes arguments for ctest"
+    shift
+fi
+
+need "${build_packages[@]}" "${test_packages[@]}"
+case $mode in
+format) sources | xargs -0r clang-format -i ;;
+*) "$mode" "$@" ;;
+esac
