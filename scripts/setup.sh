@@ -55,8 +55,8 @@ need() {
     fi
     mapfile -t packages < <(missing "$@")
     ((${#packages[@]})) || return 0
-    say "Installing ${packages[*]}"
-    if ! apt_install "${packages[@]}" >&2; then
+    say "Installing ${packages[*]} and what they need; this takes a minute or more"
+    if ! apt_install "${packages[@]}" >/dev/null; then
         say "That failed. As root, run: apt-get update && apt-get install ${packages[*]}"
         exit 1
     fi
