@@ -1,0 +1,13 @@
+#include "entry/dialogs.h"
+
+namespace tamrix {
+
+void dialog_table::show(std::string_view name, session& plug_in) const
+{
+    const auto found = makers_.find(name);
+    if (found == makers_.end()) return;
+    const std::unique_ptr<forms::form> dialog = found->second(plug_in);
+    plug_in.screen.show_modal(*dialog);
+}
+
+}  // namespace tamrix

@@ -1,0 +1,216 @@
+#include "entry/entry_methods.h"
+
+#include "base/arith.h"
+#include "transfer/readfile.h"
+#include "transfer/writefile.h"
+
+#include <algorithm>
+#include <exception>
+#include <iterator>
+#include <string_view>
+#include <utility>
+
+namespace tamrix {
+
+namespace {
+
+/// Nothing throws across the boundary: an error that no dialog or routine handled becomes the call's failed reply.
+template <class Body>
+reply guarded(Body body)
+{
+    try {
+        return {.value = body(), .error = {}};
+    } catch (const std::exception& error) {
+        return {.value = {}, .error = error.what()};
+    } catch (...) {
+        return {.value = {}, .error = "unknown error"};
+    }
+}
+
+std::string_view help_file_of(std::int32_t language)
+{
+    switch (language) {
+    case 3000: return "readhelp.chm::readhelp.txt";
+    case 6000: return "readhelpf.chm::readhelpf.txt";
+    case 12000: return "plhelp.chm::help.txt";
+    default: return "help.chm::help.txt";
+    }
+}
+
+constexpr std::uint8_t pin_map_before_logic_test = 4;  // the pin map's task
+
+}  // namespace
+
+entry_methods::entry_methods(session& plug_in, dialog_table dialogs) : plug_in_{plug_in}, dialogs_{std::move(dialogs)}
+{}
+
+bool entry_methods::offers(std::string_view method) const
+{
+    if (method == "mnutesttestksm") {
+        const auto& modeltype = plug_in_.blocks.modeltype;
+        return dialogs_.has(self_test_dialog(modeltype(0)));
+    }
+    struct line {
+        std::string_view method, dialog;
+    };
+    static constexpr line behind[] = {{"algoparameter0", "algoparameter"}, {"analyzer0", "analyzer"},
+                                      {"recetwave0", "recetwave"},         {"mnutestttltest0", "ttltest"},
+                                      {"mnutesteditttllib0", "ttltest"},   {"mnuEditeditvector0", "ttledit"}};
+    static constexpr std::string_view always[] = {"readfile0", "wfile", "bufcomopt", "buffercomopt",
+                                                  "freesharebufferopt"};
+    if (std::ranges::find(always, method) != std::end(always)) return true;
+    const auto* found = std::ranges::find(behind, method, &line::method);
+    return found != std::end(behind) && dialogs_.has(found->dialog);
+}
+
+reply entry_methods::readfile0(std::string& fname, std::int16_t& rformat, std::string& syspath0)
+{
+    return guarded([&] {
+        plug_in_.fname = fname;
+        plug_in_.rformat = rformat;
+        plug_in_.syspath = syspath0;
+        readfile dialog{plug_in_};
+        dialog.rfileLabel2.caption = plug_in_.fname;
+        plug_in_.screen.show_modal(dialog);
+        return plug_in_.frommode;
+    });
+}
+
+reply entry_methods::wfile(std::string& fname, std::string& syspath0)
+{
+    return guarded([&] {
+        plug_in_.fname = fname;
+        plug_in_.syspath = syspath0;
+        writefile dialog{plug_in_};
+        const std::int64_t length = plug_in_.devbytes() + 16 * std::int64_t{plug_in_.blocks.wordmode(1)};
+        dialog.wfileText2.text(arith::hex(length));
+        dialog.wfileText3.text(arith::hex(length - 1));
+        dialog.wfileLabel2.caption = plug_in_.fname;
+        plug_in_.screen.show_modal(dialog);
+        return variant{};
+    });
+}
+
+reply entry_methods::show(std::string_view dialog)
+{
+    return guarded([&] {
+        dialogs_.show(dialog, plug_in_);
+        return variant{};
+    });
+}
+
+/// When that dialog closes, the method goes on as for every other model.
+void entry_methods::show_pin_map_before_logic_test()
+{
+    if (!shows_pin_map_first(plug_in_.blocks.modeltype(0))) return;
+    plug_in_.pinmapmode = pin_map_before_logic_test;
+    dialogs_.show("pinnote4", plug_in_);
+}
+
+void entry_methods::store(std::uint8_t icsum, bool16 ok, const std::string& syspath)
+{
+    plug_in_.icsum = icsum;
+    plug_in_.ok = ok;
+    plug_in_.syspath = syspath;
+}
+
+reply entry_methods::algoparameter0() { return show("algoparameter"); }
+
+reply entry_methods::analyzer0() { return show("analyzer"); }
+
+reply entry_methods::recetwave0(bool16& fwave)
+{
+    plug_in_.fwave = fwave;
+    return show("recetwave");
+}
+
+reply entry_methods::mnutesttestksm()
+{
+    return guarded([&] {
+        plug_in_.pinmapmode = 0;
+        dialogs_.show(self_test_dialog(plug_in_.blocks.modeltype(0)), plug_in_);
+        return variant{};
+    });
+}
+
+reply entry_methods::mnutestttltest0(std::uint8_t& icsum0, bool16& ok0, std::string& syspath0)
+{
+    return guarded([&] {
+        show_pin_map_before_logic_test();
+        store(icsum0, ok0, syspath0);
+        plug_in_.ttleditlib = 0;
+        dialogs_.show("ttltest", plug_in_);
+        return variant{};
+    });
+}
+
+reply entry_methods::mnuEditeditvector0(std::uint8_t& icsum0, bool16& ok0, std::string& syspath0)
+{
+    plug_in_.wnote = 1;
+    store(icsum0, ok0, syspath0);
+    return show("ttledit");
+}
+
+reply entry_methods::mnutesteditttllib0(std::uint8_t& icsum0, bool16& ok0, std::string& syspath0)
+{
+    return guarded([&] {
+        show_pin_map_before_logic_test();
+        store(icsum0, ok0, syspath0);
+        plug_in_.ttleditlib = 1;
+        dialogs_.show("ttltest", plug_in_);
+        return variant{};
+    });
+}
+
+reply entry_methods::mnutestautofind0(std::string& syspath0)
+{
+    return guarded([&] {
+        show_pin_map_before_logic_test();
+        plug_in_.syspath = syspath0;
+        return variant{};
+    });
+}
+
+reply entry_methods::warn(std::uint8_t&, bool16&) { return {}; }
+
+reply entry_methods::vecttest0(std::uint8_t&, std::uint8_t& ttlcnt0, std::uint8_t& wnote0, bool16& ok0)
+{
+    plug_in_.ok = ok0;
+    plug_in_.ttlcnt = ttlcnt0;
+    plug_in_.wnote = wnote0;
+    return {};
+}
+
+reply entry_methods::readpldfile(std::string&) { return {}; }
+
+reply entry_methods::writepldfile(std::string&) { return {}; }
+
+reply entry_methods::readsvffile(std::string&, std::string&) { return {}; }
+
+reply entry_methods::bufcomopt(std::int16_t& num)
+{
+    return guarded([&] {
+        plug_in_.blocks.attachsmall(num);
+        // At a first call syspath is still empty, and the help file's name stands alone.
+        plug_in_.help_file = plug_in_.syspath + std::string{help_file_of(plug_in_.blocks.Language(0))};
+        return variant{};
+    });
+}
+
+reply entry_methods::buffercomopt(std::int16_t&)
+{
+    return guarded([&] {
+        plug_in_.blocks.attachbig(ibuffer_bytes(plug_in_.blocks.buflength(0)));
+        return variant{};
+    });
+}
+
+reply entry_methods::freesharebufferopt()
+{
+    return guarded([&] {
+        plug_in_.blocks.releasebig();
+        return variant{};
+    });
+}
+
+}  // namespace tamrix

@@ -1,0 +1,110 @@
+// The functions that libtamrix.so exports: the plug-in with its dialogs on the real screen.
+#include "entry/entry_methods.h"
+#include "tamrix/clstamrix.h"
+#include "tamrix/formats.h"
+#include "transfer/formats.h"
+#include "wxui/wx_shell.h"
+
+#include <cstdlib>
+#include <exception>
+#include <string>
+
+namespace tamrix {
+
+namespace {
+
+std::string name_space_of_environment()
+{
+    const char* value = std::getenv("TAMRIX_NAMESPACE");
+    return value != nullptr ? value : "";
+}
+
+struct screen_and_session {
+    wxui::wx_shell screen;
+    session state{screen, name_space_of_environment()};
+    std::string text_for_host;
+};
+
+/// What stands behind the pointer that a host holds. The screen and the session are made first, and go last.
+class loaded_plug_in final : private screen_and_session, public entry_methods {
+public:
+    loaded_plug_in() : entry_methods{state} {}
+
+    const char* keep(std::string text)
+    {
+        text_for_host = std::move(text);
+        return text_for_host.c_str();
+    }
+    const session& session_state() const { return state; }
+};
+
+loaded_plug_in& loaded(Clstamrix* plug_in) { return static_cast<loaded_plug_in&>(*plug_in); }
+
+template <class Text>
+const char* text_of(Clstamrix* plug_in, Text text) noexcept
+{
+    try {
+        return plug_in != nullptr ? loaded(plug_in).keep(text(loaded(plug_in).session_state())) : "";
+    } catch (const std::exception&) {
+        return "";
+    }
+}
+
+}  // namespace
+
+}  // namespace tamrix
+
+using tamrix::loaded;
+using tamrix::session;
+
+tamrix::Clstamrix* tamrix_create() noexcept
+{
+    try {
+        return new tamrix::loaded_plug_in;
+    } catch (...) {
+        return nullptr;
+    }
+}
+
+void tamrix_destroy(tamrix::Clstamrix* plug_in) noexcept { delete plug_in; }
+
+const char* tamrix_diagnostic(tamrix::Clstamrix* plug_in) noexcept
+{
+    return tamrix::text_of(plug_in, [](const session& state) { return state.why_it_failed.text(); });
+}
+
+const char* tamrix_help_file(tamrix::Clstamrix* plug_in) noexcept
+{
+    return tamrix::text_of(plug_in, [](const session& state) { return state.help_file; });
+}
+
+int tamrix_offers(tamrix::Clstamrix* plug_in, const char* method) noexcept
+{
+    try {
+        return plug_in != nullptr && loaded(plug_in).offers(method) ? 1 : 0;
+    } catch (const std::exception&) {
+        return 0;
+    }
+}
+
+int tamrix_describe_format(int index, tamrix_format* description) noexcept
+{
+    const auto table = tamrix::formats();
+    if (index < 0 || index >= static_cast<int>(table.size()) || description == nullptr) return 0;
+    const tamrix::format& one = table[static_cast<std::size_t>(index)];
+    // The texts of the table are literals, so each is ended by a NUL.
+    *description = {one.name.data(), one.caption.empty() ? "Binary" : one.caption.data(), one.extensions.data(),
+                    one.read != nullptr, one.write != nullptr};
+    return 1;
+}
+
+int tamrix_detect_format(const char* path, tamrix_certainty* certainty) noexcept
+{
+    try {
+        const tamrix::detected_format found = tamrix::detect_format(path);
+        if (certainty != nullptr) *certainty = static_cast<tamrix_certainty>(found.certainty);
+        return found.index;
+    } catch (const std::exception&) {
+        return -1;
+    }
+}

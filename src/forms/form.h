@@ -1,0 +1,71 @@
+// A dialog as a view model: its controls, its layout and its handlers, without a toolkit.
+#pragma once
+
+#include "forms/canvas.h"
+#include "forms/controls.h"
+#include "forms/layout.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tamrix::forms {
+
+/// Whoever draws a form. Called on every change while the form is shown.
+class form_view {
+public:
+    virtual ~form_view() = default;
+    virtual void control_changed(control& which) = 0;
+    virtual void caption_changed() = 0;
+    virtual void beep() = 0;
+    /// The form was closed by its program; the modal loop ends.
+    virtual void closed() = 0;
+};
+
+class form {
+public:
+    form() = default;
+    virtual ~form() = default;
+    form(const form&) = delete;
+    form& operator=(const form&) = delete;
+
+    const std::string& caption() const { return caption_; }
+    void caption(std::string text);
+
+    /// The arrangement of the controls on the screen.
+    virtual layout arrangement() = 0;
+    /// Enter presses this one; may be null.
+    virtual button* default_button() { return nullptr; }
+    /// Escape and the window's own close button press this one; without one they close the form.
+    virtual button* cancel_button() { return nullptr; }
+
+    bool is_open() const { return open_; }
+    /// Runs the load handler and counts as open from then on.
+    void load();
+    /// Ends the modal loop.
+    void close();
+    /// Runs the unload handler.
+    void unload();
+    /// The person asks to leave: Escape, or the window's close button.
+    void ask_to_leave();
+    /// The person presses Enter.
+    void accept();
+
+    const std::vector<control*>& controls() const { return controls_; }
+    void show_on(form_view* view) { view_ = view; }
+    form_view* view() const { return view_; }
+
+protected:
+    virtual void on_load() {}
+    virtual void on_unload() {}
+
+private:
+    friend class control;
+
+    std::vector<control*> controls_;
+    std::string caption_;
+    form_view* view_ = nullptr;
+    bool open_ = false;
+};
+
+}  // namespace tamrix::forms

@@ -1,0 +1,17 @@
+#include "forms/shell.h"
+
+namespace tamrix::forms {
+
+void shell::show_modal(form& dialog)
+{
+    dialog.load();
+    try {
+        if (dialog.is_open()) run_modal(dialog);
+    } catch (...) {
+        dialog.unload();  // what a dialog holds is given back on every way out
+        throw;
+    }
+    dialog.unload();
+}
+
+}  // namespace tamrix::forms

@@ -1,0 +1,42 @@
+// What a form or routine asks of the platform: modal dialogs, message boxes, the message pump, the clock.
+#pragma once
+
+#include "forms/form.h"
+
+#include <cstdint>
+#include <string>
+
+namespace tamrix::forms {
+
+enum class icon : std::uint8_t { none, information, warning, error, question };
+enum class buttons_of_box : std::uint8_t { ok, ok_cancel, yes_no, abort_retry_ignore };
+enum class answer : std::uint8_t { ok, cancel, yes, no, abort, retry, ignore };
+
+struct message_box {
+    std::string text{};   // UTF-8
+    std::string title{};  // empty: the program's name
+    icon picture = icon::none;
+    buttons_of_box buttons = buttons_of_box::ok;
+
+    bool operator==(const message_box&) const = default;
+};
+
+class shell {
+public:
+    virtual ~shell() = default;
+
+    /// Loads the form, runs it until it is closed, unloads it. An error that a handler throws ends the dialog and comes
+    /// out here.
+    void show_modal(form& dialog);
+    virtual answer box(const message_box& box) = 0;
+    virtual void beep() = 0;
+    /// Lets waiting messages pass: one round of the message pump.
+    virtual void doevents() = 0;
+    /// Seconds of a clock that never goes back; only differences mean something.
+    virtual double seconds() = 0;
+
+protected:
+    virtual void run_modal(form& dialog) = 0;
+};
+
+}  // namespace tamrix::forms

@@ -1,0 +1,22 @@
+#include "plugin/catalogue.h"
+
+#include "base/errors.h"
+#include "plugin/catalogue_data.h"
+
+#include <algorithm>
+
+namespace tamrix {
+
+std::string LoadResString(int number)
+{
+    constexpr int block_size = 3000;
+    const int base = number % block_size;
+    for (const auto& block : catalogue_data::blocks()) {
+        if (block.offset != number - base) continue;
+        const auto found = std::ranges::lower_bound(block.texts, base, {}, &catalogue_data::message::base);
+        if (found != block.texts.end() && found->base == base) return std::string{found->text};
+    }
+    throw resource_error{"no text with number " + std::to_string(number)};
+}
+
+}  // namespace tamrix

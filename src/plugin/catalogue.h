@@ -1,0 +1,12 @@
+// The numbered message catalogue: 12 language blocks of 3000 numbers each.
+#pragma once
+
+#include <string>
+
+namespace tamrix {
+
+/// The text of `number`, a language offset (a multiple of 3000) plus a base number. UTF-8. Throws resource_error for a
+/// number without a text.
+std::string LoadResString(int number);
+
+}  // namespace tamrix

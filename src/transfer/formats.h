@@ -1,0 +1,55 @@
+// The buffer file formats, one record each: the dialogs' options, the command line and the detection are driven from
+// this table.
+#pragma once
+
+#include "transfer/transfer_job.h"
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace tamrix {
+
+/// How sure a detector is; a later value is surer.
+enum class detection : std::uint8_t { no, maybe, damaged, mine };
+
+/// The addresses that a file fills, in bytes; `end` is one behind the last.
+struct address_range {
+    std::int64_t begin = 0;
+    std::int64_t end = 0;
+};
+
+struct format {
+    std::string_view name;        // on the command line
+    std::string_view caption;     // of the option; empty where a message supplies it
+    int caption_message;          // 0 where `caption` stands
+    std::string_view extensions;  // lower case, with blanks between
+    /// `head` is the start of the file, at most detection_head_bytes of it.
+    detection (*detect)(std::span<const std::uint8_t> head);
+    transfer_routine read;   // null where this format cannot be loaded
+    transfer_routine write;  // null where this format cannot be saved
+    /// The addresses that the whole file fills, so that a buffer can be sized by it; null with `read`.
+    std::optional<address_range> (*measure)(std::span<const std::uint8_t> file);
+};
+
+inline constexpr std::size_t detection_head_bytes = 65536;
+
+/// All load formats by option index; the first four are the save formats.
+std::span<const format, 8> formats();
+inline constexpr int save_format_count = 4;
+
+/// The caption of the format's option in the host's language.
+std::string caption_of(const format& which, const session& plug_in);
+
+/// What detection found: the option index and how sure it is.
+struct detected_format {
+    int index;
+    detection certainty;
+};
+
+/// The format of a file by its content; the surest detector wins, on a tie the lower index. Throws file_error.
+detected_format detect_format(const std::string& path);
+
+}  // namespace tamrix

@@ -1,0 +1,176 @@
+#include "transfer/readfile.h"
+
+#include "base/arith.h"
+#include "transfer/byte_selection.h"
+#include "transfer/fill.h"
+#include "transfer/formats.h"
+#include "transfer/rwfile/binary.h"
+#include "transfer/transfer_report.h"
+
+namespace tamrix {
+
+namespace {
+
+constexpr int texas_instrument = 7;
+
+std::string trimmed(const std::string& text)
+{
+    const auto first = text.find_first_not_of(' ');
+    return first == std::string::npos ? std::string{} : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+}  // namespace
+
+readfile::readfile(session& plug_in) : plug_in_{plug_in}
+{
+    rfileText1.accepts = rfileText2.accepts = is_hex_key;
+    rfileOption1.on_click = [this](int index) { plug_in_.blocks.typeformat(1) = static_cast<std::uint8_t>(index); };
+    rfileOption2.on_click = [this](int index) { choose_format(index); };
+    okcom.on_click = [this] { confirm(); };
+    exitcom.on_click = [this] {
+        if (!busy_) close();
+    };
+}
+
+forms::layout readfile::arrangement()
+{
+    using namespace forms;
+    std::vector<layout> formats_shown;
+    for (int i = 0; i < rfileOption2.count(); ++i) formats_shown.emplace_back(rfileOption2(i));
+    return column({
+        fields({rfileLabel1, rfileLabel2}),
+        row({stretched(fields({rfileLabel3, rfilecombo1, rfileLabel4, rfileCombo2, rfileLabel5, rfileText1, rfileLabel6,
+                               rfileText2, rfileLabel7, rfileText3})),
+             framed(rfileformatFrame2, {layout::kind::column, formats_shown})}),
+        framed(rfilebufFrame1, row({rfileOption1(2), rfileOption1(1), rfileOption1(0)})),
+        ProgressBar1,
+        buttons({okcom, exitcom}),
+    });
+}
+
+void readfile::on_load()
+{
+    std::vector<std::string> modes;
+    for (const byte_selection& mode : byte_selections) modes.push_back(plug_in_.text(mode.message));
+    rfilecombo1.items = modes;
+    rfileCombo2.items = modes;
+    rfilecombo1.index(0);
+    rfileCombo2.index(0);
+    rfileText3.text(arith::hex(plug_in_.devbytes()));
+    rfileText1.text("0");
+    rfileText2.text("0");
+    load_captions();
+    adjust_format_to_maker();
+    rfileOption2(plug_in_.rformat).select();
+    rfileOption1(plug_in_.blocks.typeformat(1)).select();
+}
+
+void readfile::load_captions()
+{
+    caption(plug_in_.text(1115));
+    rfileLabel1.caption = plug_in_.text(1107);
+    rfileLabel3.caption = plug_in_.text(1117);
+    rfileLabel4.caption = plug_in_.text(1118);
+    rfileLabel5.caption = plug_in_.text(1119);
+    rfileLabel6.caption = plug_in_.text(1120);
+    rfileLabel7.caption = plug_in_.text(1309);
+    rfilebufFrame1.caption = plug_in_.text(1121);
+    rfileOption1(2).caption = plug_in_.text(1122);
+    rfileOption1(1).caption = plug_in_.text(1123);
+    rfileOption1(0).caption = plug_in_.text(1124);
+    rfileformatFrame2.caption = plug_in_.text(1125);
+    for (int i = 0; const format& one : formats()) rfileOption2(i++).caption = caption_of(one, plug_in_);
+    okcom.caption = plug_in_.text(1067);
+    exitcom.caption = plug_in_.text(1068);
+}
+
+/// The other vendor's format is not preselected on a device of these two makers.
+void readfile::adjust_format_to_maker()
+{
+    constexpr int vendor_family = 2, holtek = 4, emc = 5;
+    if (plug_in_.blocks.typeformat(0) != vendor_family) return;
+    const std::string maker = trimmed(plug_in_.blocks.wcompany(0));
+    if (maker == "HOLTEK" && plug_in_.rformat == emc) plug_in_.rformat = 0;
+    if (maker == "EMC" && plug_in_.rformat == holtek) plug_in_.rformat = 0;
+}
+
+void readfile::choose_format(int index)
+{
+    rfilecombo1.enabled = index != texas_instrument;
+    rfileCombo2.enabled = index != texas_instrument;
+}
+
+void readfile::confirm()
+{
+    if (busy_ || !take_addresses()) return;
+    take_byte_selection();
+    clear_buffer();
+    const double started = plug_in_.screen.seconds();
+    busy_ = true;
+    const status outcome = run_reader();
+    busy_ = false;
+    report_transfer(plug_in_, outcome, 1134, 1135, plug_in_.screen.seconds() - started);
+    if (outcome != status::rejected) close();
+}
+
+/// False where a value was refused and the user told; the dialog then stays open.
+bool readfile::take_addresses()
+{
+    transfer_variables& at = plug_in_.transfer;
+    const auto bufstart = arith::parse_hex(rfileText1.text());
+    const auto filestart = arith::parse_hex(rfileText2.text());
+    const auto loadlength = arith::parse_hex(rfileText3.text());
+    if (!bufstart || !filestart || !loadlength) {
+        plug_in_.tell(1189);
+        return false;
+    }
+    at.bufstart = *bufstart;
+    if (at.bufstart > plug_in_.blocks.buflength(0)) {
+        plug_in_.tell(1136);
+        return false;
+    }
+    at.filestart = *filestart;
+    // The margin makes the limit harmless for a full-size file.
+    at.loadlength = *loadlength < plug_in_.devbytes() ? *loadlength : plug_in_.devbytes() + 100;
+    return true;
+}
+
+void readfile::take_byte_selection()
+{
+    transfer_variables& at = plug_in_.transfer;
+    const byte_selection& from = byte_selections.at(static_cast<std::size_t>(rfilecombo1.index()));
+    const byte_selection& to = byte_selections.at(static_cast<std::size_t>(rfileCombo2.index()));
+    plug_in_.frommode = static_cast<std::int16_t>(rfilecombo1.index());
+    at.filestep = from.step;
+    at.filephase = from.phase;
+    at.tomode = static_cast<std::int16_t>(rfileCombo2.index());
+    at.bufstep = to.step;
+    at.bufphase = to.phase;
+}
+
+void readfile::clear_buffer()
+{
+    if (plug_in_.devbytes() > large_image_bytes) return;  // the large-file load fills what it must
+    const std::span<std::uint8_t> buffer = plug_in_.blocks.ibuffer.span();
+    const std::int64_t length = plug_in_.blocks.buflength(0);
+    if (rfileOption1(0).value()) fill(buffer, 0, length - 1, 0xFF);
+    // One byte further than the 0xFF fill; the margin of the mapping holds it. A binary file that fills the buffer from
+    // its start needs no clear: its read leaves 0 behind the end of the file.
+    const bool whole_binary =
+        rfileOption2(0).value() && plug_in_.transfer.bufstart == 0 && plug_in_.transfer.filestart == 0;
+    if (rfileOption1(1).value() && !whole_binary) fill(buffer, 0, length, 0x00);
+}
+
+status readfile::run_reader()
+{
+    const int chosen = rfileOption2.selected();
+    if (chosen < 0) return static_cast<status>(plug_in_.rformat);
+    transfer_job job{.plug_in = plug_in_,
+                     .clear = static_cast<clear_option>(rfileOption1.selected()),
+                     .progress = [this](double percent) { ProgressBar1.value = percent; }};
+    const status outcome = run_guarded(job, formats()[static_cast<std::size_t>(chosen)].read);
+    plug_in_.rformat = static_cast<std::int16_t>(outcome);
+    return outcome;
+}
+
+}  // namespace tamrix

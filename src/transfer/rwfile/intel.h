@@ -1,0 +1,13 @@
+// Intel HEX: ":" count address type data checksum.
+#pragma once
+
+#include "transfer/formats.h"
+
+namespace tamrix {
+
+detection detect_intel(std::span<const std::uint8_t> head);
+std::optional<address_range> measure_intel(std::span<const std::uint8_t> file);
+status read_intel(transfer_job& job);
+status write_intel(transfer_job& job);
+
+}  // namespace tamrix

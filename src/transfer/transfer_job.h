@@ -1,0 +1,37 @@
+// What one load or save needs beside the session: the status it yields and where its progress goes.
+#pragma once
+
+#include "plugin/session.h"
+
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+
+namespace tamrix {
+
+enum class status : std::int16_t {
+    done = 0,
+    failed = 1,    // a bad file, a bad record, a file error
+    rejected = 2,  // the entered values do not fit; the user was told and may correct them
+};
+
+/// What a load does with the buffer first; the index of the dialog's option.
+enum class clear_option : std::uint8_t { fill_ff = 0, fill_00 = 1, disabled = 2 };
+
+struct transfer_job {
+    session& plug_in;
+    clear_option clear = clear_option::disabled;
+    std::function<void(double percent)> progress;  // 0 to 100
+};
+
+using transfer_routine = status (*)(transfer_job&);
+
+/// Runs a reader or writer and turns every fault into status 1 with its diagnostic.
+status run_guarded(transfer_job& job, transfer_routine routine);
+
+/// Leaves the diagnostic of a failed load of a text file: the line that holds byte `offset`.
+status fail_in_text(transfer_job& job, std::span<const std::uint8_t> file, std::size_t offset, std::string found,
+                    std::string expected = {});
+
+}  // namespace tamrix

@@ -1,0 +1,15 @@
+// The lines that a load or save leaves in the host's status text, and the key filter of the address boxes.
+#pragma once
+
+#include "plugin/session.h"
+#include "transfer/transfer_job.h"
+
+namespace tamrix {
+
+/// Appends the OK or the fail line, and the line with the seconds it took, to MainRtstr(0).
+void report_transfer(session& plug_in, status outcome, int ok_message, int fail_message, double seconds);
+
+/// Hexadecimal digits and backspace pass.
+bool is_hex_key(char32_t key);
+
+}  // namespace tamrix

@@ -1,0 +1,135 @@
+#include "transfer/writefile.h"
+
+#include "base/arith.h"
+#include "transfer/transfer_report.h"
+
+#include <algorithm>
+
+namespace tamrix {
+
+namespace {
+
+constexpr std::int32_t largest_text_device = 8400000;  // in words; above it only "Binary" can be chosen
+constexpr std::int64_t largest_tektronix = 0x10000;
+constexpr int tektronix = 3;
+
+}  // namespace
+
+writefile::writefile(session& plug_in) : plug_in_{plug_in}
+{
+    wfileText1.accepts = wfileText2.accepts = wfileText3.accepts = is_hex_key;
+    wfileText1.on_leave = wfileText3.on_leave = [this] { derive_size(); };
+    wfileText2.on_leave = [this] { derive_end(); };
+    okcom.on_click = [this] { confirm(); };
+    exitcom.on_click = [this] {
+        if (!busy_) close();
+    };
+}
+
+forms::layout writefile::arrangement()
+{
+    using namespace forms;
+    return column({
+        fields({wfileLabel1, wfileLabel2}),
+        row({stretched(fields({wfileLabel5, wfileText1, wfileLabel6, wfileText2, wfileLabel7, wfileText3})),
+             framed(wfileformatFrame2, column({wfileOption2(0), wfileOption2(1), wfileOption2(2), wfileOption2(3)}))}),
+        ProgressBar1,
+        buttons({okcom, exitcom}),
+    });
+}
+
+void writefile::on_load()
+{
+    caption(plug_in_.text(1143));
+    wfileLabel1.caption = plug_in_.text(1107);
+    wfileformatFrame2.caption = plug_in_.text(1144);
+    for (int i = 0; i < save_format_count; ++i) {
+        wfileOption2(i).caption = caption_of(formats()[static_cast<std::size_t>(i)], plug_in_);
+        wfileOption2(i).enabled = i == 0 || plug_in_.blocks.tlength(0) <= largest_text_device;
+    }
+    wfileOption2(0).select();
+    wfileLabel5.caption = plug_in_.text(1148);
+    wfileLabel6.caption = plug_in_.text(1145);
+    wfileLabel7.caption = plug_in_.text(1320);
+    okcom.caption = plug_in_.text(1067);
+    exitcom.caption = plug_in_.text(1068);
+    wfileText1.text("0");
+}
+
+std::int64_t writefile::savelimit() const
+{
+    return plug_in_.devbytes() + 16 * std::int64_t{plug_in_.blocks.wordmode(1)};
+}
+
+std::int64_t writefile::limit() const { return std::min<std::int64_t>(plug_in_.blocks.buflength(0), savelimit()); }
+
+/// After start or end: the size follows. An end before the start leaves an empty range.
+void writefile::derive_size()
+{
+    if (wfileText1.text().empty() || wfileText3.text().empty()) return;
+    const std::int64_t start = std::min(arith::parse_hex(wfileText1.text()).value_or(0), limit());
+    const std::int64_t last = std::min(arith::parse_hex(wfileText3.text()).value_or(0), limit() - 1);
+    wfileText1.text(arith::hex(start));
+    wfileText3.text(arith::hex(last));
+    wfileText2.text(arith::hex(std::max<std::int64_t>(last - start + 1, 0)));
+}
+
+/// After the size: the end follows. An empty range at address 0 has no last address, so the box is emptied.
+void writefile::derive_end()
+{
+    if (wfileText1.text().empty() || wfileText2.text().empty()) return;
+    const std::int64_t start = std::min(arith::parse_hex(wfileText1.text()).value_or(0), limit());
+    const std::int64_t size = std::min(arith::parse_hex(wfileText2.text()).value_or(0), limit() - start);
+    wfileText1.text(arith::hex(start));
+    wfileText2.text(arith::hex(size));
+    wfileText3.text(start + size == 0 ? std::string{} : arith::hex(start + size - 1));
+}
+
+void writefile::confirm()
+{
+    if (busy_ || !take_range()) return;
+    const double started = plug_in_.screen.seconds();
+    busy_ = true;
+    const status outcome = run_writer();
+    busy_ = false;
+    report_transfer(plug_in_, outcome, 1141, 1142, plug_in_.screen.seconds() - started);
+    close();
+}
+
+/// False where a value was refused and the user told; the dialog then stays open.
+bool writefile::take_range()
+{
+    transfer_variables& at = plug_in_.transfer;
+    const auto bufstart = arith::parse_hex(wfileText1.text());
+    const auto savelength = arith::parse_hex(wfileText2.text());
+    if (!bufstart || !savelength) {
+        plug_in_.tell(1189);
+        return false;
+    }
+    at.bufstart = *bufstart;
+    if (at.bufstart > plug_in_.devbytes()) {
+        plug_in_.tell(1136);
+        return false;
+    }
+    at.savelength = *savelength;
+    if (at.bufstart + at.savelength > savelimit()) {
+        plug_in_.tell(1146);
+        return false;
+    }
+    if (wfileOption2(tektronix).value() && at.savelength > largest_tektronix) {
+        plug_in_.tell(1147);
+        return false;
+    }
+    return true;
+}
+
+status writefile::run_writer()
+{
+    transfer_job job{.plug_in = plug_in_, .progress = [this](double percent) { ProgressBar1.value = percent; }};
+    const auto chosen = static_cast<std::size_t>(wfileOption2.selected());
+    const status outcome = run_guarded(job, formats()[chosen].write);
+    plug_in_.rformat = static_cast<std::int16_t>(outcome);
+    return outcome;
+}
+
+}  // namespace tamrix

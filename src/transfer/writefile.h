@@ -1,0 +1,44 @@
+// Saves a range of the shared buffer to a file in one of four formats.
+#pragma once
+
+#include "forms/form.h"
+#include "plugin/session.h"
+#include "transfer/formats.h"
+
+namespace tamrix {
+
+class writefile final : public forms::form {
+public:
+    explicit writefile(session& plug_in);
+
+    forms::label wfileLabel1{*this};
+    forms::label wfileLabel2{*this};  // the file's name
+    forms::frame wfileformatFrame2{*this};
+    forms::option_group wfileOption2{*this, save_format_count};
+    forms::label wfileLabel5{*this}, wfileLabel6{*this}, wfileLabel7{*this};
+    forms::text_box wfileText1{*this};  // start
+    forms::text_box wfileText2{*this};  // size
+    forms::text_box wfileText3{*this};  // end, the last address
+    forms::progress_bar ProgressBar1{*this};
+    forms::button okcom{*this}, exitcom{*this};
+
+    forms::layout arrangement() override;
+    forms::button* default_button() override { return &okcom; }
+    forms::button* cancel_button() override { return &exitcom; }
+
+private:
+    void on_load() override;
+    void derive_size();
+    void derive_end();
+    /// One behind the last address that may be saved.
+    std::int64_t limit() const;
+    std::int64_t savelimit() const;
+    void confirm();
+    bool take_range();
+    status run_writer();
+
+    session& plug_in_;
+    bool busy_ = false;  // a writer is running: exitcom is dead
+};
+
+}  // namespace tamrix
