@@ -1,0 +1,58 @@
+// A screen for tests: dialogs are answered by the test's own steps, boxes are recorded, and time stands still until the
+// test moves it.
+#pragma once
+
+#include "forms/shell.h"
+
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tamrix::tests {
+
+class scripted_shell final : public forms::shell {
+public:
+    /// Runs `steps` while the next dialog is shown. A dialog that is still open after its steps is closed. A dialog
+    /// without steps is closed at once.
+    void on_next_dialog(std::function<void(forms::form&)> steps) { steps_.push_back(std::move(steps)); }
+    /// Shows `dialog` and runs `steps` meanwhile.
+    void during(forms::form& dialog, std::function<void()> steps);
+    /// The answer to the next box; without one a box is answered with its first button.
+    void answer_next_box(forms::answer answer) { answers_.push_back(answer); }
+    /// Runs in every round of the message pump, as a person's clicks would.
+    std::function<void()> on_doevents;
+
+    /// Lets time pass; timers of the dialog on top tick when they are due.
+    void advance(double seconds);
+
+    const std::vector<std::string>& boxes() const { return boxes_; }
+    int beeps() const { return beeps_; }
+    int pumps() const { return pumps_; }
+    /// How often controls of the shown dialogs told their renderer of a change, by control.
+    int changes(const forms::control& which) const;
+    /// Every value that a progress bar showed, in order.
+    const std::vector<double>& progress() const { return progress_; }
+    int dialogs_shown() const { return dialogs_shown_; }
+
+    forms::answer box(const forms::message_box& box) override;
+    void beep() override { ++beeps_; }
+    void doevents() override;
+    double seconds() override { return seconds_; }
+
+private:
+    class watcher;
+    void run_modal(forms::form& dialog) override;
+
+    std::deque<std::function<void(forms::form&)>> steps_;
+    std::deque<forms::answer> answers_;
+    std::vector<std::string> boxes_;
+    std::vector<double> progress_;
+    std::vector<const forms::control*> changed_;
+    std::vector<forms::form*> open_;
+    std::vector<std::pair<const forms::timer*, double>> due_;
+    int beeps_ = 0, pumps_ = 0, dialogs_shown_ = 0;
+    double seconds_ = 0;
+};
+
+}  // namespace tamrix::tests
