@@ -1,0 +1,393 @@
+#include "load_fixture.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+namespace tamrix::tests {
+namespace {
+
+using strings = std::vector<std::string>;
+
+/// Opens the load dialog alone, for tests of what it shows.
+struct open_dialog : plug_in_fixture {
+    explicit open_dialog(const device& chosen = {}) : plug_in_fixture{chosen} {}
+    readfile dialog{session};
+    void shown(std::function<void()> steps) { shell.during(dialog, std::move(steps)); }
+};
+
+/// The address that the dialog makes of a text, told by what it leaves in the transfer variables.
+std::int64_t address_of(const std::string& text)
+{
+    temp_folder files;
+    load_fixture f{{.buflength = 0x20000, .tlength = 0x20000}};
+    f.load(files.write("a.bin", "x"), {.to_buffer = text});
+    return f.session.transfer.bufstart;
+}
+
+TEST(readfile, opens_with_its_defaults)
+{
+    open_dialog f{{.tlength = 0x8000, .wordmode = 2, .clear = 1}};
+    f.session.rformat = 1;
+    f.shown([&] {
+        EXPECT_EQ(f.dialog.caption(), "Load A File To Buffer");
+        EXPECT_EQ(f.dialog.rfileText1.text(), "0");
+        EXPECT_EQ(f.dialog.rfileText2.text(), "0");
+        EXPECT_EQ(f.dialog.rfileText3.text(), "10000");
+        EXPECT_EQ(f.dialog.rfilecombo1.index(), 0);
+        EXPECT_EQ(f.dialog.rfileCombo2.index(), 0);
+        EXPECT_EQ(f.dialog.rfileOption2.selected(), 1);
+        EXPECT_EQ(f.dialog.rfileOption1.selected(), 1);
+        EXPECT_EQ(f.dialog.ProgressBar1.value(), 0);
+    });
+}
+
+TEST(readfile, shows_every_caption_from_the_catalogue)
+{
+    open_dialog f;
+    f.shown([&] {
+        auto& d = f.dialog;
+        const strings labels{d.rfileLabel1.caption,    d.rfileLabel3.caption,       d.rfileLabel4.caption,
+                             d.rfileLabel5.caption,    d.rfileLabel6.caption,       d.rfileLabel7.caption,
+                             d.rfilebufFrame1.caption, d.rfileformatFrame2.caption, d.okcom.caption,
+                             d.exitcom.caption};
+        EXPECT_EQ(labels, (strings{"File:", "From File Mode:", "To Buffer Mode:", "To Buffer Address(HEX):",
+                                   "From File Address(HEX):", "File Size(HEX):", "Clear Buffer Options",
+                                   "Auto Format Detected", "OK", "Cancel"}));
+        const strings clear{d.rfileOption1(0).caption, d.rfileOption1(1).caption, d.rfileOption1(2).caption};
+        EXPECT_EQ(clear, (strings{"0xFF", "0x00", "Disable"}));
+        strings formats;
+        for (int i = 0; i < d.rfileOption2.count(); ++i) formats.push_back(d.rfileOption2(i).caption);
+        EXPECT_EQ(formats, (strings{"Binary", "Intel", "Motorola S", "Tektronix", "Holtek", "EMC(.CDS)", "Intel Hex16",
+                                    "Texas Instrument"}));
+        const strings modes{"Normal",        "Even(1st of 2)", "Odd(2nd of 2)", "1st byte of 4",
+                            "2nd byte of 4", "3rd byte of 4",  "4th byte of 4"};
+        EXPECT_EQ(d.rfilecombo1.items(), modes);
+        EXPECT_EQ(d.rfileCombo2.items(), modes);
+    });
+}
+
+TEST(readfile, every_byte_selection_sets_its_step_and_phase)
+{
+    const std::pair<int, int> expected[] = {{1, 0}, {2, 0}, {2, 1}, {4, 0}, {4, 1}, {4, 2}, {4, 3}};
+    temp_folder files;
+    const std::string file = files.write("a.bin", "0123456789");
+    for (int mode = 0; mode < 7; ++mode) {
+        load_fixture f;
+        f.load(file, {.from_mode = mode, .to_mode = 6 - mode});
+        const auto& at = f.session.transfer;
+        EXPECT_EQ(std::pair(int{at.filestep}, int{at.filephase}), expected[mode]);
+        EXPECT_EQ(std::pair(int{at.bufstep}, int{at.bufphase}), expected[6 - mode]);
+        EXPECT_EQ(at.tomode, 6 - mode);
+        EXPECT_EQ(f.last_reply.value, variant{static_cast<std::int16_t>(mode)});
+    }
+}
+
+TEST(readfile, FFFF_is_65535_and_10000_is_65536)
+{
+    EXPECT_EQ(address_of("FFFF"), 65535);
+    EXPECT_EQ(address_of("10000"), 65536);
+    EXPECT_EQ(address_of("0000a"), 10);
+}
+
+TEST(readfile, an_address_above_7FFFFFFF_is_positive_and_lies_behind_the_buffer)
+{
+    temp_folder files;
+    load_fixture f;
+    f.load(files.write("a.bin", "x"), {.to_buffer = "FFFFFFFF"});
+    EXPECT_EQ(f.session.transfer.bufstart, 4294967295);
+    EXPECT_EQ(f.shell.boxes(), strings{"<To Buffer Address> > Buffer Size!"});
+    EXPECT_TRUE(f.stayed_open);
+}
+
+TEST(readfile, an_address_of_any_number_of_digits_is_refused_not_misread)
+{
+    temp_folder files;
+    load_fixture f;
+    f.load(files.write("a.bin", "x"), {.to_buffer = "100000000000000000000000000000000"});
+    EXPECT_EQ(f.shell.boxes(), strings{"<To Buffer Address> > Buffer Size!"});
+}
+
+TEST(readfile, a_start_behind_the_buffer_is_refused_and_nothing_changes)
+{
+    temp_folder files;
+    load_fixture f{{.clear = 0}};
+    f.load(files.write("a.bin", "x"), {.to_buffer = "1001"});
+    EXPECT_EQ(f.shell.boxes(), strings{"<To Buffer Address> > Buffer Size!"});
+    EXPECT_TRUE(f.stayed_open);
+    EXPECT_TRUE(f.buffer_untouched());
+    EXPECT_EQ(f.status_text(), "");
+}
+
+TEST(readfile, a_start_equal_to_the_buffer_length_is_taken)
+{
+    temp_folder files;
+    load_fixture f;
+    EXPECT_EQ(f.load(files.write("a.bin", "x"), {.to_buffer = "1000"}), status::done);
+    EXPECT_TRUE(f.shell.boxes().empty());
+    EXPECT_TRUE(f.buffer_untouched());
+}
+
+TEST(readfile, empty_address_boxes_count_as_0)
+{
+    temp_folder files;
+    load_fixture f;
+    f.load(files.write("a.bin", "abc"), {}, {});
+    f.shell.on_next_dialog([](forms::form& shown) {
+        auto& dialog = dynamic_cast<readfile&>(shown);
+        dialog.rfileText1.enter("");
+        dialog.rfileText2.enter("");
+        dialog.okcom.click();
+    });
+    std::string name = files.write("b.bin", "xyz"), none;
+    std::int16_t format = 0;
+    EXPECT_TRUE(f.methods.readfile0(name, format, none).ok());
+    EXPECT_EQ(f.bytes(0, 3), (std::vector<std::uint8_t>{'x', 'y', 'z'}));
+}
+
+TEST(readfile, a_size_that_is_no_number_is_told_and_nothing_changes)
+{
+    temp_folder files;
+    load_fixture f{{.clear = 0}};
+    f.load(files.write("a.bin", "x"), {.size = "12 kB"});
+    EXPECT_EQ(f.shell.boxes(), strings{"Invalid Input!"});
+    EXPECT_TRUE(f.stayed_open);
+    EXPECT_TRUE(f.buffer_untouched());
+}
+
+TEST(readfile, a_size_below_the_device_limits_the_load)
+{
+    temp_folder files;
+    load_fixture f;
+    f.load(files.write("a.bin", std::string(0x1000, 'x')), {.size = "FFF"});
+    EXPECT_EQ(f.session.transfer.loadlength, 0xFFF);
+    EXPECT_EQ(f.buffer(0xFFE), 'x');
+    EXPECT_EQ(f.buffer(0xFFF), plug_in_fixture::untouched);
+}
+
+TEST(readfile, a_size_equal_to_the_device_gets_a_margin_of_100)
+{
+    temp_folder files;
+    load_fixture f;
+    f.load(files.write("a.bin", "x"), {.size = "1000"});
+    EXPECT_EQ(f.session.transfer.loadlength, 0x1000 + 100);
+    f.load(files.write("a.bin", "x"), {.size = "FFFFFFFF"});
+    EXPECT_EQ(f.session.transfer.loadlength, 0x1000 + 100);
+}
+
+TEST(readfile, clearing_to_00_writes_one_byte_more_than_clearing_to_FF)
+{
+    temp_folder files;
+    const std::string file = files.write("a.hex", ":00000001FF\r\n");
+    load_fixture zeros;
+    zeros.load(file, {.format = 1, .clear = 1});
+    EXPECT_EQ(zeros.bytes(0, 0x1001), std::vector<std::uint8_t>(0x1001, 0x00));
+    EXPECT_EQ(zeros.buffer(0x1001), plug_in_fixture::untouched);
+
+    load_fixture ones;
+    ones.load(file, {.format = 1, .clear = 0});
+    EXPECT_EQ(ones.bytes(0, 0x1000), std::vector<std::uint8_t>(0x1000, 0xFF));
+    EXPECT_EQ(ones.buffer(0x1000), plug_in_fixture::untouched);
+}
+
+TEST(readfile, clearing_to_00_is_left_to_a_binary_load_from_0_to_0)
+{
+    temp_folder files;
+    load_fixture f;
+    f.load(files.path("missing.bin"), {.clear = 1});
+    EXPECT_TRUE(f.buffer_untouched());
+    f.load(files.path("missing.bin"), {.from_file = "1", .clear = 1});
+    EXPECT_EQ(f.bytes(0, 0x1001), std::vector<std::uint8_t>(0x1001, 0x00));
+}
+
+TEST(readfile, disable_clears_nothing)
+{
+    temp_folder files;
+    load_fixture f;
+    f.load(files.write("a.hex", ":00000001FF\r\n"), {.format = 1, .clear = 2});
+    EXPECT_TRUE(f.buffer_untouched());
+}
+
+TEST(readfile, a_clear_that_runs_past_the_view_stops_there)
+{
+    temp_folder files;
+    load_fixture f;
+    f.session.blocks.buflength(0) = 0x10000;  // more than what was mapped
+    EXPECT_EQ(f.load(files.write("a.hex", ":00000001FF\r\n"), {.format = 1, .clear = 0}), status::done);
+    EXPECT_EQ(f.buffer(0x1000 + 2199), 0xFF);
+}
+
+TEST(readfile, a_device_above_the_mapping_limit_is_not_cleared)
+{
+    temp_folder files;
+    load_fixture f{{.tlength = 0x10800001}};
+    f.session.blocks.buflength(0) = 0x1000;
+    f.load(files.path("missing.hex"), {.format = 1, .clear = 0});
+    EXPECT_TRUE(f.buffer_untouched());
+}
+
+TEST(readfile, a_refused_file_address_leaves_the_clear_in_force_and_the_dialog_open)
+{
+    temp_folder files;
+    load_fixture f;
+    EXPECT_EQ(f.load(files.write("a.bin", "abc"), {.from_file = "4", .clear = 0}), status::rejected);
+    EXPECT_EQ(f.shell.boxes(), strings{"<From File Address> > File Size!"});
+    EXPECT_TRUE(f.stayed_open);
+    EXPECT_EQ(f.bytes(0, 0x1000), std::vector<std::uint8_t>(0x1000, 0xFF));
+    EXPECT_EQ(f.status_text(), ">>Load File Fail!\n>> 0.00Sec\n");
+}
+
+TEST(readfile, an_EMC_file_on_a_HOLTEK_device_opens_on_binary)
+{
+    open_dialog f{{.family = 2, .maker = "  HOLTEK "}};
+    f.session.rformat = 5;
+    f.shown([&] { EXPECT_EQ(f.dialog.rfileOption2.selected(), 0); });
+    f.session.rformat = 4;
+    f.shown([&] { EXPECT_EQ(f.dialog.rfileOption2.selected(), 4); });
+}
+
+TEST(readfile, a_Holtek_file_on_an_EMC_device_opens_on_binary)
+{
+    open_dialog f{{.family = 2, .maker = "EMC"}};
+    f.session.rformat = 4;
+    f.shown([&] { EXPECT_EQ(f.dialog.rfileOption2.selected(), 0); });
+    f.session.rformat = 5;
+    f.shown([&] { EXPECT_EQ(f.dialog.rfileOption2.selected(), 5); });
+}
+
+TEST(readfile, the_vendor_formats_stay_on_other_makers_and_families)
+{
+    open_dialog other_maker{{.family = 2, .maker = "ATMEL"}};
+    other_maker.session.rformat = 5;
+    other_maker.shown([&] { EXPECT_EQ(other_maker.dialog.rfileOption2.selected(), 5); });
+    open_dialog other_family{{.family = 1, .maker = "HOLTEK"}};
+    other_family.session.rformat = 5;
+    other_family.shown([&] { EXPECT_EQ(other_family.dialog.rfileOption2.selected(), 5); });
+}
+
+TEST(readfile, a_chosen_clear_option_is_remembered_by_the_host_at_once)
+{
+    open_dialog f{{.clear = 2}};
+    f.shown([&] {
+        f.dialog.rfileOption1(0).click();
+        EXPECT_EQ(f.session.blocks.typeformat(1), 0);
+    });
+}
+
+TEST(readfile, texas_instrument_disables_both_mode_lists)
+{
+    open_dialog f;
+    f.shown([&] {
+        f.dialog.rfileOption2(7).click();
+        EXPECT_FALSE(f.dialog.rfilecombo1.enabled());
+        EXPECT_FALSE(f.dialog.rfileCombo2.enabled());
+        f.dialog.rfileOption2(0).click();
+        EXPECT_TRUE(f.dialog.rfilecombo1.enabled());
+        EXPECT_TRUE(f.dialog.rfileCombo2.enabled());
+    });
+}
+
+TEST(readfile, only_hexadecimal_keys_reach_the_address_boxes_the_others_beep)
+{
+    open_dialog f;
+    f.shown([&] {
+        f.dialog.rfileText1.enter("");
+        f.dialog.rfileText1.type("1gAf-");
+        EXPECT_EQ(f.dialog.rfileText1.text(), "1Af");
+        f.dialog.rfileText2.type("xyz");
+        EXPECT_EQ(f.dialog.rfileText2.text(), "0");
+    });
+    EXPECT_EQ(f.shell.beeps(), 2);
+}
+
+TEST(readfile, a_format_without_an_option_fails_the_call)
+{
+    load_fixture f;
+    f.preselected = 8;
+    f.load("unused.bin");
+    EXPECT_EQ(f.last_reply.error, "no option 8");
+    EXPECT_EQ(f.shell.dialogs_shown(), 0);
+}
+
+TEST(readfile, a_good_load_reports_time_and_seconds_and_closes)
+{
+    temp_folder files;
+    const std::string file = files.write("a.bin", "abc");
+    load_fixture f;
+    f.shell.on_doevents = [] {};
+    EXPECT_EQ(f.load(file), status::done);
+    EXPECT_FALSE(f.stayed_open);
+    struct stat info {};
+    ASSERT_EQ(::stat(file.c_str(), &info), 0);
+    char date[100];
+    const std::tm* local = std::localtime(&info.st_mtime);
+    ASSERT_NE(std::strftime(date, sizeof date, "%x %X", local), 0u);
+    EXPECT_EQ(f.status_text(), ">>Load File OK! Time:" + std::string{date} + "\n>> 0.00Sec\n");
+    EXPECT_EQ(f.session.why_it_failed.text(), "");
+}
+
+TEST(readfile, the_status_text_is_appended_to_what_stands_there)
+{
+    temp_folder files;
+    load_fixture f;
+    f.session.blocks.MainRtstr(0) = ">>Blank Check OK!\n";
+    f.load(files.path("missing.bin"));
+    EXPECT_EQ(f.status_text(), ">>Blank Check OK!\n>>Load File Fail!\n>> 0.00Sec\n");
+}
+
+TEST(readfile, the_seconds_are_those_that_the_reader_took)
+{
+    temp_folder files;
+    load_fixture f{{.buflength = 0x8400000, .tlength = 0x10800000}};
+    f.syspath = files.path("");
+    f.shell.on_doevents = [&] { f.shell.advance(0.6175); };
+    EXPECT_EQ(f.load(files.write("a.bin", "abc"), {.clear = 0}), status::done);
+    EXPECT_NE(f.status_text().find("\n>> 1.24Sec\n"), std::string::npos) << f.status_text();
+}
+
+TEST(readfile, cancel_is_dead_while_a_reader_runs)
+{
+    temp_folder files;
+    load_fixture f{{.buflength = 0x8400000, .tlength = 0x10800000}};
+    f.syspath = files.path("");
+    readfile dialog{f.session};
+    f.session.fname = files.write("a.bin", "abc");
+    f.session.syspath = f.syspath;
+    bool open_meanwhile = false;
+    f.shell.on_doevents = [&] {
+        dialog.ask_to_leave();
+        dialog.okcom.click();  // a second OK must not start a second load
+        open_meanwhile = dialog.is_open();
+    };
+    f.shell.during(dialog, [&] { dialog.okcom.click(); });
+    EXPECT_TRUE(open_meanwhile);
+    EXPECT_EQ(f.session.rformat, 0);
+}
+
+TEST(readfile, cancel_closes_an_idle_dialog_and_the_first_result_is_empty)
+{
+    load_fixture f;
+    f.shell.on_next_dialog([&](forms::form& shown) {
+        dynamic_cast<readfile&>(shown).exitcom.click();
+        EXPECT_FALSE(shown.is_open());
+    });
+    std::string name = "a.bin", none;
+    std::int16_t format = 0;
+    const reply outcome = f.methods.readfile0(name, format, none);
+    EXPECT_TRUE(outcome.ok());
+    EXPECT_EQ(outcome.value, variant{});
+    EXPECT_TRUE(f.buffer_untouched());
+}
+
+TEST(readfile, a_cancelled_load_yields_what_the_load_before_left)
+{
+    temp_folder files;
+    load_fixture f;
+    f.load(files.write("a.bin", "abc"), {.from_mode = 3});
+    std::string name = "b.bin", none;
+    std::int16_t format = 0;
+    EXPECT_EQ(f.methods.readfile0(name, format, none).value, variant{std::int16_t{3}});
+}
+
+}  // namespace
+}  // namespace tamrix::tests
