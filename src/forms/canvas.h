@@ -34,6 +34,8 @@ class picture final : public control, public canvas {
 public:
     using control::control;
     property<colour> background{*this, 0xFFFFFF};
+    /// The lower right corner of what the form draws; a renderer gives the picture at least that much room.
+    property<point> extent{*this};
     std::function<void(point)> on_press;
 
     void clear(colour background_colour) override;

@@ -60,11 +60,9 @@ status intel_reader::walk()
             ++p;
             continue;
         }
-        switch (take_record(p, *head)) {
-        case step::go_on: break;
-        case step::end: return status::done;
-        case step::failed: return status::failed;
-        }
+        const step next = take_record(p, *head);
+        if (next == step::failed) return status::failed;
+        if (next == step::end) break;
     }
     if (checksum_errors_ == 0) return status::done;
     job_.plug_in.why_it_failed = first_checksum_error_;
@@ -92,7 +90,7 @@ intel_reader::step intel_reader::take_record(std::size_t& p, const intel_head& h
 {
     switch (head.type) {
     case 0x00: return take_data(p, head);
-    case 0x01: return step::end;  // the rest of the file is not read
+    case 0x01: return step::end;  // the rest of the file is not read; a checksum error before it still counts
     case 0x02: return take_extension(p, 16);
     case 0x04: return take_extension(p, 65536);
     case 0x03:
