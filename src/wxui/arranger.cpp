@@ -1,0 +1,185 @@
+#include "wxui/arranger.h"
+
+#include <algorithm>
+#include <vector>
+
+#include <wx/statbox.h>
+
+namespace tamrix::wxui {
+
+namespace {
+
+using forms::layout;
+using kind = forms::layout::kind;
+
+constexpr int margin = 12;        // around the dialog, and between its groups
+constexpr int line_gap = 6;       // between lines that belong together
+constexpr int option_gap = 2;     // between the options of a column
+constexpr int label_gap = 9;      // between a label and its field
+constexpr int beside_gap = 18;    // between things that stand side by side
+constexpr int least_button = 88;  // width of a button, so that "OK" is no stub
+
+template <class Control>
+Control* as(const layout& part)
+{
+    return part.what == kind::item ? dynamic_cast<Control*>(part.item) : nullptr;
+}
+
+bool is_row(const layout& part) { return part.what == kind::row; }
+
+int gap_between(const layout& before, const layout& after, bool in_row)
+{
+    if (in_row) return as<forms::label>(before) != nullptr ? label_gap : beside_gap;
+    if (as<forms::option>(before) != nullptr && as<forms::option>(after) != nullptr) return option_gap;
+    const bool both_items = before.what == kind::item && after.what == kind::item;
+    return both_items ? line_gap : margin;
+}
+
+/// Puts the button of the Enter key and the one of the Escape key where the platform's people look for them.
+std::vector<forms::control*> in_order_of_platform(const layout& part, forms::button* standard, forms::button* cancel)
+{
+    std::vector<forms::control*> buttons;
+    for (const layout& child : part.children) buttons.push_back(child.item);
+#if defined(__WXGTK__) || defined(__WXMAC__)
+    const auto rank = [&](forms::control* one) { return one == standard ? 2 : one == cancel ? 1 : 0; };
+#else
+    const auto rank = [&](forms::control* one) { return one == standard ? 1 : one == cancel ? 2 : 0; };
+#endif
+    std::ranges::stable_sort(buttons, {}, rank);
+    return buttons;
+}
+
+}  // namespace
+
+arranger::arranger(forms::form& shown, wxWindow& window, callback_guard& guard, widget_table& widgets)
+    : shown_{shown}, window_{window}, guard_{guard}, widgets_{widgets}
+{}
+
+wxSizer* arranger::arrange()
+{
+    auto* outer = new wxBoxSizer{wxVERTICAL};
+    outer->Add(nested(shown_.arrangement(), &window_), wxSizerFlags{1}.Expand().Border(wxALL, pixels(margin)));
+    for (forms::control* control : shown_.controls()) {
+        if (auto* timer = dynamic_cast<forms::timer*>(control)) widgets_[timer] = make_timer(*timer, guard_);
+    }
+    for (auto& [control, widget] : widgets_) widget->update();
+    return outer;
+}
+
+int arranger::pixels(int at_96_dpi) const { return window_.FromDIP(at_96_dpi); }
+
+void arranger::add(wxSizer& into, const layout& part, wxWindow* parent)
+{
+    const auto* box = dynamic_cast<wxBoxSizer*>(&into);
+    const bool in_row = box != nullptr && box->GetOrientation() == wxHORIZONTAL;
+    const bool picture = as<forms::picture>(part) != nullptr;
+    if (picture || (part.stretch && !in_row)) grows_down_ = true;
+    wxSizerFlags flags{part.stretch || picture ? 1 : 0};
+    if (part.what != kind::item) {
+        into.Add(nested(part, parent), flags.Expand());
+    } else if (in_row && !picture) {
+        into.Add(make(*part.item, parent, label_use::caption), flags.CenterVertical());
+    } else {
+        into.Add(make(*part.item, parent, label_use::note), flags.Expand());
+    }
+}
+
+wxSizer* arranger::nested(const layout& part, wxWindow* parent)
+{
+    const int direction = is_row(part) ? wxHORIZONTAL : wxVERTICAL;
+    if (part.border == nullptr) {
+        if (part.what == kind::fields) return pairs(part, parent);
+        if (part.what == kind::buttons) return button_row(part, parent);
+        return line_up(part, parent, new wxBoxSizer{direction});
+    }
+    auto* framed = new wxStaticBoxSizer{wxVERTICAL, parent};
+    wxStaticBox* box = framed->GetStaticBox();
+    widgets_[part.border] = make_frame(*part.border, box);
+    layout inside = part;
+    inside.border = nullptr;
+    framed->Add(nested(inside, box), wxSizerFlags{1}.Expand().Border(wxALL, pixels(line_gap)));
+    return framed;
+}
+
+wxSizer* arranger::line_up(const layout& part, wxWindow* parent, wxSizer* into)
+{
+    const layout* before = nullptr;
+    for (const layout& child : part.children) {
+        if (before != nullptr) into->AddSpacer(pixels(gap_between(*before, child, is_row(part))));
+        add(*into, child, parent);
+        before = &child;
+    }
+    return into;
+}
+
+wxSizer* arranger::pairs(const layout& part, wxWindow* parent)
+{
+    auto* grid = new wxFlexGridSizer{2, wxSize{pixels(label_gap), pixels(line_gap)}};
+    grid->AddGrowableCol(1);
+    bool field = false;
+    for (const layout& child : part.children) {
+        wxSizerFlags flags;
+        if (field) {
+            flags.Expand();
+        } else {
+            flags.CenterVertical().Right();
+        }
+        if (child.what != kind::item) {
+            grid->Add(nested(child, parent), flags);
+        } else {
+            grid->Add(make(*child.item, parent, field ? label_use::value : label_use::caption), flags);
+        }
+        field = !field;
+    }
+    return grid;
+}
+
+wxSizer* arranger::button_row(const layout& part, wxWindow* parent)
+{
+    auto* row = new wxBoxSizer{wxHORIZONTAL};
+    row->AddStretchSpacer();
+    std::vector<wxWindow*> made;
+    int width = pixels(least_button);
+    for (forms::control* button : in_order_of_platform(part, shown_.default_button(), shown_.cancel_button())) {
+        wxWindow* window = make(*button, parent, label_use::caption);
+        widgets_.at(button)->update();
+        width = std::max(width, window->GetBestSize().x);
+        row->Add(window, wxSizerFlags{}.Border(wxLEFT, made.empty() ? 0 : pixels(line_gap)));
+        made.push_back(window);
+    }
+    for (wxWindow* window : made) window->SetMinSize({width, -1});
+    return row;
+}
+
+wxWindow* arranger::make(forms::control& control, wxWindow* parent, label_use use)
+{
+    widget_ptr& made = widgets_[&control];
+    if (auto* label = dynamic_cast<forms::label*>(&control)) {
+        made = make_label(*label, parent, use);
+    } else if (auto* button = dynamic_cast<forms::button*>(&control)) {
+        made = make_button(*button, parent, guard_);
+    } else if (auto* text_box = dynamic_cast<forms::text_box*>(&control)) {
+        made = make_text_box(*text_box, parent, guard_);
+    } else if (auto* combo_box = dynamic_cast<forms::combo_box*>(&control)) {
+        made = make_combo_box(*combo_box, parent, guard_);
+    } else if (auto* bar = dynamic_cast<forms::progress_bar*>(&control)) {
+        made = make_progress_bar(*bar, parent);
+    } else if (auto* picture = dynamic_cast<forms::picture*>(&control)) {
+        made = make_picture(*picture, parent, guard_);
+    } else if (auto* option = dynamic_cast<forms::option*>(&control); option != nullptr && made == nullptr) {
+        return make_group(*option, parent);
+    }
+    return made->window();
+}
+
+/// All options of a group are made in one go: the toolkit takes neighbours for a group.
+wxWindow* arranger::make_group(forms::option& member, wxWindow* parent)
+{
+    forms::option_group& group = member.group();
+    for (int index = 0; index < group.count(); ++index) {
+        widgets_[&group(index)] = make_option(group(index), parent, guard_);
+    }
+    return widgets_.at(&member)->window();
+}
+
+}  // namespace tamrix::wxui

@@ -1,0 +1,42 @@
+// Turns a form's arrangement into sizers and widgets, in reading order, which is the order of the Tab key.
+#pragma once
+
+#include "forms/form.h"
+#include "wxui/callback_guard.h"
+#include "wxui/widgets.h"
+
+#include <map>
+
+#include <wx/sizer.h>
+
+namespace tamrix::wxui {
+
+using widget_table = std::map<forms::control*, widget_ptr>;
+
+class arranger {
+public:
+    arranger(forms::form& shown, wxWindow& window, callback_guard& guard, widget_table& widgets);
+
+    /// Makes the widgets of the form and yields the sizer that holds them.
+    wxSizer* arrange();
+    /// True where more height than the least is of use.
+    bool grows_down() const { return grows_down_; }
+
+private:
+    void add(wxSizer& into, const forms::layout& part, wxWindow* parent);
+    wxSizer* nested(const forms::layout& part, wxWindow* parent);
+    wxSizer* line_up(const forms::layout& part, wxWindow* parent, wxSizer* into);
+    wxSizer* pairs(const forms::layout& part, wxWindow* parent);
+    wxSizer* button_row(const forms::layout& part, wxWindow* parent);
+    wxWindow* make(forms::control& control, wxWindow* parent, label_use use);
+    wxWindow* make_group(forms::option& member, wxWindow* parent);
+    int pixels(int at_96_dpi) const;
+
+    forms::form& shown_;
+    wxWindow& window_;
+    callback_guard& guard_;
+    widget_table& widgets_;
+    bool grows_down_ = false;
+};
+
+}  // namespace tamrix::wxui

@@ -1,0 +1,107 @@
+#include "wxui/form_dialog.h"
+
+#include "wxui/text.h"
+
+#include <algorithm>
+
+#include <wx/button.h>
+#include <wx/utils.h>
+
+namespace tamrix::wxui {
+
+form_dialog::form_dialog(forms::form& shown, wxWindow* parent)
+    : wxDialog{parent,
+               wxID_ANY,
+               to_wx(shown.caption()),
+               wxDefaultPosition,
+               wxDefaultSize,
+               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER},
+      shown_{shown},
+      view_before_{shown.view()},
+      guard_{[this] { shown_.close(); }}
+{
+    SetEscapeId(wxID_NONE);  // the form decides what Escape and Enter do
+    arranger builder{shown_, *this, guard_, widgets_};
+    SetSizer(builder.arrange());
+    grows_down_ = builder.grows_down();
+    if (const auto standard = widgets_.find(shown_.default_button()); standard != widgets_.end()) {
+        static_cast<wxButton*>(standard->second->window())->SetDefault();
+    }
+    take_room();
+    CentreOnParent();
+    Bind(wxEVT_CHAR_HOOK, &form_dialog::on_key, this);
+    Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { guard_([this] { shown_.ask_to_leave(); }); });
+    shown_.show_on(this);
+}
+
+form_dialog::~form_dialog()
+{
+    shown_.show_on(view_before_);
+    widgets_.clear();  // no timer and no handler outlives the form
+    DestroyChildren();
+}
+
+void form_dialog::run()
+{
+    if (shown_.is_open()) ShowModal();
+    guard_.rethrow();
+}
+
+void form_dialog::control_changed(forms::control& which)
+{
+    const auto found = widgets_.find(&which);
+    if (found != widgets_.end() && found->second->update()) take_room();
+}
+
+void form_dialog::caption_changed() { SetTitle(to_wx(shown_.caption())); }
+
+void form_dialog::beep() { wxBell(); }
+
+void form_dialog::closed()
+{
+    if (IsModal()) EndModal(wxID_CLOSE);
+}
+
+/// Lays the widgets out anew, in a window that is large enough for them.
+void form_dialog::take_room()
+{
+    const wxSize least = GetSizer()->ComputeFittingWindowSize(this);
+    SetSizeHints(least, grows_down_ ? wxDefaultSize : wxSize{-1, least.y});
+    wxSize room = GetSize();
+    room.IncTo(least);
+    SetSize(grows_down_ ? room : wxSize{room.x, least.y});
+    Layout();
+}
+
+void form_dialog::on_key(wxKeyEvent& event)
+{
+    const bool plain = !event.HasAnyModifiers();
+    const int key = event.GetKeyCode();
+    if (plain && key == WXK_ESCAPE) {
+        guard_([this] { shown_.ask_to_leave(); });
+    } else if (plain && (key == WXK_RETURN || key == WXK_NUMPAD_ENTER)) {
+        guard_([this] { press_enter(); });
+    } else {
+        event.Skip();
+    }
+}
+
+/// A button with the focus is the one that Enter presses. From elsewhere it is the form's, as if the person had gone
+/// there: a box that was being edited is left first, so that what depends on it is up to date.
+void form_dialog::press_enter()
+{
+    forms::control* focused = control_with_focus();
+    if (auto* button = dynamic_cast<forms::button*>(focused)) return button->click();
+    if (auto* box = dynamic_cast<forms::text_box*>(focused)) box->leave();
+    if (shown_.is_open()) shown_.accept();
+}
+
+forms::control* form_dialog::control_with_focus() const
+{
+    const wxWindow* focused = wxWindow::FindFocus();
+    const auto found = std::ranges::find_if(
+        widgets_, [&](const auto& entry) { return focused != nullptr && entry.second->window() == focused; });
+    return found != widgets_.end() ? found->first : nullptr;
+}
+
+}  // namespace tamrix::wxui

@@ -1,0 +1,46 @@
+// Pictures on the screen: a canvas on a device context, and the window that shows a form's picture.
+#pragma once
+
+#include "forms/canvas.h"
+#include "wxui/callback_guard.h"
+
+#include <string_view>
+
+#include <wx/dc.h>
+#include <wx/window.h>
+
+namespace tamrix::wxui {
+
+/// Draws on `target`; `pixels_per_twip` is its scale.
+class dc_canvas final : public forms::canvas {
+public:
+    dc_canvas(wxDC& target, double pixels_per_twip) : target_{target}, scale_{pixels_per_twip} {}
+
+    void clear(forms::colour background) override;
+    void line(forms::point from, forms::point to, forms::colour ink) override;
+    void text(forms::point at, std::string_view words, forms::colour ink) override;
+
+private:
+    wxPoint pixels(forms::point at) const;
+
+    wxDC& target_;
+    double scale_;
+};
+
+/// Repaints the whole picture on a buffer, so that it does not flicker, and hands presses on in twips.
+class picture_panel final : public wxWindow {
+public:
+    picture_panel(wxWindow* parent, forms::picture& shown, callback_guard& guard);
+
+    /// The smallest size at which the whole picture is seen.
+    wxSize least_size() const;
+    bool AcceptsFocus() const override { return false; }
+
+private:
+    double pixels_per_twip() const;
+    void paint();
+
+    forms::picture& shown_;
+};
+
+}  // namespace tamrix::wxui

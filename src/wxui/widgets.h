@@ -1,0 +1,42 @@
+// Controls as widgets: each shows the state of its control and hands on what the person does with it.
+#pragma once
+
+#include "forms/form.h"
+#include "wxui/callback_guard.h"
+
+#include <memory>
+
+#include <wx/window.h>
+
+namespace tamrix::wxui {
+
+class widget {
+public:
+    virtual ~widget() = default;
+    /// Brings the widget to the state of its control, without an event of the toolkit. True where it may need other
+    /// room now.
+    virtual bool update() = 0;
+    /// Null where there is nothing to see.
+    virtual wxWindow* window() const = 0;
+};
+
+/// What a label is for decides how it shows a long text.
+enum class label_use {
+    caption,  // names a control; a mnemonic in it leads there
+    value,    // shows a text of any length in the room there is: the middle gives way
+    note,     // stands alone; wrapped where it is very long
+};
+
+using widget_ptr = std::unique_ptr<widget>;
+
+widget_ptr make_label(forms::label& control, wxWindow* parent, label_use use);
+widget_ptr make_frame(forms::frame& control, wxWindow* box);
+widget_ptr make_button(forms::button& control, wxWindow* parent, callback_guard& guard);
+widget_ptr make_text_box(forms::text_box& control, wxWindow* parent, callback_guard& guard);
+widget_ptr make_combo_box(forms::combo_box& control, wxWindow* parent, callback_guard& guard);
+widget_ptr make_option(forms::option& control, wxWindow* parent, callback_guard& guard);
+widget_ptr make_progress_bar(forms::progress_bar& control, wxWindow* parent);
+widget_ptr make_picture(forms::picture& control, wxWindow* parent, callback_guard& guard);
+widget_ptr make_timer(forms::timer& control, callback_guard& guard);
+
+}  // namespace tamrix::wxui

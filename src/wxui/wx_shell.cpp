@@ -1,0 +1,91 @@
+#include "wxui/wx_shell.h"
+
+#include "wxui/form_dialog.h"
+#include "wxui/text.h"
+
+#include <chrono>
+
+#include <wx/app.h>
+#include <wx/evtloop.h>
+#include <wx/msgdlg.h>
+
+namespace tamrix::wxui {
+
+namespace {
+
+/// The window that a new modal one belongs to; may be null.
+wxWindow* window_in_front()
+{
+    wxWindow* active = wxGetActiveWindow();
+    return active != nullptr ? wxGetTopLevelParent(active) : wxTheApp->GetTopWindow();
+}
+
+long style_of(const forms::message_box& box)
+{
+    long style = wxCENTRE;
+    switch (box.picture) {
+    case forms::icon::none: style |= wxICON_NONE; break;
+    case forms::icon::information: style |= wxICON_INFORMATION; break;
+    case forms::icon::warning: style |= wxICON_WARNING; break;
+    case forms::icon::error: style |= wxICON_ERROR; break;
+    case forms::icon::question: style |= wxICON_QUESTION; break;
+    }
+    switch (box.buttons) {
+    case forms::buttons_of_box::ok: return style | wxOK;
+    case forms::buttons_of_box::ok_cancel: return style | wxOK | wxCANCEL;
+    case forms::buttons_of_box::yes_no: return style | wxYES_NO;
+    case forms::buttons_of_box::abort_retry_ignore: return style | wxYES_NO | wxCANCEL;
+    }
+    return style;
+}
+
+forms::answer answer_of(int result, forms::buttons_of_box buttons)
+{
+    const bool retry_box = buttons == forms::buttons_of_box::abort_retry_ignore;
+    switch (result) {
+    case wxID_OK: return forms::answer::ok;
+    case wxID_YES: return retry_box ? forms::answer::abort : forms::answer::yes;
+    case wxID_NO: return retry_box ? forms::answer::retry : forms::answer::no;
+    default: break;
+    }
+    switch (buttons) {  // the box was closed without one of its buttons
+    case forms::buttons_of_box::ok: return forms::answer::ok;
+    case forms::buttons_of_box::yes_no: return forms::answer::no;
+    case forms::buttons_of_box::abort_retry_ignore: return forms::answer::ignore;
+    default: return forms::answer::cancel;
+    }
+}
+
+}  // namespace
+
+void wx_shell::run_modal(forms::form& dialog)
+{
+    toolkit_.need_display();
+    form_dialog window{dialog, window_in_front()};
+    window.run();
+}
+
+forms::answer wx_shell::box(const forms::message_box& box)
+{
+    toolkit_.need_display();
+    const wxString title = box.title.empty() ? wxTheApp->GetAppDisplayName() : to_wx(box.title);
+    wxMessageDialog window{window_in_front(), to_wx(box.text), title, style_of(box)};
+    if (box.buttons == forms::buttons_of_box::abort_retry_ignore) {
+        window.SetYesNoCancelLabels("&Abort", "&Retry", "&Ignore");
+    }
+    return answer_of(window.ShowModal(), box.buttons);
+}
+
+void wx_shell::beep() { wxBell(); }
+
+void wx_shell::doevents()
+{
+    if (wxEventLoopBase* loop = wxEventLoopBase::GetActive(); loop != nullptr) loop->YieldFor(wxEVT_CATEGORY_ALL);
+}
+
+double wx_shell::seconds()
+{
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+}  // namespace tamrix::wxui

@@ -1,0 +1,24 @@
+// The shell on a real screen: forms as modal dialogs, message boxes, the message pump and the steady clock.
+#pragma once
+
+#include "forms/shell.h"
+#include "wxui/toolkit.h"
+
+namespace tamrix::wxui {
+
+/// Works in a host that runs wxWidgets already and in one that knows nothing of it. Dialogs and boxes throw
+/// std::runtime_error where there is no display.
+class wx_shell final : public forms::shell {
+public:
+    forms::answer box(const forms::message_box& box) override;
+    void beep() override;
+    void doevents() override;
+    double seconds() override;
+
+private:
+    void run_modal(forms::form& dialog) override;
+
+    toolkit toolkit_;
+};
+
+}  // namespace tamrix::wxui
