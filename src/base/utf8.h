@@ -17,8 +17,9 @@ inline character decode(std::string_view text, std::size_t at)
     constexpr character broken{0xFFFD, 1};
     const auto lead = static_cast<unsigned char>(text[at]);
     if (lead < 0x80) return {lead, 1};
-    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 0;
-    if (length == 0 || at + length > text.size()) return broken;
+    if (lead < 0xC2 || lead > 0xF4) return broken;
+    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+    if (at + length > text.size()) return broken;
     auto code = static_cast<char32_t>(lead & (0xFF >> (length + 1)));
     for (std::size_t i = 1; i < length; ++i) {
         const auto next = static_cast<unsigned char>(text[at + i]);
