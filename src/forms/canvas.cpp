@@ -17,6 +17,7 @@ void picture::line(point from, point to, colour ink)
 
 void picture::text(point at, std::string_view words, colour ink)
 {
+    if (words.empty()) return;
     strokes_.push_back({at, at, std::string{words}, ink});
     changed();
 }
