@@ -4,8 +4,8 @@ namespace tamrix::forms {
 
 void shell::show_modal(form& dialog)
 {
-    dialog.load();
     try {
+        dialog.load();
         if (dialog.is_open()) run_modal(dialog);
     } catch (...) {
         dialog.unload();  // what a dialog holds is given back on every way out
