@@ -36,6 +36,9 @@ void scripted_shell::run_modal(forms::form& dialog)
         ~at_end()
         {
             shell.open_.pop_back();
+            // A timer that comes back, or another one at its address, begins a whole interval.
+            for (const forms::control* one : dialog.controls())
+                std::erase_if(shell.due_, [one](const auto& due) { return due.first == one; });
             dialog.show_on(nullptr);
         }
     } const restore{*this, dialog};
