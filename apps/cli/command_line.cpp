@@ -1,0 +1,192 @@
+#include "cli/command_line.h"
+
+#include "cli/convert.h"
+#include "cli/detect.h"
+#include "cli/tour.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <exception>
+
+namespace tamrix::cli {
+
+namespace {
+
+constexpr const char* about = "Loads, converts and examines the files of a device programmer.";
+
+constexpr const char* exit_statuses = "Exit status: 0 done, 1 failed, 2 rejected values or wrong usage.";
+
+constexpr const char* about_convert =
+    "Loads IN into a buffer and saves the buffer to OUT, through the same steps as the load and the save dialog.";
+
+constexpr const char* convert_details =
+    "Addresses and sizes (HEX) are hexadecimal, counts (N) decimal or hexadecimal after 0x.\n"
+    "Without --device-words the device is sized by the file. Then what the file filled is saved: to binary from "
+    "buffer\n"
+    "address 0 on, as an image of the buffer; to a text format from the lowest address that the file filled, so that "
+    "the\n"
+    "addresses stay. With --device-words the whole device is saved. --save-from and --save-size choose another range.\n"
+    "What the file does not fill holds FF, or what --clear says.\n";
+
+struct arguments_of_commands {
+    convert_words convert;
+    std::vector<std::string> files;
+    std::optional<std::string> language;
+};
+
+void add_format_options(CLI::App& command, convert_words& words)
+{
+    const auto group = "Formats";
+    command.add_option("--from", words.from, "the format of IN (default: detected from its content)")
+        ->type_name(loadable_formats())
+        ->group(group);
+    command.add_option("--to", words.to, "the format of OUT (default: from its extension, else binary)")
+        ->type_name(savable_formats())
+        ->group(group);
+}
+
+void add_device_options(CLI::App& command, convert_words& words)
+{
+    const auto group = "Device (default: sized by the file)";
+    command.add_option("--device-words", words.device_words, "length of the device in words")
+        ->type_name("N")
+        ->group(group);
+    command.add_option("--word-bytes", words.word_bytes, "width of a word in bytes, 1 to 255")
+        ->type_name("N")
+        ->group(group);
+    command.add_option("--spare-units", words.spare_units, "16-byte units behind the main area, 0 to 255")
+        ->type_name("N")
+        ->group(group);
+    command.add_option("--buffer-bytes", words.buffer_bytes, "length of the buffer (default: that of the device)")
+        ->type_name("N")
+        ->group(group);
+}
+
+void add_load_options(CLI::App& command, convert_words& words)
+{
+    const auto group = "Load";
+    const auto modes = "normal|even|odd|1of4|2of4|3of4|4of4";
+    command.add_option("--from-mode", words.from_mode, "which bytes of the file are taken")
+        ->type_name(modes)
+        ->group(group);
+    command.add_option("--to-mode", words.to_mode, "which bytes of the buffer they go to")
+        ->type_name(modes)
+        ->group(group);
+    command.add_option("--to-buffer", words.to_buffer, "buffer address at which the load starts")
+        ->type_name("HEX")
+        ->group(group);
+    command.add_option("--from-file", words.from_file, "file address at which the load starts")
+        ->type_name("HEX")
+        ->group(group);
+    command.add_option("--file-size", words.file_size, "most bytes to load")->type_name("HEX")->group(group);
+    command.add_option("--clear", words.clear, "what fills the buffer before the load (default: ff)")
+        ->type_name("none|00|ff")
+        ->group(group);
+}
+
+void add_save_options(CLI::App& command, convert_words& words)
+{
+    const auto group = "Save";
+    command.add_option("--save-from", words.save_from, "buffer address of the first byte")
+        ->type_name("HEX")
+        ->group(group);
+    command.add_option("--save-size", words.save_size, "how many bytes")->type_name("HEX")->group(group);
+}
+
+CLI::App* add_command(CLI::App& app, const std::string& name, const std::string& description)
+{
+    CLI::App* command = app.add_subcommand(name, description);
+    command->set_help_flag("-h,--help", "prints this and ends");
+    command->fallthrough();
+    command->footer(exit_statuses);
+    return command;
+}
+
+void add_commands(CLI::App& app, arguments_of_commands& arguments)
+{
+    app.set_help_flag("-h,--help", "prints this and ends");
+    app.set_version_flag("--version", "tamrix " TAMRIX_VERSION, "prints the version and ends");
+    app.add_option("--language", arguments.language, "offset of the messages' language: " + language_offsets())
+        ->type_name("N");
+    app.footer("tamrix COMMAND --help tells more.\n" + std::string{exit_statuses});
+
+    CLI::App* convert = add_command(app, "convert", about_convert);
+    convert->add_option("IN", arguments.convert.in, "the file to load")->type_name("")->required();
+    convert->add_option("OUT", arguments.convert.out, "the file to save; it is replaced")->type_name("")->required();
+    add_format_options(*convert, arguments.convert);
+    add_device_options(*convert, arguments.convert);
+    add_load_options(*convert, arguments.convert);
+    add_save_options(*convert, arguments.convert);
+    convert->footer(std::string{convert_details} + "tamrix --help tells of the language.\n\n" + exit_statuses);
+
+    CLI::App* detect = add_command(app, "detect", "Tells the format of each file as a host passes it: index and name.");
+    detect->add_option("FILE", arguments.files, "the files to look at")->type_name("")->required();
+
+    add_command(app, "tour", "Shows what the program does, on sample data.");
+}
+
+/// The library leaves two empty lines between the groups of options.
+std::string without_double_gaps(std::string text)
+{
+    for (auto at = text.find("\n\n\n"); at != std::string::npos; at = text.find("\n\n\n", at)) text.erase(at, 1);
+    return text;
+}
+
+void run_command(const CLI::App& app, arguments_of_commands& arguments, console& con)
+{
+    const std::string command = app.get_subcommands().front()->get_name();
+    arguments.convert.language = arguments.language;
+    if (command == "convert") {
+        convert(check(arguments.convert), con);
+    } else if (command == "detect") {
+        check_language(arguments.language);
+        detect(arguments.files, con);
+    } else {
+        check_language(arguments.language);
+        tour(con);
+    }
+    con.finish();
+}
+
+int parse_and_run(const std::vector<std::string>& words, console& con)
+{
+    CLI::App app{about, "tamrix"};
+    arguments_of_commands arguments;
+    add_commands(app, arguments);
+    try {
+        app.parse(std::vector<std::string>{words.rbegin(), words.rend()});
+    } catch (const CLI::CallForVersion& version) {
+        con.line(version.what());
+        return exit_done;
+    } catch (const CLI::Success&) {
+        con.print(without_double_gaps(app.help()));
+        return exit_done;
+    } catch (const CLI::ParseError& error) {
+        refuse(error.what());
+    }
+    if (app.get_subcommands().empty()) refuse("a command is expected: convert, detect or tour (see tamrix --help)");
+    run_command(app, arguments, con);
+    return exit_done;
+}
+
+}  // namespace
+
+int run(const std::vector<std::string>& arguments, console& con)
+{
+    try {
+        const int status = parse_and_run(arguments, con);
+        con.finish();
+        return status;
+    } catch (const command_error& error) {
+        if (*error.what() != '\0') con.error(error.what());
+        return error.status();
+    } catch (const std::bad_alloc&) {
+        con.error("more than the memory can hold");
+    } catch (const std::exception& error) {
+        con.error(error.what());
+    }
+    return exit_failed;
+}
+
+}  // namespace tamrix::cli

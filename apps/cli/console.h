@@ -1,0 +1,59 @@
+// Where the command's words go: results to standard output, errors and notes to standard error.
+#pragma once
+
+#include <cstdio>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace tamrix::cli {
+
+enum exit_status : int { exit_done = 0, exit_failed = 1, exit_wrong_usage = 2 };
+
+/// What ends a command: a text for the person, and the exit status.
+class command_error : public std::runtime_error {
+public:
+    command_error(exit_status status, const std::string& text) : std::runtime_error{text}, status_{status} {}
+    exit_status status() const { return status_; }
+
+private:
+    exit_status status_;
+};
+
+[[noreturn]] inline void fail(const std::string& text) { throw command_error{exit_failed, text}; }
+[[noreturn]] inline void refuse(const std::string& text) { throw command_error{exit_wrong_usage, text}; }
+
+class console {
+public:
+    explicit console(std::FILE* out = stdout, std::FILE* err = stderr) : out_{out}, err_{err} {}
+
+    /// As it stands.
+    void print(std::string_view text) { std::fwrite(text.data(), 1, text.size(), out_); }
+    /// One fact on a line of its own.
+    void line(std::string_view text)
+    {
+        print(text);
+        print("\n");
+    }
+    void error(std::string_view text) { tell("tamrix: ", text); }
+    void note(std::string_view text) { tell("tamrix: note: ", text); }
+
+    /// Throws command_error where the system did not take all that was printed.
+    void finish()
+    {
+        if (std::fflush(out_) != 0 || std::ferror(out_) != 0) fail("standard output: cannot be written");
+    }
+
+private:
+    void tell(std::string_view before, std::string_view text)
+    {
+        std::fflush(out_);  // so that the lines stand in their order where both go to one place
+        std::fprintf(err_, "%.*s%.*s\n", static_cast<int>(before.size()), before.data(), static_cast<int>(text.size()),
+                     text.data());
+    }
+
+    std::FILE* out_;
+    std::FILE* err_;
+};
+
+}  // namespace tamrix::cli

@@ -1,0 +1,42 @@
+// How large a device and buffer a conversion needs, and which range of the buffer it saves.
+#pragma once
+
+#include "cli/convert_options.h"
+#include "transfer/formats.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tamrix::cli {
+
+/// What is known of IN before it is loaded.
+struct source_file {
+    int format = 0;                            // option index
+    std::optional<address_range> addresses{};  // that it fills; none where it holds no data
+};
+
+/// Detects the format unless it is given, and measures the file. Throws file_error.
+source_file look_at(const convert_options& options);
+
+struct conversion_plan {
+    int from = 0, to = 0;           // option indices of the formats
+    std::int32_t device_words = 0;  // tlength(0)
+    std::uint8_t word_bytes = 1;    // wordmode(0)
+    std::uint8_t spare_units = 0;   // wordmode(1)
+    std::int32_t buffer_bytes = 0;  // buflength(0)
+    std::int64_t save_from = 0, save_size = 0;
+    bool through_temporary_file = false;  // the image does not fit the buffer's mapping
+    std::vector<std::string> notes{};     // what the person should know beside the result
+
+    std::int64_t device_bytes() const { return std::int64_t{device_words} * word_bytes; }
+};
+
+/// Throws command_error where the buffer would have to be larger than it can be.
+conversion_plan plan_conversion(const convert_options& options, const source_file& source);
+
+/// The format of the first four whose extensions hold that of `path`; none where it has another or none.
+std::optional<int> format_of_extension(const std::string& path);
+
+}  // namespace tamrix::cli

@@ -1,0 +1,188 @@
+#include "cli/convert.h"
+
+#include "base/arith.h"
+#include "base/native_path.h"
+#include "cli/attached_plug_in.h"
+#include "cli/conversion_plan.h"
+#include "cli/temporary_folder.h"
+#include "transfer/file_io.h"
+#include "transfer/readfile.h"
+#include "transfer/writefile.h"
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+
+#include <unistd.h>
+
+namespace tamrix::cli {
+
+namespace {
+
+/// One run of the command: the plug-in with a buffer of the right size, and the answers to its two dialogs.
+class conversion {
+public:
+    conversion(const convert_options& options, const conversion_plan& plan, console& con)
+        : options_{options}, plan_{plan}, con_{con}, plug_in_{options.language}
+    {
+        if (plan.through_temporary_file) temporary_ = std::make_unique<temporary_folder>();
+        host::host_blocks& blocks = plug_in_.blocks;
+        blocks.value<std::int32_t>("tlength") = plan.device_words;
+        blocks.value<std::uint8_t>("wordmode", 0) = plan.word_bytes;
+        blocks.value<std::uint8_t>("wordmode", 1) = plan.spare_units;
+        plug_in_.attach_buffer(plan.buffer_bytes);
+    }
+
+    void load()
+    {
+        plug_in_.screen.person = [this](forms::form& dialog) { answer(dynamic_cast<readfile&>(dialog)); };
+        std::string name = options_.in, folder = syspath();
+        auto format = static_cast<std::int16_t>(plan_.from);
+        const reply outcome = plug_in_.methods.readfile0(name, format, folder);
+        finish(outcome, [this](const forms::message_box& box) { return refusal_of_load(box); });
+    }
+
+    void save()
+    {
+        plug_in_.screen.person = [this](forms::form& dialog) { answer(dynamic_cast<writefile&>(dialog)); };
+        std::string name = options_.out, folder = syspath();
+        const reply outcome = plug_in_.methods.wfile(name, folder);
+        finish(outcome, [this](const forms::message_box& box) { return refusal_of_save(box); });
+        if (plan_.through_temporary_file) cut_to_image();
+    }
+
+private:
+    std::string syspath() const { return temporary_ != nullptr ? temporary_->path() : std::string{}; }
+
+    static void enter(forms::text_box& box, const std::optional<std::int64_t>& value)
+    {
+        if (value) box.enter(arith::hex(*value));
+    }
+
+    /// False where the list is dead for this format.
+    bool pick(forms::combo_box& list, int index, const char* option)
+    {
+        list.pick(index);
+        if (list.index() != index) refusal_ = std::string{option} + ": this format has no byte selection";
+        return list.index() == index;
+    }
+
+    /// What is refused here leaves its text, and the dialog is cancelled.
+    void answer(readfile& dialog)
+    {
+        dialog.rfileOption2(plan_.from).click();
+        if (!pick(dialog.rfilecombo1, options_.from_mode, "--from-mode")) return;
+        if (!pick(dialog.rfileCombo2, options_.to_mode, "--to-mode")) return;
+        enter(dialog.rfileText1, options_.to_buffer);
+        enter(dialog.rfileText2, options_.from_file);
+        enter(dialog.rfileText3, options_.file_size);
+        dialog.rfileOption1(options_.clear).click();
+        dialog.accept();
+    }
+
+    void answer(writefile& dialog)
+    {
+        dialog.wfileOption2(plan_.to).click();
+        if (!dialog.wfileOption2(plan_.to).value()) {
+            const format& wanted = formats()[static_cast<std::size_t>(plan_.to)];
+            refusal_ = "--to " + std::string{wanted.name} + ": a device of " + std::to_string(plan_.device_words) +
+                       " words can only be saved as binary; a larger --word-bytes makes it fewer";
+            return;
+        }
+        enter(dialog.wfileText1, plan_.save_from);
+        enter(dialog.wfileText2, plan_.save_size);
+        dialog.accept();
+    }
+
+    template <class Refusal>
+    void finish(const reply& outcome, Refusal refusal)
+    {
+        con_.print(plug_in_.take_status_text());
+        if (!outcome.ok()) fail(outcome.error);
+        if (!refusal_.empty()) refuse(refusal_);
+        const auto& boxes = plug_in_.screen.boxes();
+        if (!boxes.empty()) refuse(refusal(boxes.back()));
+        if (plug_in_.state.rformat == 0) return;
+        const std::string why = plug_in_.state.why_it_failed.text();
+        fail(why.empty() ? "it failed without a reason" : why);
+    }
+
+    bool says(const forms::message_box& box, int message) const { return box.text == plug_in_.state.text(message); }
+
+    std::string refusal_of_load(const forms::message_box& box) const
+    {
+        if (says(box, 1136)) {
+            return "--to-buffer " + arith::hex(options_.to_buffer.value_or(0)) + ": behind the end of the buffer (" +
+                   arith::hex(plan_.buffer_bytes) + ")";
+        }
+        if (says(box, 1137)) {
+            return "--from-file " + arith::hex(options_.from_file.value_or(0)) + ": behind the end of the file (" +
+                   arith::hex(input_file{options_.in}.length()) + ")";
+        }
+        return box.text;
+    }
+
+    std::string refusal_of_save(const forms::message_box& box) const
+    {
+        const std::string start = "--save-from " + arith::hex(plan_.save_from);
+        const std::string size = "--save-size " + arith::hex(plan_.save_size);
+        if (says(box, 1136)) {
+            return start + ": behind the end of the device (" + arith::hex(plan_.device_bytes()) + ")";
+        }
+        if (says(box, 1146)) {
+            const std::int64_t limit = plan_.device_bytes() + 16 * std::int64_t{plan_.spare_units};
+            return start + " " + size + ": reaches behind the end of the device (" + arith::hex(limit) + ")";
+        }
+        if (says(box, 1147)) return size + ": more than a Tektronix file can hold (10000)";
+        return box.text;
+    }
+
+    /// Such an image is saved in whole parts of the buffer. What the last part carries behind the image is cut off.
+    void cut_to_image()
+    {
+        if (::truncate(native_path(options_.out).c_str(), plan_.save_size) != 0 && errno != EINVAL) {
+            fail(options_.out + ": " + std::strerror(errno));
+        }
+    }
+
+    const convert_options& options_;
+    const conversion_plan& plan_;
+    console& con_;
+    attached_plug_in plug_in_;
+    std::unique_ptr<temporary_folder> temporary_;
+    std::string refusal_;
+};
+
+void refuse_same_file(const convert_options& options)
+{
+    std::error_code none;
+    if (std::filesystem::equivalent(native_path(options.in), native_path(options.out), none)) {
+        refuse(options.out + ": IN and OUT are the same file");
+    }
+}
+
+}  // namespace
+
+void convert(const convert_options& options, console& con)
+{
+    refuse_same_file(options);
+    source_file source{.format = options.from.value_or(0)};
+    bool looked = false;
+    try {
+        source = look_at(options);
+        looked = true;
+    } catch (const file_error&) {
+        // The load meets the same fault, and tells it in its own way.
+    }
+    const conversion_plan plan = plan_conversion(options, source);
+    if (looked) {
+        for (const std::string& note : plan.notes) con.note(note);
+    }
+    conversion run{options, plan, con};
+    run.load();
+    if (!looked) fail(options.in + ": changed while it was read");
+    run.save();
+}
+
+}  // namespace tamrix::cli

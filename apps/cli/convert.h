@@ -1,0 +1,12 @@
+// tamrix convert: a file goes through the load dialog into the buffer and out through the save dialog.
+#pragma once
+
+#include "cli/console.h"
+#include "cli/convert_options.h"
+
+namespace tamrix::cli {
+
+/// Prints the status lines of the load and the save. Throws command_error.
+void convert(const convert_options& options, console& con);
+
+}  // namespace tamrix::cli

@@ -1,0 +1,48 @@
+// What `tamrix convert` was asked for, checked word by word.
+#pragma once
+
+#include "cli/console.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tamrix::cli {
+
+/// The words of the command line as they were typed; none where an option was not given.
+struct convert_words {
+    std::string in, out;
+    std::optional<std::string> from, to, from_mode, to_mode, clear;
+    std::optional<std::string> device_words, word_bytes, spare_units, buffer_bytes;
+    std::optional<std::string> to_buffer, from_file, file_size, save_from, save_size;
+    std::optional<std::string> language;
+};
+
+/// Addresses and sizes are in bytes. The dialogs get their values as hexadecimal texts, as a person would type them.
+struct convert_options {
+    std::string in, out;
+    std::optional<int> from, to;     // option indices of the formats
+    int from_mode = 0, to_mode = 0;  // indices of the byte selections
+    int clear = 0;                   // index of the clear option
+    std::optional<std::int64_t> device_words, word_bytes, spare_units, buffer_bytes;
+    std::optional<std::int64_t> to_buffer, from_file, file_size, save_from, save_size;
+    std::int32_t language = 0;  // offset of the catalogue
+};
+
+inline constexpr std::array<std::string_view, 7> mode_names{"normal", "even", "odd", "1of4", "2of4", "3of4", "4of4"};
+inline constexpr std::array<std::string_view, 3> clear_names{"ff", "00", "none"};
+
+/// The names of the formats that this version loads or saves, with "|" between.
+std::string loadable_formats();
+std::string savable_formats();
+/// The languages that the catalogue has, as "0 English, ...".
+std::string language_offsets();
+
+/// Throws command_error, "--to-buffer 12G: not a hexadecimal number".
+convert_options check(const convert_words& words);
+/// The offset of a language that the catalogue has; 0 where none was given. Throws command_error.
+std::int32_t check_language(const std::optional<std::string>& word);
+
+}  // namespace tamrix::cli

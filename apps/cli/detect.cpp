@@ -1,0 +1,25 @@
+#include "cli/detect.h"
+
+#include "transfer/file_io.h"
+#include "transfer/formats.h"
+
+namespace tamrix::cli {
+
+void detect(const std::vector<std::string>& files, console& con)
+{
+    int unread = 0;
+    for (const std::string& file : files) {
+        try {
+            const detected_format found = detect_format(file);
+            const format& which = formats()[static_cast<std::size_t>(found.index)];
+            con.line(file + ": " + std::to_string(found.index) + " " + std::string{which.name} +
+                     (found.certainty == detection::damaged ? " (damaged)" : ""));
+        } catch (const file_error& error) {
+            con.error(error.what());
+            ++unread;
+        }
+    }
+    if (unread != 0) throw command_error{exit_failed, ""};  // each was told in its turn
+}
+
+}  // namespace tamrix::cli

@@ -1,0 +1,114 @@
+#include "cli/tour.h"
+
+#include "cli/command_line.h"
+#include "cli/temporary_folder.h"
+#include "host/data_folder.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <vector>
+
+namespace tamrix::cli {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::vector<char> bytes_of(const fs::path& path)
+{
+    std::ifstream file{path, std::ios::binary};
+    if (!file) fail(path.string() + ": cannot be read");
+    return {std::istreambuf_iterator<char>{file}, {}};
+}
+
+void write(const fs::path& path, const std::vector<char>& bytes)
+{
+    std::ofstream file{path, std::ios::binary};
+    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    file.close();
+    if (!file) fail(path.string() + ": cannot be written");
+}
+
+/// Runs the steps in a folder of its own, so that the commands read as a person would type them.
+class walk {
+public:
+    explicit walk(console& con) : con_{con}, before_{fs::current_path()} { fs::current_path(folder_.path()); }
+    ~walk()
+    {
+        std::error_code none;
+        fs::current_path(before_, none);
+    }
+    walk(const walk&) = delete;
+    walk& operator=(const walk&) = delete;
+
+    void title(const std::string& text) { con_.line("\n== " + text); }
+
+    /// Shows a command and runs it; both streams go to standard output here.
+    void command(const std::vector<std::string>& words, exit_status expected)
+    {
+        std::string shown = "$ tamrix";
+        for (const std::string& word : words) shown += " " + word;
+        con_.line(shown);
+        con_.finish();
+        console all{stdout, stdout};
+        const int status = run(words, all);
+        if (status != expected) fail("the tour ends here: exit status " + std::to_string(status));
+        if (status != exit_done) con_.line("(exit status " + std::to_string(status) + ")");
+    }
+
+    void compare(const std::string& one, const std::string& other)
+    {
+        if (bytes_of(one) != bytes_of(other)) fail("the tour ends here: " + one + " and " + other + " differ");
+        con_.line(one + " and " + other + " hold the same " + std::to_string(fs::file_size(one)) + " bytes");
+    }
+
+private:
+    console& con_;
+    temporary_folder folder_;
+    fs::path before_;
+};
+
+/// Turns a digit in the fifth line into another one.
+void damage(const std::string& path)
+{
+    std::vector<char> text = bytes_of(path);
+    auto at = text.begin();
+    for (int line = 1; line < 5; ++line) at = std::next(std::find(at, text.end(), '\n'));
+    at += 9;
+    *at = *at == '0' ? '1' : '0';
+    write("damaged.hex", text);
+}
+
+}  // namespace
+
+void tour(console& con)
+{
+    const fs::path sample = fs::absolute(fs::path{host::data_folder()} / "samples" / "blink.hex");
+    const std::vector<char> text = bytes_of(sample);
+    walk steps{con};
+    write("blink.hex", text);
+
+    con.line("A tour on " + sample.string() + ", a program for an 8051 microcontroller.");
+    steps.title("What kind of file is it?");
+    steps.command({"detect", "blink.hex"}, exit_done);
+    steps.title("It is loaded into the buffer and saved as an image");
+    steps.command({"convert", "blink.hex", "blink.bin"}, exit_done);
+    steps.title("The image goes back to a HEX file, and that to an image again: nothing is lost");
+    steps.command({"convert", "blink.bin", "again.hex"}, exit_done);
+    steps.command({"convert", "again.hex", "again.bin"}, exit_done);
+    steps.compare("blink.bin", "again.bin");
+    steps.title("For a 16-bit system the image is split over two chips, even and odd bytes");
+    steps.command({"convert", "blink.bin", "even.s19", "--from-mode", "even"}, exit_done);
+    steps.command({"convert", "blink.bin", "odd.s19", "--from-mode", "odd"}, exit_done);
+    steps.title("A load that fails tells where and why, and nothing is saved");
+    damage("blink.hex");
+    steps.command({"convert", "damaged.hex", "none.bin"}, exit_failed);
+    steps.title("A value that does not fit is refused");
+    steps.command({"convert", "blink.hex", "none.bin", "--device-words", "256", "--to-buffer", "101"},
+                  exit_wrong_usage);
+    con.line("\nThat is all so far. The dialogs of the same steps stand in the workbench.");
+}
+
+}  // namespace tamrix::cli
