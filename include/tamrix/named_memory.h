@@ -88,12 +88,12 @@ inline handle create(const std::string& object, std::uint32_t length_bytes)
 {
     const std::string path = detail::path_of(object);
     for (;;) {
-        const handle file =
-            detail::as_handle(::shm_open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
+        // The mark stands from the first moment, so nobody takes a half-made object for one made by other means.
+        const handle file = detail::as_handle(
+            ::shm_open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR | detail::managed));
         if (file == 0) return 0;
         struct stat info {};
-        if (detail::lock(file, LOCK_SH) == 0 && ::ftruncate(file, length_bytes) == 0 &&
-            ::fchmod(file, S_IRUSR | S_IWUSR | detail::managed) == 0 && ::fstat(file, &info) == 0) {
+        if (detail::lock(file, LOCK_SH) == 0 && ::ftruncate(file, length_bytes) == 0 && ::fstat(file, &info) == 0) {
             if (info.st_nlink > 0) return file;
             ::close(file);  // taken for a leftover before the lock stood: once more
             continue;
@@ -102,6 +102,20 @@ inline handle create(const std::string& object, std::uint32_t length_bytes)
         ::close(file);
         return 0;
     }
+}
+
+/// Opens an object, or creates it with `length_bytes` bytes where there is none; 0 where neither can be done. A length
+/// of 0 creates nothing.
+inline handle open_or_create(const std::string& object, std::uint32_t length_bytes)
+{
+    // Another process may make or remove the object between the two calls. A name that is taken and cannot be opened
+    // however often belongs to something else.
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        if (const handle file = open(object); file != 0 || length_bytes == 0) return file;
+        if (const handle file = create(object, length_bytes); file != 0) return file;
+        if (errno != EEXIST) return 0;
+    }
+    return 0;
 }
 
 /// Bytes that can be reached through a mapping of the object: its length, rounded up to whole pages.

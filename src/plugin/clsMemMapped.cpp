@@ -34,8 +34,7 @@ bool clsMemMapped::OpenAndMapMemoryBlock(const std::string& name, std::int32_t s
 {
     if (file_ != 0 && !UnMapFile()) close();
     opened_ = object(name);
-    file_ = named_memory::open(opened_);
-    if (file_ == 0 && size > 0) file_ = named_memory::create(opened_, static_cast<std::uint32_t>(size));
+    file_ = named_memory::open_or_create(opened_, size > 0 ? static_cast<std::uint32_t>(size) : 0);
     if (file_ == 0) return false;
     base_address_ = named_memory::map(file_);
     if (base_address_ == nullptr) return false;
