@@ -2,7 +2,6 @@
 
 #include "base/arith.h"
 #include "transfer/byte_selection.h"
-#include "transfer/file_io.h"
 #include "transfer/rwfile/binary.h"
 
 #include <algorithm>
@@ -139,11 +138,7 @@ source_file look_at(const convert_options& options)
     source_file source;
     source.format = options.from ? *options.from : detect_format(options.in).index;
     const format& which = formats()[static_cast<std::size_t>(source.format)];
-    if (source.format == binary) {
-        source.addresses = address_range{0, input_file{options.in}.length()};
-    } else if (which.measure != nullptr) {
-        source.addresses = which.measure(file_image{options.in}.bytes());
-    }
+    if (which.measure != nullptr) source.addresses = which.measure(options.in);
     return source;
 }
 
