@@ -30,8 +30,9 @@ struct format {
     detection (*detect)(std::span<const std::uint8_t> head);
     transfer_routine read;   // null where this format cannot be loaded
     transfer_routine write;  // null where this format cannot be saved
-    /// The addresses that the whole file fills, so that a buffer can be sized by it; null with `read`.
-    std::optional<address_range> (*measure)(std::span<const std::uint8_t> file);
+    /// The addresses that the whole file fills, so that a buffer can be sized by it; none where it fills none. Throws
+    /// file_error. Null with `read`.
+    std::optional<address_range> (*measure)(const std::string& path);
 };
 
 inline constexpr std::size_t detection_head_bytes = 65536;

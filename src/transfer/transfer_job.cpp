@@ -1,28 +1,10 @@
 #include "transfer/transfer_job.h"
 
-#include "transfer/file_io.h"
-
-#include <algorithm>
 #include <exception>
 #include <new>
 #include <utility>
 
 namespace tamrix {
-
-namespace {
-
-/// Lines end with CR, LF or both.
-std::uint64_t line_at(std::span<const std::uint8_t> file, std::size_t offset)
-{
-    std::uint64_t line = 1;
-    for (std::size_t at = 0; at < std::min(offset, file.size()); ++at) {
-        const bool pair = file[at] == '\r' && at + 1 < file.size() && file[at + 1] == '\n';
-        if (file[at] == '\n' || (file[at] == '\r' && !pair)) ++line;
-    }
-    return line;
-}
-
-}  // namespace
 
 status run_guarded(transfer_job& job, transfer_routine routine)
 {
@@ -40,11 +22,10 @@ status run_guarded(transfer_job& job, transfer_routine routine)
     return status::failed;
 }
 
-status fail_in_text(transfer_job& job, std::span<const std::uint8_t> file, std::size_t offset, std::string found,
-                    std::string expected)
+status fail_in_text(transfer_job& job, file_window& file, std::int64_t offset, std::string found, std::string expected)
 {
     job.plug_in.why_it_failed = {.file = job.plug_in.fname,
-                                 .line = line_at(file, offset),
+                                 .line = file.line_at(offset),
                                  .found = std::move(found),
                                  .expected = std::move(expected)};
     return status::failed;

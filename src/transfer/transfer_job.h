@@ -2,10 +2,10 @@
 #pragma once
 
 #include "plugin/session.h"
+#include "transfer/file_window.h"
 
 #include <cstdint>
 #include <functional>
-#include <span>
 #include <string>
 
 namespace tamrix {
@@ -30,8 +30,8 @@ using transfer_routine = status (*)(transfer_job&);
 /// Runs a reader or writer and turns every fault into status 1 with its diagnostic.
 status run_guarded(transfer_job& job, transfer_routine routine);
 
-/// Leaves the diagnostic of a failed load of a text file: the line that holds byte `offset`.
-status fail_in_text(transfer_job& job, std::span<const std::uint8_t> file, std::size_t offset, std::string found,
+/// Leaves the diagnostic of a failed load of a text file: the line that holds the byte at `offset`.
+status fail_in_text(transfer_job& job, file_window& file, std::int64_t offset, std::string found,
                     std::string expected = {});
 
 }  // namespace tamrix

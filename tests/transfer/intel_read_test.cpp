@@ -393,8 +393,8 @@ TEST(detect_format, random_bytes_are_never_taken_for_records)
 
 std::optional<address_range> measure_intel_text(std::string_view text)
 {
-    const bytes_of file{text.begin(), text.end()};
-    return formats()[1].measure(file);
+    temp_folder files;
+    return formats()[1].measure(files.write("a.hex", text));
 }
 
 TEST(measure_intel, tells_the_range_that_the_records_fill)

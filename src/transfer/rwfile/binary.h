@@ -11,7 +11,7 @@ inline constexpr std::int64_t large_image_bytes = 0x10800000;
 inline constexpr std::int64_t large_chunk_bytes = 0x8400000;
 
 detection detect_binary(std::span<const std::uint8_t> head);
-std::optional<address_range> measure_binary(std::span<const std::uint8_t> file);
+std::optional<address_range> measure_binary(const std::string& path);
 status read_binary(transfer_job& job);
 status write_binary(transfer_job& job);
 

@@ -67,9 +67,9 @@ status reject_file_address(transfer_job& job)
 
 detection detect_binary(std::span<const std::uint8_t>) { return detection::maybe; }
 
-std::optional<address_range> measure_binary(std::span<const std::uint8_t> file)
+std::optional<address_range> measure_binary(const std::string& path)
 {
-    return address_range{0, static_cast<std::int64_t>(file.size())};
+    return address_range{0, input_file{path}.length()};
 }
 
 status read_binary(transfer_job& job)

@@ -52,24 +52,24 @@ bool decode(const std::uint8_t* text, std::size_t count, std::uint8_t* target, u
 {
     static_assert(std::endian::native == std::endian::little);
     std::size_t done = 0;
-    bool good = true;
+    unsigned added = 0;
     for (; done + 4 <= count; done += 4) {
         std::uint64_t eight = 0;
         std::memcpy(&eight, text + 2 * done, sizeof eight);
-        good &= eight_are_digits(eight);
+        if (!eight_are_digits(eight)) return false;
         const std::uint32_t four = four_bytes(eight);
         std::memcpy(target + done, &four, sizeof four);
         const std::uint32_t halves = (four & 0x00FF00FFu) + ((four >> 8) & 0x00FF00FFu);
-        sum += halves + (halves >> 16);
+        added += (halves & 0xFFFF) + (halves >> 16);
     }
     for (; done < count; ++done) {
         const int value = byte(text + 2 * done);
-        good &= value >= 0;
+        if (value < 0) return false;
         target[done] = static_cast<std::uint8_t>(value);
-        sum += target[done];
+        added += static_cast<unsigned>(value);
     }
-    sum &= 0xFF;
-    return good;
+    sum += added;
+    return true;
 }
 
 char* encode(const std::uint8_t* bytes, std::size_t count, char* text, unsigned& sum)

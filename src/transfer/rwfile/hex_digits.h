@@ -17,8 +17,8 @@ inline int byte(const std::uint8_t* text)
     return (high | low) > 15 ? -1 : high * 16 + low;
 }
 
-/// Decodes `count` bytes from 2 * `count` digits. Yields false, with
-/// `target` partly written, where a character is no digit. Adds the low byte sum to `sum`.
+/// Decodes `count` bytes from 2 * `count` digits and adds the byte sum to `sum`. Where a character is no digit it
+/// yields false; up to then `target` holds whole bytes that stand before that character, and nothing else is changed.
 bool decode(const std::uint8_t* text, std::size_t count, std::uint8_t* target, unsigned& sum);
 
 /// Writes 2 * `count` upper-case digits and yields the end of them. Adds the byte sum to `sum`.

@@ -1,33 +1,26 @@
 // What can be told of an Intel HEX file without loading it: whether it is one, and which addresses it fills.
+#include "transfer/file_window.h"
 #include "transfer/rwfile/intel.h"
 #include "transfer/rwfile/intel_record.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 namespace tamrix {
 
 namespace {
 
-std::size_t next_colon(std::span<const std::uint8_t> file, std::size_t from)
-{
-    const void* found = from < file.size() ? std::memchr(&file[from], ':', file.size() - from) : nullptr;
-    return found != nullptr ? static_cast<std::size_t>(static_cast<const std::uint8_t*>(found) - file.data())
-                            : file.size();
-}
-
 /// The byte sum of a whole record, checksum included, is 0 when it is good; none where the record is cut or not
 /// hexadecimal.
-std::optional<unsigned> record_sum(std::span<const std::uint8_t> file, std::size_t colon, const intel_head& head)
+std::optional<unsigned> record_sum(std::span<const std::uint8_t> record, const intel_head& head)
 {
+    constexpr std::size_t digits = 9;
+    std::array<std::uint8_t, 256> bytes{};
+    const std::size_t count = head.length + std::size_t{1};
     unsigned sum = head.sum();
-    for (std::size_t i = 0; i <= head.length; ++i) {
-        const std::size_t at = colon + 9 + 2 * i;
-        if (at + 1 >= file.size()) return std::nullopt;
-        const int value = hex_digits::byte(&file[at]);
-        if (value < 0) return std::nullopt;
-        sum += static_cast<unsigned>(value);
-    }
+    if (digits + 2 * count > record.size()) return std::nullopt;
+    if (!hex_digits::decode(&record[digits], count, bytes.data(), sum)) return std::nullopt;
     return sum & 0xFF;
 }
 
@@ -37,23 +30,27 @@ std::optional<unsigned> record_sum(std::span<const std::uint8_t> file, std::size
 /// right checksum only by an accident that does not happen.
 detection detect_intel(std::span<const std::uint8_t> head)
 {
-    for (std::size_t p = next_colon(head, 0); p < head.size(); p = next_colon(head, p + 1)) {
-        const auto record = intel_head_at(head, p);
+    for (std::size_t p = 0; p < head.size(); ++p) {
+        const auto* colon = static_cast<const std::uint8_t*>(std::memchr(&head[p], ':', head.size() - p));
+        if (colon == nullptr) break;
+        p = static_cast<std::size_t>(colon - head.data());
+        const auto record = intel_head_of(head.subspan(p));
         if (!record || record->type > 5) continue;
-        const auto sum = record_sum(head, p, *record);
-        if (sum == 0u) return detection::mine;
+        if (record_sum(head.subspan(p), *record) == 0u) return detection::mine;
         const bool starts_line = p == 0 || head[p - 1] == '\n' || head[p - 1] == '\r';
         if (starts_line) return detection::damaged;
     }
     return detection::no;
 }
 
-std::optional<address_range> measure_intel(std::span<const std::uint8_t> file)
+std::optional<address_range> measure_intel(const std::string& path)
 {
     std::optional<address_range> range;
     std::int64_t extension = 0;
-    for (std::size_t p = next_colon(file, 0); p < file.size(); p = next_colon(file, p)) {
-        const auto head = intel_head_at(file, p);
+    file_window file{path};
+    for (std::int64_t p = file.find(':', 0); p < file.length(); p = file.find(':', p)) {
+        const auto record = file.from(p, longest_intel_record);
+        const auto head = intel_head_of(record);
         if (!head || head->type == 3 || head->type == 5) {
             ++p;
             continue;
@@ -64,12 +61,12 @@ std::optional<address_range> measure_intel(std::span<const std::uint8_t> file)
             const std::int64_t end = begin + head->length;
             if (!range) range = {begin, end};
             range = {std::min(range->begin, begin), std::max(range->end, end)};
-            p += 11 + 2 * std::size_t{head->length};
+            p += 11 + 2 * std::int64_t{head->length};
             continue;
         }
         std::uint8_t value[2]{};
         unsigned sum = 0;
-        if (p + 13 > file.size() || !hex_digits::decode(&file[p + 9], 2, value, sum)) break;
+        if (record.size() < 13 || !hex_digits::decode(&record[9], 2, value, sum)) break;
         extension = (value[0] * 256 + value[1]) * (head->type == 2 ? 16LL : 65536LL);
         p += 15;
     }

@@ -20,14 +20,18 @@ struct intel_head {
     unsigned sum() const { return length + (address >> 8) + (address & 0xFF) + type; }
 };
 
-/// The head of the record whose ":" stands at `colon`; none where one of the eight characters behind it is no digit.
-inline std::optional<intel_head> intel_head_at(std::span<const std::uint8_t> file, std::size_t colon)
+/// A record, ":" and line end included, is never longer than this.
+inline constexpr std::size_t longest_intel_record = 1 + 8 + 2 * 255 + 2 + 2;
+
+/// The head of the record that starts at the front of `text`; none where there is no ":" or one of the eight characters
+/// behind it is no digit.
+inline std::optional<intel_head> intel_head_of(std::span<const std::uint8_t> text)
 {
     constexpr std::size_t head_digits = 8;
-    if (colon + head_digits >= file.size()) return std::nullopt;
+    if (text.size() <= head_digits || text[0] != ':') return std::nullopt;
     std::array<std::uint8_t, head_digits / 2> field{};
     unsigned sum = 0;
-    if (!hex_digits::decode(&file[colon + 1], field.size(), field.data(), sum)) return std::nullopt;
+    if (!hex_digits::decode(&text[1], field.size(), field.data(), sum)) return std::nullopt;
     return intel_head{field[0], field[1] * 256u + field[2], field[3]};
 }
 

@@ -1,0 +1,53 @@
+// A file seen through a window that moves along it, so that a file of any length is read once, through little memory.
+#pragma once
+
+#include "transfer/file_io.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace tamrix {
+
+class file_window {
+public:
+    /// No caller may ask for more than this at once.
+    static constexpr std::size_t most_wanted = 1024;
+
+    /// Throws file_error.
+    explicit file_window(const std::string& path) : file_{path}, bytes_(window_bytes) {}
+
+    std::int64_t length() const { return file_.length(); }
+
+    /// The bytes from `offset` on: at least `wanted`, unless the file ends before. Valid until the next call. Throws
+    /// file_error.
+    std::span<const std::uint8_t> from(std::int64_t offset, std::size_t wanted)
+    {
+        const std::int64_t inside = offset - start_;
+        if (inside < 0 || (inside + static_cast<std::int64_t>(wanted) > held_ && !at_end_) || inside > held_) {
+            move_to(offset);
+            return {bytes_.data(), static_cast<std::size_t>(held_)};
+        }
+        return {bytes_.data() + inside, static_cast<std::size_t>(held_ - inside)};
+    }
+
+    /// Where `byte` stands next, from `offset` on; the length of the file where it does not.
+    std::int64_t find(std::uint8_t byte, std::int64_t offset);
+    /// The number, from 1, of the line that holds the byte at `offset`. Lines end with CR, LF or both.
+    std::uint64_t line_at(std::int64_t offset);
+
+private:
+    static constexpr std::size_t window_bytes = std::size_t{1} << 18;
+
+    void move_to(std::int64_t offset);
+
+    input_file file_;
+    std::vector<std::uint8_t> bytes_;
+    std::int64_t start_ = 0;
+    std::int64_t held_ = 0;
+    bool at_end_ = false;
+};
+
+}  // namespace tamrix
