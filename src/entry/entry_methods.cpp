@@ -14,6 +14,8 @@ namespace tamrix {
 
 namespace {
 
+constexpr const char* unknown_error = "unknown error";
+
 /// Nothing throws across the boundary: an error that no dialog or routine handled becomes the call's failed reply.
 template <class Body>
 reply guarded(Body body)
@@ -21,9 +23,11 @@ reply guarded(Body body)
     try {
         return {.value = body(), .error = {}};
     } catch (const std::exception& error) {
-        return {.value = {}, .error = error.what()};
+        // Without a text the reply would pass for a good one.
+        const std::string text = error.what();
+        return {.value = {}, .error = text.empty() ? unknown_error : text};
     } catch (...) {
-        return {.value = {}, .error = "unknown error"};
+        return {.value = {}, .error = unknown_error};
     }
 }
 
