@@ -1,0 +1,522 @@
+#include "entry/entry_methods.h"
+
+#include "base/errors.h"
+#include "support/plug_in_fixture.h"
+#include "support/scripted_shell.h"
+#include "transfer/readfile.h"
+#include "transfer/writefile.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <new>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tamrix {
+namespace {
+
+using tests::device;
+using tests::plug_in_fixture;
+using names = std::vector<std::string>;
+
+constexpr std::string_view all_dialogs[] = {"algoparameter", "analyzer", "recetwave",    "pinnote",    "pinnoteISP",
+                                            "pinnote4",      "ttltest",  "pinnote_sepm", "pinnote204", "ttledit"};
+
+/// A plug-in whose dialogs write down that they were shown.
+struct plug_in_with_dialogs : plug_in_fixture {
+    explicit plug_in_with_dialogs(const device& chosen = {}) : plug_in_fixture{chosen} {}
+
+    names shown;
+    /// Runs in the load handler of every dialog.
+    std::function<void(std::string_view name)> on_dialog;
+
+    struct recorder final : forms::form {
+        recorder(plug_in_with_dialogs& owner, std::string_view own_name) : plug_in{owner}, name{own_name} {}
+        forms::layout arrangement() override { return forms::column({}); }
+        void on_load() override
+        {
+            plug_in.shown.emplace_back(name);
+            if (plug_in.on_dialog) plug_in.on_dialog(name);
+        }
+        plug_in_with_dialogs& plug_in;
+        std::string_view name;
+    };
+
+    dialog_table recorders()
+    {
+        dialog_table table;
+        for (const std::string_view name : all_dialogs)
+            table.add(name, [this, name](tamrix::session&) { return std::make_unique<recorder>(*this, name); });
+        return table;
+    }
+    entry_methods class_of_host{session, recorders()};
+
+    // The arguments of a host, which stand in variables of its own.
+    std::string file = "image.hex", system_folder = "/usr/share/programmer/";
+    std::uint8_t icsum = 7, mode = 1, count = 200, note = 3;
+    bool16 ok = bool16_true;
+    std::int16_t format = 1, num = 1;
+};
+
+TEST(mnutesttestksm, shows_the_common_dialog_on_model_40_and_the_204_pin_one_on_39)
+{
+    plug_in_with_dialogs f;
+    f.session.blocks.modeltype(0) = 40;
+    EXPECT_TRUE(f.class_of_host.mnutesttestksm().ok());
+    f.session.blocks.modeltype(0) = 39;
+    EXPECT_TRUE(f.class_of_host.mnutesttestksm().ok());
+    EXPECT_EQ(f.shown, (names{"pinnote", "pinnote204"}));
+}
+
+TEST(mnutesttestksm, shows_the_dialog_of_every_model_number_once)
+{
+    plug_in_with_dialogs f;
+    for (std::int16_t model = 0; model <= 60; ++model) {
+        f.shown.clear();
+        f.session.blocks.modeltype(0) = model;
+        EXPECT_TRUE(f.class_of_host.mnutesttestksm().ok());
+        EXPECT_EQ(f.shown, names{std::string{self_test_dialog(model)}}) << "model " << model;
+    }
+}
+
+TEST(mnutesttestksm, opens_the_pin_map_for_the_self_test)
+{
+    plug_in_with_dialogs f;
+    f.session.pinmapmode = 3;
+    f.on_dialog = [&](std::string_view) { EXPECT_EQ(f.session.pinmapmode, 0); };
+    f.class_of_host.mnutesttestksm();
+    EXPECT_EQ(f.shown.size(), 1u);
+}
+
+TEST(mnutesteditttllib0, on_model_24_shows_the_pin_map_first_and_the_library_after_it)
+{
+    plug_in_with_dialogs f;
+    f.session.blocks.modeltype(0) = 24;
+    f.on_dialog = [&](std::string_view name) {
+        if (name == "pinnote4") {
+            EXPECT_EQ(f.session.pinmapmode, 4);
+            EXPECT_EQ(f.session.syspath, "") << "the arguments are stored after it";
+        } else {
+            EXPECT_EQ(f.session.ttleditlib, 1);
+            EXPECT_EQ(f.session.syspath, f.system_folder);
+        }
+    };
+    EXPECT_TRUE(f.class_of_host.mnutesteditttllib0(f.icsum, f.ok, f.system_folder).ok());
+    EXPECT_EQ(f.shown, (names{"pinnote4", "ttltest"}));
+    EXPECT_EQ(f.session.ttleditlib, 1);
+}
+
+TEST(pin_map_before_a_logic_test, is_shown_on_models_23_24_28_and_29_alone)
+{
+    plug_in_with_dialogs f;
+    for (std::int16_t model = 0; model <= 60; ++model) {
+        f.session.blocks.modeltype(0) = model;
+        const bool first = model == 23 || model == 24 || model == 28 || model == 29;
+        SCOPED_TRACE("model " + std::to_string(model));
+
+        f.shown.clear();
+        f.session.pinmapmode = 0;
+        f.class_of_host.mnutestttltest0(f.icsum, f.ok, f.system_folder);
+        EXPECT_EQ(f.shown, first ? (names{"pinnote4", "ttltest"}) : names{"ttltest"});
+        EXPECT_EQ(f.session.pinmapmode, first ? 4 : 0);
+        EXPECT_EQ(f.session.ttleditlib, 0);
+
+        f.shown.clear();
+        f.class_of_host.mnutesteditttllib0(f.icsum, f.ok, f.system_folder);
+        EXPECT_EQ(f.shown, first ? (names{"pinnote4", "ttltest"}) : names{"ttltest"});
+        EXPECT_EQ(f.session.ttleditlib, 1);
+
+        f.shown.clear();
+        f.class_of_host.mnutestautofind0(f.system_folder);
+        EXPECT_EQ(f.shown, first ? names{"pinnote4"} : names{});
+
+        f.shown.clear();
+        f.class_of_host.mnuEditeditvector0(f.icsum, f.ok, f.system_folder);
+        EXPECT_EQ(f.shown, names{"ttledit"}) << "the editor never shows it";
+    }
+}
+
+TEST(methods_of_a_dialog, show_their_dialog_once_and_yield_nothing)
+{
+    plug_in_with_dialogs f;
+    const variant nothing;
+    const auto expect_nothing = [&](const reply& result) {
+        EXPECT_TRUE(result.ok());
+        EXPECT_EQ(result.value, nothing);
+    };
+    expect_nothing(f.class_of_host.algoparameter0());
+    expect_nothing(f.class_of_host.analyzer0());
+    expect_nothing(f.class_of_host.recetwave0(f.ok));
+    expect_nothing(f.class_of_host.mnutesttestksm());
+    expect_nothing(f.class_of_host.mnutestttltest0(f.icsum, f.ok, f.system_folder));
+    expect_nothing(f.class_of_host.mnuEditeditvector0(f.icsum, f.ok, f.system_folder));
+    expect_nothing(f.class_of_host.mnutesteditttllib0(f.icsum, f.ok, f.system_folder));
+    EXPECT_EQ(f.shown, (names{"algoparameter", "analyzer", "recetwave", "pinnote", "ttltest", "ttledit", "ttltest"}));
+}
+
+TEST(recetwave0, stores_its_argument_before_the_dialog)
+{
+    plug_in_with_dialogs f;
+    f.on_dialog = [&](std::string_view) { EXPECT_EQ(f.session.fwave, bool16_true); };
+    f.class_of_host.recetwave0(f.ok);
+    f.on_dialog = nullptr;
+    f.ok = bool16_false;
+    f.class_of_host.recetwave0(f.ok);
+    EXPECT_EQ(f.session.fwave, bool16_false);
+}
+
+TEST(mnutestttltest0, stores_its_arguments_before_the_dialog)
+{
+    plug_in_with_dialogs f;
+    f.session.ttleditlib = 9;
+    f.on_dialog = [&](std::string_view) {
+        EXPECT_EQ(f.session.icsum, 7);
+        EXPECT_EQ(f.session.ok, bool16_true);
+        EXPECT_EQ(f.session.syspath, f.system_folder);
+        EXPECT_EQ(f.session.ttleditlib, 0);
+    };
+    f.class_of_host.mnutestttltest0(f.icsum, f.ok, f.system_folder);
+    EXPECT_EQ(f.shown.size(), 1u);
+}
+
+TEST(mnuEditeditvector0, stores_its_arguments_and_sets_the_note)
+{
+    plug_in_with_dialogs f;
+    f.session.ttleditlib = 9;
+    f.on_dialog = [&](std::string_view) {
+        EXPECT_EQ(f.session.wnote, 1);
+        EXPECT_EQ(f.session.icsum, 7);
+        EXPECT_EQ(f.session.ok, bool16_true);
+        EXPECT_EQ(f.session.syspath, f.system_folder);
+    };
+    f.class_of_host.mnuEditeditvector0(f.icsum, f.ok, f.system_folder);
+    EXPECT_EQ(f.shown.size(), 1u);
+    EXPECT_EQ(f.session.ttleditlib, 9) << "the editor is not the library";
+}
+
+TEST(mnutestautofind0, stores_the_system_folder)
+{
+    plug_in_with_dialogs f;
+    EXPECT_TRUE(f.class_of_host.mnutestautofind0(f.system_folder).ok());
+    EXPECT_EQ(f.session.syspath, f.system_folder);
+}
+
+TEST(vecttest0, stores_a_count_above_127_as_it_is)
+{
+    plug_in_with_dialogs f;
+    EXPECT_TRUE(f.class_of_host.vecttest0(f.mode, f.count, f.note, f.ok).ok());
+    EXPECT_EQ(f.session.ok, bool16_true);
+    EXPECT_EQ(f.session.ttlcnt, 200);
+    EXPECT_EQ(f.session.wnote, 3);
+}
+
+TEST(methods_that_take_a_file_or_a_note, store_nothing_of_it)
+{
+    plug_in_with_dialogs f;
+    f.session.fname = "kept";
+    f.session.syspath = "kept too";
+    EXPECT_TRUE(f.class_of_host.readpldfile(f.file).ok());
+    EXPECT_TRUE(f.class_of_host.writepldfile(f.file).ok());
+    EXPECT_TRUE(f.class_of_host.readsvffile(f.file, f.system_folder).ok());
+    EXPECT_TRUE(f.class_of_host.warn(f.mode, f.ok).ok());
+    EXPECT_EQ(f.session.fname, "kept");
+    EXPECT_EQ(f.session.syspath, "kept too");
+    EXPECT_EQ(f.session.ok, bool16_false);
+}
+
+TEST(methods, leave_the_hosts_arguments_as_they_are)
+{
+    plug_in_with_dialogs f{{.family = 2, .maker = "HOLTEK"}};
+    f.format = 5;  // this maker's devices get format 0 instead
+    f.class_of_host.readfile0(f.file, f.format, f.system_folder);
+    f.class_of_host.wfile(f.file, f.system_folder);
+    f.class_of_host.mnutestttltest0(f.icsum, f.ok, f.system_folder);
+    f.class_of_host.vecttest0(f.mode, f.count, f.note, f.ok);
+    f.class_of_host.bufcomopt(f.num);
+    EXPECT_EQ(f.format, 5);
+    EXPECT_EQ(f.session.rformat, 0);
+    EXPECT_EQ(f.file, "image.hex");
+    EXPECT_EQ(f.system_folder, "/usr/share/programmer/");
+    EXPECT_EQ(f.icsum, 7);
+    EXPECT_EQ(f.count, 200);
+    EXPECT_EQ(f.ok, bool16_true);
+    EXPECT_EQ(f.num, 1);
+}
+
+TEST(methods_without_their_dialog, return_at_once)
+{
+    plug_in_with_dialogs f;
+    f.session.blocks.modeltype(0) = 24;
+    entry_methods& bare = f.methods;  // made without any of these dialogs
+    EXPECT_TRUE(bare.algoparameter0().ok());
+    EXPECT_TRUE(bare.analyzer0().ok());
+    EXPECT_TRUE(bare.recetwave0(f.ok).ok());
+    EXPECT_TRUE(bare.mnutesttestksm().ok());
+    EXPECT_TRUE(bare.mnutestttltest0(f.icsum, f.ok, f.system_folder).ok());
+    EXPECT_TRUE(bare.mnuEditeditvector0(f.icsum, f.ok, f.system_folder).ok());
+    EXPECT_TRUE(bare.mnutesteditttllib0(f.icsum, f.ok, f.system_folder).ok());
+    EXPECT_TRUE(bare.mnutestautofind0(f.system_folder).ok());
+    EXPECT_EQ(f.shell.dialogs_shown(), 0);
+    EXPECT_EQ(f.shell.boxes(), names{});
+}
+
+TEST(dialogs, are_made_afresh_at_every_showing)
+{
+    plug_in_fixture f;
+    int made = 0;
+    struct empty final : forms::form {
+        forms::layout arrangement() override { return forms::column({}); }
+    };
+    dialog_table table;
+    table.add("analyzer", [&](session&) {
+        ++made;
+        return std::make_unique<empty>();
+    });
+    EXPECT_TRUE(table.has("analyzer"));
+    EXPECT_FALSE(table.has("recetwave"));
+    entry_methods methods{f.session, table};
+    methods.analyzer0();
+    methods.analyzer0();
+    EXPECT_EQ(made, 2);
+    EXPECT_EQ(f.shell.dialogs_shown(), 2);
+}
+
+TEST(readfile0, yields_nothing_when_the_first_load_is_cancelled)
+{
+    plug_in_with_dialogs f;
+    f.shell.on_next_dialog([](forms::form& dialog) { dynamic_cast<readfile&>(dialog).exitcom.click(); });
+    const reply result = f.class_of_host.readfile0(f.file, f.format, f.system_folder);
+    EXPECT_TRUE(result.ok());
+    EXPECT_TRUE(std::holds_alternative<std::monostate>(result.value));
+    EXPECT_EQ(f.shell.dialogs_shown(), 1);
+}
+
+TEST(readfile0, yields_the_file_mode_of_the_last_load_also_after_a_cancelled_one)
+{
+    plug_in_with_dialogs f;
+    f.shell.on_next_dialog([](forms::form& shown) {
+        auto& dialog = dynamic_cast<readfile&>(shown);
+        dialog.rfilecombo1.pick(2);
+        dialog.okcom.click();
+    });
+    EXPECT_EQ(f.class_of_host.readfile0(f.file, f.format, f.system_folder).value, variant{std::int16_t{2}});
+    EXPECT_EQ(f.class_of_host.readfile0(f.file, f.format, f.system_folder).value, variant{std::int16_t{2}});
+}
+
+TEST(readfile0, stores_its_arguments_and_shows_the_file)
+{
+    plug_in_with_dialogs f;
+    f.shell.on_next_dialog([&](forms::form& shown) {
+        auto& dialog = dynamic_cast<readfile&>(shown);
+        EXPECT_EQ(f.session.fname, "image.hex");
+        EXPECT_EQ(f.session.rformat, 1);
+        EXPECT_EQ(f.session.syspath, f.system_folder);
+        EXPECT_EQ(dialog.rfileLabel2.caption(), "image.hex");
+        EXPECT_EQ(dialog.rfileOption2.selected(), 1);
+    });
+    EXPECT_TRUE(f.class_of_host.readfile0(f.file, f.format, f.system_folder).ok());
+    EXPECT_EQ(f.shell.dialogs_shown(), 1);
+}
+
+TEST(wfile, presets_10000_and_FFFF_on_a_device_of_0x8000_words_of_two_bytes)
+{
+    plug_in_with_dialogs f{{.buflength = 0x20000, .tlength = 0x8000, .wordmode = 2}};
+    f.shell.on_next_dialog([&](forms::form& shown) {
+        auto& dialog = dynamic_cast<writefile&>(shown);
+        EXPECT_EQ(dialog.wfileText2.text(), "10000");
+        EXPECT_EQ(dialog.wfileText3.text(), "FFFF");
+        EXPECT_EQ(dialog.wfileLabel2.caption(), "image.hex");
+        EXPECT_EQ(f.session.fname, "image.hex");
+        EXPECT_EQ(f.session.syspath, f.system_folder);
+    });
+    const reply result = f.class_of_host.wfile(f.file, f.system_folder);
+    EXPECT_TRUE(result.ok());
+    EXPECT_TRUE(std::holds_alternative<std::monostate>(result.value));
+    EXPECT_EQ(f.shell.dialogs_shown(), 1);
+}
+
+TEST(wfile, counts_the_units_behind_the_main_area)
+{
+    plug_in_with_dialogs f{{.tlength = 0x400, .wordmode = 1, .spare_units = 3}};
+    f.shell.on_next_dialog([&](forms::form& shown) {
+        auto& dialog = dynamic_cast<writefile&>(shown);
+        EXPECT_EQ(dialog.wfileText2.text(), "430");
+        EXPECT_EQ(dialog.wfileText3.text(), "42F");
+    });
+    f.class_of_host.wfile(f.file, f.system_folder);
+    EXPECT_EQ(f.shell.dialogs_shown(), 1);
+}
+
+/// The help file after a bufcomopt that finds this language in the blocks of a host.
+std::string help_file(int language, const std::string& system_folder = "")
+{
+    tests::scripted_shell shell;
+    const std::string name_space = tests::fresh_name_space();
+    session host{shell, name_space}, plug_in{shell, name_space};
+    host.blocks.attachsmall(1);
+    host.blocks.Language(0) = language;
+    plug_in.syspath = system_folder;
+    entry_methods methods{plug_in};
+    std::int16_t num = 1;
+    EXPECT_TRUE(methods.bufcomopt(num).ok());
+    return plug_in.help_file;
+}
+
+TEST(bufcomopt, selects_the_common_help_file_for_language_9000) { EXPECT_EQ(help_file(9000), "help.chm::help.txt"); }
+
+TEST(bufcomopt, selects_the_help_file_by_language)
+{
+    for (int language = 0; language <= 33000; language += 3000) {
+        const std::string expected = language == 3000    ? "readhelp.chm::readhelp.txt"
+                                     : language == 6000  ? "readhelpf.chm::readhelpf.txt"
+                                     : language == 12000 ? "plhelp.chm::help.txt"
+                                                         : "help.chm::help.txt";
+        EXPECT_EQ(help_file(language), expected) << language;
+    }
+    for (const int language : {-3000, 1, 2999, 3001, 36000}) EXPECT_EQ(help_file(language), "help.chm::help.txt");
+}
+
+TEST(bufcomopt, puts_the_system_folder_of_the_last_call_before_the_help_file)
+{
+    EXPECT_EQ(help_file(3000, "C:\\Programmer\\"), "C:\\Programmer\\readhelp.chm::readhelp.txt");
+    EXPECT_EQ(help_file(0, "/opt/no-separator"), "/opt/no-separatorhelp.chm::help.txt");
+}
+
+TEST(buffercomopt, does_not_use_its_instance_number)
+{
+    plug_in_fixture f;
+    for (std::int16_t num : {1, 2, 100, -1}) {
+        EXPECT_TRUE(f.methods.buffercomopt(num).ok());
+        EXPECT_EQ(f.session.blocks.ibuffer.count(), 0x1898u);
+    }
+}
+
+TEST(languages, whose_text_is_missing_fail_the_call_with_the_number_of_the_text)
+{
+    plug_in_with_dialogs f;
+    f.session.blocks.Language(0) = 33000;
+    int base = 1003;  // no language has it
+    f.on_dialog = [&](std::string_view) { f.session.tell(base); };
+    const reply missing = f.class_of_host.analyzer0();
+    EXPECT_FALSE(missing.ok());
+    EXPECT_EQ(missing.error, "no text with number 34003");
+    EXPECT_TRUE(std::holds_alternative<std::monostate>(missing.value));
+
+    f.session.blocks.Language(0) = 0;
+    base = 1135;
+    EXPECT_TRUE(f.class_of_host.analyzer0().ok()) << "at the next opening the text is looked up afresh";
+    EXPECT_EQ(f.shell.boxes(), names{">>Load File Fail!"});
+}
+
+TEST(languages, are_asked_afresh_at_each_opening_of_a_dialog)
+{
+    plug_in_with_dialogs f;
+    names captions;
+    const auto open = [&] {
+        f.shell.on_next_dialog([&](forms::form& dialog) { captions.push_back(dialog.caption()); });
+        return f.class_of_host.readfile0(f.file, f.format, f.system_folder);
+    };
+    EXPECT_TRUE(open().ok());
+    f.session.blocks.Language(0) = 15000;
+    EXPECT_TRUE(open().ok());
+    EXPECT_EQ(captions, (names{"Load A File To Buffer", "Load A File To Buffer"}));
+
+    f.session.blocks.Language(0) = 33001;  // no block begins here, whatever languages there are
+    const reply missing = f.class_of_host.readfile0(f.file, f.format, f.system_folder);
+    EXPECT_FALSE(missing.ok());
+    EXPECT_TRUE(missing.error.starts_with("no text with number 34")) << missing.error;
+    EXPECT_EQ(f.shell.dialogs_shown(), 2) << "a dialog without its texts is not shown";
+}
+
+TEST(errors_of_a_handler, become_a_failed_reply_with_their_text)
+{
+    plug_in_with_dialogs f;
+    const std::vector<std::pair<std::function<void()>, std::string>> faults{
+        {[] { throw std::runtime_error{"division by zero"}; }, "division by zero"},
+        {[] { throw 42; }, "unknown error"},
+        {[] { throw std::bad_alloc{}; }, std::bad_alloc{}.what()},
+        {[] { throw std::runtime_error{""}; }, "unknown error"},
+        {[&] { f.session.blocks.tlength(4) = 1; }, "subscript out of range: tlength(4)"},
+    };
+    for (const auto& [fault, text] : faults) {
+        f.on_dialog = [&](std::string_view) { fault(); };
+        for (const reply& failed :
+             {f.class_of_host.algoparameter0(), f.class_of_host.analyzer0(), f.class_of_host.recetwave0(f.ok),
+              f.class_of_host.mnutesttestksm(), f.class_of_host.mnutestttltest0(f.icsum, f.ok, f.system_folder),
+              f.class_of_host.mnuEditeditvector0(f.icsum, f.ok, f.system_folder),
+              f.class_of_host.mnutesteditttllib0(f.icsum, f.ok, f.system_folder)}) {
+            EXPECT_FALSE(failed.ok());
+            EXPECT_EQ(failed.error, text);
+            EXPECT_TRUE(std::holds_alternative<std::monostate>(failed.value));
+        }
+    }
+}
+
+TEST(errors_of_a_handler, leave_the_load_and_save_calls_as_failed_replies)
+{
+    plug_in_with_dialogs f;
+    const auto fail = [](forms::form&) { throw std::runtime_error{"out of order"}; };
+    f.shell.on_next_dialog(fail);
+    EXPECT_EQ(f.class_of_host.readfile0(f.file, f.format, f.system_folder).error, "out of order");
+    f.shell.on_next_dialog(fail);
+    EXPECT_EQ(f.class_of_host.wfile(f.file, f.system_folder).error, "out of order");
+    f.format = 8;  // there is no such option
+    EXPECT_EQ(f.class_of_host.readfile0(f.file, f.format, f.system_folder).error, "no option 8");
+}
+
+TEST(errors_of_a_handler, in_the_pin_map_stop_the_method_before_its_own_dialog)
+{
+    plug_in_with_dialogs f;
+    f.session.blocks.modeltype(0) = 29;
+    f.on_dialog = [](std::string_view) { throw std::runtime_error{"no reply"}; };
+    EXPECT_EQ(f.class_of_host.mnutestttltest0(f.icsum, f.ok, f.system_folder).error, "no reply");
+    EXPECT_EQ(f.class_of_host.mnutestautofind0(f.system_folder).error, "no reply");
+    EXPECT_EQ(f.shown, (names{"pinnote4", "pinnote4"}));
+    EXPECT_EQ(f.session.syspath, "");
+}
+
+TEST(errors_of_a_handler, do_not_hinder_the_next_call)
+{
+    plug_in_with_dialogs f;
+    f.on_dialog = [](std::string_view) { throw std::runtime_error{"once"}; };
+    EXPECT_FALSE(f.class_of_host.analyzer0().ok());
+    f.on_dialog = nullptr;
+    EXPECT_TRUE(f.class_of_host.analyzer0().ok());
+    EXPECT_EQ(f.shell.dialogs_shown(), 1) << "the first one failed while it was loaded";
+}
+
+TEST(offers, names_the_methods_that_lead_somewhere)
+{
+    plug_in_with_dialogs f;
+    for (const char* method : {"readfile0", "wfile", "bufcomopt", "buffercomopt", "freesharebufferopt"}) {
+        EXPECT_TRUE(f.methods.offers(method)) << method;
+        EXPECT_TRUE(f.class_of_host.offers(method)) << method;
+    }
+    for (const char* method : {"algoparameter0", "analyzer0", "recetwave0", "mnutesttestksm", "mnutestttltest0",
+                               "mnuEditeditvector0", "mnutesteditttllib0"}) {
+        EXPECT_FALSE(f.methods.offers(method)) << method << " without its dialog";
+        EXPECT_TRUE(f.class_of_host.offers(method)) << method << " with its dialog";
+    }
+    for (const char* method : {"", "readfile", "Readfile0", "no such method"}) {
+        EXPECT_FALSE(f.class_of_host.offers(method)) << method;
+    }
+}
+
+TEST(offers, the_self_test_only_on_models_whose_dialog_is_there)
+{
+    plug_in_fixture f;
+    dialog_table table;
+    table.add("pinnote204", [](session&) { return std::unique_ptr<forms::form>{}; });
+    const entry_methods methods{f.session, table};
+    f.session.blocks.modeltype(0) = 39;
+    EXPECT_TRUE(methods.offers("mnutesttestksm"));
+    f.session.blocks.modeltype(0) = 40;
+    EXPECT_FALSE(methods.offers("mnutesttestksm"));
+}
+
+}  // namespace
+}  // namespace tamrix
