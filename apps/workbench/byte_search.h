@@ -1,0 +1,21 @@
+// Finding bytes in the buffer: what a person types, and where it stands.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace tamrix::workbench {
+
+/// "55 AA" and "55aa" are bytes in hexadecimal; anything else, and what stands in double quotes, is a text of UTF-8.
+/// Empty where there is nothing to find.
+std::vector<std::uint8_t> search_pattern(std::string_view typed);
+
+/// The first place at or behind `start`, then from the beginning on; none where the pattern stands nowhere.
+std::optional<std::size_t> find_bytes(std::span<const std::uint8_t> bytes, std::span<const std::uint8_t> pattern,
+                                      std::size_t start);
+
+}  // namespace tamrix::workbench

@@ -1,0 +1,168 @@
+#include "workbench/host_session.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+#include <system_error>
+#include <vector>
+
+#include <unistd.h>
+
+namespace tamrix::workbench {
+
+namespace {
+
+constexpr const char* name_space_variable = "TAMRIX_NAMESPACE";
+
+/// Two workbenches have two devices, so they share no buffer unless they are told to.
+std::string take_name_space()
+{
+    if (const char* told = std::getenv(name_space_variable); told != nullptr) return told;
+    const std::string own = "w" + std::to_string(getpid()) + ".";
+    setenv(name_space_variable, own.c_str(), 1);
+    return own;
+}
+
+std::string make_work_folder()
+{
+    namespace fs = std::filesystem;
+    const char* cache = std::getenv("XDG_CACHE_HOME");
+    const char* home = std::getenv("HOME");
+    fs::path parent = cache != nullptr && *cache != '\0' ? fs::path{cache}
+                      : home != nullptr                  ? fs::path{home} / ".cache"
+                                                         : fs::temp_directory_path();
+    std::error_code error;
+    fs::create_directories(parent / "tamrix", error);
+    if (error) parent = fs::temp_directory_path();
+    fs::create_directories(parent / "tamrix", error);
+    std::string pattern = (parent / "tamrix" / "work-XXXXXX").string();
+    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error{"No folder for temporary files: " + pattern};
+    return pattern + "/";
+}
+
+}  // namespace
+
+host_session::host_session(const std::string& plug_in_path)
+    : private_names_{std::getenv(name_space_variable) == nullptr},
+      library_{plug_in_path},
+      work_folder_{make_work_folder()},
+      plug_in_{nullptr, destroyer{library_.destroy}}
+{
+    name_space_ = take_name_space();
+    plug_in_.reset(library_.create());
+    if (plug_in_ == nullptr) throw std::runtime_error{"The plug-in cannot be started."};
+    require(attach_small());
+}
+
+host_session::~host_session()
+{
+    if (plug_in_ != nullptr) plug_in_->freesharebufferopt();
+    plug_in_.reset();
+    blocks_.reset();
+    std::error_code ignored;
+    std::filesystem::remove_all(work_folder_, ignored);
+}
+
+void host_session::require(const outcome& told) const
+{
+    if (!told.result.ok()) throw std::runtime_error{told.result.error};
+}
+
+std::span<std::uint8_t> host_session::buffer()
+{
+    const std::span<std::uint8_t> whole = blocks_->buffer();
+    return whole.first(std::min<std::size_t>(whole.size(), static_cast<std::size_t>(device_.buffer_bytes)));
+}
+
+std::vector<std::uint8_t> host_session::bytes_to_keep()
+{
+    if (!in_use_) return {};
+    return {buffer().begin(), buffer().end()};
+}
+
+void host_session::select(const host::device_preset& device)
+{
+    std::vector<std::uint8_t> kept = bytes_to_keep();
+    host::apply(device, *blocks_);
+    device_ = device;
+    require(renew_buffer(std::move(kept)));
+}
+
+outcome host_session::run(const std::function<reply(Clstamrix&)>& method)
+{
+    blocks_->set_text("MainRtstr", 0, "");
+    outcome told;
+    told.result = method(*plug_in_);
+    told.lines = blocks_->text("MainRtstr", 0);
+    return told;
+}
+
+/// The diagnostic is that of the last load or save; one that was cancelled has none of its own.
+outcome host_session::transfer(const std::function<reply(Clstamrix&)>& method)
+{
+    outcome told = run(method);
+    if (!told.cancelled()) told.diagnostic = library_.diagnostic(plug_in_.get());
+    return told;
+}
+
+outcome host_session::load(std::string file, std::int16_t format)
+{
+    in_use_ = true;
+    return transfer([&](Clstamrix& plug_in) { return plug_in.readfile0(file, format, work_folder_); });
+}
+
+outcome host_session::save(std::string file)
+{
+    return transfer([&](Clstamrix& plug_in) { return plug_in.wfile(file, work_folder_); });
+}
+
+outcome host_session::attach_small()
+{
+    std::vector<std::uint8_t> kept;
+    if (blocks_ != nullptr) {
+        kept = bytes_to_keep();
+        require(release_buffer());
+        blocks_.reset();
+    }
+    const std::int16_t free_instance = host::first_free_instance(name_space_);
+    blocks_ = std::make_unique<host::host_blocks>(name_space_, free_instance, library_.texts);
+    host::apply(device_, *blocks_);
+    outcome told = run([this](Clstamrix& plug_in) {
+        std::int16_t num = blocks_->num();
+        return plug_in.bufcomopt(num);
+    });
+    keep_names_private();
+    if (device_.buffer_bytes > 0) require(renew_buffer(std::move(kept)));
+    return told;
+}
+
+outcome host_session::attach_buffer() { return renew_buffer(bytes_to_keep()); }
+
+outcome host_session::release_buffer()
+{
+    return run([](Clstamrix& plug_in) { return plug_in.freesharebufferopt(); });
+}
+
+outcome host_session::renew_buffer(std::vector<std::uint8_t> content)
+{
+    require(release_buffer());
+    blocks_->create_buffer(device_.buffer_bytes);
+    content.resize(buffer().size(), device_.clear == host::clear_choice::fill_00 ? 0x00 : 0xFF);
+    std::ranges::copy(content, buffer().begin());
+    outcome told = run([this](Clstamrix& plug_in) {
+        std::int16_t num = blocks_->num();
+        return plug_in.buffercomopt(num);
+    });
+    keep_names_private();
+    return told;
+}
+
+/// Once the plug-in has the blocks open, names that nobody else shall find are taken away: nothing stays behind then,
+/// not even where the program is killed.
+void host_session::keep_names_private()
+{
+    if (private_names_) blocks_->withdraw_names();
+}
+
+}  // namespace tamrix::workbench

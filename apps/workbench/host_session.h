@@ -1,0 +1,82 @@
+// The host's side of the plug-in without a window: the shared blocks, the device in use, the calls and what they told.
+#pragma once
+
+#include "host/device_preset.h"
+#include "host/host_blocks.h"
+#include "workbench/plug_in_library.h"
+
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tamrix::workbench {
+
+/// What a call left behind.
+struct outcome {
+    reply result{};
+    std::string lines{};       // what it put into MainRtstr(0)
+    std::string diagnostic{};  // why a load or save failed
+    bool failed() const { return !result.ok() || !diagnostic.empty(); }
+    /// A dialog that was left without its work being done leaves no lines.
+    bool cancelled() const { return result.ok() && lines.empty(); }
+};
+
+class host_session {
+public:
+    /// Loads the plug-in and attaches it to blocks of its own. Throws std::runtime_error.
+    explicit host_session(const std::string& plug_in_path);
+    ~host_session();
+    host_session(const host_session&) = delete;
+    host_session& operator=(const host_session&) = delete;
+
+    const plug_in_library& library() const { return library_; }
+    const host::device_preset& device() const { return device_; }
+    /// Makes the blocks and the buffer those of `device`. Bytes that stand in the buffer stay, as far as it reaches;
+    /// one that nothing was put into is blank. Throws std::runtime_error.
+    void select(const host::device_preset& device);
+
+    /// The bytes of the buffer, without its margin.
+    std::span<std::uint8_t> buffer();
+    /// From now on the buffer's bytes are worth keeping.
+    void buffer_is_in_use() { in_use_ = true; }
+
+    bool offers(const char* method) const { return library_.offers(plug_in_.get(), method) != 0; }
+    /// Calls an entry method and collects what it told.
+    outcome run(const std::function<reply(Clstamrix&)>& method);
+    outcome load(std::string file, std::int16_t format);
+    outcome save(std::string file);
+
+    /// The three methods that attach and release, as a person calls them one by one. Attaching makes the blocks anew
+    /// and the buffer with them; what stands in it stays. Throw std::runtime_error where a block cannot be made.
+    outcome attach_small();
+    outcome attach_buffer();
+    outcome release_buffer();
+
+    /// A folder for the plug-in's large temporary files, with "/" at its end; it goes with the session.
+    const std::string& work_folder() const { return work_folder_; }
+
+private:
+    struct destroyer {
+        decltype(&tamrix_destroy) destroy;
+        void operator()(Clstamrix* plug_in) const { destroy(plug_in); }
+    };
+    void require(const outcome& told) const;
+    std::vector<std::uint8_t> bytes_to_keep();
+    outcome renew_buffer(std::vector<std::uint8_t> content);
+    void keep_names_private();
+    outcome transfer(const std::function<reply(Clstamrix&)>& method);
+
+    std::string name_space_;
+    bool private_names_;
+    plug_in_library library_;
+    std::string work_folder_;
+    std::unique_ptr<host::host_blocks> blocks_;
+    std::unique_ptr<Clstamrix, destroyer> plug_in_;
+    host::device_preset device_{};
+    bool in_use_ = false;
+};
+
+}  // namespace tamrix::workbench

@@ -1,0 +1,41 @@
+#include "workbench/log_panel.h"
+
+#include "workbench/text.h"
+
+#include <wx/settings.h>
+#include <wx/sizer.h>
+
+namespace tamrix::workbench {
+
+log_panel::log_panel(wxWindow* parent)
+    : wxPanel{parent},
+      text_{new wxTextCtrl{this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
+                           wxTE_MULTILINE | wxTE_READONLY | wxTE_RICH2 | wxBORDER_THEME}}
+{
+    auto* outer = new wxBoxSizer{wxVERTICAL};
+    outer->Add(text_, wxSizerFlags{1}.Expand().Border(wxALL, FromDIP(6)));
+    SetSizer(outer);
+}
+
+void log_panel::status(const std::string& lines)
+{
+    append(lines, wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOWTEXT));
+}
+
+void log_panel::remark(const std::string& words) { append(words, wxSystemSettings::GetColour(wxSYS_COLOUR_GRAYTEXT)); }
+
+void log_panel::trouble(const std::string& words)
+{
+    const bool dark = wxSystemSettings::GetAppearance().IsDark();
+    append(words, dark ? wxColour{255, 128, 128} : wxColour{176, 0, 0});
+}
+
+void log_panel::append(const std::string& words, const wxColour& colour)
+{
+    text_->SetDefaultStyle(wxTextAttr{colour});
+    text_->AppendText(to_wx(words));
+    if (!words.empty() && words.back() != '\n') text_->AppendText("\n");
+    text_->ShowPosition(text_->GetLastPosition());
+}
+
+}  // namespace tamrix::workbench

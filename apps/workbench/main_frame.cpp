@@ -1,0 +1,211 @@
+#include "workbench/main_frame.h"
+
+#include "host/data_folder.h"
+#include "workbench/text.h"
+
+#include <algorithm>
+#include <array>
+#include <exception>
+#include <filesystem>
+#include <memory>
+
+#include <wx/artprov.h>
+#include <wx/config.h>
+#include <wx/dnd.h>
+#include <wx/menu.h>
+#include <wx/msgdlg.h>
+#include <wx/persist/toplevel.h>
+#include <wx/sizer.h>
+#include <wx/splitter.h>
+#include <wx/toolbar.h>
+#include <wx/utils.h>
+
+namespace tamrix::workbench {
+
+namespace {
+
+constexpr const char* last_device_key = "/Device";
+
+class file_target final : public wxFileDropTarget {
+public:
+    explicit file_target(std::function<void(const std::string&)> take) : take_{std::move(take)} {}
+    bool OnDropFiles(wxCoord, wxCoord, const wxArrayString& files) override
+    {
+        if (files.empty()) return false;
+        take_(to_utf8(files[0]));
+        return true;
+    }
+
+private:
+    std::function<void(const std::string&)> take_;
+};
+
+const host::device_preset& device_to_start_with(const device_catalogue& devices, const std::string& wanted)
+{
+    if (!wanted.empty()) {
+        if (const auto* named = host::find_preset(devices.devices(), wanted)) return *named;
+        throw std::runtime_error{"There is no device " + wanted + "."};
+    }
+    const std::string last = to_utf8(wxConfigBase::Get()->Read(last_device_key, "27C256"));
+    if (const auto* named = host::find_preset(devices.devices(), last)) return *named;
+    return devices.devices().at(0);
+}
+
+}  // namespace
+
+main_frame::main_frame(const std::string& plug_in_path, const std::string& device)
+    : wxFrame{nullptr, wxID_ANY, "tamrix workbench"}, session_{plug_in_path}, data_folder_{host::data_folder() + "/"}
+{
+    SetName("main");
+    build_panels();
+    build_menus();
+    build_tool_bar();
+    const std::array<int, status_fields> widths{-3, -2, -3, -3, -2};
+    CreateStatusBar(status_fields)->SetStatusWidths(status_fields, widths.data());
+    recent_.Load(*wxConfigBase::Get());
+    update_title();
+
+    const host::device_preset& first = device_to_start_with(devices_, device);
+    device_panel_->choose(first.name);
+    select_device(first);
+    SetStatusText("No file loaded", format_field);
+
+    SetSize(FromDIP(wxSize{1080, 720}));
+    SetMinSize(FromDIP(wxSize{640, 420}));
+    wxPersistenceManager::Get().RegisterAndRestore(this);
+    hex_view_->SetFocus();
+}
+
+main_frame::~main_frame()
+{
+    recent_.Save(*wxConfigBase::Get());
+    wxConfigBase::Get()->Write(last_device_key, to_wx(session_.device().name));
+    hex_view_->show({});  // the buffer goes before its view does
+}
+
+void main_frame::build_panels()
+{
+    auto* sides = new wxSplitterWindow{this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxSP_LIVE_UPDATE};
+    device_panel_ = new device_panel{sides, devices_};
+    auto* right = new wxSplitterWindow{sides, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxSP_LIVE_UPDATE};
+    auto* buffer_panel = new wxPanel{right};
+    hex_view_ = new hex_view{buffer_panel};
+    auto* around = new wxBoxSizer{wxVERTICAL};
+    around->Add(hex_view_, wxSizerFlags{1}.Expand().Border(wxALL, FromDIP(6)));
+    buffer_panel->SetSizer(around);
+    log_ = new log_panel{right};
+    right->SetMinimumPaneSize(FromDIP(80));
+    right->SetSashGravity(1.0);
+    right->SplitHorizontally(buffer_panel, log_, FromDIP(-150));
+    sides->SetMinimumPaneSize(FromDIP(200));
+    sides->SetSashGravity(0.0);
+    sides->SplitVertically(device_panel_, right, FromDIP(330));
+
+    device_panel_->on_choose = [this](const host::device_preset& device) { select_device(device); };
+    hex_view_->on_move = [this] { show_caret(); };
+    hex_view_->on_edit = [this] { session_.buffer_is_in_use(); };
+    SetDropTarget(new file_target{[this](const std::string& file) {
+        CallAfter([this, file] { load_file(file); });  // the drop itself must end before a dialog opens
+    }});
+}
+
+void main_frame::build_tool_bar()
+{
+    wxToolBar* bar = CreateToolBar(wxTB_HORIZONTAL | wxTB_HORZ_TEXT | wxTB_FLAT);
+    const auto tool = [&](const char* label, const wxArtID& art, const char* help, std::function<void()> action) {
+        const auto* made = bar->AddTool(wxID_ANY, label, wxArtProvider::GetBitmapBundle(art, wxART_TOOLBAR), help);
+        Bind(
+            wxEVT_TOOL, [action = std::move(action)](wxCommandEvent&) { action(); }, made->GetId());
+    };
+    tool("Load", wxART_FILE_OPEN, "Load a file into the buffer (Ctrl+O)", [this] { ask_for_file_to_load(); });
+    tool("Save", wxART_FILE_SAVE, "Save the buffer to a file (Ctrl+S)", [this] { save_buffer(); });
+    bar->AddSeparator();
+    tool("Find", wxART_FIND, "Find bytes or a text in the buffer (Ctrl+F)", [this] { find(); });
+    tool("Go to", wxART_GO_FORWARD, "Go to an address (Ctrl+G)", [this] { go_to_address(); });
+    bar->Realize();
+}
+
+void main_frame::select_device(const host::device_preset& device)
+{
+    attempt("The device cannot be selected", [&] {
+        hex_view_->show({});
+        session_.select(device);
+        log_->remark("Device " + device.name + (device.maker.empty() ? "" : ", " + device.maker) + ": buffer of " +
+                     to_utf8(size_text(device.buffer_bytes)));
+    });
+    SetStatusText("Device: " + to_wx(session_.device().name), device_field);
+    SetStatusText("Buffer: " + size_text(session_.device().buffer_bytes), buffer_field);
+    buffer_changed();
+    update_menus();
+}
+
+void main_frame::load_file(const std::string& path)
+{
+    const wxString trouble = "The file cannot be loaded";
+    attempt(trouble, [&] {
+        const plug_in_library& library = session_.library();
+        const int detected = library.detect_format(path.c_str(), nullptr);
+        if (detected < 0) return fail(trouble, path + " cannot be read.");
+        const outcome told = session_.load(path, static_cast<std::int16_t>(detected));
+        tell(trouble, told);
+        buffer_changed();
+        if (told.cancelled() || told.failed()) return;
+        file_ = path;
+        update_title();
+        recent_.AddFileToHistory(to_wx(std::filesystem::absolute(path).string()));
+        tamrix_format format{};
+        library.describe_format(detected, &format);
+        SetStatusText("Detected: " + to_wx(format.caption), format_field);
+        static constexpr const char* modes[] = {"Normal",   "Even",     "Odd",     "1st of 4",
+                                                "2nd of 4", "3rd of 4", "4th of 4"};
+        const auto* mode = std::get_if<std::int16_t>(&told.result.value);
+        const bool known = mode != nullptr && *mode >= 0 && *mode < static_cast<int>(std::size(modes));
+        SetStatusText(known ? wxString{"From file: "} + modes[*mode] : wxString{}, mode_field);
+        hex_view_->SetFocus();
+    });
+}
+
+void main_frame::attempt(const wxString& what, const std::function<void()>& action)
+{
+    try {
+        action();
+    } catch (const std::exception& error) {
+        fail(what, error.what());
+    }
+}
+
+/// The status lines stand as the plug-in wrote them, and under them why it failed. An error that no dialog handled has
+/// not been seen by anybody yet, so it is shown in a box as well.
+void main_frame::tell(const wxString& what, const outcome& told)
+{
+    log_->status(told.lines);
+    if (!told.diagnostic.empty()) log_->trouble(told.diagnostic);
+    if (!told.result.ok()) fail(what, told.result.error);
+}
+
+void main_frame::fail(const wxString& what, const std::string& why)
+{
+    log_->trouble(to_utf8(what) + ": " + why);
+    wxMessageDialog{this, to_wx(why), what, wxOK | wxICON_ERROR}.ShowModal();
+}
+
+void main_frame::buffer_changed() { hex_view_->show(session_.buffer()); }
+
+void main_frame::show_caret()
+{
+    if (GetStatusBar() == nullptr) return;
+    SetStatusText(wxString::Format("%08X", static_cast<unsigned>(hex_view_->caret())), caret_field);
+}
+
+void main_frame::update_title()
+{
+    const wxString name = file_.empty() ? wxString{} : to_wx(std::filesystem::path{file_}.filename().string()) + L" – ";
+    SetTitle(name + "tamrix workbench");
+}
+
+void main_frame::update_menus()
+{
+    for (const method_item& one : method_items_) one.item->Enable(session_.offers(one.method));
+}
+
+}  // namespace tamrix::workbench

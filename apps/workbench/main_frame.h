@@ -1,0 +1,88 @@
+// The workbench's window: devices, buffer and log, and a menu entry for each method of the plug-in.
+#pragma once
+
+#include "workbench/device_catalogue.h"
+#include "workbench/device_panel.h"
+#include "workbench/hex_view.h"
+#include "workbench/host_session.h"
+#include "workbench/log_panel.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <wx/filehistory.h>
+#include <wx/frame.h>
+
+namespace tamrix::workbench {
+
+class main_frame final : public wxFrame {
+public:
+    /// Starts with the device of that name. Throws std::runtime_error where the plug-in or the devices cannot be had.
+    main_frame(const std::string& plug_in_path, const std::string& device);
+    ~main_frame() override;
+
+    /// Loads a file through the plug-in's load dialog.
+    void load_file(const std::string& path);
+
+private:
+    using method_call = std::function<reply(Clstamrix&)>;
+    enum status_field { device_field, buffer_field, format_field, mode_field, caret_field, status_fields };
+
+    void build_menus();
+    wxMenu* file_menu();
+    wxMenu* edit_menu();
+    wxMenu* device_menu();
+    wxMenu* test_menu();
+    wxMenu* tools_menu();
+    wxMenu* plug_in_menu();
+    wxMenu* help_menu();
+    void build_tool_bar();
+    void build_panels();
+
+    wxMenuItem* add(wxMenu* menu, const char* label, const wxString& help, std::function<void()> action);
+    /// An entry for the plug-in's method of that name, grey where the plug-in says that it does not work.
+    void add_method(wxMenu* menu, const char* label, const wxString& help, const char* method,
+                    std::function<void()> action);
+    void add_call(wxMenu* menu, const char* label, const wxString& help, const char* method, method_call call);
+    void update_menus();
+
+    void select_device(const host::device_preset& device);
+    void ask_for_file_to_load();
+    void save_buffer();
+    void call_with_file(const wxString& title, const wxString& filter, long style,
+                        const std::function<reply(Clstamrix&, std::string&)>& call);
+    wxString load_filter() const;
+    wxString save_filter() const;
+    void go_to_address();
+    void find();
+    void find_next();
+    void fill_buffer();
+    void about();
+
+    /// Runs an action of the session; what it throws is shown, never passed on to the toolkit.
+    void attempt(const wxString& what, const std::function<void()>& action);
+    void tell(const wxString& what, const outcome& told);
+    void fail(const wxString& what, const std::string& why);
+    void buffer_changed();
+    void show_caret();
+    void update_title();
+
+    device_catalogue devices_;
+    host_session session_;
+    struct method_item {
+        wxMenuItem* item;
+        const char* method;
+    };
+    std::vector<method_item> method_items_;
+    wxFileHistory recent_;
+    std::string data_folder_;  // with "/" at its end
+    std::string file_;         // the last one loaded or saved
+    wxString sought_;
+    device_panel* device_panel_ = nullptr;
+    hex_view* hex_view_ = nullptr;
+    log_panel* log_ = nullptr;
+};
+
+}  // namespace tamrix::workbench

@@ -1,0 +1,216 @@
+// The menus of the main window.
+#include "workbench/main_frame.h"
+#include "workbench/text.h"
+
+#include <utility>
+
+#include <wx/aboutdlg.h>
+#include <wx/filedlg.h>
+#include <wx/menu.h>
+
+namespace tamrix::workbench {
+
+namespace {
+
+constexpr const char* jedec_files = "JEDEC files (*.jed)|*.jed;*.JED|All files|*";
+constexpr const char* vector_files = "SVF files (*.svf)|*.svf;*.SVF|All files|*";
+
+}  // namespace
+
+wxMenuItem* main_frame::add(wxMenu* menu, const char* label, const wxString& help, std::function<void()> action)
+{
+    wxMenuItem* item = menu->Append(wxID_ANY, to_wx(label), help);
+    Bind(
+        wxEVT_MENU, [action = std::move(action)](wxCommandEvent&) { action(); }, item->GetId());
+    return item;
+}
+
+void main_frame::add_method(wxMenu* menu, const char* label, const wxString& help, const char* method,
+                            std::function<void()> action)
+{
+    method_items_.push_back({add(menu, label, help, std::move(action)), method});
+}
+
+void main_frame::add_call(wxMenu* menu, const char* label, const wxString& help, const char* method, method_call call)
+{
+    add_method(menu, label, help, method, [this, label, call = std::move(call)] {
+        const wxString what = wxMenuItem::GetLabelText(to_wx(label)) + " failed";
+        attempt(what, [&] {
+            tell(what, session_.run(call));
+            buffer_changed();
+        });
+    });
+}
+
+void main_frame::build_menus()
+{
+    auto* bar = new wxMenuBar;
+    bar->Append(file_menu(), "&File");
+    bar->Append(edit_menu(), "&Edit");
+    bar->Append(device_menu(), "&Device");
+    bar->Append(test_menu(), "&Test");
+    bar->Append(tools_menu(), "T&ools");
+    bar->Append(plug_in_menu(), "&Plug-in");
+    bar->Append(help_menu(), "&Help");
+    SetMenuBar(bar);
+    Bind(wxEVT_MENU_OPEN, [this](wxMenuEvent& event) {
+        event.Skip();
+        update_menus();
+    });
+    Bind(
+        wxEVT_MENU,
+        [this](wxCommandEvent& event) {
+            load_file(to_utf8(recent_.GetHistoryFile(static_cast<std::size_t>(event.GetId() - wxID_FILE1))));
+        },
+        wxID_FILE1, wxID_FILE9);
+}
+
+wxMenu* main_frame::file_menu()
+{
+    auto* menu = new wxMenu;
+    add_method(menu, "&Load File…\tCtrl+O", "Load a file into the buffer", "readfile0",
+               [this] { ask_for_file_to_load(); });
+    auto* recent = new wxMenu;
+    menu->AppendSubMenu(recent, "&Recent Files");
+    recent_.UseMenu(recent);
+    add_method(menu, "&Save Buffer…\tCtrl+S", "Save the buffer to a file", "wfile", [this] { save_buffer(); });
+    menu->AppendSeparator();
+    add_method(menu, "Load &JEDEC…", "Load the fuses of a logic device", "readpldfile", [this] {
+        call_with_file("Load JEDEC", jedec_files, wxFD_OPEN | wxFD_FILE_MUST_EXIST,
+                       [](Clstamrix& plug_in, std::string& file) { return plug_in.readpldfile(file); });
+    });
+    add_method(menu, "Save J&EDEC…", "Save the fuses of a logic device", "writepldfile", [this] {
+        call_with_file("Save JEDEC", jedec_files, wxFD_SAVE | wxFD_OVERWRITE_PROMPT,
+                       [](Clstamrix& plug_in, std::string& file) { return plug_in.writepldfile(file); });
+    });
+    add_method(menu, "&Import SVF…", "Import a serial vector file", "readsvffile", [this] {
+        call_with_file("Import SVF", vector_files, wxFD_OPEN | wxFD_FILE_MUST_EXIST,
+                       [this](Clstamrix& plug_in, std::string& file) {
+                           std::string folder = session_.work_folder();
+                           return plug_in.readsvffile(file, folder);
+                       });
+    });
+    menu->AppendSeparator();
+    add(menu, "&Quit\tCtrl+Q", "Leave the program", [this] { Close(); });
+    return menu;
+}
+
+wxMenu* main_frame::edit_menu()
+{
+    auto* menu = new wxMenu;
+    add(menu, "&Find…\tCtrl+F", "Find bytes or a text in the buffer", [this] { find(); });
+    add(menu, "Find &Next\tF3", "Find the next place", [this] { find_next(); });
+    add(menu, "&Go to Address…\tCtrl+G", "Go to an address of the buffer", [this] { go_to_address(); });
+    menu->AppendSeparator();
+    add(menu, "F&ill Buffer…", "Fill the whole buffer with one value", [this] { fill_buffer(); });
+    menu->AppendSeparator();
+    add_call(menu, "Test &Vectors…", "Edit the test vectors of the device", "mnuEditeditvector0",
+             [this](Clstamrix& plug_in) {
+                 std::uint8_t icsum = 0;
+                 bool16 hardware = bool16_false;
+                 return plug_in.mnuEditeditvector0(icsum, hardware, data_folder_);
+             });
+    return menu;
+}
+
+wxMenu* main_frame::device_menu()
+{
+    auto* menu = new wxMenu;
+    add(menu, "&Search…\tCtrl+D", "Search the list of devices", [this] { device_panel_->start_search(); });
+    add(menu, "&Values…\tF4", "Look at the device's values, and change them", [this] { device_panel_->edit_chosen(); });
+    add(menu, "&New Device…", "Add a device to your own list", [this] { device_panel_->add_device(); });
+    menu->AppendSeparator();
+    add_call(menu, "&Algorithm Parameters…", "Supply, pulse and retries of programming", "algoparameter0",
+             [](Clstamrix& plug_in) { return plug_in.algoparameter0(); });
+    add_call(menu, "Device &Note", "How the device's memories lie in the buffer", "warn", [](Clstamrix& plug_in) {
+        std::uint8_t note = 0;
+        bool16 external_supply = bool16_false;
+        return plug_in.warn(note, external_supply);
+    });
+    return menu;
+}
+
+wxMenu* main_frame::test_menu()
+{
+    auto* menu = new wxMenu;
+    add_call(menu, "&TTL && CMOS Test…", "Test a logic device from the library", "mnutestttltest0",
+             [this](Clstamrix& plug_in) {
+                 std::uint8_t icsum = 0;
+                 bool16 hardware = bool16_false;
+                 return plug_in.mnutestttltest0(icsum, hardware, data_folder_);
+             });
+    add_call(menu, "&Edit Logic Library…", "Edit the library of logic devices", "mnutesteditttllib0",
+             [this](Clstamrix& plug_in) {
+                 std::uint8_t icsum = 0;
+                 bool16 hardware = bool16_false;
+                 return plug_in.mnutesteditttllib0(icsum, hardware, data_folder_);
+             });
+    add_call(menu, "&Find Logic Device…", "Tell which logic device is in the socket", "mnutestautofind0",
+             [this](Clstamrix& plug_in) { return plug_in.mnutestautofind0(data_folder_); });
+    add_call(menu, "&Vector Test", "Run the vectors of the selected device", "vecttest0", [](Clstamrix& plug_in) {
+        std::uint8_t mode = 0, vectors = 0, note = 0;
+        bool16 hardware = bool16_false;
+        return plug_in.vecttest0(mode, vectors, note, hardware);
+    });
+    menu->AppendSeparator();
+    add_call(menu, "&Self-Test…", "Test the programmer itself", "mnutesttestksm",
+             [](Clstamrix& plug_in) { return plug_in.mnutesttestksm(); });
+    return menu;
+}
+
+wxMenu* main_frame::tools_menu()
+{
+    auto* menu = new wxMenu;
+    add_call(menu, "&Logic Analyzer…", "Record and look at signals", "analyzer0",
+             [](Clstamrix& plug_in) { return plug_in.analyzer0(); });
+    const auto wave = [](bool16 meter) {
+        return [meter](Clstamrix& plug_in) mutable { return plug_in.recetwave0(meter); };
+    };
+    add_call(menu, "&Frequency Meter…", "Measure a frequency", "recetwave0", wave(bool16_true));
+    add_call(menu, "&Signal Generator…", "Put out a square wave", "recetwave0", wave(bool16_false));
+    return menu;
+}
+
+wxMenu* main_frame::plug_in_menu()
+{
+    auto* menu = new wxMenu;
+    const auto entry = [&](const char* label, const char* help, const char* method, outcome (host_session::*step)()) {
+        add_method(menu, label, help, method, [this, label, step] {
+            const wxString what = wxMenuItem::GetLabelText(to_wx(label)) + " failed";
+            attempt(what, [&] {
+                hex_view_->show({});
+                const outcome told = (session_.*step)();
+                tell(what, told);
+                if (told.result.ok()) log_->remark(to_utf8(wxMenuItem::GetLabelText(to_wx(label))) + ": done");
+            });
+            buffer_changed();
+            update_menus();
+        });
+    };
+    entry("&Attach Blocks", "Make the shared blocks anew and let the plug-in open them", "bufcomopt",
+          &host_session::attach_small);
+    entry("Attach &Buffer", "Make the buffer anew and let the plug-in open it", "buffercomopt",
+          &host_session::attach_buffer);
+    entry("&Release Buffer", "Let the plug-in release the buffer", "freesharebufferopt", &host_session::release_buffer);
+    return menu;
+}
+
+wxMenu* main_frame::help_menu()
+{
+    auto* menu = new wxMenu;
+    add(menu, "&About", "What this is", [this] { about(); });
+    return menu;
+}
+
+void main_frame::about()
+{
+    wxAboutDialogInfo about;
+    about.SetName("tamrix workbench");
+    about.SetVersion(TAMRIX_VERSION);
+    about.SetDescription("A universal device programmer's options:\n"
+                         "buffer files, logic tests, instruments and self-tests.");
+    about.SetCopyright("MIT licence");
+    wxAboutBox(about, this);
+}
+
+}  // namespace tamrix::workbench

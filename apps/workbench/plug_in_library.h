@@ -1,0 +1,32 @@
+// libtamrix.so as the workbench holds it: found, loaded, and its functions by name.
+#pragma once
+
+#include "tamrix/clstamrix.h"
+#include "tamrix/formats.h"
+#include "tamrix/text_heap.h"
+
+#include <string>
+
+namespace tamrix::workbench {
+
+/// Stays loaded until the program ends: the toolkit under its dialogs cannot be unloaded.
+class plug_in_library {
+public:
+    /// Loads `path`; where that is empty, the library beside the program, else the one that the system finds. Throws
+    /// std::runtime_error.
+    explicit plug_in_library(const std::string& path);
+
+    decltype(&tamrix_create) create;
+    decltype(&tamrix_destroy) destroy;
+    decltype(&tamrix_diagnostic) diagnostic;
+    decltype(&tamrix_help_file) help_file;
+    decltype(&tamrix_offers) offers;
+    decltype(&tamrix_describe_format) describe_format;
+    decltype(&tamrix_detect_format) detect_format;
+    text_heap_functions texts;
+
+private:
+    void* library_;
+};
+
+}  // namespace tamrix::workbench

@@ -1,0 +1,28 @@
+// Texts between the session, which speaks UTF-8, and the window.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include <wx/string.h>
+
+namespace tamrix::workbench {
+
+/// A text that is no UTF-8, as a file's name may be, is shown byte by byte rather than not at all.
+inline wxString to_wx(std::string_view text)
+{
+    const wxString converted = wxString::FromUTF8(text.data(), text.size());
+    return converted.empty() ? wxString::From8BitData(text.data(), text.size()) : converted;
+}
+
+inline std::string to_utf8(const wxString& text) { return text.utf8_string(); }
+
+/// "32 KiB", "8 MiB", "1234 bytes".
+inline wxString size_text(long long bytes)
+{
+    if (bytes >= 0x100000 && bytes % 0x100000 == 0) return wxString::Format("%lld MiB", bytes / 0x100000);
+    if (bytes >= 0x400 && bytes % 0x400 == 0) return wxString::Format("%lld KiB", bytes / 0x400);
+    return wxString::Format("%lld bytes", bytes);
+}
+
+}  // namespace tamrix::workbench
