@@ -176,12 +176,10 @@ void convert(const convert_options& options, console& con)
         // The load meets the same fault, and tells it in its own way.
     }
     const conversion_plan plan = plan_conversion(options, source);
-    if (looked) {
-        for (const std::string& note : plan.notes) con.note(note);
-    }
     conversion run{options, plan, con};
     run.load();
     if (!looked) fail(options.in + ": changed while it was read");
+    for (const std::string& note : plan.notes) con.note(note);
     run.save();
 }
 

@@ -1,0 +1,49 @@
+#include "cli/run_command.h"
+#include "support/temp_files.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace tamrix::tests {
+
+using testing::HasSubstr;
+
+TEST(tour, detects_converts_compares_and_shows_what_failures_say)
+{
+    const auto result = tamrix_command({"tour"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_THAT(result.out, HasSubstr("$ tamrix detect blink.hex\nblink.hex: 1 intel\n"));
+    EXPECT_THAT(result.out, HasSubstr("$ tamrix convert blink.hex blink.bin\n>>Load File OK!"));
+    EXPECT_THAT(result.out, HasSubstr("blink.bin and again.bin hold the same 320 bytes"));
+    EXPECT_THAT(result.out, HasSubstr("tamrix: damaged.hex:5: checksum "));
+    EXPECT_THAT(result.out, HasSubstr("(exit status 1)"));
+    EXPECT_THAT(result.out, HasSubstr("tamrix: --to-buffer 101: behind the end of the buffer (100)\n(exit status 2)"));
+}
+
+TEST(tour, runs_on_the_data_that_the_environment_names)
+{
+    const temp_folder folder;
+    std::filesystem::create_directories(folder.path("samples"));
+    std::filesystem::copy(TAMRIX_SAMPLES "/blink.hex", folder.path("samples"));
+    const auto result = tamrix_command({"tour"}, {.environment = {"TAMRIX_DATA=" + folder.path("")}});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.out, HasSubstr("A tour on " + folder.path("samples/blink.hex")));
+}
+
+TEST(tour, without_its_sample_says_what_is_missing)
+{
+    const temp_folder folder;
+    const auto result = tamrix_command({"tour"}, {.environment = {"TAMRIX_DATA=" + folder.path("none")}});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err, "tamrix: " + folder.path("none/samples/blink.hex") + ": cannot be read\n");
+}
+
+TEST(tour, leaves_no_files_behind)
+{
+    const temp_folder folder;
+    EXPECT_EQ(tamrix_command({"tour"}, {.environment = {"TMPDIR=" + folder.path("")}}).status, 0);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path("")));
+}
+
+}  // namespace tamrix::tests

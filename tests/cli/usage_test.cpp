@@ -1,0 +1,150 @@
+#include "cli/convert_options.h"
+#include "cli/run_command.h"
+#include "support/temp_files.h"
+#include "transfer/formats.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace tamrix::tests {
+
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+TEST(usage, the_version_is_one_line)
+{
+    const auto result = tamrix_command({"--version"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, "tamrix " TAMRIX_VERSION "\n");
+    EXPECT_EQ(result.err, "");
+}
+
+TEST(usage, every_command_has_help_on_standard_output)
+{
+    for (const std::string command : {"convert", "detect", "tour"}) {
+        const auto result = tamrix_command({command, "--help"});
+        EXPECT_EQ(result.status, 0);
+        EXPECT_THAT(result.out, HasSubstr("Usage: tamrix " + command));
+        EXPECT_THAT(result.out, HasSubstr("Exit status: 0 done, 1 failed, 2 rejected values or wrong usage."));
+        EXPECT_EQ(result.err, "");
+    }
+    EXPECT_THAT(tamrix_command({"--help"}).out, HasSubstr("convert"));
+}
+
+TEST(usage, the_help_of_convert_lists_every_option)
+{
+    const std::string help = tamrix_command({"convert", "--help"}).out;
+    for (const char* option : {"--from ", "--to ", "--device-words N", "--word-bytes N", "--spare-units N",
+                               "--buffer-bytes N", "--from-mode normal|even|odd|1of4|2of4|3of4|4of4",
+                               "--to-mode normal|even|odd|1of4|2of4|3of4|4of4", "--to-buffer HEX", "--from-file HEX",
+                               "--file-size HEX", "--clear none|00|ff", "--save-from HEX", "--save-size HEX"}) {
+        EXPECT_THAT(help, HasSubstr(option));
+    }
+}
+
+TEST(usage, the_help_offers_the_formats_that_can_be_loaded_and_saved)
+{
+    std::string loads, saves;
+    for (const format& one : formats()) {
+        if (one.read != nullptr) loads += (loads.empty() ? "" : "|") + std::string{one.name};
+        if (one.write != nullptr) saves += (saves.empty() ? "" : "|") + std::string{one.name};
+    }
+    const std::string help = tamrix_command({"convert", "--help"}).out;
+    EXPECT_THAT(help, HasSubstr("--from " + loads));
+    EXPECT_THAT(help, HasSubstr("--to " + saves));
+}
+
+TEST(usage, no_command_is_wrong_usage)
+{
+    const auto result = tamrix_command({});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "tamrix: a command is expected: convert, detect or tour (see tamrix --help)\n");
+}
+
+struct refused {
+    std::vector<std::string> arguments;
+    std::string text;
+};
+
+class wrong_usage : public testing::TestWithParam<refused> {};
+
+TEST_P(wrong_usage, is_told_with_status_2)
+{
+    const temp_folder folder;
+    folder.write("in.bin", "0123456789");
+    const auto result = tamrix_command(GetParam().arguments, {.folder = folder.path("")});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "tamrix: " + GetParam().text + "\n");
+    EXPECT_FALSE(std::filesystem::exists(folder.path("out.bin")));
+}
+
+std::string loadable()
+{
+    std::string names;
+    for (const format& one : formats()) {
+        if (one.read != nullptr) names += (names.empty() ? "" : ", ") + std::string{one.name};
+    }
+    return names;
+}
+
+std::vector<std::string> with(std::vector<std::string> options)
+{
+    std::vector<std::string> arguments{"convert", "in.bin", "out.bin"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    return arguments;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    of_the_command, wrong_usage,
+    testing::Values(
+        refused{{"burn"}, "The following argument was not expected: burn"},
+        refused{{"convert", "in.bin"}, "OUT is required"}, refused{{"detect"}, "FILE is required"},
+        refused{with({"--fast"}), "The following argument was not expected: --fast"},
+        refused{with({"--to-buffer"}), "--to-buffer: 1 required HEX missing"},
+        refused{with({"--from", "elf"}), "--from elf: one of " + loadable() + " is expected"},
+        refused{with({"--to", "holtek"}),
+                "--to holtek: files of this format cannot be saved; these can: binary, intel, motorola, tektronix"},
+        refused{with({"--from-mode", "third"}),
+                "--from-mode third: one of normal, even, odd, 1of4, 2of4, 3of4, 4of4 is expected"},
+        refused{with({"--to-mode", "5of4"}),
+                "--to-mode 5of4: one of normal, even, odd, 1of4, 2of4, 3of4, 4of4 is expected"},
+        refused{with({"--clear", "0"}), "--clear 0: one of ff, 00, none is expected"},
+        refused{with({"--to-buffer", "12G"}), "--to-buffer 12G: not a hexadecimal number"},
+        refused{with({"--from-file", ""}), "--from-file : not a hexadecimal number"},
+        refused{with({"--file-size", "0x"}), "--file-size 0x: not a hexadecimal number"},
+        refused{with({"--save-from", "1 2"}), "--save-from 1 2: not a hexadecimal number"},
+        refused{with({"--save-size", "$10"}), "--save-size $10: not a hexadecimal number"},
+        refused{with({"--device-words", "many"}), "--device-words many: a number from 0 to 2147483647 is expected"},
+        refused{with({"--device-words", "2147483648"}),
+                "--device-words 2147483648: a number from 0 to 2147483647 is expected"},
+        refused{with({"--word-bytes", "0"}), "--word-bytes 0: a number from 1 to 255 is expected"},
+        refused{with({"--spare-units", "256"}), "--spare-units 256: a number from 0 to 255 is expected"},
+        refused{with({"--buffer-bytes", "0x80000000"}),
+                "--buffer-bytes 0x80000000: a number from 0 to 2147481447 is expected"},
+        refused{with({"--device-words", "0x40000000", "--word-bytes", "2"}),
+                "--device-words 1073741824: a device of 2147483648 bytes, less than 2 GiB is expected"},
+        refused{with({"--language", "7"}), "--language 7: one of " + cli::language_offsets() + " is expected"},
+        refused{with({"--language", "english"}),
+                "--language english: one of " + cli::language_offsets() + " is expected"}));
+
+TEST(usage, a_language_is_taken_before_and_behind_the_command)
+{
+    const temp_folder folder;
+    folder.write("in.bin", "0123456789");
+    const command_setting there{.folder = folder.path("")};
+    EXPECT_EQ(tamrix_command({"--language", "15000", "convert", "in.bin", "out.bin"}, there).status, 0);
+    EXPECT_EQ(tamrix_command({"convert", "in.bin", "out.bin", "--language", "15000"}, there).status, 0);
+    EXPECT_EQ(tamrix_command({"detect", "in.bin", "--language", "3"}, there).status, 2);
+}
+
+TEST(usage, a_standard_output_that_takes_nothing_is_a_failure)
+{
+    const auto result = tamrix_command({"--version"}, {.standard_output = "/dev/full"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err, "tamrix: standard output: cannot be written\n");
+}
+
+}  // namespace tamrix::tests
