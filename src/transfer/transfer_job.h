@@ -34,4 +34,10 @@ status run_guarded(transfer_job& job, transfer_routine routine);
 status fail_in_text(transfer_job& job, file_window& file, std::int64_t offset, std::string found,
                     std::string expected = {});
 
+/// The same for a reader that goes line by line; `line` counts from 1.
+status fail_in_line(transfer_job& job, std::uint64_t line, std::string found, std::string expected);
+
+/// Leaves the diagnostic of a failed load of a binary image.
+status fail_at_offset(transfer_job& job, std::size_t offset, std::string found, std::string expected);
+
 }  // namespace tamrix

@@ -5,6 +5,9 @@
 
 namespace tamrix {
 
+detection detect_motorola(std::span<const std::uint8_t> head);
+std::optional<address_range> measure_motorola(const std::string& path);
+status read_motorola(transfer_job& job);
 status write_motorola(transfer_job& job);
 
 }  // namespace tamrix

@@ -1,20 +1,9 @@
 #include "transfer/rwfile/buffer_range.h"
 #include "transfer/rwfile/tektronix.h"
+#include "transfer/rwfile/text_digits.h"
 #include "transfer/rwfile/text_output.h"
 
 namespace tamrix {
-
-namespace {
-
-/// The sum of the hexadecimal digits of `value`.
-unsigned digit_sum(unsigned value)
-{
-    unsigned sum = 0;
-    for (; value != 0; value >>= 4) sum += value & 15;
-    return sum;
-}
-
-}  // namespace
 
 /// Both checks add digits, not bytes. The address holds the low 16 bits; the dialog keeps these files to 64 KiB.
 status write_tektronix(transfer_job& job)

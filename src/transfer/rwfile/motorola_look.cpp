@@ -1,0 +1,82 @@
+// What can be told of a Motorola S file without loading it.
+#include "transfer/file_window.h"
+#include "transfer/rwfile/hex_digits.h"
+#include "transfer/rwfile/motorola.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tamrix {
+
+namespace {
+
+struct motorola_head {
+    std::size_t address_bytes;
+    std::int64_t address;
+    std::int64_t data_bytes;
+};
+
+/// The head of a data record, S1 to S3, that starts at the front of `text`.
+std::optional<motorola_head> data_head(std::span<const std::uint8_t> text)
+{
+    if (text.size() < 2 || text[0] != 'S' || text[1] < '1' || text[1] > '3') return std::nullopt;
+    const std::size_t address_bytes = text[1] - std::size_t{'0'} + 1;
+    std::array<std::uint8_t, 5> field{};
+    unsigned sum = 0;
+    if (text.size() < 4 + 2 * address_bytes || !hex_digits::decode(&text[2], 1 + address_bytes, field.data(), sum)) {
+        return std::nullopt;
+    }
+    std::int64_t address = 0;
+    for (std::size_t i = 1; i <= address_bytes; ++i) address = address * 256 + field[i];
+    return motorola_head{address_bytes, address, std::int64_t{field[0]} - static_cast<std::int64_t>(address_bytes) - 1};
+}
+
+/// The low byte of the sum of everything behind the type, 0xFF when the record is good; none where it is cut.
+std::optional<unsigned> record_sum(std::span<const std::uint8_t> text)
+{
+    const int count = text.size() < 4 ? -1 : hex_digits::byte(&text[2]);
+    std::array<std::uint8_t, 256> bytes{};
+    unsigned sum = 0;
+    if (count < 0 || text.size() < 4 + 2 * static_cast<std::size_t>(count) ||
+        !hex_digits::decode(&text[2], static_cast<std::size_t>(count) + 1, bytes.data(), sum)) {
+        return std::nullopt;
+    }
+    return sum & 0xFF;
+}
+
+}  // namespace
+
+/// The first line that looks like a record decides.
+detection detect_motorola(std::span<const std::uint8_t> head)
+{
+    for (std::size_t p = 0; p + 1 < head.size(); ++p) {
+        const bool starts_line = p == 0 || head[p - 1] == '\n' || head[p - 1] == '\r';
+        if (!starts_line || head[p] != 'S' || head[p + 1] < '0' || head[p + 1] > '9') continue;
+        const auto record = head.subspan(p);
+        if (record_sum(record) == 0xFFu) return detection::mine;
+        if (data_head(record)) return detection::damaged;
+    }
+    return detection::no;
+}
+
+std::optional<address_range> measure_motorola(const std::string& path)
+{
+    std::optional<address_range> range;
+    file_window file{path};
+    for (std::int64_t p = file.find('S', 0); p < file.length(); p = file.find('S', p)) {
+        const auto record = file.from(p, 16);
+        if (const auto head = data_head(record)) {
+            const address_range filled{head->address, head->address + std::max<std::int64_t>(head->data_bytes, 0)};
+            if (!range) range = filled;
+            range = {std::min(range->begin, filled.begin), std::max(range->end, filled.end)};
+            p += 4 + 2 * static_cast<std::int64_t>(head->address_bytes) + 2 * (filled.end - filled.begin);
+        } else if (record.size() > 1 && record[1] == '0') {
+            p += 2;
+        } else {
+            break;  // the end of the file, or what the reader fails at
+        }
+    }
+    return range;
+}
+
+}  // namespace tamrix

@@ -1,0 +1,12 @@
+// Texas Instrument text: "@" and an address, lines of bytes with blanks between, "q" at the end.
+#pragma once
+
+#include "transfer/formats.h"
+
+namespace tamrix {
+
+detection detect_texas(std::span<const std::uint8_t> head);
+std::optional<address_range> measure_texas(const std::string& path);
+status read_texas(transfer_job& job);
+
+}  // namespace tamrix
