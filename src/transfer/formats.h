@@ -21,14 +21,19 @@ struct address_range {
     std::int64_t end = 0;
 };
 
+/// What a detector is shown: the start of the file, at most detection_head_bytes of it, and how long the whole file is.
+struct file_start {
+    std::span<const std::uint8_t> bytes;
+    std::int64_t file_length;
+};
+
 struct format {
     std::string_view name;        // on the command line
     std::string_view caption;     // of the option; empty where a message supplies it
     int caption_message;          // 0 where `caption` stands
     std::string_view extensions;  // lower case, with blanks between
-    /// `head` is the start of the file, at most detection_head_bytes of it.
-    detection (*detect)(std::span<const std::uint8_t> head);
-    transfer_routine read;   // null where this format cannot be loaded
+    detection (*detect)(const file_start& file);
+    transfer_routine read;
     transfer_routine write;  // null where this format cannot be saved
     /// The addresses that the whole file fills, so that a buffer can be sized by it; none where it fills none. Throws
     /// file_error. Null with `read`.
@@ -44,13 +49,17 @@ inline constexpr int save_format_count = 4;
 /// The caption of the format's option in the host's language.
 std::string caption_of(const format& which, const session& plug_in);
 
+/// True where the file's name ends with one of the format's extensions.
+bool has_extension(const format& which, const std::string& path);
+
 /// What detection found: the option index and how sure it is.
 struct detected_format {
     int index;
     detection certainty;
 };
 
-/// The format of a file by its content; the surest detector wins, on a tie the lower index. Throws file_error.
+/// The format of a file by its content; the surest detector wins. On a tie the file's extension decides, then the lower
+/// index. Throws file_error.
 detected_format detect_format(const std::string& path);
 
 }  // namespace tamrix

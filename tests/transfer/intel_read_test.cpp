@@ -13,13 +13,6 @@ namespace {
 using bytes_of = std::vector<std::uint8_t>;
 constexpr std::uint8_t untouched = plug_in_fixture::untouched;
 
-std::string hex2(unsigned value)
-{
-    char text[3];
-    std::snprintf(text, sizeof text, "%02X", value & 0xFF);
-    return text;
-}
-
 /// A record with a right checksum.
 std::string record(unsigned address, unsigned type, const bytes_of& data)
 {
@@ -34,21 +27,8 @@ std::string record(unsigned address, unsigned type, const bytes_of& data)
 
 const std::string end_record = ":00000001FF\r\n";
 
-struct intel_fixture : load_fixture {
-    using load_fixture::load_fixture;
-    status read(std::string_view text, load_entries entries = {})
-    {
-        entries.format = 1;
-        return load(files.write("a.hex", text), entries);
-    }
-    /// The diagnostic without the folder.
-    std::string why() const
-    {
-        diagnostic told = session.why_it_failed;
-        if (!told.file.empty()) told.file = std::filesystem::path{told.file}.filename();
-        return told.text();
-    }
-    temp_folder files;
+struct intel_fixture : format_fixture {
+    explicit intel_fixture(const device& chosen = {}) : format_fixture{1, chosen} {}
 };
 
 TEST(read_intel, data_records_land_at_their_addresses)
@@ -117,7 +97,7 @@ TEST(read_intel, an_unknown_record_type_fails_and_says_where)
 {
     intel_fixture f;
     EXPECT_EQ(f.read(record(0, 0, {1}) + "\n" + record(0, 7, {}) + record(1, 0, {2})), status::failed);
-    EXPECT_EQ(f.why(), "a.hex:3: record type 07 where 00 to 05 was expected");
+    EXPECT_EQ(f.why(), "file:3: record type 07 where 00 to 05 was expected");
     EXPECT_EQ(f.bytes(0, 2), (bytes_of{1, untouched}));
     EXPECT_TRUE(f.shell.boxes().empty());
     EXPECT_FALSE(f.stayed_open);
@@ -130,7 +110,7 @@ TEST(read_intel, a_bad_checksum_lands_and_fails_at_the_end)
         EXPECT_EQ(f.read(record(0, 0, {1}) + ":0100010005F8\r\n" + record(2, 0, {3}) + end), status::failed);
     }
     EXPECT_EQ(f.bytes(0, 3), (bytes_of{1, 5, 3}));
-    EXPECT_EQ(f.why(), "a.hex:2: checksum F8 where F9 was expected");
+    EXPECT_EQ(f.why(), "file:2: checksum F8 where F9 was expected");
 }
 
 TEST(read_intel, fifteen_checksum_errors_are_told_one_by_one_and_the_rest_as_one_line)
@@ -228,14 +208,14 @@ TEST(read_intel, a_record_cut_in_its_data_fails_and_keeps_what_came_before)
     intel_fixture f;
     EXPECT_EQ(f.read(record(0, 0, {1, 2}) + ":0400020003040"), status::failed);
     EXPECT_EQ(f.bytes(0, 5), (bytes_of{1, 2, 3, 4, untouched}));
-    EXPECT_EQ(f.why(), "a.hex:2: a record that ends early where its data was expected");
+    EXPECT_EQ(f.why(), "file:2: a record that ends early where its data was expected");
 }
 
 TEST(read_intel, a_record_cut_before_its_checksum_fails)
 {
     intel_fixture f;
     EXPECT_EQ(f.read(":0100000007F"), status::failed);
-    EXPECT_EQ(f.why(), "a.hex:1: a record that ends early where its checksum was expected");
+    EXPECT_EQ(f.why(), "file:1: a record that ends early where its checksum was expected");
 }
 
 TEST(read_intel, a_record_cut_in_its_head_is_no_record)
@@ -250,14 +230,14 @@ TEST(read_intel, a_data_byte_that_is_not_hexadecimal_fails)
     intel_fixture f;
     EXPECT_EQ(f.read(":0300000001G203F7\n"), status::failed);
     EXPECT_EQ(f.bytes(0, 2), (bytes_of{1, untouched}));
-    EXPECT_EQ(f.why(), "a.hex:1: a data byte that is not hexadecimal where two digits was expected");
+    EXPECT_EQ(f.why(), "file:1: a data byte that is not hexadecimal where two digits was expected");
 }
 
 TEST(read_intel, a_checksum_that_is_not_hexadecimal_is_a_checksum_error)
 {
     intel_fixture f;
     EXPECT_EQ(f.read(":0100000007--\n"), status::failed);
-    EXPECT_EQ(f.why(), "a.hex:1: a checksum that is not hexadecimal where F8 was expected");
+    EXPECT_EQ(f.why(), "file:1: a checksum that is not hexadecimal where F8 was expected");
     EXPECT_EQ(f.buffer(0), 7);
 }
 
@@ -265,7 +245,7 @@ TEST(read_intel, a_damaged_extended_address_fails)
 {
     intel_fixture f;
     EXPECT_EQ(f.read(":0200000400X1F9\n"), status::failed);
-    EXPECT_EQ(f.why(), "a.hex:1: a damaged extended address where four hexadecimal digits was expected");
+    EXPECT_EQ(f.why(), "file:1: a damaged extended address where four hexadecimal digits was expected");
     EXPECT_EQ(f.read(":02000004"), status::failed);
 }
 
@@ -327,7 +307,6 @@ void model_record(std::map<std::int64_t, int>& memory, std::int64_t relative, co
 
 TEST(read_intel, every_byte_selection_agrees_with_a_slow_model)
 {
-    const std::pair<int, int> modes[] = {{1, 0}, {2, 0}, {2, 1}, {4, 0}, {4, 1}, {4, 2}, {4, 3}};
     std::mt19937 generator{7};
     for (int from = 0; from < 7; ++from) {
         for (int to = 0; to < 7; ++to) {
@@ -338,8 +317,8 @@ TEST(read_intel, every_byte_selection_agrees_with_a_slow_model)
                 const unsigned address = generator() % 0x800;
                 const bytes_of data = random_bytes(generator() % 40, generator());
                 text += record(address, 0, data);
-                model_record(memory, static_cast<std::int64_t>(address) - 0x123, data, modes[from], modes[to], 0x31,
-                             0x2000);
+                model_record(memory, static_cast<std::int64_t>(address) - 0x123, data, selections[from], selections[to],
+                             0x31, 0x2000);
             }
             EXPECT_EQ(f.read(text, {.to_buffer = "31", .from_file = "123", .from_mode = from, .to_mode = to}),
                       status::done);
@@ -350,45 +329,6 @@ TEST(read_intel, every_byte_selection_agrees_with_a_slow_model)
             }
         }
     }
-}
-
-TEST(detect_format, a_file_of_records_is_intel)
-{
-    temp_folder files;
-    const detected_format found = detect_format(files.write("a", record(0, 0, {1, 2})));
-    EXPECT_EQ(found.index, 1);
-    EXPECT_EQ(found.certainty, detection::mine);
-}
-
-TEST(detect_format, text_before_the_first_record_does_not_hide_it)
-{
-    temp_folder files;
-    const std::string text = "; made by: somebody\r\n" + record(0, 4, {0, 1}) + record(0, 0, {1, 2});
-    EXPECT_EQ(detect_format(files.write("a", text)).index, 1);
-}
-
-TEST(detect_format, a_first_record_with_a_bad_checksum_is_intel_but_damaged)
-{
-    temp_folder files;
-    const detected_format found = detect_format(files.write("a", ":0100000007F9\n"));
-    EXPECT_EQ(found.index, 1);
-    EXPECT_EQ(found.certainty, detection::damaged);
-}
-
-TEST(detect_format, anything_else_is_perhaps_binary)
-{
-    temp_folder files;
-    for (const std::string& content : {std::string{}, std::string{"plain text: no records"}, std::string(5000, '\0')}) {
-        const detected_format found = detect_format(files.write("a", content));
-        EXPECT_EQ(found.index, 0);
-        EXPECT_EQ(found.certainty, detection::maybe);
-    }
-}
-
-TEST(detect_format, random_bytes_are_never_taken_for_records)
-{
-    temp_folder files;
-    EXPECT_EQ(detect_format(files.write("a", random_bytes(65536))).index, 0);
 }
 
 std::optional<address_range> measure_intel_text(std::string_view text)

@@ -5,8 +5,13 @@
 #include "support/temp_files.h"
 #include "transfer/readfile.h"
 
+#include <cstdio>
+#include <filesystem>
 #include <functional>
 #include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace tamrix::tests {
 
@@ -52,5 +57,49 @@ struct load_fixture : plug_in_fixture {
     reply last_reply;
     bool stayed_open = false;
 };
+
+/// Loads text or bytes with one format.
+struct format_fixture : load_fixture {
+    format_fixture(int format_index, const device& chosen = {}) : load_fixture{chosen}, format{format_index} {}
+
+    status read(std::string_view content, load_entries entries = {})
+    {
+        entries.format = format;
+        return load(files.write("file", content), entries);
+    }
+    status read(const std::vector<std::uint8_t>& content, load_entries entries = {})
+    {
+        return read(std::string_view{reinterpret_cast<const char*>(content.data()), content.size()},
+                    std::move(entries));
+    }
+    /// The diagnostic without the folder.
+    std::string why() const
+    {
+        diagnostic told = session.why_it_failed;
+        if (!told.file.empty()) told.file = std::filesystem::path{told.file}.filename();
+        return told.text();
+    }
+
+    int format;
+    temp_folder files;
+};
+
+/// Two upper-case digits.
+inline std::string hex2(unsigned value)
+{
+    char text[3];
+    std::snprintf(text, sizeof text, "%02X", value & 0xFF);
+    return text;
+}
+
+inline std::string hex_of(const std::vector<std::uint8_t>& data)
+{
+    std::string text;
+    for (const auto byte : data) text += hex2(byte);
+    return text;
+}
+
+/// Step and phase of the seven byte selections.
+inline constexpr std::pair<int, int> selections[] = {{1, 0}, {2, 0}, {2, 1}, {4, 0}, {4, 1}, {4, 2}, {4, 3}};
 
 }  // namespace tamrix::tests

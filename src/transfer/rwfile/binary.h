@@ -10,7 +10,7 @@ namespace tamrix {
 inline constexpr std::int64_t large_image_bytes = 0x10800000;
 inline constexpr std::int64_t large_chunk_bytes = 0x8400000;
 
-detection detect_binary(std::span<const std::uint8_t> head);
+detection detect_binary(const file_start& file);
 std::optional<address_range> measure_binary(const std::string& path);
 status read_binary(transfer_job& job);
 status write_binary(transfer_job& job);

@@ -65,7 +65,7 @@ status reject_file_address(transfer_job& job)
     return status::rejected;
 }
 
-detection detect_binary(std::span<const std::uint8_t>) { return detection::maybe; }
+detection detect_binary(const file_start&) { return detection::maybe; }
 
 std::optional<address_range> measure_binary(const std::string& path)
 {

@@ -5,7 +5,7 @@
 
 namespace tamrix {
 
-detection detect_emc(std::span<const std::uint8_t> head);
+detection detect_emc(const file_start& file);
 std::optional<address_range> measure_emc(const std::string& path);
 status read_emc(transfer_job& job);
 

@@ -5,7 +5,7 @@
 
 namespace tamrix {
 
-detection detect_holtek(std::span<const std::uint8_t> head);
+detection detect_holtek(const file_start& file);
 std::optional<address_range> measure_holtek(const std::string& path);
 status read_holtek(transfer_job& job);
 

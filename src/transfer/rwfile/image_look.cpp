@@ -6,8 +6,9 @@
 
 namespace tamrix {
 
-detection detect_holtek(std::span<const std::uint8_t> head)
+detection detect_holtek(const file_start& file)
 {
+    const auto head = file.bytes;
     const auto begin = first_holtek_segment(head);
     if (!begin) return detection::no;
     const auto segment = holtek_segment_at(head, *begin);
@@ -23,9 +24,11 @@ std::optional<address_range> measure_holtek(const std::string&) { return std::nu
 
 /// A word count that fits the length is a weak sign: an erased image of 128 KiB has it too. The file's name must say
 /// the rest.
-detection detect_emc(std::span<const std::uint8_t> head)
+detection detect_emc(const file_start& file)
 {
-    return head.size() > 2 && (head[0] != 0 || head[1] != 0) ? detection::maybe : detection::no;
+    const auto head = file.bytes;
+    const bool fits = head.size() > 2 && 2 + 2 * (head[0] + 256 * head[1]) == file.file_length;
+    return fits ? detection::maybe : detection::no;
 }
 
 std::optional<address_range> measure_emc(const std::string& path)

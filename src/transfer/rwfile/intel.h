@@ -5,7 +5,7 @@
 
 namespace tamrix {
 
-detection detect_intel(std::span<const std::uint8_t> head);
+detection detect_intel(const file_start& file);
 std::optional<address_range> measure_intel(const std::string& path);
 status read_intel(transfer_job& job);
 status write_intel(transfer_job& job);

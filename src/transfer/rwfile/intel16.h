@@ -5,7 +5,7 @@
 
 namespace tamrix {
 
-detection detect_intel16(std::span<const std::uint8_t> head);
+detection detect_intel16(const file_start& file);
 std::optional<address_range> measure_intel16(const std::string& path);
 status read_intel16(transfer_job& job);
 

@@ -80,8 +80,8 @@ std::optional<address_range> measure(const std::string& path, std::int64_t item_
 
 }  // namespace
 
-detection detect_intel(std::span<const std::uint8_t> head) { return detect(head, 1); }
-detection detect_intel16(std::span<const std::uint8_t> head) { return detect(head, 2); }
+detection detect_intel(const file_start& file) { return detect(file.bytes, 1); }
+detection detect_intel16(const file_start& file) { return detect(file.bytes, 2); }
 std::optional<address_range> measure_intel(const std::string& path) { return measure(path, 1); }
 std::optional<address_range> measure_intel16(const std::string& path) { return measure(path, 2); }
 

@@ -47,8 +47,9 @@ std::optional<unsigned> record_sum(std::span<const std::uint8_t> text)
 }  // namespace
 
 /// The first line that looks like a record decides.
-detection detect_motorola(std::span<const std::uint8_t> head)
+detection detect_motorola(const file_start& file)
 {
+    const auto head = file.bytes;
     for (std::size_t p = 0; p + 1 < head.size(); ++p) {
         const bool starts_line = p == 0 || head[p - 1] == '\n' || head[p - 1] == '\r';
         if (!starts_line || head[p] != 'S' || head[p + 1] < '0' || head[p + 1] > '9') continue;

@@ -5,7 +5,7 @@
 
 namespace tamrix {
 
-detection detect_tektronix(std::span<const std::uint8_t> head);
+detection detect_tektronix(const file_start& file);
 std::optional<address_range> measure_tektronix(const std::string& path);
 status read_tektronix(transfer_job& job);
 status write_tektronix(transfer_job& job);

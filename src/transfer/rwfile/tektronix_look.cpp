@@ -8,9 +8,10 @@
 namespace tamrix {
 
 /// The first character and the first header tell.
-detection detect_tektronix(std::span<const std::uint8_t> head)
+detection detect_tektronix(const file_start& file)
 {
-    const std::string_view text{reinterpret_cast<const char*>(head.data()), std::min<std::size_t>(head.size(), 16)};
+    const std::string_view text{reinterpret_cast<const char*>(file.bytes.data()),
+                                std::min<std::size_t>(file.bytes.size(), 16)};
     if (!text.starts_with('/')) return detection::no;
     const auto address = number_in(text, 1, 4), count = number_in(text, 5, 2), check = number_in(text, 7, 2);
     if (!address || !count || !check) return detection::no;

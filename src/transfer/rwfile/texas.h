@@ -5,7 +5,7 @@
 
 namespace tamrix {
 
-detection detect_texas(std::span<const std::uint8_t> head);
+detection detect_texas(const file_start& file);
 std::optional<address_range> measure_texas(const std::string& path);
 status read_texas(transfer_job& job);
 

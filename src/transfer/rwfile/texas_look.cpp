@@ -8,9 +8,9 @@
 namespace tamrix {
 
 /// An address line first, then a line of byte pairs.
-detection detect_texas(std::span<const std::uint8_t> head)
+detection detect_texas(const file_start& file)
 {
-    const std::string_view text{reinterpret_cast<const char*>(head.data()), head.size()};
+    const std::string_view text{reinterpret_cast<const char*>(file.bytes.data()), file.bytes.size()};
     if (!text.starts_with('@') || !number_in(text, 1, 4)) return detection::no;
     const std::size_t next = text.find_first_not_of("\r\n", text.find_first_of("\r\n"));
     if (next == std::string_view::npos) return detection::damaged;

@@ -1,0 +1,195 @@
+#include "load_fixture.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <random>
+
+namespace tamrix::tests {
+namespace {
+
+using bytes_of = std::vector<std::uint8_t>;
+constexpr std::uint8_t untouched = plug_in_fixture::untouched;
+
+/// A data record S1 to S3 with a right checksum.
+std::string record(int type, unsigned address, const bytes_of& data)
+{
+    bytes_of all;
+    all.push_back(static_cast<std::uint8_t>(type + 2 + static_cast<int>(data.size())));
+    for (int shift = 8 * type; shift >= 0; shift -= 8) all.push_back(static_cast<std::uint8_t>(address >> shift));
+    all.insert(all.end(), data.begin(), data.end());
+    unsigned sum = 0;
+    for (const auto byte : all) sum += byte;
+    return "S" + std::to_string(type) + hex_of(all) + hex2(~sum) + "\r\n";
+}
+
+const std::string end_record = "S9030000FC\r\n";
+
+struct motorola_fixture : format_fixture {
+    explicit motorola_fixture(const device& chosen = {}) : format_fixture{2, chosen} {}
+};
+
+TEST(read_motorola, records_of_all_three_widths_land_at_their_addresses)
+{
+    motorola_fixture f;
+    EXPECT_EQ(f.read("S00600004844521B\r\n" + record(1, 0x10, {1, 2}) + record(2, 0x20, {3}) + record(3, 0x30, {4}) +
+                     end_record),
+              status::done);
+    EXPECT_EQ(f.bytes(0x0F, 4), (bytes_of{untouched, 1, 2, untouched}));
+    EXPECT_EQ(f.buffer(0x20), 3);
+    EXPECT_EQ(f.buffer(0x30), 4);
+}
+
+TEST(read_motorola, a_record_without_data_is_accepted)
+{
+    motorola_fixture f;
+    EXPECT_EQ(f.read("S1030000FC\n" + record(1, 0, {7}) + end_record), status::done);
+    EXPECT_EQ(f.buffer(0), 7);
+    EXPECT_EQ(f.read("S1000000FC\n" + record(1, 0, {8}) + end_record), status::done);  // shorter than its own address
+    EXPECT_EQ(f.buffer(0), 8);
+}
+
+TEST(read_motorola, without_an_end_record_all_data_land_and_the_load_fails)
+{
+    motorola_fixture f;
+    EXPECT_EQ(f.read(record(1, 0, {1}) + record(1, 1, {2})), status::failed);
+    EXPECT_EQ(f.bytes(0, 2), (bytes_of{1, 2}));
+    EXPECT_EQ(f.why(), "file:3: the end of the file where an end record (S7, S8 or S9) was expected");
+    EXPECT_TRUE(f.shell.boxes().empty());
+}
+
+TEST(read_motorola, every_end_record_ends_the_load_at_once)
+{
+    for (const std::string type : {"5", "7", "8", "9"}) {
+        motorola_fixture f;
+        EXPECT_EQ(f.read("S" + type + "03\n" + record(1, 0, {1})), status::done) << type;
+        EXPECT_TRUE(f.buffer_untouched());
+    }
+}
+
+TEST(read_motorola, an_unknown_record_type_fails_and_says_where)
+{
+    motorola_fixture f;
+    EXPECT_EQ(f.read(record(1, 0, {1}) + "S4030000FC\n" + end_record), status::failed);
+    EXPECT_EQ(f.why(), "file:2: record type 4 where S0 to S9 was expected");
+    EXPECT_EQ(f.read("S"), status::failed);
+    EXPECT_EQ(f.why(), "file:1: the end of the file where S0 to S9 was expected");
+}
+
+TEST(read_motorola, a_wrong_checksum_is_passed_over)
+{
+    motorola_fixture f;
+    EXPECT_EQ(f.read("S104000007AA\n" + end_record), status::done);
+    EXPECT_EQ(f.buffer(0), 7);
+}
+
+TEST(read_motorola, a_damaged_head_fails)
+{
+    motorola_fixture f;
+    EXPECT_EQ(f.read("S1X40000\n"), status::failed);
+    EXPECT_EQ(f.why(), "file:1: a damaged record head where count and address in hexadecimal was expected");
+    EXPECT_EQ(f.read("S10400"), status::failed);
+}
+
+TEST(read_motorola, damaged_and_missing_data_fail_and_keep_what_came_before)
+{
+    motorola_fixture f;
+    EXPECT_EQ(f.read("S105000001G2F7\n" + end_record), status::failed);
+    EXPECT_EQ(f.why(), "file:1: a data byte that is not hexadecimal where two digits was expected");
+    EXPECT_EQ(f.bytes(0, 2), (bytes_of{1, untouched}));
+    EXPECT_EQ(f.read("S1060010"
+                     "0304"),
+              status::failed);
+    EXPECT_EQ(f.bytes(0x10, 3), (bytes_of{3, 4, untouched}));
+    EXPECT_EQ(f.why(), "file:1: a record that ends early where its data was expected");
+}
+
+TEST(read_motorola, records_below_the_file_start_are_passed_over)
+{
+    motorola_fixture f;
+    EXPECT_EQ(f.read(record(1, 0x0F, {1, 2}) + record(1, 0x10, {3}) + end_record, {.from_file = "10"}), status::done);
+    EXPECT_EQ(f.bytes(0, 2), (bytes_of{3, untouched}));
+}
+
+TEST(read_motorola, a_record_behind_the_device_is_passed_over_and_one_across_its_end_is_cut)
+{
+    motorola_fixture f{{.tlength = 0x100}};
+    EXPECT_EQ(f.read(record(1, 0x101, {1}) + record(1, 0xFF, {2, 3, 4}) + end_record), status::done);
+    EXPECT_EQ(f.bytes(0xFF, 3), (bytes_of{2, 3, untouched}));  // the address equal to the length is still taken
+}
+
+TEST(read_motorola, half_an_address_behind_the_device_is_behind_it)
+{
+    motorola_fixture f{{.tlength = 0x80}};
+    EXPECT_EQ(f.read(record(1, 0x101, {1, 1}) + end_record, {.from_mode = 1}), status::done);
+    EXPECT_TRUE(f.buffer_untouched());
+    EXPECT_EQ(f.read(record(1, 0x100, {1, 1}) + end_record, {.from_mode = 1}), status::done);
+    EXPECT_EQ(f.buffer(0x80), 1);
+}
+
+TEST(read_motorola, the_load_ends_with_the_first_byte_above_the_size)
+{
+    motorola_fixture f;
+    EXPECT_EQ(f.read(record(1, 0, {1, 2, 3, 4, 5}), {.size = "3"}), status::done);  // no end record is reached
+    EXPECT_EQ(f.bytes(0, 5), (bytes_of{1, 2, 3, 4, untouched}));
+}
+
+TEST(read_motorola, the_address_behind_the_buffer_fails_where_the_buffer_ends)
+{
+    motorola_fixture f{{.tlength = 0x10000}};
+    EXPECT_EQ(f.read(record(1, 0x1000 + 2199, {1, 2}) + end_record), status::failed);
+    EXPECT_EQ(f.buffer(0x1000 + 2199), 1);
+    EXPECT_EQ(f.why(), "file: subscript out of range: ibuffer(6296)");
+}
+
+TEST(read_motorola, progress_and_messages_come_every_some_records)
+{
+    motorola_fixture f;
+    std::string text;
+    for (unsigned i = 0; i < 200; ++i) text += record(1, 4 * i, {1, 2, 3, 4});
+    text += end_record;
+    const auto pace = 1 + static_cast<int>(text.size()) / (20 * (2 + 4 + 7));
+    EXPECT_EQ(f.read(text), status::done);
+    EXPECT_EQ(f.shell.pumps(), 200 / pace);
+    ASSERT_EQ(f.shell.progress().size(), static_cast<std::size_t>(std::min(200 / pace, 12)));  // 98 stands once
+    EXPECT_EQ(f.shell.progress().front(), 9);
+    EXPECT_LE(f.shell.progress().back(), 99);
+}
+
+TEST(read_motorola, every_byte_selection_agrees_with_a_slow_model)
+{
+    std::mt19937 generator{11};
+    constexpr std::int64_t start = 0x31, file_start = 0x123, devbytes = 0x1800;
+    for (int from = 0; from < 7; ++from) {
+        for (int to = 0; to < 7; ++to) {
+            const auto [step, phase] = selections[from];
+            const auto [buffer_step, buffer_phase] = selections[to];
+            std::map<std::int64_t, int> memory;
+            std::string text;
+            for (int i = 0; i < 40; ++i) {
+                const unsigned address = generator() % 0x800;
+                const bytes_of data = random_bytes(generator() % 60, static_cast<unsigned>(generator()));
+                text += record(1 + static_cast<int>(generator() % 3), address, data);
+                if (address < file_start) continue;
+                if (static_cast<double>(start - file_start) + address / static_cast<double>(step) > devbytes) continue;
+                for (std::int64_t item = 0; (item + 1) * step <= static_cast<std::int64_t>(data.size()); ++item) {
+                    const std::int64_t x = buffer_phase + buffer_step * (item + (address - file_start) / step);
+                    if (x > devbytes) break;
+                    memory[start + x] = data[static_cast<std::size_t>(phase + item * step)];
+                }
+            }
+            motorola_fixture f{{.buflength = 0x4000, .tlength = devbytes}};
+            EXPECT_EQ(
+                f.read(text + end_record, {.to_buffer = "31", .from_file = "123", .from_mode = from, .to_mode = to}),
+                status::done);
+            for (std::int64_t address = 0; address < 0x3000; ++address) {
+                const auto known = memory.find(address);
+                ASSERT_EQ(f.buffer(address), known != memory.end() ? known->second : untouched)
+                    << from << " to " << to << " at " << address;
+            }
+        }
+    }
+}
+
+}  // namespace
+}  // namespace tamrix::tests

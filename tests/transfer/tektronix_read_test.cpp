@@ -1,0 +1,190 @@
+#include "load_fixture.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <random>
+
+namespace tamrix::tests {
+namespace {
+
+using bytes_of = std::vector<std::uint8_t>;
+constexpr std::uint8_t untouched = plug_in_fixture::untouched;
+
+unsigned digits_sum(const std::string& digits)
+{
+    unsigned sum = 0;
+    for (const char c : digits) sum += static_cast<unsigned>(std::stoi(std::string{c}, nullptr, 16));
+    return sum;
+}
+
+std::string record(unsigned address, const bytes_of& data)
+{
+    const std::string head = hex2(address >> 8) + hex2(address) + hex2(static_cast<unsigned>(data.size()));
+    return "/" + head + hex2(digits_sum(head)) + hex_of(data) + hex2(digits_sum(hex_of(data))) + "\r\n";
+}
+
+const std::string end_record = "/0000000000r\r\n";
+
+struct tektronix_fixture : format_fixture {
+    explicit tektronix_fixture(const device& chosen = {}) : format_fixture{3, chosen} {}
+};
+
+TEST(read_tektronix, records_land_at_their_addresses)
+{
+    tektronix_fixture f;
+    EXPECT_EQ(f.read(record(0x10, {1, 2}) + record(0x20, {3}) + end_record), status::done);
+    EXPECT_EQ(f.bytes(0x0F, 4), (bytes_of{untouched, 1, 2, untouched}));
+    EXPECT_EQ(f.buffer(0x20), 3);
+}
+
+TEST(read_tektronix, every_line_end_is_taken)
+{
+    for (const std::string end : {"\r", "\n", "\r\n"}) {
+        std::string text = record(0, {1}) + record(1, {2}) + end_record;
+        for (std::size_t at = 0; (at = text.find("\r\n", at)) != std::string::npos; at += end.size())
+            text.replace(at, 2, end);
+        tektronix_fixture f;
+        EXPECT_EQ(f.read(text), status::done);
+        EXPECT_EQ(f.bytes(0, 2), (bytes_of{1, 2}));
+    }
+}
+
+TEST(read_tektronix, an_empty_line_fails)
+{
+    tektronix_fixture f;
+    EXPECT_EQ(f.read(record(0, {1}) + "\r\n" + end_record), status::failed);
+    EXPECT_EQ(f.why(), "file:2: an empty line where a record was expected");
+    EXPECT_EQ(f.buffer(0), 1);
+}
+
+TEST(read_tektronix, a_line_without_a_slash_fails)
+{
+    tektronix_fixture f;
+    EXPECT_EQ(f.read("hello\n"), status::failed);
+    EXPECT_EQ(f.why(), "file:1: a line without \"/\" where a record was expected");
+    EXPECT_EQ(f.read(" " + record(0, {1})), status::failed);
+}
+
+TEST(read_tektronix, a_count_of_0_ends_the_load_whatever_follows)
+{
+    tektronix_fixture f;
+    EXPECT_EQ(f.read("/1234007Fanything\nnot a record\n"), status::done);
+    EXPECT_TRUE(f.buffer_untouched());
+}
+
+TEST(read_tektronix, a_header_check_of_the_address_alone_is_taken_too)
+{
+    tektronix_fixture f;
+    EXPECT_EQ(f.read("/0012020311225"
+                     "\n" +
+                     end_record),
+              status::done);
+    EXPECT_EQ(f.bytes(0x12, 2), (bytes_of{0x11, 0x22}));
+}
+
+TEST(read_tektronix, a_wrong_header_check_fails)
+{
+    tektronix_fixture f;
+    EXPECT_EQ(f.read("/0012020411226\n" + end_record), status::failed);
+    EXPECT_EQ(f.why(), "file:1: header checksum 04 where 05 was expected");
+    EXPECT_TRUE(f.buffer_untouched());
+}
+
+TEST(read_tektronix, the_data_check_is_not_read)
+{
+    tektronix_fixture f;
+    EXPECT_EQ(f.read("/0000010107ZZ\n/000101020"
+                     "8\n" +
+                     end_record),
+              status::done);
+    EXPECT_EQ(f.bytes(0, 2), (bytes_of{7, 8}));
+}
+
+TEST(read_tektronix, the_end_of_the_file_without_an_end_record_fails)
+{
+    tektronix_fixture f;
+    EXPECT_EQ(f.read(record(0, {1})), status::failed);
+    EXPECT_EQ(f.why(), "file:2: the end of the file where the end record /0000000000 was expected");
+    EXPECT_EQ(f.read(""), status::failed);
+}
+
+TEST(read_tektronix, damaged_heads_and_data_fail)
+{
+    tektronix_fixture f;
+    EXPECT_EQ(f.read("/00"), status::failed);
+    EXPECT_EQ(f.why(), "file:1: a damaged record head where address and count in hexadecimal was expected");
+    EXPECT_EQ(f.read("/000001"), status::failed);
+    EXPECT_EQ(f.why(), "file:1: a damaged header checksum where two digits was expected");
+    EXPECT_EQ(f.read("/000002020"
+                     "5X\n"),
+              status::failed);
+    EXPECT_EQ(f.why(), "file:1: a data byte that is missing or not hexadecimal where two digits was expected");
+}
+
+TEST(read_tektronix, lines_below_the_file_start_and_behind_the_device_are_passed_over)
+{
+    tektronix_fixture f{{.tlength = 0x100}};
+    EXPECT_EQ(f.read(record(0x0F, {1}) + record(0x10, {2}) + record(0x200, {3}) + end_record, {.from_file = "10"}),
+              status::done);
+    EXPECT_EQ(f.bytes(0, 2), (bytes_of{2, untouched}));
+    EXPECT_EQ(f.buffer(0x1F0), untouched);
+}
+
+TEST(read_tektronix, the_load_ends_with_the_first_byte_above_the_size)
+{
+    tektronix_fixture f;
+    EXPECT_EQ(f.read(record(0, {1, 2, 3, 4}) + "damaged", {.size = "2"}), status::done);
+    EXPECT_EQ(f.bytes(0, 4), (bytes_of{1, 2, 3, untouched}));
+}
+
+TEST(read_tektronix, progress_comes_every_some_lines_without_messages)
+{
+    tektronix_fixture f;
+    std::string text;
+    for (unsigned i = 0; i < 100; ++i) text += record(4 * i, {1, 2, 3, 4});
+    text += end_record;
+    const auto pace = 1 + static_cast<int>(text.size()) / (20 * (4 + 10));
+    EXPECT_EQ(f.read(text), status::done);
+    EXPECT_EQ(f.shell.progress().front(), 10);
+    EXPECT_EQ(f.shell.progress().size(), static_cast<std::size_t>(std::min(100 / pace, 11)));
+    EXPECT_EQ(f.shell.pumps(), 0);
+}
+
+TEST(read_tektronix, every_byte_selection_agrees_with_a_slow_model)
+{
+    std::mt19937 generator{13};
+    constexpr std::int64_t start = 0x31, file_start = 0x123, devbytes = 0x1800;
+    for (int from = 0; from < 7; ++from) {
+        for (int to = 0; to < 7; ++to) {
+            const auto [step, phase] = selections[from];
+            const auto [buffer_step, buffer_phase] = selections[to];
+            std::map<std::int64_t, int> memory;
+            std::string text;
+            for (int i = 0; i < 40; ++i) {
+                const unsigned address = generator() % 0x800;
+                const bytes_of data = random_bytes(1 + generator() % 60, static_cast<unsigned>(generator()));
+                text += record(address, data);
+                if (address < file_start) continue;
+                if (static_cast<double>(start - file_start) + address / static_cast<double>(step) > devbytes) continue;
+                for (std::int64_t item = 0; (item + 1) * step <= static_cast<std::int64_t>(data.size()); ++item) {
+                    const std::int64_t x = buffer_phase + buffer_step * (item + (address - file_start) / step);
+                    if (x > devbytes) break;
+                    memory[start + x] = data[static_cast<std::size_t>(phase + item * step)];
+                }
+            }
+            tektronix_fixture f{{.buflength = 0x4000, .tlength = devbytes}};
+            EXPECT_EQ(
+                f.read(text + end_record, {.to_buffer = "31", .from_file = "123", .from_mode = from, .to_mode = to}),
+                status::done);
+            for (std::int64_t address = 0; address < 0x3000; ++address) {
+                const auto known = memory.find(address);
+                ASSERT_EQ(f.buffer(address), known != memory.end() ? known->second : untouched)
+                    << from << " to " << to << " at " << address;
+            }
+        }
+    }
+}
+
+}  // namespace
+}  // namespace tamrix::tests
