@@ -1,6 +1,8 @@
 #include "entry/entry_methods.h"
 
 #include "base/arith.h"
+#include "pld/jedec.h"
+#include "pld/svf.h"
 #include "transfer/readfile.h"
 #include "transfer/writefile.h"
 
@@ -60,8 +62,8 @@ bool entry_methods::offers(std::string_view method) const
     static constexpr line behind[] = {{"algoparameter0", "algoparameter"}, {"analyzer0", "analyzer"},
                                       {"recetwave0", "recetwave"},         {"mnutestttltest0", "ttltest"},
                                       {"mnutesteditttllib0", "ttltest"},   {"mnuEditeditvector0", "ttledit"}};
-    static constexpr std::string_view always[] = {"readfile0", "wfile", "bufcomopt", "buffercomopt",
-                                                  "freesharebufferopt"};
+    static constexpr std::string_view always[] = {"readfile0",          "wfile",       "bufcomopt",    "buffercomopt",
+                                                  "freesharebufferopt", "readpldfile", "writepldfile", "readsvffile"};
     if (std::ranges::find(always, method) != std::end(always)) return true;
     const auto* found = std::ranges::find(behind, method, &line::method);
     return found != std::end(behind) && dialogs_.has(found->dialog);
@@ -185,11 +187,26 @@ reply entry_methods::vecttest0(std::uint8_t&, std::uint8_t& ttlcnt0, std::uint8_
     return {};
 }
 
-reply entry_methods::readpldfile(std::string&) { return {}; }
+reply entry_methods::readpldfile(std::string& fname)
+{
+    return guarded([&] {
+        read_jedec(plug_in_, fname);
+        return variant{};
+    });
+}
 
-reply entry_methods::writepldfile(std::string&) { return {}; }
+reply entry_methods::writepldfile(std::string& fname)
+{
+    return guarded([&] {
+        write_jedec(plug_in_, fname);
+        return variant{};
+    });
+}
 
-reply entry_methods::readsvffile(std::string&, std::string&) { return {}; }
+reply entry_methods::readsvffile(std::string& fname, std::string& syspath0)
+{
+    return guarded([&] { return variant{read_svf(plug_in_, fname, syspath0)}; });
+}
 
 reply entry_methods::bufcomopt(std::int16_t& num)
 {

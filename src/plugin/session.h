@@ -4,6 +4,7 @@
 
 #include "base/diagnostic.h"
 #include "forms/shell.h"
+#include "plugin/pld_variables.h"
 #include "plugin/sharemap.h"
 #include "tamrix/types.h"
 
@@ -40,6 +41,7 @@ public:
     forms::shell& screen;
     sharemap blocks;
     transfer_variables transfer;
+    pld_variables pld;
     diagnostic why_it_failed;  // of the last load or save; empty after a success
 
     std::int16_t rformat = 0;  // format option to preselect; after a load or save its status

@@ -1,25 +1,16 @@
 #include "transfer/transfer_job.h"
 
-#include <exception>
-#include <new>
+#include "transfer/file_guard.h"
+
 #include <utility>
 
 namespace tamrix {
 
 status run_guarded(transfer_job& job, transfer_routine routine)
 {
-    diagnostic& why = job.plug_in.why_it_failed;
-    why = {};
-    try {
-        return routine(job);
-    } catch (const file_error& error) {
-        why = error.why();
-    } catch (const std::bad_alloc&) {
-        why = {.file = job.plug_in.fname, .found = "more than the memory can hold"};
-    } catch (const std::exception& error) {
-        why = {.file = job.plug_in.fname, .found = error.what()};
-    }
-    return status::failed;
+    status outcome = status::failed;
+    guard_file(job.plug_in, job.plug_in.fname, [&] { outcome = routine(job); });
+    return outcome;
 }
 
 status fail_in_text(transfer_job& job, file_window& file, std::int64_t offset, std::string found, std::string expected)

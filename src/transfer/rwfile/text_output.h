@@ -15,6 +15,16 @@ public:
     explicit text_output(const std::string& path) : file_{path}, text_(capacity) {}
 
     void text(std::string_view words) { std::memcpy(grow(words.size()), words.data(), words.size()); }
+    /// A whole line of any length.
+    void line(std::string_view words)
+    {
+        for (; words.size() > longest_line; words.remove_prefix(longest_line)) {
+            text(words.substr(0, longest_line));
+            breathe();
+        }
+        text(words);
+        end_line();
+    }
     /// `digits` upper-case hexadecimal digits of `value`.
     void number(std::uint64_t value, int digits)
     {
@@ -29,7 +39,12 @@ public:
     void end_line()
     {
         text("\r\n");
-        if (used_ > capacity - longest_line) flush();
+        breathe();
+    }
+    /// To be called at least every 1024 characters: empties what has gathered when it becomes much.
+    void breathe()
+    {
+        if (used_ > capacity - 2 * longest_line) flush();
     }
     /// What has gathered reaches the file, and the file is closed.
     void close()

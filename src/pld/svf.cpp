@@ -1,0 +1,25 @@
+#include "pld/svf.h"
+
+#include "transfer/file_guard.h"
+#include "transfer/rwfile/text_output.h"
+#include "transfer/text_lines.h"
+
+namespace tamrix {
+
+std::int16_t read_svf(session& plug_in, const std::string& fname, const std::string& syspath)
+{
+    std::int16_t result = 0;
+    guard_file(plug_in, fname, [&] {
+        text_lines lines{fname};
+        if (lines.file_length() == 0) {
+            result = 1;
+            return;
+        }
+        text_output copy{syspath + "pldtmp.svf"};
+        while (const auto line = lines.next()) copy.line(*line);
+        copy.close();
+    });
+    return result;
+}
+
+}  // namespace tamrix

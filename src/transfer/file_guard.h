@@ -1,0 +1,15 @@
+// Runs file work and turns its faults into a diagnostic.
+#pragma once
+
+#include "plugin/session.h"
+
+#include <functional>
+#include <string>
+
+namespace tamrix {
+
+/// Runs `work` on the file `fname`. Yields false where it threw; `why_it_failed` then tells, else it is empty unless
+/// `work` set it.
+bool guard_file(session& plug_in, const std::string& fname, const std::function<void()>& work);
+
+}  // namespace tamrix
