@@ -61,7 +61,6 @@ public:
 private:
     std::string path_;
     int file_;
-    std::int64_t position_ = 0;
 };
 
 /// A whole file in memory, followed by zero bytes so that readers may look a little past its end.
