@@ -199,7 +199,7 @@ void main_frame::show_caret()
 
 void main_frame::update_title()
 {
-    const wxString name = file_.empty() ? wxString{} : to_wx(std::filesystem::path{file_}.filename().string()) + L" – ";
+    const wxString name = file_.empty() ? wxString{} : to_wx(std::filesystem::path{file_}.filename().string()) + " - ";
     SetTitle(name + "tamrix workbench");
 }
 

@@ -15,9 +15,9 @@
 #include <wx/choice.h>
 #include <wx/clipbrd.h>
 #include <wx/control.h>
-#include <wx/dialog.h>
 #include <wx/evtloop.h>
 #include <wx/textctrl.h>
+#include <wx/toplevel.h>
 
 namespace tamrix::tests {
 
@@ -89,7 +89,8 @@ scripted_form::scripted_form()
 {
     starter_.on_tick = [this] {
         starter_.enabled = false;
-        comes_true([] { return wxGetActiveWindow() != nullptr; });
+        comes_true([] { return static_cast<wxTopLevelWindow&>(dialog()).IsActive(); });
+        let_answer();
         try {
             script();
         } catch (const std::exception& error) {
@@ -148,7 +149,7 @@ bool comes_true(const std::function<bool()>& done)
 std::string focused()
 {
     const wxWindow* window = wxWindow::FindFocus();
-    return window != nullptr ? shown_text(*window) : "nothing";
+    return window != nullptr ? shown_text(*window) : "a list";  // which does not tell that it has the keyboard
 }
 
 wxWindow& dialog()

@@ -42,8 +42,7 @@ void copy(const std::string& text);
 /// Lets the program work until `done` says so, at most five seconds; true where it did.
 bool comes_true(const std::function<bool()>& done);
 
-/// What has the keyboard, as a person would name it: the text in a box, the caption of a button or option, the chosen
-/// entry of a list.
+/// What has the keyboard, as a person would name it: the text in a box, the caption of a button or option, "a list".
 std::string focused();
 /// The dialog in front.
 wxWindow& dialog();

@@ -24,6 +24,7 @@ public:
     bool has_window(const std::string& title) const;
     void press(const std::string& keys) const;
     void type(const std::string& letters) const;
+    pid_t process() const { return process_; }
     /// Waits for its end and yields its exit status, or -1 where it did not end by itself.
     int wait();
     /// What it wrote to standard output and standard error so far.

@@ -37,7 +37,7 @@ protected:
         return all;
     }
     std::string file(const char* name) const { return (folder / name).string(); }
-    std::vector<std::string> shared_objects() const
+    static std::vector<std::string> shared_objects(const std::string& name_space)
     {
         std::vector<std::string> names;
         for (const auto& entry : fs::directory_iterator{"/dev/shm"}) {
@@ -70,17 +70,18 @@ std::string without_time(std::string text)
 
 TEST_F(programs, the_smallest_host_loads_a_file_through_the_dialog)
 {
-    program host{"minimal_host", {file("demo.hex")}, settings()};
+    program host{"minimal_host", {file("demo.hex")}, {"LD_LIBRARY_PATH=" PROGRAM_FOLDER}};
     host.focus("Load A File To Buffer");
     host.press("Return");
     EXPECT_EQ(host.wait(), 0);
-    EXPECT_EQ(without_time(host.output()), ">>Load File OK! \n>> Sec\n"
+    EXPECT_EQ(without_time(host.output()), ">>Load File OK! \n>> Sec\n\n"
                                            "00 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F \n");
 }
 
 TEST_F(programs, the_smallest_host_is_told_where_there_is_no_display)
 {
-    program host{"minimal_host", {file("demo.hex")}, settings({"DISPLAY=", "WAYLAND_DISPLAY="})};
+    program host{
+        "minimal_host", {file("demo.hex")}, {"LD_LIBRARY_PATH=" PROGRAM_FOLDER, "DISPLAY=", "WAYLAND_DISPLAY="}};
     EXPECT_EQ(host.wait(), 0);
     EXPECT_TRUE(host.output().starts_with("no display")) << host.output();
 }
@@ -107,7 +108,7 @@ TEST_F(programs, the_workbench_loads_a_file_saves_it_and_leaves_nothing_behind)
     workbench.focus("copy.bin.*tamrix workbench");
     workbench.press("ctrl+q");
     EXPECT_EQ(workbench.wait(), 0);
-    EXPECT_EQ(shared_objects(), std::vector<std::string>{});
+    EXPECT_EQ(shared_objects(name_space), std::vector<std::string>{});
     EXPECT_EQ(workbench.output(), "");
     EXPECT_TRUE(fs::is_empty(folder / "cache" / "tamrix"));
 }
@@ -150,7 +151,7 @@ TEST_F(programs, another_device_of_the_workbench_has_a_buffer_of_its_own_size)
         [&] { return content("/dev/shm/" + name_space + "qorfanibuffer").size() == 0x100 + 2200; }));
     workbench.press("ctrl+q");
     EXPECT_EQ(workbench.wait(), 0);
-    EXPECT_EQ(shared_objects(), std::vector<std::string>{});
+    EXPECT_EQ(shared_objects(name_space), std::vector<std::string>{});
 }
 
 TEST_F(programs, bytes_typed_over_in_the_workbench_stand_in_the_buffer)
@@ -171,14 +172,15 @@ TEST_F(programs, bytes_typed_over_in_the_workbench_stand_in_the_buffer)
 
 TEST_F(programs, a_workbench_that_was_killed_leaves_no_names_of_its_own_behind)
 {
-    const std::string before = std::to_string(std::distance(fs::directory_iterator{"/dev/shm"}, {}));
+    std::vector<std::string> without_name_space = settings();
+    std::erase_if(without_name_space, [](const std::string& one) { return one.starts_with("TAMRIX_NAMESPACE"); });
+    std::string own_name_space;
     {
-        std::vector<std::string> private_names = settings();
-        std::erase_if(private_names, [](const std::string& one) { return one.starts_with("TAMRIX_NAMESPACE"); });
-        program workbench{"tamrix-workbench", {"--device", "27C64"}, private_names};
+        program workbench{"tamrix-workbench", {"--device", "27C64"}, without_name_space};
+        own_name_space = "w" + std::to_string(workbench.process()) + ".";
         workbench.focus("^tamrix workbench");
     }  // killed here
-    EXPECT_EQ(std::to_string(std::distance(fs::directory_iterator{"/dev/shm"}, {})), before);
+    EXPECT_EQ(shared_objects(own_name_space), std::vector<std::string>{});
 }
 
 TEST_F(programs, the_workbench_tells_what_is_missing_and_ends)
