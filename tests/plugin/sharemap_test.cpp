@@ -14,6 +14,7 @@
 #include <filesystem>
 #include <limits>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -377,6 +378,27 @@ TEST_F(shared_blocks, that_exist_without_a_byte_fail)
     EXPECT_EQ(shell.boxes(), names{failure_text});
     EXPECT_FALSE(plug_in.blocks.order.attached());
     EXPECT_EQ(plug_in.blocks.order.count(), 1u);
+}
+
+/// A screen on which no box can be shown.
+struct broken_screen final : forms::shell {
+    forms::answer box(const forms::message_box&) override { throw std::runtime_error{"no display"}; }
+    void beep() override {}
+    void doevents() override {}
+    double seconds() override { return 0; }
+    void run_modal(forms::form&) override {}
+};
+
+TEST_F(shared_blocks, that_fail_where_no_box_can_be_shown_are_told_on_the_terminal_and_do_not_stop_the_others)
+{
+    const taken_name first{object("ibuf11")}, second{object("order1")};
+    broken_screen screen;
+    session plug_in{screen, prefix};
+    testing::internal::CaptureStderr();
+    plug_in.blocks.attachsmall(1);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), std::string{failure_text} + "\n" + failure_text + "\n");
+    EXPECT_TRUE(plug_in.blocks.ubuf1.attached());
+    EXPECT_TRUE(plug_in.blocks.algobuf.attached());
 }
 
 TEST_F(shared_blocks, that_all_fail_show_62_boxes_and_no_error)
