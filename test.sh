@@ -40,7 +40,7 @@ run_sanitized() {
 }
 
 run_bench() {
-    build release
+    build release tamrix_cli bench_loads
     exec bench/side_by_side.sh build/release
 }
 

@@ -14,9 +14,11 @@
 using namespace tamrix;
 
 struct block {  // of shared memory; its name goes away with its last user
-    block(const std::string& name, std::uint32_t length_bytes)
-        : object{name}, file{named_memory::create(name, length_bytes)}, bytes{named_memory::map(file)}
-    {}
+    block(const std::string& name, std::uint32_t length_bytes) : object{name}, file{named_memory::open(name)}
+    {
+        if (file == 0) file = named_memory::create(name, length_bytes);
+        bytes = named_memory::map(file);
+    }
     ~block() { named_memory::close(file, object); }
     std::string object;
     named_memory::handle file;
@@ -47,9 +49,8 @@ int main(int, char** arguments)
 
     std::string file{arguments[1]}, folder{"./"};
     const reply outcome = plug_in->readfile0(file, intel, folder);
-    std::fputs(outcome.ok() ? text_of(*static_cast<std::uint32_t*>(blocks.at("MainRtstr").bytes), nullptr)
-                            : outcome.error.c_str(),
-               stdout);
+    const std::uint32_t told = *static_cast<std::uint32_t*>(blocks.at("MainRtstr").bytes);
+    std::puts(outcome.ok() ? text_of(told, nullptr) : outcome.error.c_str());
     for (int i = 0; i < 16; ++i) std::printf("%02X ", static_cast<std::uint8_t*>(buffer.bytes)[i]);
     std::puts("");
     plug_in->freesharebufferopt();

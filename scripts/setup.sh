@@ -15,7 +15,6 @@ build_packages=(
 test_packages=(
     libgtest-dev      # the unit tests
     libgmock-dev      # their matchers
-    libbenchmark-dev  # the benchmarks
     clang-format      # the formatting
     git               # lists the files to format
     srecord           # writes and reads HEX files as a peer
@@ -23,7 +22,6 @@ test_packages=(
     xvfb              # the display that tests of real windows run on
     xauth             # xvfb-run needs it
     xdotool           # the keys and the mouse in those tests
-    x11-utils         # looks at the windows in those tests
     imagemagick       # takes their screenshots
 )
 

@@ -2,6 +2,11 @@
 
 #include "cli/console.h"
 
+#include <cerrno>
+#include <span>
+#include <string>
+
+#include <sys/mman.h>
 #include <unistd.h>
 
 namespace tamrix::cli {
@@ -15,6 +20,18 @@ void check(const reply& outcome, const shell& screen)
 {
     if (!outcome.ok()) fail(outcome.error);
     if (!screen.boxes().empty()) fail(screen.boxes().front().text);
+}
+
+/// A load fills the whole buffer, so its pages are taken at one stroke: that is quicker than one by one, and where
+/// memory is short it is an error and not a deadly signal.
+void take_pages(std::span<std::uint8_t> buffer)
+{
+#if defined(MADV_POPULATE_WRITE)
+    constexpr int not_known_to_the_system = EINVAL;
+    if (::madvise(buffer.data(), buffer.size(), MADV_POPULATE_WRITE) != 0 && errno != not_known_to_the_system) {
+        fail("no memory for a buffer of " + std::to_string(buffer.size()) + " bytes");
+    }
+#endif
 }
 
 }  // namespace
@@ -33,6 +50,7 @@ void attached_plug_in::attach_buffer(std::int32_t buflength)
     std::int16_t num = blocks.num();
     check(methods.buffercomopt(num), screen);
     blocks.withdraw_names();
+    take_pages(state.blocks.ibuffer.span());
 }
 
 std::string attached_plug_in::take_status_text()

@@ -12,6 +12,7 @@ log_panel::log_panel(wxWindow* parent)
       text_{new wxTextCtrl{this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
                            wxTE_MULTILINE | wxTE_READONLY | wxTE_RICH2 | wxBORDER_THEME}}
 {
+    text_->SetMargins(FromDIP(wxPoint{6, 4}));
     auto* outer = new wxBoxSizer{wxVERTICAL};
     outer->Add(text_, wxSizerFlags{1}.Expand().Border(wxALL, FromDIP(6)));
     SetSizer(outer);

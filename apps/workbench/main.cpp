@@ -1,5 +1,6 @@
 // The workbench: starts the window, or tells on the terminal why it cannot.
 #include "workbench/main_frame.h"
+#include "workbench/settings_folder.h"
 #include "workbench/text.h"
 
 #include <CLI/CLI.hpp>
@@ -13,7 +14,6 @@
 #include <wx/fileconf.h>
 #include <wx/log.h>
 #include <wx/msgdlg.h>
-#include <wx/stdpaths.h>
 
 namespace {
 
@@ -31,10 +31,10 @@ public:
 
     bool OnInit() override
     {
-        wxStandardPaths::Get().SetFileLayout(wxStandardPaths::FileLayout_XDG);
-        wxConfigBase::Set(
-            new wxFileConfig{"workbench", "tamrix", "", "", wxCONFIG_USE_LOCAL_FILE | wxCONFIG_USE_SUBDIR});
+        delete wxLog::SetActiveTarget(new wxLogStderr);  // the toolkit's own complaints are for the terminal
         try {
+            wxConfigBase::Set(new wxFileConfig{
+                "", "", tamrix::workbench::to_wx(tamrix::workbench::make_settings_folder() + "/workbench.conf")});
             auto* window = new tamrix::workbench::main_frame{options_.plug_in, options_.device};
             window->Show();
             window->Raise();

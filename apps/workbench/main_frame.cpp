@@ -194,12 +194,12 @@ void main_frame::buffer_changed() { hex_view_->show(session_.buffer()); }
 void main_frame::show_caret()
 {
     if (GetStatusBar() == nullptr) return;
-    SetStatusText(wxString::Format("%08X", static_cast<unsigned>(hex_view_->caret())), caret_field);
+    SetStatusText(wxString::Format("Address: %08X", static_cast<unsigned>(hex_view_->caret())), caret_field);
 }
 
 void main_frame::update_title()
 {
-    const wxString name = file_.empty() ? wxString{} : to_wx(std::filesystem::path{file_}.filename().string()) + L" – ";
+    const wxString name = file_.empty() ? wxString{} : to_wx(std::filesystem::path{file_}.filename().string()) + " - ";
     SetTitle(name + "tamrix workbench");
 }
 

@@ -1,8 +1,8 @@
 #include "forms/controls.h"
 
-#include "forms/form.h"
-#include "base/utf8.h"
 #include "base/errors.h"
+#include "base/utf8.h"
+#include "forms/form.h"
 
 namespace tamrix::forms {
 

@@ -2,14 +2,29 @@
 
 #include "plugin/catalogue.h"
 
+#include <exception>
+#include <iostream>
 #include <utility>
 
 namespace tamrix {
 
+namespace {
+
+/// A block that fails does not keep the others from being attached, nor does a box that cannot be shown.
+void tell_of_failed_block(forms::shell& screen)
+{
+    constexpr const char* text = "Unable to create memory mapped file";
+    try {
+        screen.box({.text = text});
+    } catch (const std::exception&) {
+        std::cerr << text << '\n';
+    }
+}
+
+}  // namespace
+
 session::session(forms::shell& screen_to_use, std::string name_space)
-    : screen{screen_to_use}, blocks{std::move(name_space), [this] {
-                                        screen.box({.text = "Unable to create memory mapped file"});
-                                    }}
+    : screen{screen_to_use}, blocks{std::move(name_space), [this] { tell_of_failed_block(screen); }}
 {}
 
 std::string session::text(int base_number) const { return LoadResString(blocks.Language(0) + base_number); }

@@ -12,7 +12,7 @@ void file_window::move_to(std::int64_t offset)
     at_end_ = held_ < static_cast<std::int64_t>(window_bytes);
 }
 
-std::int64_t file_window::find(std::uint8_t byte, std::int64_t offset)
+std::int64_t file_window::find_far(std::uint8_t byte, std::int64_t offset)
 {
     while (offset < length()) {
         const auto bytes = from(offset, 1);

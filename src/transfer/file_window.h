@@ -34,7 +34,17 @@ public:
     }
 
     /// Where `byte` stands next, from `offset` on; the length of the file where it does not.
-    std::int64_t find(std::uint8_t byte, std::int64_t offset);
+    std::int64_t find(std::uint8_t byte, std::int64_t offset)
+    {
+        constexpr std::size_t line_end = 3;  // between two records there is usually nothing else
+        if (offset < length()) {
+            const auto near = from(offset, line_end);
+            for (std::size_t i = 0; i < line_end && i < near.size(); ++i) {
+                if (near[i] == byte) return offset + static_cast<std::int64_t>(i);
+            }
+        }
+        return find_far(byte, offset);
+    }
     /// The number, from 1, of the line that holds the byte at `offset`. Lines end with CR, LF or both.
     std::uint64_t line_at(std::int64_t offset);
 
@@ -42,6 +52,7 @@ private:
     static constexpr std::size_t window_bytes = std::size_t{1} << 18;
 
     void move_to(std::int64_t offset);
+    std::int64_t find_far(std::uint8_t byte, std::int64_t offset);
 
     input_file file_;
     std::vector<std::uint8_t> bytes_;

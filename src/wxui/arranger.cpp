@@ -25,6 +25,14 @@ Control* as(const layout& part)
     return part.what == kind::item ? dynamic_cast<Control*>(part.item) : nullptr;
 }
 
+/// Boxes and lists have heights of their own, which looks uneven in a column.
+void make_equally_high(const std::vector<wxWindow*>& fields)
+{
+    int height = 0;
+    for (const wxWindow* field : fields) height = std::max(height, field->GetBestSize().y);
+    for (wxWindow* field : fields) field->SetMinSize({field->GetMinSize().x, height});
+}
+
 bool is_row(const layout& part) { return part.what == kind::row; }
 
 int gap_between(const layout& before, const layout& after, bool in_row)
@@ -60,9 +68,11 @@ wxSizer* arranger::arrange()
     auto* outer = new wxBoxSizer{wxVERTICAL};
     outer->Add(nested(shown_.arrangement(), &window_), wxSizerFlags{1}.Expand().Border(wxALL, pixels(margin)));
     for (forms::control* control : shown_.controls()) {
-        if (auto* timer = dynamic_cast<forms::timer*>(control)) widgets_[timer] = make_timer(*timer, guard_);
+        auto* timer = dynamic_cast<forms::timer*>(control);
+        if (timer == nullptr) continue;
+        widgets_[timer] = make_timer(*timer, guard_);
+        widgets_[timer]->update();
     }
-    for (auto& [control, widget] : widgets_) widget->update();
     return outer;
 }
 
@@ -95,6 +105,7 @@ wxSizer* arranger::nested(const layout& part, wxWindow* parent)
     auto* framed = new wxStaticBoxSizer{wxVERTICAL, parent};
     wxStaticBox* box = framed->GetStaticBox();
     widgets_[part.border] = make_frame(*part.border, box);
+    widgets_[part.border]->update();
     layout inside = part;
     inside.border = nullptr;
     framed->Add(nested(inside, box), wxSizerFlags{1}.Expand().Border(wxALL, pixels(line_gap)));
@@ -117,6 +128,7 @@ wxSizer* arranger::pairs(const layout& part, wxWindow* parent)
     auto* grid = new wxFlexGridSizer{2, wxSize{pixels(label_gap), pixels(line_gap)}};
     grid->AddGrowableCol(1);
     bool field = false;
+    std::vector<wxWindow*> boxes;
     for (const layout& child : part.children) {
         wxSizerFlags flags;
         if (field) {
@@ -127,10 +139,13 @@ wxSizer* arranger::pairs(const layout& part, wxWindow* parent)
         if (child.what != kind::item) {
             grid->Add(nested(child, parent), flags);
         } else {
-            grid->Add(make(*child.item, parent, field ? label_use::value : label_use::caption), flags);
+            wxWindow* made = make(*child.item, parent, field ? label_use::value : label_use::caption);
+            grid->Add(made, flags);
+            if (field && as<forms::label>(child) == nullptr) boxes.push_back(made);
         }
         field = !field;
     }
+    make_equally_high(boxes);
     return grid;
 }
 
@@ -142,7 +157,6 @@ wxSizer* arranger::button_row(const layout& part, wxWindow* parent)
     int width = pixels(least_button);
     for (forms::control* button : in_order_of_platform(part, shown_.default_button(), shown_.cancel_button())) {
         wxWindow* window = make(*button, parent, label_use::caption);
-        widgets_.at(button)->update();
         width = std::max(width, window->GetBestSize().x);
         row->Add(window, wxSizerFlags{}.Border(wxLEFT, made.empty() ? 0 : pixels(line_gap)));
         made.push_back(window);
@@ -169,6 +183,7 @@ wxWindow* arranger::make(forms::control& control, wxWindow* parent, label_use us
     } else if (auto* option = dynamic_cast<forms::option*>(&control); option != nullptr && made == nullptr) {
         return make_group(*option, parent);
     }
+    made->update();
     return made->window();
 }
 
@@ -177,7 +192,9 @@ wxWindow* arranger::make_group(forms::option& member, wxWindow* parent)
 {
     forms::option_group& group = member.group();
     for (int index = 0; index < group.count(); ++index) {
-        widgets_[&group(index)] = make_option(group(index), parent, guard_);
+        widget_ptr& made = widgets_[&group(index)];
+        made = make_option(group(index), parent, guard_);
+        made->update();
     }
     return widgets_.at(&member)->window();
 }

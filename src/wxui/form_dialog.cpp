@@ -43,6 +43,9 @@ form_dialog::~form_dialog()
 
 void form_dialog::run()
 {
+    CallAfter([this] {
+        if (!IsActive()) Raise();  // a host without windows of its own has no focus to hand on
+    });
     if (shown_.is_open()) ShowModal();
     guard_.rethrow();
 }

@@ -1,14 +1,13 @@
 #include "wxui/widgets.h"
 
 #include "wxui/picture_panel.h"
+#include "wxui/progress_panel.h"
 #include "wxui/text.h"
 
-#include <algorithm>
 #include <optional>
 
 #include <wx/button.h>
 #include <wx/choice.h>
-#include <wx/gauge.h>
 #include <wx/radiobut.h>
 #include <wx/statbox.h>
 #include <wx/stattext.h>
@@ -149,27 +148,17 @@ private:
     }
 };
 
-class progress_widget final : public window_widget<forms::progress_bar, wxGauge> {
+class progress_widget final : public window_widget<forms::progress_bar, progress_panel> {
 public:
-    progress_widget(forms::progress_bar& control, wxWindow* parent)
-        : window_widget{control, new wxGauge{parent, wxID_ANY, steps, wxDefaultPosition, wxDefaultSize,
-                                             wxGA_HORIZONTAL | wxGA_SMOOTH}}
+    progress_widget(forms::progress_bar& control, wxWindow* parent) : window_widget{control, new progress_panel{parent}}
     {}
 
-    /// Paints at once: a handler at work lets no other painting through.
     bool update() override
     {
         const bool other_room = window_widget::update();
-        const int step = wxRound(std::clamp(control_.value(), 0.0, 100.0) / 100 * steps);
-        if (step != window_->GetValue()) {
-            window_->SetValue(step);
-            window_->Update();
-        }
+        window_->show(control_.value());
         return other_room;
     }
-
-private:
-    static constexpr int steps = 500;
 };
 
 class picture_widget final : public window_widget<forms::picture, picture_panel> {

@@ -1,66 +1,20 @@
 #include "entry/entry_methods.h"
 
-#include "base/errors.h"
-#include "support/plug_in_fixture.h"
+#include "entry/plug_in_with_dialogs.h"
 #include "support/scripted_shell.h"
-#include "transfer/readfile.h"
-#include "transfer/writefile.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
-#include <new>
-#include <stdexcept>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace tamrix {
 namespace {
 
-using tests::device;
+using tests::names;
 using tests::plug_in_fixture;
-using names = std::vector<std::string>;
-
-constexpr std::string_view all_dialogs[] = {"algoparameter", "analyzer", "recetwave",    "pinnote",    "pinnoteISP",
-                                            "pinnote4",      "ttltest",  "pinnote_sepm", "pinnote204", "ttledit"};
-
-/// A plug-in whose dialogs write down that they were shown.
-struct plug_in_with_dialogs : plug_in_fixture {
-    explicit plug_in_with_dialogs(const device& chosen = {}) : plug_in_fixture{chosen} {}
-
-    names shown;
-    /// Runs in the load handler of every dialog.
-    std::function<void(std::string_view name)> on_dialog;
-
-    struct recorder final : forms::form {
-        recorder(plug_in_with_dialogs& owner, std::string_view own_name) : plug_in{owner}, name{own_name} {}
-        forms::layout arrangement() override { return forms::column({}); }
-        void on_load() override
-        {
-            plug_in.shown.emplace_back(name);
-            if (plug_in.on_dialog) plug_in.on_dialog(name);
-        }
-        plug_in_with_dialogs& plug_in;
-        std::string_view name;
-    };
-
-    dialog_table recorders()
-    {
-        dialog_table table;
-        for (const std::string_view name : all_dialogs)
-            table.add(name, [this, name](tamrix::session&) { return std::make_unique<recorder>(*this, name); });
-        return table;
-    }
-    entry_methods class_of_host{session, recorders()};
-
-    // The arguments of a host, which stand in variables of its own.
-    std::string file = "image.hex", system_folder = "/usr/share/programmer/";
-    std::uint8_t icsum = 7, mode = 1, count = 200, note = 3;
-    bool16 ok = bool16_true;
-    std::int16_t format = 1, num = 1;
-};
+using tests::plug_in_with_dialogs;
 
 TEST(mnutesttestksm, shows_the_common_dialog_on_model_40_and_the_204_pin_one_on_39)
 {
@@ -285,72 +239,6 @@ TEST(dialogs, are_made_afresh_at_every_showing)
     EXPECT_EQ(f.shell.dialogs_shown(), 2);
 }
 
-TEST(readfile0, yields_nothing_when_the_first_load_is_cancelled)
-{
-    plug_in_with_dialogs f;
-    f.shell.on_next_dialog([](forms::form& dialog) { dynamic_cast<readfile&>(dialog).exitcom.click(); });
-    const reply result = f.class_of_host.readfile0(f.file, f.format, f.system_folder);
-    EXPECT_TRUE(result.ok());
-    EXPECT_TRUE(std::holds_alternative<std::monostate>(result.value));
-    EXPECT_EQ(f.shell.dialogs_shown(), 1);
-}
-
-TEST(readfile0, yields_the_file_mode_of_the_last_load_also_after_a_cancelled_one)
-{
-    plug_in_with_dialogs f;
-    f.shell.on_next_dialog([](forms::form& shown) {
-        auto& dialog = dynamic_cast<readfile&>(shown);
-        dialog.rfilecombo1.pick(2);
-        dialog.okcom.click();
-    });
-    EXPECT_EQ(f.class_of_host.readfile0(f.file, f.format, f.system_folder).value, variant{std::int16_t{2}});
-    EXPECT_EQ(f.class_of_host.readfile0(f.file, f.format, f.system_folder).value, variant{std::int16_t{2}});
-}
-
-TEST(readfile0, stores_its_arguments_and_shows_the_file)
-{
-    plug_in_with_dialogs f;
-    f.shell.on_next_dialog([&](forms::form& shown) {
-        auto& dialog = dynamic_cast<readfile&>(shown);
-        EXPECT_EQ(f.session.fname, "image.hex");
-        EXPECT_EQ(f.session.rformat, 1);
-        EXPECT_EQ(f.session.syspath, f.system_folder);
-        EXPECT_EQ(dialog.rfileLabel2.caption(), "image.hex");
-        EXPECT_EQ(dialog.rfileOption2.selected(), 1);
-    });
-    EXPECT_TRUE(f.class_of_host.readfile0(f.file, f.format, f.system_folder).ok());
-    EXPECT_EQ(f.shell.dialogs_shown(), 1);
-}
-
-TEST(wfile, presets_10000_and_FFFF_on_a_device_of_0x8000_words_of_two_bytes)
-{
-    plug_in_with_dialogs f{{.buflength = 0x20000, .tlength = 0x8000, .wordmode = 2}};
-    f.shell.on_next_dialog([&](forms::form& shown) {
-        auto& dialog = dynamic_cast<writefile&>(shown);
-        EXPECT_EQ(dialog.wfileText2.text(), "10000");
-        EXPECT_EQ(dialog.wfileText3.text(), "FFFF");
-        EXPECT_EQ(dialog.wfileLabel2.caption(), "image.hex");
-        EXPECT_EQ(f.session.fname, "image.hex");
-        EXPECT_EQ(f.session.syspath, f.system_folder);
-    });
-    const reply result = f.class_of_host.wfile(f.file, f.system_folder);
-    EXPECT_TRUE(result.ok());
-    EXPECT_TRUE(std::holds_alternative<std::monostate>(result.value));
-    EXPECT_EQ(f.shell.dialogs_shown(), 1);
-}
-
-TEST(wfile, counts_the_units_behind_the_main_area)
-{
-    plug_in_with_dialogs f{{.tlength = 0x400, .wordmode = 1, .spare_units = 3}};
-    f.shell.on_next_dialog([&](forms::form& shown) {
-        auto& dialog = dynamic_cast<writefile&>(shown);
-        EXPECT_EQ(dialog.wfileText2.text(), "430");
-        EXPECT_EQ(dialog.wfileText3.text(), "42F");
-    });
-    f.class_of_host.wfile(f.file, f.system_folder);
-    EXPECT_EQ(f.shell.dialogs_shown(), 1);
-}
-
 /// The help file after a bufcomopt that finds this language in the blocks of a host.
 std::string help_file(int language, const std::string& system_folder = "")
 {
@@ -393,100 +281,6 @@ TEST(buffercomopt, does_not_use_its_instance_number)
         EXPECT_TRUE(f.methods.buffercomopt(num).ok());
         EXPECT_EQ(f.session.blocks.ibuffer.count(), 0x1898u);
     }
-}
-
-TEST(languages, whose_text_is_missing_fail_the_call_with_the_number_of_the_text)
-{
-    plug_in_with_dialogs f;
-    f.session.blocks.Language(0) = 33000;
-    int base = 1003;  // no language has it
-    f.on_dialog = [&](std::string_view) { f.session.tell(base); };
-    const reply missing = f.class_of_host.analyzer0();
-    EXPECT_FALSE(missing.ok());
-    EXPECT_EQ(missing.error, "no text with number 34003");
-    EXPECT_TRUE(std::holds_alternative<std::monostate>(missing.value));
-
-    f.session.blocks.Language(0) = 0;
-    base = 1135;
-    EXPECT_TRUE(f.class_of_host.analyzer0().ok()) << "at the next opening the text is looked up afresh";
-    EXPECT_EQ(f.shell.boxes(), names{">>Load File Fail!"});
-}
-
-TEST(languages, are_asked_afresh_at_each_opening_of_a_dialog)
-{
-    plug_in_with_dialogs f;
-    names captions;
-    const auto open = [&] {
-        f.shell.on_next_dialog([&](forms::form& dialog) { captions.push_back(dialog.caption()); });
-        return f.class_of_host.readfile0(f.file, f.format, f.system_folder);
-    };
-    EXPECT_TRUE(open().ok());
-    f.session.blocks.Language(0) = 15000;
-    EXPECT_TRUE(open().ok());
-    EXPECT_EQ(captions, (names{"Load A File To Buffer", "Load A File To Buffer"}));
-
-    f.session.blocks.Language(0) = 33001;  // no block begins here, whatever languages there are
-    const reply missing = f.class_of_host.readfile0(f.file, f.format, f.system_folder);
-    EXPECT_FALSE(missing.ok());
-    EXPECT_TRUE(missing.error.starts_with("no text with number 34")) << missing.error;
-    EXPECT_EQ(f.shell.dialogs_shown(), 2) << "a dialog without its texts is not shown";
-}
-
-TEST(errors_of_a_handler, become_a_failed_reply_with_their_text)
-{
-    plug_in_with_dialogs f;
-    const std::vector<std::pair<std::function<void()>, std::string>> faults{
-        {[] { throw std::runtime_error{"division by zero"}; }, "division by zero"},
-        {[] { throw 42; }, "unknown error"},
-        {[] { throw std::bad_alloc{}; }, std::bad_alloc{}.what()},
-        {[] { throw std::runtime_error{""}; }, "unknown error"},
-        {[&] { f.session.blocks.tlength(4) = 1; }, "subscript out of range: tlength(4)"},
-    };
-    for (const auto& [fault, text] : faults) {
-        f.on_dialog = [&](std::string_view) { fault(); };
-        for (const reply& failed :
-             {f.class_of_host.algoparameter0(), f.class_of_host.analyzer0(), f.class_of_host.recetwave0(f.ok),
-              f.class_of_host.mnutesttestksm(), f.class_of_host.mnutestttltest0(f.icsum, f.ok, f.system_folder),
-              f.class_of_host.mnuEditeditvector0(f.icsum, f.ok, f.system_folder),
-              f.class_of_host.mnutesteditttllib0(f.icsum, f.ok, f.system_folder)}) {
-            EXPECT_FALSE(failed.ok());
-            EXPECT_EQ(failed.error, text);
-            EXPECT_TRUE(std::holds_alternative<std::monostate>(failed.value));
-        }
-    }
-}
-
-TEST(errors_of_a_handler, leave_the_load_and_save_calls_as_failed_replies)
-{
-    plug_in_with_dialogs f;
-    const auto fail = [](forms::form&) { throw std::runtime_error{"out of order"}; };
-    f.shell.on_next_dialog(fail);
-    EXPECT_EQ(f.class_of_host.readfile0(f.file, f.format, f.system_folder).error, "out of order");
-    f.shell.on_next_dialog(fail);
-    EXPECT_EQ(f.class_of_host.wfile(f.file, f.system_folder).error, "out of order");
-    f.format = 8;  // there is no such option
-    EXPECT_EQ(f.class_of_host.readfile0(f.file, f.format, f.system_folder).error, "no option 8");
-}
-
-TEST(errors_of_a_handler, in_the_pin_map_stop_the_method_before_its_own_dialog)
-{
-    plug_in_with_dialogs f;
-    f.session.blocks.modeltype(0) = 29;
-    f.on_dialog = [](std::string_view) { throw std::runtime_error{"no reply"}; };
-    EXPECT_EQ(f.class_of_host.mnutestttltest0(f.icsum, f.ok, f.system_folder).error, "no reply");
-    EXPECT_EQ(f.class_of_host.mnutestautofind0(f.system_folder).error, "no reply");
-    EXPECT_EQ(f.shown, (names{"pinnote4", "pinnote4"}));
-    EXPECT_EQ(f.session.syspath, "");
-}
-
-TEST(errors_of_a_handler, do_not_hinder_the_next_call)
-{
-    plug_in_with_dialogs f;
-    f.on_dialog = [](std::string_view) { throw std::runtime_error{"once"}; };
-    EXPECT_FALSE(f.class_of_host.analyzer0().ok());
-    f.on_dialog = nullptr;
-    EXPECT_TRUE(f.class_of_host.analyzer0().ok());
-    EXPECT_EQ(f.shell.dialogs_shown(), 1) << "the first one failed while it was loaded";
 }
 
 TEST(offers, names_the_methods_that_lead_somewhere)

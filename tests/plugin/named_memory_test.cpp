@@ -12,6 +12,12 @@
 #include <thread>
 #include <vector>
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace tamrix {
 namespace {
 
@@ -198,6 +204,27 @@ TEST_F(named_memory_objects, ignore_that_nothing_is_closed_or_unmapped)
     EXPECT_EQ(named_memory::map(0), nullptr);
 }
 
+TEST_F(named_memory_objects, that_another_process_is_still_making_are_waited_for)
+{
+    // Stops in the middle of what create() does: the name stands and is held, the length is still to come.
+    child_process other{[&](const line_end& parent) {
+        const int file = ::shm_open(("/" + name).c_str(), O_RDWR | O_CREAT | O_EXCL, S_IRUSR | S_IWUSR | S_ISVTX);
+        ::flock(file, LOCK_SH);
+        parent.signal();
+        ::usleep(20'000);  // time for the other side to look
+        const bool made = ::ftruncate(file, 40) == 0;
+        parent.wait_for_signal();
+        named_memory::close(file, name);
+        return made ? 0 : 1;
+    }};
+    ASSERT_TRUE(other.line().wait_for_signal());
+    clsMemMapped block{prefix};
+    EXPECT_TRUE(block.OpenAndMapMemoryBlock("object", 40));
+    EXPECT_EQ(block.reach_bytes(), 4096u);
+    other.line().signal();
+    EXPECT_EQ(other.wait(), 0);
+}
+
 /// Memory that a process shares with the children it makes later, and with nobody else.
 template <class T>
 class family_memory {
@@ -224,6 +251,13 @@ struct race_track {
     }
 };
 
+/// True where the name stands for the object behind the handle.
+bool is_named(named_memory::handle file, const std::string& name)
+{
+    struct stat own = {}, named = {};
+    return ::fstat(file, &own) == 0 && ::stat(("/dev/shm/" + name).c_str(), &named) == 0 && own.st_ino == named.st_ino;
+}
+
 /// Opens or creates the object, tells whether the other process reached the same memory, and lets go.
 int run_race(const std::string& prefix, race_track& track, int rounds)
 {
@@ -238,7 +272,7 @@ int run_race(const std::string& prefix, race_track& track, int rounds)
         track.meet(++meeting);
         block.UnMapFile();
         track.meet(++meeting);
-        if (!shared_objects(prefix).empty()) ++track.failures;
+        if (::access(("/dev/shm/" + prefix + "object").c_str(), F_OK) == 0) ++track.failures;
     }
     return 0;
 }
@@ -246,20 +280,20 @@ int run_race(const std::string& prefix, race_track& track, int rounds)
 TEST_F(named_memory_objects, that_two_processes_make_at_once_are_one_and_leave_nothing)
 {
     const family_memory<race_track> track;
-    child_process first{[&](const line_end&) { return run_race(prefix, *track.operator->(), 1000); }};
-    child_process second{[&](const line_end&) { return run_race(prefix, *track.operator->(), 1000); }};
+    child_process first{[&](const line_end&) { return run_race(prefix, *track.operator->(), 300); }};
+    child_process second{[&](const line_end&) { return run_race(prefix, *track.operator->(), 300); }};
     EXPECT_EQ(first.wait(), 0);
     EXPECT_EQ(second.wait(), 0);
     EXPECT_EQ(track->failures.load(), 0);
 }
 
-TEST_F(named_memory_objects, can_always_be_opened_while_other_processes_come_and_go)
+TEST_F(named_memory_objects, can_always_be_opened_and_keep_their_name_while_other_processes_come_and_go)
 {
     const auto come_and_go = [&](const line_end&) {
         int failures = 0;
-        for (int round = 0; round < 3000; ++round) {
+        for (int round = 0; round < 2000; ++round) {
             clsMemMapped block{prefix};
-            if (!block.OpenAndMapMemoryBlock("object", 40)) ++failures;
+            if (!block.OpenAndMapMemoryBlock("object", 40) || !is_named(block.hFile(), name)) ++failures;
         }
         return failures == 0 ? 0 : 1;
     };

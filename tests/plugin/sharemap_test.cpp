@@ -3,15 +3,12 @@
 #include "entry/entry_methods.h"
 #include "plugin/expected_blocks.h"
 #include "plugin/session.h"
-#include "support/plug_in_fixture.h"
-#include "support/scripted_shell.h"
-#include "support/shared_objects.h"
+#include "plugin/shared_blocks.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdint>
-#include <filesystem>
 #include <limits>
 #include <memory>
 #include <string>
@@ -20,45 +17,12 @@
 namespace tamrix {
 namespace {
 
+using tests::ask;
 using tests::expected_small_blocks;
+using tests::names;
 using tests::plain_object;
-using tests::scripted_shell;
+using tests::shared_blocks;
 using tests::shared_objects;
-using names = std::vector<std::string>;
-
-constexpr const char* failure_text = "Unable to create memory mapped file";
-
-/// Asks any view for an element.
-void ask(block_base& view, std::int64_t index)
-{
-    if (auto* bytes = dynamic_cast<block<std::uint8_t>*>(&view)) {
-        (*bytes)(index) = 0xEE;
-    } else if (auto* words = dynamic_cast<block<std::int16_t>*>(&view)) {
-        (*words)(index) = 0xEE;
-    } else if (auto* longs = dynamic_cast<block<std::int32_t>*>(&view)) {
-        (*longs)(index) = 0xEE;
-    } else if (auto* reals = dynamic_cast<block<double>*>(&view)) {
-        (*reals)(index) = 0xEE;
-    } else {
-        dynamic_cast<text_block&>(view)(index).str();
-    }
-}
-
-struct shared_blocks : testing::Test {
-    const std::string prefix = tests::fresh_name_space();
-    scripted_shell shell;
-
-    std::string object(const std::string& name) const { return prefix + "qorfan" + name; }
-    static std::size_t size_of(const std::string& name) { return std::filesystem::file_size("/dev/shm/" + name); }
-    static std::vector<block_base*> all(sharemap& map)
-    {
-        const auto small = map.small();
-        std::vector<block_base*> views{small.begin(), small.end()};
-        views.insert(views.end(), {&map.ibuffer, &map.ibuffer66});
-        return views;
-    }
-    void TearDown() override { EXPECT_EQ(shared_objects(prefix), names{}); }
-};
 
 TEST_F(shared_blocks, are_created_with_the_names_and_sizes_of_the_table)
 {
@@ -313,98 +277,6 @@ TEST_F(shared_blocks, of_the_buffer_take_a_new_size_after_a_release)
     EXPECT_EQ(plug_in.blocks.ibuffer.count(), 0x10898u);
     EXPECT_NO_THROW(ask(plug_in.blocks.ibuffer, 0x10897));
     EXPECT_TRUE(plug_in.blocks.tlength.attached()) << "the small blocks stay";
-}
-
-/// A name that is taken by something that is no shared object.
-struct taken_name {
-    explicit taken_name(const std::string& name) : path{"/dev/shm/" + name} { std::filesystem::create_directory(path); }
-    ~taken_name() { std::filesystem::remove(path); }
-    taken_name(const taken_name&) = delete;
-    std::string path;
-};
-
-TEST_F(shared_blocks, of_which_one_fails_attach_all_the_others_after_one_box)
-{
-    const taken_name taken{object("ibuf11")};
-    session plug_in{shell, prefix};
-    plug_in.blocks.attachsmall(1);
-    EXPECT_EQ(shell.boxes(), names{failure_text});
-    for (block_base* view : plug_in.blocks.small()) {
-        EXPECT_EQ(view->attached(), view != &plug_in.blocks.ibuf1) << view->name();
-    }
-    plug_in.blocks.ibuf1(0) = 3;
-    EXPECT_EQ(plug_in.blocks.ibuf1(0), 3);
-    EXPECT_THROW(ask(plug_in.blocks.ibuf1, 1), subscript_error);
-}
-
-TEST_F(shared_blocks, of_which_two_fail_show_a_box_for_each)
-{
-    const taken_name first{object("tlength7")}, second{object("algobuf7")};
-    session plug_in{shell, prefix};
-    plug_in.blocks.attachsmall(7);
-    EXPECT_EQ(shell.boxes(), (names{failure_text, failure_text}));
-    EXPECT_EQ(shared_objects(prefix).size(), 60u);
-}
-
-TEST_F(shared_blocks, that_fail_lose_what_their_private_element_held)
-{
-    const taken_name taken{object("tlength1")};
-    session plug_in{shell, prefix};
-    plug_in.blocks.tlength(0) = 5;
-    plug_in.blocks.attachsmall(1);
-    EXPECT_EQ(plug_in.blocks.tlength(0), 0);
-}
-
-TEST_F(shared_blocks, that_failed_attach_at_the_next_call)
-{
-    session plug_in{shell, prefix};
-    {
-        const taken_name taken{object("ibuffer")};
-        plug_in.blocks.attachbig(5000);
-        EXPECT_EQ(shell.boxes(), names{failure_text});
-        EXPECT_TRUE(plug_in.blocks.ibuffer66.attached());
-    }
-    plug_in.blocks.attachbig(5000);
-    EXPECT_TRUE(plug_in.blocks.ibuffer.attached());
-    EXPECT_EQ(shell.boxes().size(), 1u);
-}
-
-TEST_F(shared_blocks, that_exist_without_a_byte_fail)
-{
-    const plain_object empty{object("order1"), 0};
-    session plug_in{shell, prefix};
-    plug_in.blocks.attachsmall(1);
-    EXPECT_EQ(shell.boxes(), names{failure_text});
-    EXPECT_FALSE(plug_in.blocks.order.attached());
-    EXPECT_EQ(plug_in.blocks.order.count(), 1u);
-}
-
-TEST_F(shared_blocks, that_all_fail_show_62_boxes_and_no_error)
-{
-    session plug_in{shell, prefix + "no/such/folder/"};
-    entry_methods methods{plug_in};
-    std::int16_t num = 1;
-    EXPECT_TRUE(methods.bufcomopt(num).ok());
-    EXPECT_EQ(shell.boxes().size(), 60u);
-    EXPECT_TRUE(methods.buffercomopt(num).ok());
-    EXPECT_EQ(shell.boxes(), names(62, failure_text));
-    for (block_base* view : all(plug_in.blocks)) {
-        EXPECT_FALSE(view->attached());
-        EXPECT_EQ(view->count(), 1u);
-    }
-    EXPECT_TRUE(methods.freesharebufferopt().ok());
-}
-
-TEST_F(shared_blocks, of_a_buffer_with_a_senseless_length_fail)
-{
-    session plug_in{shell, prefix};
-    entry_methods methods{plug_in};
-    std::int16_t num = 1;
-    methods.bufcomopt(num);
-    plug_in.blocks.buflength(0) = -5000;
-    EXPECT_TRUE(methods.buffercomopt(num).ok());
-    EXPECT_EQ(shell.boxes(), names{failure_text});
-    EXPECT_EQ(plug_in.blocks.ibuffer.count(), 1u);
 }
 
 TEST_F(shared_blocks, go_with_their_session)

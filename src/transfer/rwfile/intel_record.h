@@ -3,7 +3,6 @@
 
 #include "transfer/rwfile/hex_digits.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -29,10 +28,10 @@ inline std::optional<intel_head> intel_head_of(std::span<const std::uint8_t> tex
 {
     constexpr std::size_t head_digits = 8;
     if (text.size() <= head_digits || text[0] != ':') return std::nullopt;
-    std::array<std::uint8_t, head_digits / 2> field{};
-    unsigned sum = 0;
-    if (!hex_digits::decode(&text[1], field.size(), field.data(), sum)) return std::nullopt;
-    return intel_head{field[0], field[1] * 256u + field[2], field[3]};
+    const auto fields = hex_digits::decode_four(&text[1]);
+    if (!fields) return std::nullopt;
+    const auto field = [&](int number) { return *fields >> 8 * number & 0xFF; };
+    return intel_head{field(0), field(1) << 8 | field(2), field(3)};
 }
 
 }  // namespace tamrix

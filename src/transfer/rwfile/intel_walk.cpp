@@ -2,7 +2,6 @@
 
 #include "base/arith.h"
 
-#include <algorithm>
 #include <limits>
 #include <utility>
 
@@ -35,19 +34,9 @@ status intel_walk::walk()
     return outcome();
 }
 
-/// The next ":" from `from` on. Between two records there is usually nothing but a line end.
 std::int64_t intel_walk::find_colon(std::int64_t from)
 {
-    std::int64_t at = from;
-    const text_view near = from < file_.length() ? file_.from(from, 3) : text_view{};
-    for (const std::uint8_t character : near.first(std::min<std::size_t>(near.size(), 3))) {
-        if (character == ':') {
-            visit(from, at);
-            return at;
-        }
-        ++at;
-    }
-    at = file_.find(':', at);
+    const std::int64_t at = file_.find(':', from);
     if (from <= file_.length()) visit(from, at);
     return at;
 }

@@ -1,0 +1,125 @@
+#include "program.h"
+
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <sstream>
+#include <stdexcept>
+#include <thread>
+
+#include <csignal>
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace tamrix::tests {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+void run(const std::string& command)
+{
+    if (std::system(command.c_str()) != 0) throw std::runtime_error{"failed: " + command};
+}
+
+std::string new_file()
+{
+    std::string pattern = "/tmp/tamrix-output-XXXXXX";
+    const int file = mkstemp(pattern.data());
+    if (file < 0) throw std::runtime_error{"no temporary file"};
+    close(file);
+    return pattern;
+}
+
+}  // namespace
+
+bool comes_true_within_ten_seconds(const std::function<bool()>& done)
+{
+    for (const auto end = std::chrono::steady_clock::now() + 10s; std::chrono::steady_clock::now() < end;) {
+        if (done()) return true;
+        std::this_thread::sleep_for(50ms);
+    }
+    return done();
+}
+
+program::program(const std::string& name, std::vector<std::string> arguments, std::vector<std::string> settings)
+    : output_file_{new_file()}
+{
+    std::string path = std::string{PROGRAM_FOLDER "/"} + name;
+    std::vector<char*> list{path.data()};
+    for (std::string& argument : arguments) list.push_back(argument.data());
+    list.push_back(nullptr);
+    process_ = fork();
+    if (process_ != 0) return;
+    const int file = open(output_file_.c_str(), O_WRONLY);
+    dup2(file, STDOUT_FILENO);
+    dup2(file, STDERR_FILENO);
+    for (std::string& setting : settings) putenv(setting.data());
+    execv(list.front(), list.data());
+    _exit(127);
+}
+
+program::~program()
+{
+    if (running_) {
+        kill(process_, SIGKILL);
+        waitpid(process_, nullptr, 0);
+    }
+    std::remove(output_file_.c_str());
+}
+
+std::string program::windows(const std::string& title) const
+{
+    const std::string command = "xdotool search --onlyvisible --all --pid " + std::to_string(process_) + " --name '" +
+                                title + "' 2>/dev/null | tail -1";
+    const std::unique_ptr<FILE, int (*)(FILE*)> pipe{popen(command.c_str(), "r"), pclose};
+    std::array<char, 64> text{};
+    return std::fgets(text.data(), text.size(), pipe.get()) != nullptr ? text.data() : "";
+}
+
+bool program::has_window(const std::string& title) const { return !windows(title).empty(); }
+
+void program::focus(const std::string& title)
+{
+    if (!comes_true_within_ten_seconds([&] { return has_window(title); })) {
+        throw std::runtime_error{"no window " + title + "; the program wrote: " + output()};
+    }
+    std::this_thread::sleep_for(300ms);  // until it is drawn and listens
+    run("xdotool windowfocus --sync " + windows(title));
+}
+
+void program::press(const std::string& keys) const
+{
+    run("xdotool key --delay 50 " + keys);
+    std::this_thread::sleep_for(150ms);
+}
+
+void program::type(const std::string& letters) const
+{
+    run("xdotool type --delay 20 '" + letters + "'");
+    std::this_thread::sleep_for(150ms);
+}
+
+int program::wait()
+{
+    int status = 0;
+    if (running_ && comes_true_within_ten_seconds([&] { return waitpid(process_, &status, WNOHANG) == process_; })) {
+        running_ = false;
+        status_ = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+    return status_;
+}
+
+std::string program::output() const
+{
+    std::ifstream file{output_file_};
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+}  // namespace tamrix::tests

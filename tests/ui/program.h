@@ -1,0 +1,45 @@
+// A program of the project, started as a person starts it.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <sys/types.h>
+
+namespace tamrix::tests {
+
+class program {
+public:
+    /// Starts `name` from the folder of the programs; `settings` are "NAME=VALUE" in its environment.
+    program(const std::string& name, std::vector<std::string> arguments, std::vector<std::string> settings = {});
+    /// Kills it where it still runs.
+    ~program();
+    program(const program&) = delete;
+    program& operator=(const program&) = delete;
+
+    /// Waits until one of its windows with this title is on the screen and gives it the keyboard. Throws
+    /// std::runtime_error after ten seconds.
+    void focus(const std::string& title);
+    bool has_window(const std::string& title) const;
+    void press(const std::string& keys) const;
+    void type(const std::string& letters) const;
+    pid_t process() const { return process_; }
+    /// Waits for its end and yields its exit status, or -1 where it did not end by itself.
+    int wait();
+    /// What it wrote to standard output and standard error so far.
+    std::string output() const;
+
+private:
+    std::string windows(const std::string& title) const;
+
+    std::string output_file_;
+    pid_t process_ = 0;
+    bool running_ = true;
+    int status_ = -1;
+};
+
+/// Waits at most ten seconds.
+bool comes_true_within_ten_seconds(const std::function<bool()>& done);
+
+}  // namespace tamrix::tests
