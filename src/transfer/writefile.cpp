@@ -47,13 +47,23 @@ void writefile::on_load()
         wfileOption2(i).caption = caption_of(formats()[static_cast<std::size_t>(i)], plug_in_);
         wfileOption2(i).enabled = i == 0 || plug_in_.blocks.tlength(0) <= largest_text_device;
     }
-    wfileOption2(0).select();
+    wfileOption2(format_of_name()).select();
     wfileLabel5.caption = plug_in_.text(1148);
     wfileLabel6.caption = plug_in_.text(1145);
     wfileLabel7.caption = plug_in_.text(1320);
     okcom.caption = plug_in_.text(1067);
     exitcom.caption = plug_in_.text(1068);
     wfileText1.text("0");
+}
+
+/// The format that the file's extension names, where it can be chosen; else "Binary".
+int writefile::format_of_name()
+{
+    for (int i = 0; i < save_format_count; ++i) {
+        if (wfileOption2(i).enabled() && has_extension(formats()[static_cast<std::size_t>(i)], plug_in_.fname))
+            return i;
+    }
+    return 0;
 }
 
 std::int64_t writefile::savelimit() const

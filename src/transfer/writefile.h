@@ -28,6 +28,7 @@ public:
 
 private:
     void on_load() override;
+    int format_of_name();
     void derive_size();
     void derive_end();
     /// One behind the last address that may be saved.

@@ -92,7 +92,7 @@ TEST(read_intel16, a_record_cut_in_its_data_or_checksum_fails)
     EXPECT_EQ(f.read(":0100000012349"), status::failed);
     EXPECT_EQ(f.why(), "file:1: a record that ends early where its checksum was expected");
     EXPECT_EQ(f.read(":01000000123G99"), status::failed);
-    EXPECT_EQ(f.why(), "file:1: a data word that is not hexadecimal where four digits was expected");
+    EXPECT_EQ(f.why(), "file:1: a data word that is not hexadecimal where a word of four digits was expected");
 }
 
 TEST(read_intel16, a_record_stops_at_the_buffer_length_and_one_behind_the_device_is_ignored)

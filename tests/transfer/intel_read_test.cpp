@@ -230,7 +230,7 @@ TEST(read_intel, a_data_byte_that_is_not_hexadecimal_fails)
     intel_fixture f;
     EXPECT_EQ(f.read(":0300000001G203F7\n"), status::failed);
     EXPECT_EQ(f.bytes(0, 2), (bytes_of{1, untouched}));
-    EXPECT_EQ(f.why(), "file:1: a data byte that is not hexadecimal where two digits was expected");
+    EXPECT_EQ(f.why(), "file:1: a data byte that is not hexadecimal where a byte of two digits was expected");
 }
 
 TEST(read_intel, a_checksum_that_is_not_hexadecimal_is_a_checksum_error)
@@ -245,7 +245,7 @@ TEST(read_intel, a_damaged_extended_address_fails)
 {
     intel_fixture f;
     EXPECT_EQ(f.read(":0200000400X1F9\n"), status::failed);
-    EXPECT_EQ(f.why(), "file:1: a damaged extended address where four hexadecimal digits was expected");
+    EXPECT_EQ(f.why(), "file:1: a damaged extended address where an address of four digits was expected");
     EXPECT_EQ(f.read(":02000004"), status::failed);
 }
 

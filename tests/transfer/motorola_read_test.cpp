@@ -87,7 +87,7 @@ TEST(read_motorola, a_damaged_head_fails)
 {
     motorola_fixture f;
     EXPECT_EQ(f.read("S1X40000\n"), status::failed);
-    EXPECT_EQ(f.why(), "file:1: a damaged record head where count and address in hexadecimal was expected");
+    EXPECT_EQ(f.why(), "file:1: a damaged record head where a hexadecimal count and address was expected");
     EXPECT_EQ(f.read("S10400"), status::failed);
 }
 
@@ -95,7 +95,7 @@ TEST(read_motorola, damaged_and_missing_data_fail_and_keep_what_came_before)
 {
     motorola_fixture f;
     EXPECT_EQ(f.read("S105000001G2F7\n" + end_record), status::failed);
-    EXPECT_EQ(f.why(), "file:1: a data byte that is not hexadecimal where two digits was expected");
+    EXPECT_EQ(f.why(), "file:1: a data byte that is not hexadecimal where a byte of two digits was expected");
     EXPECT_EQ(f.bytes(0, 2), (bytes_of{1, untouched}));
     EXPECT_EQ(f.read("S1060010"
                      "0304"),

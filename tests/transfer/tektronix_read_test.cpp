@@ -113,13 +113,14 @@ TEST(read_tektronix, damaged_heads_and_data_fail)
 {
     tektronix_fixture f;
     EXPECT_EQ(f.read("/00"), status::failed);
-    EXPECT_EQ(f.why(), "file:1: a damaged record head where address and count in hexadecimal was expected");
+    EXPECT_EQ(f.why(), "file:1: a damaged record head where a hexadecimal address and count was expected");
     EXPECT_EQ(f.read("/000001"), status::failed);
-    EXPECT_EQ(f.why(), "file:1: a damaged header checksum where two digits was expected");
+    EXPECT_EQ(f.why(), "file:1: a damaged header checksum where a checksum of two digits was expected");
     EXPECT_EQ(f.read("/000002020"
                      "5X\n"),
               status::failed);
-    EXPECT_EQ(f.why(), "file:1: a data byte that is missing or not hexadecimal where two digits was expected");
+    EXPECT_EQ(f.why(),
+              "file:1: a data byte that is missing or not hexadecimal where a byte of two digits was expected");
 }
 
 TEST(read_tektronix, lines_below_the_file_start_and_behind_the_device_are_passed_over)

@@ -75,9 +75,10 @@ TEST(read_texas, damaged_addresses_and_bytes_fail)
 {
     texas_fixture f;
     EXPECT_EQ(f.read("@00\n01\nq\n"), status::failed);
-    EXPECT_EQ(f.why(), "file:1: a damaged address where four hexadecimal digits behind \"@\" was expected");
+    EXPECT_EQ(f.why(), "file:1: a damaged address where an address of four digits was expected");
     EXPECT_EQ(f.read("@0000\n01 0x 03\nq\n"), status::failed);
-    EXPECT_EQ(f.why(), "file:2: a data byte that is missing or not hexadecimal where two digits was expected");
+    EXPECT_EQ(f.why(),
+              "file:2: a data byte that is missing or not hexadecimal where a byte of two digits was expected");
     EXPECT_EQ(f.bytes(0, 2), (bytes_of{1, untouched}));
 }
 

@@ -83,7 +83,8 @@ TEST(read_holtek, a_wrong_mark_or_a_header_of_8000_bytes_fails)
     bytes_of wrong = image({}, segment(0, {1}), segment(0, {2}));
     wrong[0] = 0xC1;
     EXPECT_EQ(f.read(wrong), status::failed);
-    EXPECT_EQ(f.why(), "file: offset 0: no Holtek header where C0 and a header length below 8000 was expected");
+    EXPECT_EQ(f.why(),
+              "file: offset 0: no Holtek header where the mark C0 with a header length below 8000 was expected");
     EXPECT_EQ(f.read(image(bytes_of(0x8000), segment(0, {1}), segment(0, {2}))), status::failed);
     EXPECT_EQ(f.read(image(bytes_of(0x7FFF), segment(0, {1}), segment(0, {2}))), status::done);
     EXPECT_EQ(f.read(""), status::failed);
@@ -125,7 +126,7 @@ TEST(read_emc, a_word_count_above_the_file_fails_with_the_bytes_before_it_loaded
     emc_fixture f;
     EXPECT_EQ(f.read(bytes_of{3, 0, 0x11, 0x22, 0x33}), status::failed);
     EXPECT_EQ(f.bytes(0, 4), (bytes_of{0x11, 0x22, 0x33, untouched}));
-    EXPECT_EQ(f.why(), "file: offset 5: the end of the file where 6 data bytes was expected");
+    EXPECT_EQ(f.why(), "file: offset 5: the end of the file where a data block of 6 bytes was expected");
 }
 
 TEST(read_emc, a_file_without_a_word_count_fails)

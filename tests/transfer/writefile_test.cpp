@@ -90,6 +90,19 @@ TEST(writefile, 8400000_words_leave_all_formats_and_one_more_leaves_binary_only)
     });
 }
 
+TEST(writefile, the_extension_of_the_file_preselects_the_format)
+{
+    const std::pair<const char*, int> names[] = {{"a.bin", 0}, {"a.HEX", 1}, {"a.s19", 2},
+                                                 {"a.tek", 3}, {"a", 0},     {"a.hex/b", 0}};
+    for (const auto& [name, format] : names) {
+        save_fixture f;
+        f.save(name, [format = format](writefile& d) { EXPECT_EQ(d.wfileOption2.selected(), format); });
+    }
+    save_fixture large;
+    large.session.blocks.tlength(0) = 8400001;
+    large.save("a.hex", [](writefile& d) { EXPECT_EQ(d.wfileOption2.selected(), 0); });
+}
+
 TEST(writefile, only_hexadecimal_keys_reach_the_boxes_the_others_beep)
 {
     save_fixture f;

@@ -17,7 +17,8 @@ status read_emc(transfer_job& job)
     auto& ibuffer = job.plug_in.blocks.ibuffer;
     for (std::size_t i = 0; i < count; ++i) {
         if (i + data_at >= image.size()) {
-            return fail_at_offset(job, image.size(), "the end of the file", std::to_string(count) + " data bytes");
+            return fail_at_offset(job, image.size(), "the end of the file",
+                                  "a data block of " + std::to_string(count) + " bytes");
         }
         ibuffer(static_cast<std::int64_t>(i)) = image[i + data_at];
         if (pace != 0 && i % pace == 0) job.progress(100.0 * static_cast<double>(i) / static_cast<double>(count + 1));

@@ -26,7 +26,7 @@ status holtek_reader::read()
 {
     transfer_variables& at = job_.plug_in.transfer;
     const auto begin = first_holtek_segment(image_);
-    if (!begin) return fail_at_offset(job_, 0, "no Holtek header", "C0 and a header length below 8000");
+    if (!begin) return fail_at_offset(job_, 0, "no Holtek header", "the mark C0 with a header length below 8000");
     const auto first = holtek_segment_at(image_, *begin);
     if (!first) return no_segment(*begin);
     at.bufstart = first->address;

@@ -44,7 +44,7 @@ intel16_reader::step intel16_reader::take_words(text_view record, std::size_t di
         if (digits + 4 > record.size()) return fail("a record that ends early", "its data");
         const int high = hex_digits::byte(&record[digits]);
         const int low = hex_digits::byte(&record[digits + 2]);
-        if (high < 0 || low < 0) return fail("a data word that is not hexadecimal", "four digits");
+        if (high < 0 || low < 0) return fail("a data word that is not hexadecimal", "a word of four digits");
         ibuffer(index + 1) = static_cast<std::uint8_t>(high);
         ibuffer(index) = static_cast<std::uint8_t>(low);
         sum += static_cast<unsigned>(high + low);

@@ -78,7 +78,7 @@ intel_reader::step intel_reader::take_bytes(text_view record, std::size_t digits
         if (index > buflength_) return step::go_on;  // the record stops here, and is not compared
         if (digits + 2 > record.size()) return fail("a record that ends early", "its data");
         const int value = hex_digits::byte(&record[digits]);
-        if (value < 0) return fail("a data byte that is not hexadecimal", "two digits");
+        if (value < 0) return fail("a data byte that is not hexadecimal", "a byte of two digits");
         job_.plug_in.blocks.ibuffer(index) = static_cast<std::uint8_t>(value);
         sum += static_cast<unsigned>(value);
         digits += 2 * static_cast<std::size_t>(at_.filestep);

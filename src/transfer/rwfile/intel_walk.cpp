@@ -66,7 +66,7 @@ intel_walk::step intel_walk::take_extension(text_view record, unsigned paragraph
     std::uint8_t value[2];
     unsigned sum = 0;
     if (record.size() < digits_at + 4 || !hex_digits::decode(&record[digits_at], 2, value, sum)) {
-        return fail("a damaged extended address", "four hexadecimal digits");
+        return fail("a damaged extended address", "an address of four digits");
     }
     extension_ = std::int64_t{value[0] * 256 + value[1]} * paragraph_bytes;
     p_ += extension_stride_;

@@ -70,7 +70,7 @@ motorola_reader::step motorola_reader::take_data(unsigned width, text_view recor
     std::array<std::uint8_t, 5> head{};  // count and address
     unsigned sum = 0;
     if (record.size() < 4 + 2 * address_bytes || !hex_digits::decode(&record[2], 1 + address_bytes, head.data(), sum)) {
-        return fail("a damaged record head", "count and address in hexadecimal");
+        return fail("a damaged record head", "a hexadecimal count and address");
     }
     std::int64_t address = 0;
     for (std::size_t i = 1; i <= address_bytes; ++i) address = address * 256 + head[i];
@@ -101,7 +101,7 @@ motorola_reader::step motorola_reader::take_bytes(text_view data, std::int64_t a
         if (target_.beyond(position)) break;
         if (at + 2 > data.size()) return fail("a record that ends early", "its data");
         const int value = hex_digits::byte(&data[at]);
-        if (value < 0) return fail("a data byte that is not hexadecimal", "two digits");
+        if (value < 0) return fail("a data byte that is not hexadecimal", "a byte of two digits");
         if (!target_.store(position, static_cast<std::uint8_t>(value))) return step::end;
     }
     return step::go_on;

@@ -51,10 +51,10 @@ tektronix_reader::step tektronix_reader::take_line(std::string_view line)
 {
     if (!line.starts_with('/')) return fail(line.empty() ? "an empty line" : "a line without \"/\"", "a record");
     const auto address = number_in(line, 1, 4), count = number_in(line, 5, 2);
-    if (!address || !count) return fail("a damaged record head", "address and count in hexadecimal");
+    if (!address || !count) return fail("a damaged record head", "a hexadecimal address and count");
     if (*count == 0) return step::end;
     const auto check = number_in(line, 7, 2);
-    if (!check) return fail("a damaged header checksum", "two digits");
+    if (!check) return fail("a damaged header checksum", "a checksum of two digits");
     const tektronix_head head{*address, *count, *check};
     if (!head.checks()) {
         return fail("header checksum " + arith::hex_fixed(head.check, 2), arith::hex_fixed(head.whole_check(), 2));
@@ -73,7 +73,7 @@ tektronix_reader::step tektronix_reader::take_bytes(std::string_view line, const
         const std::int64_t position = target_.position(head.address, i);
         if (target_.beyond(position)) break;
         const auto value = number_in(line, data_at + 2 * static_cast<std::size_t>(target_.byte_of(i)), 2);
-        if (!value) return fail("a data byte that is missing or not hexadecimal", "two digits");
+        if (!value) return fail("a data byte that is missing or not hexadecimal", "a byte of two digits");
         if (!target_.store(position, static_cast<std::uint8_t>(*value))) return step::end;
     }
     return step::go_on;

@@ -45,7 +45,7 @@ texas_reader::step texas_reader::take_line(std::string_view line)
     if (line.starts_with('q')) return step::end;
     if (line.starts_with('@')) {
         const auto address = number_in(line, 1, 4);
-        if (!address) return fail("a damaged address", "four hexadecimal digits behind \"@\"");
+        if (!address) return fail("a damaged address", "an address of four digits");
         if (target_.takes(*address)) address_ = *address;
         return step::go_on;
     }
@@ -62,7 +62,7 @@ texas_reader::step texas_reader::take_bytes(std::string_view line)
         address_ = position + 1;
         if (target_.beyond(position)) break;
         const auto value = number_in(line, 3 * static_cast<std::size_t>(target_.byte_of(i)), 2);
-        if (!value) return fail("a data byte that is missing or not hexadecimal", "two digits");
+        if (!value) return fail("a data byte that is missing or not hexadecimal", "a byte of two digits");
         if (!target_.store(position, static_cast<std::uint8_t>(*value))) return step::end;
     }
     if (const double value = progress_.next(pairs + 10); value >= 0) job_.progress(value);
