@@ -41,6 +41,11 @@ std::string make_work_folder()
     return pattern + "/";
 }
 
+std::uint8_t blank_byte(const host::device_preset& device)
+{
+    return device.clear == host::clear_choice::fill_00 ? 0x00 : 0xFF;
+}
+
 }  // namespace
 
 host_session::host_session(const std::string& plug_in_path)
@@ -83,10 +88,10 @@ std::vector<std::uint8_t> host_session::bytes_to_keep()
 
 void host_session::select(const host::device_preset& device)
 {
-    std::vector<std::uint8_t> kept = bytes_to_keep();
+    const std::vector<std::uint8_t> kept = bytes_to_keep();
     host::apply(device, *blocks_);
     device_ = device;
-    require(renew_buffer(std::move(kept)));
+    require(renew_buffer(kept));
 }
 
 outcome host_session::run(const std::function<reply(Clstamrix&)>& method)
@@ -133,7 +138,7 @@ outcome host_session::attach_small()
         return plug_in.bufcomopt(num);
     });
     keep_names_private();
-    if (device_.buffer_bytes > 0) require(renew_buffer(std::move(kept)));
+    if (device_.buffer_bytes > 0) require(renew_buffer(kept));
     return told;
 }
 
@@ -144,12 +149,14 @@ outcome host_session::release_buffer()
     return run([](Clstamrix& plug_in) { return plug_in.freesharebufferopt(); });
 }
 
-outcome host_session::renew_buffer(std::vector<std::uint8_t> content)
+outcome host_session::renew_buffer(const std::vector<std::uint8_t>& content)
 {
     require(release_buffer());
     blocks_->create_buffer(device_.buffer_bytes);
-    content.resize(buffer().size(), device_.clear == host::clear_choice::fill_00 ? 0x00 : 0xFF);
-    std::ranges::copy(content, buffer().begin());
+    const std::span<std::uint8_t> fresh = buffer();
+    const std::size_t kept = std::min(content.size(), fresh.size());
+    std::copy_n(content.begin(), kept, fresh.begin());
+    std::ranges::fill(fresh.subspan(kept), blank_byte(device_));
     outcome told = run([this](Clstamrix& plug_in) {
         std::int16_t num = blocks_->num();
         return plug_in.buffercomopt(num);

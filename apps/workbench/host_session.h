@@ -65,7 +65,7 @@ private:
     };
     void require(const outcome& told) const;
     std::vector<std::uint8_t> bytes_to_keep();
-    outcome renew_buffer(std::vector<std::uint8_t> content);
+    outcome renew_buffer(const std::vector<std::uint8_t>& content);
     void keep_names_private();
     outcome transfer(const std::function<reply(Clstamrix&)>& method);
 

@@ -12,7 +12,6 @@ log_panel::log_panel(wxWindow* parent)
       text_{new wxTextCtrl{this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
                            wxTE_MULTILINE | wxTE_READONLY | wxTE_RICH2 | wxBORDER_THEME}}
 {
-    text_->SetMargins(FromDIP(wxPoint{6, 4}));
     auto* outer = new wxBoxSizer{wxVERTICAL};
     outer->Add(text_, wxSizerFlags{1}.Expand().Border(wxALL, FromDIP(6)));
     SetSizer(outer);
@@ -33,10 +32,12 @@ void log_panel::trouble(const std::string& words)
 
 void log_panel::append(const std::string& words, const wxColour& colour)
 {
-    text_->SetDefaultStyle(wxTextAttr{colour});
+    wxTextAttr style{colour};
+    style.SetLeftIndent(15);  // tenths of a millimetre: off the border
+    text_->SetDefaultStyle(style);
     text_->AppendText(to_wx(words));
     if (!words.empty() && words.back() != '\n') text_->AppendText("\n");
-    text_->ShowPosition(text_->GetLastPosition());
+    if (text_->IsShownOnScreen()) text_->ShowPosition(text_->GetLastPosition());
 }
 
 }  // namespace tamrix::workbench

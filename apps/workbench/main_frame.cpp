@@ -149,20 +149,27 @@ void main_frame::load_file(const std::string& path)
         const outcome told = session_.load(path, static_cast<std::int16_t>(detected));
         tell(trouble, told);
         buffer_changed();
-        if (told.cancelled() || told.failed()) return;
-        file_ = path;
-        update_title();
-        recent_.AddFileToHistory(to_wx(std::filesystem::absolute(path).string()));
-        tamrix_format format{};
-        library.describe_format(detected, &format);
-        SetStatusText("Detected: " + to_wx(format.caption), format_field);
-        static constexpr const char* modes[] = {"Normal",   "Even",     "Odd",     "1st of 4",
-                                                "2nd of 4", "3rd of 4", "4th of 4"};
-        const auto* mode = std::get_if<std::int16_t>(&told.result.value);
-        const bool known = mode != nullptr && *mode >= 0 && *mode < static_cast<int>(std::size(modes));
-        SetStatusText(known ? wxString{"From file: "} + modes[*mode] : wxString{}, mode_field);
+        if (!told.cancelled()) show_load(path, detected, told);
         hex_view_->SetFocus();
     });
+}
+
+/// A load that failed may have left part of its file in the buffer, so no file's name stands for it then.
+void main_frame::show_load(const std::string& path, int detected, const outcome& told)
+{
+    file_ = told.failed() ? std::string{} : path;
+    update_title();
+    SetStatusText(told.failed() ? "Load failed" : "", format_field);
+    SetStatusText("", mode_field);
+    if (told.failed()) return;
+    recent_.AddFileToHistory(to_wx(std::filesystem::absolute(path).string()));
+    tamrix_format format{};
+    session_.library().describe_format(detected, &format);
+    SetStatusText("Detected: " + to_wx(format.caption), format_field);
+    static constexpr const char* modes[] = {"Normal", "Even", "Odd", "1st of 4", "2nd of 4", "3rd of 4", "4th of 4"};
+    const auto* mode = std::get_if<std::int16_t>(&told.result.value);
+    if (mode == nullptr || *mode < 0 || *mode >= static_cast<int>(std::size(modes))) return;
+    SetStatusText(wxString{"From file: "} + modes[*mode], mode_field);
 }
 
 void main_frame::attempt(const wxString& what, const std::function<void()>& action)

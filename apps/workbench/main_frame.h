@@ -49,6 +49,7 @@ private:
     void update_menus();
 
     void select_device(const host::device_preset& device);
+    void show_load(const std::string& path, int detected, const outcome& told);
     void ask_for_file_to_load();
     void save_buffer();
     void call_with_file(const wxString& title, const wxString& filter, long style,

@@ -6,6 +6,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cctype>
+#include <iterator>
+
 namespace tamrix::tests {
 
 using testing::HasSubstr;
@@ -97,6 +101,16 @@ std::vector<std::string> with(std::vector<std::string> options)
     return arguments;
 }
 
+std::string name_of(const testing::TestParamInfo<refused>& info)
+{
+    std::string name = std::to_string(info.index);
+    for (const std::string& argument : info.param.arguments) {
+        name += '_';
+        std::ranges::copy_if(argument, std::back_inserter(name), [](unsigned char c) { return std::isalnum(c) != 0; });
+    }
+    return name;
+}
+
 INSTANTIATE_TEST_SUITE_P(
     of_the_command, wrong_usage,
     testing::Values(
@@ -128,7 +142,8 @@ INSTANTIATE_TEST_SUITE_P(
                 "--device-words 1073741824: a device of 2147483648 bytes, less than 2 GiB is expected"},
         refused{with({"--language", "7"}), "--language 7: one of " + cli::language_offsets() + " is expected"},
         refused{with({"--language", "english"}),
-                "--language english: one of " + cli::language_offsets() + " is expected"}));
+                "--language english: one of " + cli::language_offsets() + " is expected"}),
+    name_of);
 
 TEST(usage, a_language_is_taken_before_and_behind_the_command)
 {

@@ -139,6 +139,14 @@ void copy(const std::string& text)
     wxTheClipboard->SetData(new wxTextDataObject{wxString::FromUTF8(text)});
 }
 
+std::string copied()
+{
+    const wxClipboardLocker open;
+    wxTextDataObject text;
+    wxTheClipboard->GetData(text);
+    return text.GetText().utf8_string();
+}
+
 bool comes_true(const std::function<bool()>& done)
 {
     const auto end = clock::now() + 5s;

@@ -38,6 +38,8 @@ void click(const wxWindow& window);
 void click(const wxWindow& window, wxPoint inside);
 /// Puts a text on the clipboard.
 void copy(const std::string& text);
+/// The text on the clipboard.
+std::string copied();
 
 /// Lets the program work until `done` says so, at most five seconds; true where it did.
 bool comes_true(const std::function<bool()>& done);

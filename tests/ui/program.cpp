@@ -98,6 +98,16 @@ void program::press(const std::string& keys) const
     std::this_thread::sleep_for(150ms);
 }
 
+void program::click_at(double across, double down) const
+{
+    const auto part = [](const char* length, double of) {
+        return "$((" + std::string{length} + " * " + std::to_string(static_cast<int>(of * 100)) + " / 100))";
+    };
+    run("eval $(xdotool getwindowfocus getwindowgeometry --shell) && xdotool mousemove --window $WINDOW " +
+        part("WIDTH", across) + " " + part("HEIGHT", down) + " click 1");
+    std::this_thread::sleep_for(200ms);
+}
+
 void program::type(const std::string& letters) const
 {
     run("xdotool type --delay 20 '" + letters + "'");

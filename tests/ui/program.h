@@ -23,6 +23,8 @@ public:
     void focus(const std::string& title);
     bool has_window(const std::string& title) const;
     void press(const std::string& keys) const;
+    /// The left button at a place of the window that has the keyboard, told in parts of its width and height.
+    void click_at(double across, double down) const;
     void type(const std::string& letters) const;
     pid_t process() const { return process_; }
     /// Waits for its end and yields its exit status, or -1 where it did not end by itself.

@@ -1,3 +1,4 @@
+#include "person.h"
 #include "program.h"
 
 #include <algorithm>
@@ -55,6 +56,18 @@ std::string content(const fs::path& path)
 {
     std::ifstream file{path, std::ios::binary};
     return {std::istreambuf_iterator<char>{file}, {}};
+}
+
+/// What another program put on the clipboard.
+std::string clipboard()
+{
+    struct empty_form final : scripted_form {
+        tamrix::forms::layout arrangement() override { return tamrix::forms::column({}); }
+    } form;
+    tamrix::wxui::wx_shell screen;
+    std::string text;
+    during(screen, form, [&] { text = copied(); });
+    return text;
 }
 
 std::string without_time(std::string text)
@@ -181,6 +194,22 @@ TEST_F(programs, a_workbench_that_was_killed_leaves_no_names_of_its_own_behind)
         workbench.focus("^tamrix workbench");
     }  // killed here
     EXPECT_EQ(shared_objects(own_name_space), std::vector<std::string>{});
+}
+
+TEST_F(programs, the_log_of_the_workbench_tells_where_and_why_a_load_failed)
+{
+    std::ofstream{folder / "bad.hex"} << ":0100000011EE\n:01000100G1ED\n:00000001FF\n";
+    program workbench{"tamrix-workbench", {"--device", "27C64", file("bad.hex")}, settings()};
+    workbench.focus("Load A File To Buffer");
+    workbench.press("Return");
+    workbench.focus("^tamrix workbench");
+    workbench.click_at(0.6, 0.9);
+    workbench.press("ctrl+a ctrl+c");
+    EXPECT_EQ(without_time(clipboard()), "Device 27C64, Microchip: buffer of 8 KiB\n>>Load File Fail!\n>> Sec\n" +
+                                             file("bad.hex") +
+                                             ":2: a data byte that is not hexadecimal where two digits was expected\n");
+    workbench.press("ctrl+q");
+    EXPECT_EQ(workbench.wait(), 0);
 }
 
 TEST_F(programs, the_workbench_tells_what_is_missing_and_ends)

@@ -1,0 +1,114 @@
+#!/usr/bin/env bash
+# Takes the pictures of the documentation: starts the workbench on a display of its own, works with it by keyboard as a
+# person would, and writes docs/images/*.png.
+set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
+
+picture_packages=(
+    openbox  # gives the windows their title bars
+)
+
+if [[ ${1-} == --help || ${1-} == -h ]]; then
+    echo 'usage: scripts/screenshots.sh [FOLDER-OF-THE-PROGRAMS]   (default: build/release/bin, which it builds)'
+    exit
+fi
+
+if [[ ${TAMRIX_ON_OWN_DISPLAY-} != yes ]]; then
+    need "${build_packages[@]}" "${test_packages[@]}" "${picture_packages[@]}"
+    programs=${1-}
+    if [[ -z $programs ]]; then
+        build release tamrix_workbench tamrix_plugin
+        programs=$root/build/release/bin
+    fi
+    export TAMRIX_ON_OWN_DISPLAY=yes
+    exec xvfb-run -a -s '-screen 0 1280x900x24 -noreset -nolisten tcp' "$0" "$programs"
+fi
+
+programs=$1
+images=$root/docs/images
+work=$(mktemp -d)
+started=()
+clean_up() {
+    ((${#started[@]} == 0)) || kill "${started[@]}" 2>/dev/null || true
+    rm -rf "$work"
+}
+trap clean_up EXIT
+export HOME=$work XDG_CONFIG_HOME=$work/config XDG_CACHE_HOME=$work/cache
+export GDK_BACKEND=x11 GSETTINGS_BACKEND=memory NO_AT_BRIDGE=1
+mkdir -p "$images"
+
+# A window whose title matches; waits for it.
+window() {
+    xdotool search --sync --onlyvisible --name "$1" | tail -1
+}
+
+press() {
+    xdotool key --delay 60 "$@"
+    sleep 0.4
+}
+
+# picture NAME TITLE: the window with its frame.
+picture() {
+    local id
+    id=$(window "$2")
+    xdotool mousemove 1279 899
+    sleep 0.6
+    import -silent -frame -window "$id" -strip -define png:compression-level=9 "$images/$1.png"
+    say "docs/images/$1.png"
+}
+
+# Types a name into the file dialog with that title; the dialog takes its time to look for it.
+choose_file() {
+    window "$1" >/dev/null
+    sleep 1
+    xdotool type --delay 20 "$work/$2"
+    sleep 1
+    press Return
+}
+
+# A program for a small microcontroller: a jump, a text, code, a table.
+demo_image() {
+    {
+        printf '\x02\x00\x80'
+        head -c 45 /dev/zero | tr '\0' '\377'
+        printf 'tamrix demo 1.0\0ready\r\n\0no device in the socket\r\n\0'
+        head -c 18 /dev/zero | tr '\0' '\377'
+        for ((i = 0; i < 40; i++)); do
+            printf '\x90\x00\x30\xE4\x93\x60\x0A\xF5\x99\x30\x99\xFD\xC2\x99\xA3\x80\xF0\x22'
+            printf "\\x$(printf %02x $((i * 6)))"
+        done
+    } >"$1"
+}
+
+demo_image "$work/demo.bin"
+objcopy -I binary -O ihex "$work/demo.bin" "$work/demo.hex"
+sed 's/^:100020.*$/:100020000102030405060708090A0B0C0D0E0FZZ00/' "$work/demo.hex" >"$work/damaged.hex"
+cd "$work"
+
+openbox --sm-disable >/dev/null 2>&1 &
+started+=($!)
+sleep 1
+"$programs/tamrix-workbench" --device AT89C51 demo.hex &
+started+=($!)
+
+picture load-dialog 'Load A File To Buffer'
+press Return
+window '^demo.hex - tamrix workbench' >/dev/null
+picture workbench '^demo.hex - tamrix workbench'
+
+press ctrl+s
+choose_file '^Save Buffer$' copy.hex
+picture save-dialog 'Save Buffer To A File'
+press Escape
+
+press F4
+picture device-values '^Values of AT89C51'
+press Escape
+
+press ctrl+o
+choose_file '^Load File$' damaged.hex
+window 'Load A File To Buffer' >/dev/null
+sleep 0.5
+press Return
+picture failed-load '^tamrix workbench'
+press ctrl+q
