@@ -19,6 +19,7 @@ test_packages=(
     git               # lists the files to format
     srecord           # writes and reads HEX files as a peer
     binutils          # objcopy, the other peer
+    mame-tools        # jedutil, the peer for fuse files
     xvfb              # the display that tests of real windows run on
     xauth             # xvfb-run needs it
     xdotool           # the keys and the mouse in those tests

@@ -2,6 +2,7 @@
 
 #include "cli/convert.h"
 #include "cli/detect.h"
+#include "cli/fuse_files.h"
 #include "cli/tour.h"
 
 #include <CLI/CLI.hpp>
@@ -32,6 +33,8 @@ constexpr const char* convert_details =
 struct arguments_of_commands {
     convert_words convert;
     std::vector<std::string> files;
+    jedec_options jedec;
+    std::string svf_in, syspath;
     std::optional<std::string> language;
 };
 
@@ -123,6 +126,21 @@ void add_commands(CLI::App& app, arguments_of_commands& arguments)
     CLI::App* detect = add_command(app, "detect", "Tells the format of each file as a host passes it: index and name.");
     detect->add_option("FILE", arguments.files, "the files to look at")->type_name("")->required();
 
+    CLI::App* jedec =
+        add_command(app, "jedec", "Reads a JEDEC fuse file, tells what it holds, and writes it anew with -o.");
+    jedec->add_option("IN", arguments.jedec.in, "the file to read")->type_name("")->required();
+    jedec->add_option("-o,--output", arguments.jedec.out, "the file to write")->type_name("OUT");
+    jedec->add_option("--words", arguments.jedec.words, "fuses of the device (default: the QF field of IN)")
+        ->type_name("N");
+    jedec->add_option("--page", arguments.jedec.page, "fuses in a row of OUT, 10 or more (default: 32)")
+        ->type_name("N");
+    jedec->add_option("--type", arguments.jedec.type, "type of the device, for OUT")->type_name("T");
+    jedec->add_option("--maker", arguments.jedec.maker, "maker of the device, for OUT")->type_name("M");
+
+    CLI::App* svf = add_command(app, "svf", "Copies an SVF file to pldtmp.svf under the system path.");
+    svf->add_option("IN", arguments.svf_in, "the file to copy")->type_name("")->required();
+    svf->add_option("--syspath", arguments.syspath, "the folder; ends with a separator")->type_name("DIR/")->required();
+
     add_command(app, "tour", "Shows what the program does, on sample data.");
 }
 
@@ -142,6 +160,10 @@ void run_command(const CLI::App& app, arguments_of_commands& arguments, console&
     } else if (command == "detect") {
         check_language(arguments.language);
         detect(arguments.files, con);
+    } else if (command == "jedec") {
+        jedec(arguments.jedec, check_language(arguments.language), con);
+    } else if (command == "svf") {
+        svf(arguments.svf_in, arguments.syspath, check_language(arguments.language), con);
     } else {
         check_language(arguments.language);
         tour(con);
@@ -165,7 +187,8 @@ int parse_and_run(const std::vector<std::string>& words, console& con)
     } catch (const CLI::ParseError& error) {
         refuse(error.what());
     }
-    if (app.get_subcommands().empty()) refuse("a command is expected: convert, detect or tour (see tamrix --help)");
+    if (app.get_subcommands().empty())
+        refuse("a command is expected: convert, detect, jedec, svf or tour (see tamrix --help)");
     run_command(app, arguments, con);
     return exit_done;
 }

@@ -164,6 +164,10 @@ conversion_plan plan_conversion(const convert_options& options, const source_fil
     plan.word_bytes = static_cast<std::uint8_t>(options.word_bytes.value_or(1));
     plan.spare_units = static_cast<std::uint8_t>(options.spare_units.value_or(0));
     const address_range filled = in_buffer(options, source);
+    if (formats()[static_cast<std::size_t>(plan.from)].name == "holtek" && !options.device_words) {
+        refuse(options.in +
+               ": --device-words is expected; a Holtek image has a part that goes behind the device's words");
+    }
     if (options.device_words) {
         size_by_hand(plan, options);
     } else {

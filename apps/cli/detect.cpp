@@ -1,5 +1,6 @@
 #include "cli/detect.h"
 
+#include "pld/detect.h"
 #include "transfer/file_io.h"
 #include "transfer/formats.h"
 
@@ -10,6 +11,11 @@ void detect(const std::vector<std::string>& files, console& con)
     int unread = 0;
     for (const std::string& file : files) {
         try {
+            const pld_format logic = detect_pld_format(file);
+            if (logic != pld_format::none) {
+                con.line(file + ": - " + (logic == pld_format::jedec ? "jedec" : "svf"));
+                continue;
+            }
             const detected_format found = detect_format(file);
             const format& which = formats()[static_cast<std::size_t>(found.index)];
             con.line(file + ": " + std::to_string(found.index) + " " + std::string{which.name} +

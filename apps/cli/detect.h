@@ -8,8 +8,8 @@
 
 namespace tamrix::cli {
 
-/// Prints "FILE: INDEX NAME" for each file. A file that cannot be read is told and passed over; throws command_error at
-/// the end then.
+/// Prints "FILE: INDEX NAME" for each file, with "-" for the index of fuse and SVF files, which go through methods of
+/// their own. A file that cannot be read is told and passed over; throws command_error at the end then.
 void detect(const std::vector<std::string>& files, console& con);
 
 }  // namespace tamrix::cli

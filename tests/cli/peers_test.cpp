@@ -130,14 +130,84 @@ TEST_P(peers_of_64_kib, srec_cat_reads_the_records_of_a_saved_tektronix_file)
     expect_srec_cat_reads("saved.tek", "-tektronix");
 }
 
+TEST_P(peers, motorola_files_of_srec_cat_are_loaded_in_every_width_and_record_length)
+{
+    const std::uint64_t end = GetParam().start + image.size();
+    for (const int width : {2, 3, 4}) {
+        if (end > std::uint64_t{1} << (8 * width)) continue;
+        for (const std::string length : {"20", "44", "80"}) {
+            run({"srec_cat", "image.bin", "-binary", "-offset", number(GetParam().start), "-o", "peer.s", "-motorola",
+                 "-address-length=" + std::to_string(width), "-line-length=" + length});
+            expect_loaded("peer.s");
+        }
+    }
+}
+
+TEST_P(peers, a_motorola_file_of_objcopy_is_loaded_byte_for_byte)
+{
+    run({"objcopy", "-I", "binary", "-O", "srec", "--change-addresses", number(GetParam().start), "image.bin",
+         "peer.s"});
+    expect_loaded("peer.s");
+}
+
+TEST_P(peers_of_64_kib, tektronix_files_of_srec_cat_are_loaded_byte_for_byte)
+{
+    run({"srec_cat", "image.bin", "-binary", "-offset", number(GetParam().start), "-o", "peer.tek", "-tektronix"});
+    expect_loaded("peer.tek");
+}
+
+TEST_P(peers_of_64_kib, texas_instrument_texts_of_srec_cat_are_loaded_byte_for_byte)
+{
+    run({"srec_cat", "image.bin", "-binary", "-offset", number(GetParam().start), "-o", "peer.txt", "-ti-txt"});
+    // Behind the first line of an "@" block the buffer position counts as a file address, so the start stays 0 here.
+    const std::string start = hexadecimal(GetParam().start);
+    const auto result =
+        convert({"peer.txt", "loaded.bin", "--save-from", start, "--save-size", hexadecimal(image.size())});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(read_bytes(folder.path("loaded.bin")), image);
+}
+
 TEST_P(peers, what_is_saved_here_is_loaded_here)
 {
-    save_as("saved.hex", "intel");
-    expect_loaded("saved.hex");
+    for (const std::string format : {"intel", "motorola"}) {
+        save_as("saved.hex", format);
+        expect_loaded("saved.hex");
+    }
+}
+
+TEST_P(peers_of_64_kib, what_is_saved_here_as_tektronix_is_loaded_here)
+{
+    save_as("saved.tek", "tektronix");
+    expect_loaded("saved.tek");
 }
 
 INSTANTIATE_TEST_SUITE_P(sizes_and_starts, peers, testing::ValuesIn(cases_up_to(0xFFFFFFFF)), name_of);
 INSTANTIATE_TEST_SUITE_P(sizes_and_starts, peers_of_64_kib, testing::ValuesIn(cases_up_to(0x10000)), name_of);
+
+using peers_with_gaps = convert_test;
+
+/// Three pieces with gaps between; what no record fills is FF.
+TEST_F(peers_with_gaps, every_format_of_srec_cat_leaves_the_gaps_blank)
+{
+    const auto data = random_bytes(0x300, 3);
+    folder.write("image.bin", data);
+    const command_setting there{.folder = folder.path("")};
+    std::vector<std::uint8_t> expected(0x2100, 0xFF);
+    std::copy_n(data.begin(), 0x100, expected.begin() + 0x10);
+    std::copy_n(data.begin() + 0x100, 0x100, expected.begin() + 0x1001);
+    std::copy_n(data.begin() + 0x200, 0x100, expected.begin() + 0x2000);
+    for (const std::string format : {"-intel", "-motorola", "-tektronix", "-ti-txt"}) {
+        const auto made =
+            run_program({"srec_cat", "(",       "image.bin", "-binary",   "-crop",     "0",        "0x100", "-offset",
+                         "0x10",     ")",       "(",         "image.bin", "-binary",   "-crop",    "0x100", "0x200",
+                         "-offset",  "0xF01",   ")",         "(",         "image.bin", "-binary",  "-crop", "0x200",
+                         "0x300",    "-offset", "0x1E00",    ")",         "-o",        "peer.txt", format},
+                        there);
+        ASSERT_EQ(made.status, 0) << made.err;
+        ASSERT_EQ(convert({"peer.txt", "loaded.bin"}).status, 0) << format;
+        EXPECT_EQ(read_bytes(folder.path("loaded.bin")), expected) << format;
+    }
+}
 
 using peers_without_data = convert_test;
 

@@ -1,0 +1,27 @@
+// tamrix jedec and tamrix svf: the files of logic devices.
+#pragma once
+
+#include "cli/console.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace tamrix::cli {
+
+struct jedec_options {
+    std::string in;
+    std::optional<std::string> out;
+    std::optional<std::string> words;  // as typed; default: what the file's QF field says
+    std::string page = "32";
+    std::string type;
+    std::string maker;
+};
+
+/// Reads the fuses and vectors of a file, tells them, and writes them to `out` if there is one.
+void jedec(const jedec_options& options, std::int32_t language, console& con);
+
+/// Copies an SVF file to "pldtmp.svf" under `syspath`.
+void svf(const std::string& in, const std::string& syspath, std::int32_t language, console& con);
+
+}  // namespace tamrix::cli
