@@ -79,10 +79,15 @@ private:
         report(name, started);
     }
 
+    /// The first load of a host: the buffer's pages are taken while it runs.
     void load_into_new_buffer()
     {
         cli::attached_plug_in plug_in{0};
-        set_device(plug_in, length(), length());
+        plug_in.blocks.value<std::int32_t>("tlength") = static_cast<std::int32_t>(length());
+        plug_in.blocks.value<std::uint8_t>("wordmode") = 1;
+        plug_in.blocks.create_buffer(static_cast<std::int32_t>(length()));
+        std::int16_t num = plug_in.blocks.num();
+        if (!plug_in.methods.buffercomopt(num).ok()) std::abort();
         load(
             plug_in, [](readfile& dialog) { dialog.rfileOption1(1).click(); }, "load_new");
     }

@@ -26,7 +26,8 @@ fi
 
 programs=$1
 images=$root/docs/images
-work=$(mktemp -d)
+work=/tmp/tamrix-demo  # stands in the pictures
+mkdir "$work"
 started=()
 clean_up() {
     ((${#started[@]} == 0)) || kill "${started[@]}" 2>/dev/null || true
@@ -37,9 +38,16 @@ export HOME=$work XDG_CONFIG_HOME=$work/config XDG_CACHE_HOME=$work/cache
 export GDK_BACKEND=x11 GSETTINGS_BACKEND=memory NO_AT_BRIDGE=1
 mkdir -p "$images"
 
-# A window whose title matches; waits for it.
+# The window whose title matches; waits for it. A search breaks off where another window goes away under it.
 window() {
-    xdotool search --sync --onlyvisible --name "$1" | tail -1
+    local id='' tries
+    for ((tries = 0; tries < 100; tries++)); do
+        id=$(xdotool search --onlyvisible --name "$1" 2>/dev/null | tail -1) || true
+        [[ -z $id ]] || break
+        sleep 0.1
+    done
+    [[ -n $id ]] || { say "No window: $1" && exit 1; }
+    echo "$id"
 }
 
 press() {

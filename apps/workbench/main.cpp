@@ -12,6 +12,7 @@
 #include <wx/app.h>
 #include <wx/config.h>
 #include <wx/fileconf.h>
+#include <wx/image.h>
 #include <wx/log.h>
 #include <wx/msgdlg.h>
 
@@ -31,6 +32,7 @@ public:
 
     bool OnInit() override
     {
+        wxImage::AddHandler(new wxPNGHandler);           // for the icon
         delete wxLog::SetActiveTarget(new wxLogStderr);  // the toolkit's own complaints are for the terminal
         try {
             wxConfigBase::Set(new wxFileConfig{

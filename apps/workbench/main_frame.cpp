@@ -57,10 +57,11 @@ main_frame::main_frame(const std::string& plug_in_path, const std::string& devic
     : wxFrame{nullptr, wxID_ANY, "tamrix workbench"}, session_{plug_in_path}, data_folder_{host::data_folder() + "/"}
 {
     SetName("main");
+    SetIcon(wxIcon{to_wx(data_folder_ + "icons/tamrix.png"), wxBITMAP_TYPE_PNG});
     build_panels();
     build_menus();
     build_tool_bar();
-    const std::array<int, status_fields> widths{-3, -2, -3, -3, -2};
+    const std::array<int, status_fields> widths{-4, -2, -3, -3, -2};
     CreateStatusBar(status_fields)->SetStatusWidths(status_fields, widths.data());
     recent_.Load(*wxConfigBase::Get());
     update_title();

@@ -187,10 +187,8 @@ wxMenu* main_frame::plug_in_menu()
             update_menus();
         });
     };
-    entry("&Attach Blocks", "Make the shared blocks anew and let the plug-in open them", "bufcomopt",
-          &host_session::attach_small);
-    entry("Attach &Buffer", "Make the buffer anew and let the plug-in open it", "buffercomopt",
-          &host_session::attach_buffer);
+    entry("&Attach Blocks", "Make the shared blocks anew and attach them", "bufcomopt", &host_session::attach_small);
+    entry("Attach &Buffer", "Make the buffer anew and attach it", "buffercomopt", &host_session::attach_buffer);
     entry("&Release Buffer", "Let the plug-in release the buffer", "freesharebufferopt", &host_session::release_buffer);
     return menu;
 }
@@ -210,6 +208,7 @@ void main_frame::about()
     about.SetDescription("A universal device programmer's options:\n"
                          "buffer files, logic tests, instruments and self-tests.");
     about.SetCopyright("MIT licence");
+    about.SetIcon(GetIcon());
     wxAboutBox(about, this);
 }
 

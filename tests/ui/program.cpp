@@ -81,15 +81,14 @@ std::string program::windows(const std::string& title) const
     return std::fgets(text.data(), text.size(), pipe.get()) != nullptr ? text.data() : "";
 }
 
-bool program::has_window(const std::string& title) const { return !windows(title).empty(); }
-
 void program::focus(const std::string& title)
 {
-    if (!comes_true_within_ten_seconds([&] { return has_window(title); })) {
+    std::string found;
+    if (!comes_true_within_ten_seconds([&] { return !(found = windows(title)).empty(); })) {
         throw std::runtime_error{"no window " + title + "; the program wrote: " + output()};
     }
     std::this_thread::sleep_for(300ms);  // until it is drawn and listens
-    run("xdotool windowfocus --sync " + windows(title));
+    run("xdotool windowfocus --sync " + found);
 }
 
 void program::press(const std::string& keys) const

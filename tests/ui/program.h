@@ -21,7 +21,6 @@ public:
     /// Waits until one of its windows with this title is on the screen and gives it the keyboard. Throws
     /// std::runtime_error after ten seconds.
     void focus(const std::string& title);
-    bool has_window(const std::string& title) const;
     void press(const std::string& keys) const;
     /// The left button at a place of the window that has the keyboard, told in parts of its width and height.
     void click_at(double across, double down) const;
