@@ -3,6 +3,7 @@
 
 #include "base/arith.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tamrix {
@@ -16,8 +17,8 @@ public:
 private:
     step take_data(const intel_head& head, text_view record) override;
     status outcome() override;
+    void take_plain_records(text_view text);
     step take_bytes(text_view record, std::size_t digits, std::int64_t index, std::int64_t count, unsigned sum);
-    bool take_run(text_view record, std::int64_t index, std::int64_t count, unsigned sum);
     bool compare_checksum(text_view record, std::size_t at, unsigned sum);
     void note_checksum_error(int found, int expected);
 
@@ -28,8 +29,41 @@ private:
     std::string first_found_, first_expected_;
 };
 
+/// Takes records of the common kind, one behind the other, as far as `text` and the next progress mark allow: data that
+/// lands whole, with a right checksum, and nothing but a line end up to the next ":". p_ then stands behind the last.
+void intel_reader::take_plain_records(text_view text)
+{
+    const std::int64_t start = p_;
+    const std::int64_t limit = std::min(buflength_ + 1, static_cast<std::int64_t>(buffer_.size()));
+    std::size_t at = 0;
+    while (text.size() - at >= longest_intel_record && text[at] == ':' &&
+           start + static_cast<std::int64_t>(at) < next_mark()) {
+        const auto head = intel_head_of(text.subspan(at));
+        if (!head || head->type != 0) return;
+        const std::int64_t relative = extension_ + head->address - at_.filestart;
+        const std::int64_t b = at_.bufphase + relative;
+        const std::int64_t index = at_.bufstart + b;
+        if (relative < 0 || b > devbytes_ || index + head->length > limit) return;
+        unsigned sum = head->sum();
+        const std::size_t checksum = at + digits_at + 2 * std::size_t{head->length};
+        if (!hex_digits::decode(&text[at + digits_at], head->length, buffer_.data() + index, sum)) return;
+        const int told = hex_digits::byte(&text[checksum]);
+        if (told < 0 || ((sum + static_cast<unsigned>(told)) & 0xFF) != 0) return;
+        ++records_;
+        at = checksum + 2;
+        p_ = start + static_cast<std::int64_t>(at);
+        if (text[at] == '\r') ++at;
+        if (at < text.size() && text[at] == '\n') ++at;
+    }
+}
+
 intel_reader::step intel_reader::take_data(const intel_head& head, text_view record)
 {
+    if (at_.filestep == 1 && at_.bufstep == 1) {
+        const std::int64_t before = p_;
+        take_plain_records(record);
+        if (p_ != before) return step::go_on;
+    }
     const std::int64_t relative = extension_ + head.address - at_.filestart;
     if (relative < 0) {
         ++p_;
@@ -41,10 +75,8 @@ intel_reader::step intel_reader::take_data(const intel_head& head, text_view rec
         ++records_;
         const std::int64_t count =
             at_.filestep == 1 ? head.length : (head.length + at_.filestep - 1 - skip) / at_.filestep;
-        if (!take_run(record, at_.bufstart + b, count, head.sum())) {
-            const std::size_t digits = digits_at + 2 * static_cast<std::size_t>(skip);
-            if (take_bytes(record, digits, at_.bufstart + b, count, head.sum()) == step::failed) return step::failed;
-        }
+        const std::size_t digits = digits_at + 2 * static_cast<std::size_t>(skip);
+        if (take_bytes(record, digits, at_.bufstart + b, count, head.sum()) == step::failed) return step::failed;
     }
     p_ = next;
     return step::go_on;
@@ -54,21 +86,6 @@ status intel_reader::outcome()
 {
     if (checksum_errors_ == 0) return status::done;
     return fail_in_text(job_, file_, first_error_, first_found_, first_expected_);
-}
-
-/// The common case at one stroke: a run of bytes that lands whole, with a right checksum. False where anything is
-/// unusual; the careful loop then goes over the record.
-bool intel_reader::take_run(text_view record, std::int64_t index, std::int64_t count, unsigned sum)
-{
-    const std::size_t checksum = digits_at + 2 * static_cast<std::size_t>(count);
-    if (at_.filestep != 1 || at_.bufstep != 1 || index + count > buflength_ + 1 ||
-        index + count > static_cast<std::int64_t>(buffer_.size()) || checksum + 2 > record.size()) {
-        return false;
-    }
-    if (!hex_digits::decode(&record[digits_at], static_cast<std::size_t>(count), buffer_.data() + index, sum))
-        return false;
-    const int told = hex_digits::byte(&record[checksum]);
-    return told >= 0 && ((sum + static_cast<unsigned>(told)) & 0xFF) == 0;
 }
 
 intel_reader::step intel_reader::take_bytes(text_view record, std::size_t digits, std::int64_t index,

@@ -31,6 +31,8 @@ protected:
     virtual step take_data(const intel_head& head, text_view record) = 0;
     /// The status at the end of the walk.
     virtual status outcome() { return status::done; }
+    /// Up to here the walk may go on without telling its progress.
+    std::int64_t next_mark() const { return next_mark_; }
     /// Leaves a diagnostic for the record at p_.
     step fail(std::string found, std::string expected);
 
