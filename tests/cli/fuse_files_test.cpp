@@ -72,7 +72,7 @@ TEST_F(fuse_files, in_the_layouts_of_compilers_have_the_same_fuses_here_and_in_j
             "\x02Title" + line_end + "Part*" + line_end + "QP20*" + line_end + "QF64*" + line_end + "G0*F0*" + line_end;
         for (std::size_t at = 0; at < 64; at += 16)
             text += "L00" + std::to_string(at / 10) + std::to_string(at % 10) + between + part(at, 16) + "*" + line_end;
-        return text + vectors + "C0000*" + line_end + "\x03" + "0000";
+        return text + vectors + "C0000*" + line_end;
     };
     const std::string one_line = "Title*QF64*F0*L0000 " + part(0, 32) + "*L0032 " + part(32, 32) + "*C0000*\n";
     const std::string several = "Title*\nQF64*F0*\nL0000 " + part(0, 16) + "*L0016 " + part(16, 16) + "*\nL0032 " +
@@ -83,7 +83,7 @@ TEST_F(fuse_files, in_the_layouts_of_compilers_have_the_same_fuses_here_and_in_j
     for (const std::string& text :
          {layout(" ", "\n", ""), layout(" ", "\r\n", ""), layout("\n", "\n", ""),
           layout(" ", "\r\n", "QV2*\r\nV0001 01XHLZNC*\r\nV0002 11111111*\r\n"), one_line, several, own_line, apart}) {
-        folder.write("peer.jed", text);
+        folder.write("peer.jed", "\x02" + text + "\x03" + "0000");
         EXPECT_EQ(fuses_by_jedutil("peer.jed"), fuses) << text;
         EXPECT_EQ(fuses_by_tamrix("peer.jed", 64), fuses) << text;
     }
@@ -100,7 +100,7 @@ TEST_F(fuse_files, written_here_are_read_by_jedutil_once_the_fuse_count_stands_i
     const std::size_t count = text.find("QF0000*");
     ASSERT_NE(count, std::string::npos);
     text.replace(count, 7, "*QF2194*");
-    folder.write("counted.jed", text);
+    folder.write("counted.jed", text + "\x03" + "0000");
     EXPECT_EQ(fuses_by_jedutil("counted.jed"), fuses);
 }
 
@@ -159,11 +159,12 @@ TEST_F(convert_test, a_holtek_image_needs_the_device)
     const auto refused = convert({"a.otp", "a.bin"});
     EXPECT_EQ(refused.status, 2);
     EXPECT_THAT(refused.err, testing::HasSubstr("--device-words is expected"));
-    const auto loaded = convert({"a.otp", "a.bin", "--device-words", "100", "--word-bytes", "2", "--spare-units", "4"});
+    const auto loaded = convert({"a.otp", "a.bin", "--device-words", "256", "--word-bytes", "2", "--spare-units", "4"});
     EXPECT_EQ(loaded.status, 0) << loaded.err;
     const auto image = read_bytes(folder.path("a.bin"));
-    ASSERT_GT(image.size(), 0xC8u);
+    ASSERT_GT(image.size(), 0x200u);
     EXPECT_EQ(image[0], 0x11);
+    EXPECT_EQ(image[0x200], 0x22);
 }
 
 }  // namespace

@@ -137,7 +137,8 @@ TEST_P(peers, motorola_files_of_srec_cat_are_loaded_in_every_width_and_record_le
         if (end > std::uint64_t{1} << (8 * width)) continue;
         for (const std::string length : {"20", "44", "80"}) {
             run({"srec_cat", "image.bin", "-binary", "-offset", number(GetParam().start), "-o", "peer.s", "-motorola",
-                 "-address-length=" + std::to_string(width), "-line-length=" + length});
+                 "-address-length=" + std::to_string(width), "-line-length=" + length, "-disable=data-count",
+                 "-execution-start-address=0"});
             expect_loaded("peer.s");
         }
     }
@@ -150,9 +151,15 @@ TEST_P(peers, a_motorola_file_of_objcopy_is_loaded_byte_for_byte)
     expect_loaded("peer.s");
 }
 
-TEST_P(peers_of_64_kib, tektronix_files_of_srec_cat_are_loaded_byte_for_byte)
+/// srec_cat ends a file only where it is told a start address; without the end record the load fails, with all data
+/// loaded.
+TEST_P(peers_of_64_kib, tektronix_files_of_srec_cat_with_an_end_record_are_loaded_byte_for_byte)
 {
-    run({"srec_cat", "image.bin", "-binary", "-offset", number(GetParam().start), "-o", "peer.tek", "-tektronix"});
+    const std::string start = number(GetParam().start);
+    run({"srec_cat", "image.bin", "-binary", "-offset", start, "-o", "peer.tek", "-tektronix"});
+    EXPECT_EQ(convert({"peer.tek", "loaded.bin"}).status, 1);
+    run({"srec_cat", "image.bin", "-binary", "-offset", start, "-execution-start-address=0", "-o", "peer.tek",
+         "-tektronix"});
     expect_loaded("peer.tek");
 }
 
@@ -197,16 +204,58 @@ TEST_F(peers_with_gaps, every_format_of_srec_cat_leaves_the_gaps_blank)
     std::copy_n(data.begin() + 0x100, 0x100, expected.begin() + 0x1001);
     std::copy_n(data.begin() + 0x200, 0x100, expected.begin() + 0x2000);
     for (const std::string format : {"-intel", "-motorola", "-tektronix", "-ti-txt"}) {
-        const auto made =
-            run_program({"srec_cat", "(",       "image.bin", "-binary",   "-crop",     "0",        "0x100", "-offset",
-                         "0x10",     ")",       "(",         "image.bin", "-binary",   "-crop",    "0x100", "0x200",
-                         "-offset",  "0xF01",   ")",         "(",         "image.bin", "-binary",  "-crop", "0x200",
-                         "0x300",    "-offset", "0x1E00",    ")",         "-o",        "peer.txt", format},
-                        there);
+        const auto made = run_program({"srec_cat",
+                                       "(",
+                                       "image.bin",
+                                       "-binary",
+                                       "-crop",
+                                       "0",
+                                       "0x100",
+                                       "-offset",
+                                       "0x10",
+                                       ")",
+                                       "(",
+                                       "image.bin",
+                                       "-binary",
+                                       "-crop",
+                                       "0x100",
+                                       "0x200",
+                                       "-offset",
+                                       "0xF01",
+                                       ")",
+                                       "(",
+                                       "image.bin",
+                                       "-binary",
+                                       "-crop",
+                                       "0x200",
+                                       "0x300",
+                                       "-offset",
+                                       "0x1E00",
+                                       ")",
+                                       "-execution-start-address=0",
+                                       "-o",
+                                       "peer.txt",
+                                       format},
+                                      there);
         ASSERT_EQ(made.status, 0) << made.err;
         ASSERT_EQ(convert({"peer.txt", "loaded.bin"}).status, 0) << format;
         EXPECT_EQ(read_bytes(folder.path("loaded.bin")), expected) << format;
     }
+}
+
+using peers_with_counts = convert_test;
+
+/// The count of the records, S5, already ends the load; the count above 65535 records, S6, is a type that fails.
+TEST_F(peers_with_counts, a_motorola_file_with_a_24_bit_count_fails_behind_its_data)
+{
+    const auto image = random_bytes(0x100000, 9);
+    folder.write("image.bin", image);
+    const auto made = run_program({"srec_cat", "image.bin", "-binary", "-o", "peer.s", "-motorola", "-line-length=20"},
+                                  {.folder = folder.path("")});
+    ASSERT_EQ(made.status, 0) << made.err;
+    const auto result = convert({"peer.s", "loaded.bin"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, testing::HasSubstr("record type 6 where S0 to S9 was expected"));
 }
 
 using peers_without_data = convert_test;
