@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <limits>
 
 namespace tamrix {
 
@@ -48,13 +49,62 @@ detection detect(std::span<const std::uint8_t> head, std::size_t item_bytes)
     return result;
 }
 
+/// The lowest and the highest address that data records fill.
+class measured_range {
+public:
+    explicit measured_range(std::int64_t item_bytes) : item_bytes_{item_bytes} {}
+
+    void extension(std::int64_t address) { extension_ = address; }
+    void take(const intel_head& record)
+    {
+        const std::int64_t begin = item_bytes_ * (extension_ + record.address);
+        begin_ = std::min(begin_, begin);
+        end_ = std::max(end_, begin + item_bytes_ * record.length);
+    }
+    /// Takes the data records that follow each other at the front of `text` with nothing but line ends between them,
+    /// and yields their length; nearly all of a file is such runs.
+    std::size_t take_run(std::span<const std::uint8_t> text)
+    {
+        std::size_t at = 0, stride = 0;
+        unsigned length = 256;
+        while (at + longest_intel_record < text.size()) {
+            const auto head = intel_head_of(text.subspan(at));
+            if (!head || head->type != 0) break;
+            take(*head);
+            // Records are mostly of one length, so the processor need not wait for this one's to look at the next.
+            if (head->length != length || text[at + stride] != ':') {
+                length = head->length;
+                stride = 11 + 2 * std::size_t{length};
+                stride += text[at + stride] == '\r';
+                stride += text[at + stride] == '\n';
+            }
+            at += stride;
+        }
+        return at;
+    }
+    std::optional<address_range> result() const
+    {
+        if (begin_ > end_) return std::nullopt;
+        return address_range{begin_, end_};
+    }
+
+private:
+    std::int64_t item_bytes_;
+    std::int64_t extension_ = 0;
+    std::int64_t begin_ = std::numeric_limits<std::int64_t>::max();
+    std::int64_t end_ = -1;
+};
+
 std::optional<address_range> measure(const std::string& path, std::int64_t item_bytes)
 {
-    std::optional<address_range> range;
-    std::int64_t extension = 0;
+    measured_range range{item_bytes};
     file_window file{path};
     for (std::int64_t p = file.find(':', 0); p < file.length(); p = file.find(':', p)) {
         const auto record = file.from(p, longest_intel_record);
+        if (const std::size_t run = range.take_run(record); run != 0) {
+            p += static_cast<std::int64_t>(run);
+            continue;
+        }
         const auto head = intel_head_of(record);
         if (!head || head->type == 3 || head->type == 5) {
             ++p;
@@ -62,20 +112,17 @@ std::optional<address_range> measure(const std::string& path, std::int64_t item_
         }
         if (head->type == 1 || head->type > 5) break;
         if (head->type == 0) {
-            const std::int64_t begin = item_bytes * (extension + head->address);
-            const std::int64_t end = begin + item_bytes * head->length;
-            if (!range) range = {begin, end};
-            range = {std::min(range->begin, begin), std::max(range->end, end)};
+            range.take(*head);
             p += 11 + 2 * std::int64_t{head->length};
             continue;
         }
         std::uint8_t value[2]{};
         unsigned sum = 0;
         if (record.size() < 13 || !hex_digits::decode(&record[9], 2, value, sum)) break;
-        extension = (value[0] * 256 + value[1]) * (head->type == 2 ? 16LL : 65536LL);
+        range.extension((value[0] * 256 + value[1]) * (head->type == 2 ? 16LL : 65536LL));
         p += 15;
     }
-    return range;
+    return range.result();
 }
 
 }  // namespace
