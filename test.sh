@@ -6,12 +6,13 @@ cd "$root"
 
 usage() {
     cat <<'END'
-usage: ./test.sh [--sanitize | --bench | --format | --check | --help] [-- CTEST-ARGUMENT...]
+usage: ./test.sh [--sanitize | --fuzz SECONDS | --bench | --format | --check | --help] [-- CTEST-ARGUMENT...]
 
 Installs the packages that are missing (Debian 12; as root or through sudo), builds, and then
 
   (nothing)    runs every test, those of real windows on a display of their own (Xvfb)
   --sanitize   runs the tests that need no display, with address, leak and undefined behaviour checks
+  --fuzz S     feeds every reader damaged files for S seconds each, with the same checks
   --bench      measures the release side by side with other tools and writes docs/performance.md
   --format     formats every .h and .cpp file that git knows
   --check      tells whether they are formatted and whether the shell scripts parse
@@ -39,6 +40,21 @@ run_sanitized() {
     exec ctest --preset sanitize "$@"
 }
 
+# What a run finds goes to fuzz/found/, which the ordinary tests replay from then on.
+fuzz() {
+    local seconds=$1 target reader
+    need "${fuzz_packages[@]}"
+    build fuzz
+    for target in build/fuzz/bin/fuzz_*; do
+        reader=${target##*/fuzz_}
+        mkdir -p "build/fuzz/corpus/$reader" "fuzz/found/$reader"
+        echo "== $reader, $seconds s"
+        "$target" -max_total_time="$seconds" -max_len=4096 -print_final_stats=1 -artifact_prefix="fuzz/found/$reader/" \
+            "build/fuzz/corpus/$reader" "fuzz/seeds/$reader" 2>&1 | grep -E 'number_of_executed_units|ERROR|SUMMARY|Test unit'
+        rmdir --ignore-fail-on-non-empty "fuzz/found/$reader" fuzz/found
+    done
+}
+
 run_bench() {
     build release tamrix_cli bench_loads
     exec bench/side_by_side.sh build/release
@@ -55,6 +71,11 @@ mode=run_all
 if (($#)) && [[ $1 != -- ]]; then
     case $1 in
     --sanitize) mode=run_sanitized ;;
+    --fuzz)
+        [[ ${2-} =~ ^[1-9][0-9]*$ ]] || wrong_usage '--fuzz wants a number of seconds'
+        mode=fuzz seconds=$2
+        shift
+        ;;
     --bench) mode=run_bench ;;
     --format) mode=format ;;
     --check) mode=check ;;
@@ -72,5 +93,6 @@ fi
 need "${build_packages[@]}" "${test_packages[@]}"
 case $mode in
 format) sources | xargs -0r clang-format -i ;;
+fuzz) fuzz "$seconds" ;;
 *) "$mode" "$@" ;;
 esac

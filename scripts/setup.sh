@@ -27,6 +27,11 @@ test_packages=(
     imagemagick       # takes their screenshots
 )
 
+fuzz_packages=(
+    clang               # the compiler that has libFuzzer
+    libclang-rt-14-dev  # libFuzzer itself, and its checks
+)
+
 say() { echo "$@" >&2; }
 
 # Those of the named packages that are not installed, one a line.
