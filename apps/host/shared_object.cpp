@@ -37,6 +37,8 @@ shared_object::shared_object(std::string object, std::uint32_t length_bytes)
         check_room(object_, length_bytes);
         file_ = named_memory::create(object_, length_bytes);
         created_ = file_ != 0;
+        // Another process made it between the two calls.
+        if (file_ == 0 && errno == EEXIST) file_ = named_memory::open_or_create(object_, length_bytes);
     }
     if (file_ == 0) fail(object_, std::strerror(errno));
     bytes_ = static_cast<unsigned char*>(named_memory::map(file_));

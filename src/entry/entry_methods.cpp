@@ -73,6 +73,7 @@ reply entry_methods::readfile0(std::string& fname, std::int16_t& rformat, std::s
 {
     return guarded([&] {
         plug_in_.fname = fname;
+        plug_in_.why_it_failed = {};
         plug_in_.rformat = rformat;
         plug_in_.syspath = syspath0;
         readfile dialog{plug_in_};
@@ -86,6 +87,7 @@ reply entry_methods::wfile(std::string& fname, std::string& syspath0)
 {
     return guarded([&] {
         plug_in_.fname = fname;
+        plug_in_.why_it_failed = {};
         plug_in_.syspath = syspath0;
         writefile dialog{plug_in_};
         const std::int64_t length = plug_in_.devbytes() + 16 * std::int64_t{plug_in_.blocks.wordmode(1)};

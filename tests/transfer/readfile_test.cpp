@@ -379,6 +379,18 @@ TEST(readfile, cancel_closes_an_idle_dialog_and_the_first_result_is_empty)
     EXPECT_TRUE(f.buffer_untouched());
 }
 
+TEST(readfile, a_cancelled_dialog_forgets_why_the_load_before_failed)
+{
+    temp_folder files;
+    load_fixture f;
+    f.load(files.path("missing.bin"));
+    EXPECT_FALSE(f.session.why_it_failed.empty());
+    std::string name = "b.bin", none;
+    std::int16_t format = 0;
+    f.methods.readfile0(name, format, none);
+    EXPECT_TRUE(f.session.why_it_failed.empty());
+}
+
 TEST(readfile, a_cancelled_load_yields_what_the_load_before_left)
 {
     temp_folder files;

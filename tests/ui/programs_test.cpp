@@ -205,9 +205,9 @@ TEST_F(programs, the_log_of_the_workbench_tells_where_and_why_a_load_failed)
     workbench.focus("^tamrix workbench");
     workbench.click_at(0.6, 0.9);
     workbench.press("ctrl+a ctrl+c");
-    EXPECT_EQ(without_time(clipboard()), "Device 27C64, Microchip: buffer of 8 KiB\n>>Load File Fail!\n>> Sec\n" +
-                                             file("bad.hex") +
-                                             ":2: a data byte that is not hexadecimal where a byte of two digits was expected\n");
+    EXPECT_EQ(without_time(clipboard()),
+              "Device 27C64, Microchip: buffer of 8 KiB\n>>Load File Fail!\n>> Sec\n" + file("bad.hex") +
+                  ":2: a data byte that is not hexadecimal where a byte of two digits was expected\n");
     workbench.press("ctrl+q");
     EXPECT_EQ(workbench.wait(), 0);
 }
