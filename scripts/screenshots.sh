@@ -15,7 +15,7 @@ fi
 
 if [[ ${TAMRIX_ON_OWN_DISPLAY-} != yes ]]; then
     need "${build_packages[@]}" "${test_packages[@]}" "${picture_packages[@]}"
-    programs=${1-}
+    programs=${1:+$(realpath "$1")}
     if [[ -z $programs ]]; then
         build release tamrix_workbench tamrix_plugin
         programs=$root/build/release/bin

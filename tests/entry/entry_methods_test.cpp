@@ -193,7 +193,7 @@ TEST(methods, leave_the_hosts_arguments_as_they_are)
     f.class_of_host.bufcomopt(f.num);
     EXPECT_EQ(f.format, 5);
     EXPECT_EQ(f.session.rformat, 0);
-    EXPECT_EQ(f.file, "image.hex");
+    EXPECT_EQ(f.file, "/dev/null");
     EXPECT_EQ(f.system_folder, "/usr/share/programmer/");
     EXPECT_EQ(f.icsum, 7);
     EXPECT_EQ(f.count, 200);

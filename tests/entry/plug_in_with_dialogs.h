@@ -49,7 +49,7 @@ struct plug_in_with_dialogs : plug_in_fixture {
     entry_methods class_of_host{session, recorders()};
 
     // The arguments of a host, which stand in variables of its own.
-    std::string file = "image.hex", system_folder = "/usr/share/programmer/";
+    std::string file = "/dev/null", system_folder = "/usr/share/programmer/";
     std::uint8_t icsum = 7, mode = 1, count = 200, note = 3;
     bool16 ok = bool16_true;
     std::int16_t format = 1, num = 1;
