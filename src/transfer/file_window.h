@@ -13,9 +13,6 @@ namespace tamrix {
 
 class file_window {
 public:
-    /// No caller may ask for more than this at once.
-    static constexpr std::size_t most_wanted = 1024;
-
     /// Throws file_error.
     explicit file_window(const std::string& path) : file_{path}, bytes_(window_bytes) {}
 
