@@ -184,7 +184,7 @@ reply entry_methods::warn(std::uint8_t&, bool16&) { return {}; }
 reply entry_methods::vecttest0(std::uint8_t&, std::uint8_t& ttlcnt0, std::uint8_t& wnote0, bool16& ok0)
 {
     plug_in_.ok = ok0;
-    plug_in_.ttlcnt = ttlcnt0;
+    plug_in_.ttl.ttlcnt = ttlcnt0;
     plug_in_.wnote = wnote0;
     return {};
 }

@@ -25,7 +25,12 @@ void tell_of_failed_block(forms::shell& screen)
 
 session::session(forms::shell& screen_to_use, std::string name_space)
     : screen{screen_to_use}, blocks{std::move(name_space), [this] { tell_of_failed_block(screen); }}
-{}
+{
+    hardware.replies = [this] {
+        const auto ibuf1 = blocks.ibuf1.span();
+        return hw::reply_memory{ibuf1.data(), static_cast<std::int32_t>(ibuf1.size())};
+    };
+}
 
 std::string session::text(int base_number) const { return LoadResString(blocks.Language(0) + base_number); }
 

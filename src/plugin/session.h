@@ -4,8 +4,10 @@
 
 #include "base/diagnostic.h"
 #include "forms/shell.h"
+#include "hw/door.h"
 #include "plugin/pld_variables.h"
 #include "plugin/sharemap.h"
+#include "plugin/ttl_variables.h"
 #include "tamrix/types.h"
 
 #include <cstdint>
@@ -40,8 +42,10 @@ public:
 
     forms::shell& screen;
     sharemap blocks;
+    hw::door hardware;
     transfer_variables transfer;
     pld_variables pld;
+    ttl_variables ttl;
     diagnostic why_it_failed;  // of the last load or save; empty after a success
 
     std::int16_t rformat = 0;  // format option to preselect; after a load or save its status
@@ -55,7 +59,6 @@ public:
     std::uint8_t wnote = 0;
     std::uint8_t icsum = 0;  // stored for the host, read by nothing here
     bool16 ok = bool16_false;
-    std::int16_t ttlcnt = 0;
 };
 
 }  // namespace tamrix

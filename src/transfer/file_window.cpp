@@ -8,8 +8,8 @@ namespace tamrix {
 void file_window::move_to(std::int64_t offset)
 {
     start_ = offset;
-    held_ = static_cast<std::int64_t>(file_.read_at(offset, bytes_));
-    at_end_ = held_ < static_cast<std::int64_t>(window_bytes);
+    held_ = static_cast<std::int64_t>(file_.read_at(offset, {bytes_.get(), window_bytes_}));
+    at_end_ = held_ < static_cast<std::int64_t>(window_bytes_);
 }
 
 std::int64_t file_window::find_far(std::uint8_t byte, std::int64_t offset)

@@ -3,18 +3,23 @@
 
 #include "transfer/file_io.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
-#include <vector>
 
 namespace tamrix {
 
 class file_window {
 public:
     /// Throws file_error.
-    explicit file_window(const std::string& path) : file_{path}, bytes_(window_bytes) {}
+    explicit file_window(const std::string& path)
+        : file_{path},
+          window_bytes_{static_cast<std::size_t>(std::min<std::int64_t>(file_.length() + 1, largest_window))},
+          bytes_{std::make_unique_for_overwrite<std::uint8_t[]>(window_bytes_)}
+    {}
 
     std::int64_t length() const { return file_.length(); }
 
@@ -25,9 +30,9 @@ public:
         const std::int64_t inside = offset - start_;
         if (inside < 0 || (inside + static_cast<std::int64_t>(wanted) > held_ && !at_end_) || inside > held_) {
             move_to(offset);
-            return {bytes_.data(), static_cast<std::size_t>(held_)};
+            return {bytes_.get(), static_cast<std::size_t>(held_)};
         }
-        return {bytes_.data() + inside, static_cast<std::size_t>(held_ - inside)};
+        return {bytes_.get() + inside, static_cast<std::size_t>(held_ - inside)};
     }
 
     /// Where `byte` stands next, from `offset` on; the length of the file where it does not.
@@ -46,13 +51,14 @@ public:
     std::uint64_t line_at(std::int64_t offset);
 
 private:
-    static constexpr std::size_t window_bytes = std::size_t{1} << 18;
+    static constexpr std::int64_t largest_window = std::int64_t{1} << 18;
 
     void move_to(std::int64_t offset);
     std::int64_t find_far(std::uint8_t byte, std::int64_t offset);
 
     input_file file_;
-    std::vector<std::uint8_t> bytes_;
+    std::size_t window_bytes_;
+    std::unique_ptr<std::uint8_t[]> bytes_;
     std::int64_t start_ = 0;
     std::int64_t held_ = 0;
     bool at_end_ = false;

@@ -164,7 +164,7 @@ TEST(vecttest0, stores_a_count_above_127_as_it_is)
     plug_in_with_dialogs f;
     EXPECT_TRUE(f.class_of_host.vecttest0(f.mode, f.count, f.note, f.ok).ok());
     EXPECT_EQ(f.session.ok, bool16_true);
-    EXPECT_EQ(f.session.ttlcnt, 200);
+    EXPECT_EQ(f.session.ttl.ttlcnt, 200);
     EXPECT_EQ(f.session.wnote, 3);
 }
 
