@@ -1,6 +1,6 @@
 // Times loads through the plug-in's load dialog, and copies of the same file into shared memory to compare them with.
-// bench_loads FILE ROUNDS FOLDER prints "NAME MILLISECONDS" for every run; the kinds take turns. FOLDER, with its
-// separator, gets the temporary image.
+// bench_loads FILE JEDEC_FILE ROUNDS FOLDER prints "NAME MILLISECONDS" for every run; the kinds take turns. FOLDER,
+// with its separator, gets the temporary image.
 #include "cli/attached_plug_in.h"
 #include "transfer/file_io.h"
 #include "transfer/readfile.h"
@@ -23,14 +23,19 @@ namespace {
 
 class bench {
 public:
-    bench(std::string file, std::string folder) : file_{std::move(file)}, folder_{std::move(folder)} {}
+    explicit bench(std::span<char*> words)
+        : file_{words[0]}, intel_{words[1]}, motorola_{words[2]}, jedec_{words[3]}, folder_{words[4]}
+    {}
 
-    void round()
+    void run()
     {
         copy_with_writes();
         load_into_new_buffer();
         load_into_used_buffer();
         load_by_bytes();
+        load_text(intel_, 1, "load_intel");
+        load_text(motorola_, 2, "load_motorola");
+        load_fuses();
     }
 
 private:
@@ -115,7 +120,30 @@ private:
             plug_in, [&](readfile& dialog) { dialog.rfilecombo1.pick(1); }, "bytes_even");
     }
 
-    std::string file_, folder_;
+    /// Into a buffer in use, behind a clear to 0xFF.
+    void load_text(std::string file, std::int16_t format, const char* name)
+    {
+        cli::attached_plug_in plug_in{0};
+        set_device(plug_in, length(), length());
+        plug_in.screen.person = [](forms::form& shown) { shown.accept(); };
+        std::string folder = folder_;
+        const double started = screen_.seconds();
+        if (!plug_in.methods.readfile0(file, format, folder).ok() || plug_in.state.rformat != 0) std::abort();
+        report(name, started);
+    }
+
+    /// A character a fuse, into a buffer in use.
+    void load_fuses()
+    {
+        constexpr std::int32_t fuses = 1000000;
+        cli::attached_plug_in plug_in{0};
+        set_device(plug_in, fuses, fuses);
+        const double started = screen_.seconds();
+        if (!plug_in.methods.readpldfile(jedec_).ok() || !plug_in.state.why_it_failed.empty()) std::abort();
+        report("jedec", started);
+    }
+
+    std::string file_, intel_, motorola_, jedec_, folder_;
     cli::shell screen_;
 };
 
@@ -125,10 +153,10 @@ private:
 
 int main(int count, char** words)
 {
-    if (count != 4) {
-        std::fputs("usage: bench_loads FILE ROUNDS FOLDER/\n", stderr);
+    constexpr int words_needed = 5;
+    if (count != words_needed + 1) {
+        std::fputs("usage: bench_loads IMAGE INTEL_FILE MOTOROLA_FILE JEDEC_FILE FOLDER/\n", stderr);
         return 2;
     }
-    tamrix::bench run{words[1], words[3]};
-    for (int round = std::atoi(words[2]); round > 0; --round) run.round();
+    tamrix::bench{{words + 1, words_needed}}.run();
 }

@@ -44,39 +44,93 @@ same() { cmp -s "$1" "$2" || { echo "$1 and $2 differ: $3" >&2 && exit 1; }; }
 echo "Making $size_mib MiB of random bytes" >&2
 head -c $((size_mib << 20)) /dev/urandom >in.bin
 objcopy -I binary -O ihex in.bin in.hex
+objcopy -I binary -O srec in.bin in.s19
+head -c 65536 in.bin >small.bin
+srec_cat small.bin -binary -execution-start-address=0 -o small.tek -tektronix
+awk 'BEGIN {
+    srand(1); printf "\002A million fuses*\r\nQP28*\r\nQF1000000*\r\nF0*\r\n"
+    for (row = 0; row < 1000000; row += 32) {
+        printf "L%07d ", row
+        for (i = 0; i < 32; ++i) printf "%d", rand() < 0.5
+        printf "*\r\n"
+    }
+    printf "C0000*\r\n\0030000"
+}' </dev/null >million.jed
 
 start_many() { for ((i = 0; i < 50; ++i)); do "$@" --version; done; }
+fifty_times() { for ((i = 0; i < 50; ++i)); do "$@"; done; }
+
+# text_turns NAME EXTENSION BFD_NAME SREC_CAT_NAME: every tool reads and writes the large file once.
+text_turns() {
+    local name=$1 in=in.$2 out=out.$2 bfd=$3 srec=$4
+    time_of "read_${name}_cp" "$out" cp "$in" "$out"
+    time_of "read_${name}_tamrix" out.bin "$bin/tamrix" convert "$in" out.bin
+    same in.bin out.bin "tamrix read $in"
+    time_of "read_${name}_objcopy" out.bin objcopy -I "$bfd" -O binary "$in" out.bin
+    same in.bin out.bin "objcopy read $in"
+    time_of "read_${name}_srec_cat" out.bin srec_cat "$in" "-$srec" -o out.bin -binary
+    same in.bin out.bin "srec_cat read $in"
+    time_of "write_${name}_objcopy" "$out" objcopy -I binary -O "$bfd" in.bin "$out"
+    time_of "write_${name}_srec_cat" "$out" srec_cat in.bin -binary -o "$out" "-$srec"
+    time_of "write_${name}_tamrix" "$out" "$bin/tamrix" convert in.bin "$out"
+    objcopy -I "$bfd" -O binary "$out" out.bin
+    same in.bin out.bin "objcopy read what tamrix wrote"
+    rm -f copy
+    time_of "write_${name}_cp" copy cp "$out" copy
+    rm -f copy "$out"
+}
 
 for ((round = 1; round <= rounds; ++round)); do
     echo "Round $round of $rounds" >&2
-    time_of read_cp out.hex cp in.hex out.hex
-    time_of read_tamrix out.bin "$bin/tamrix" convert in.hex out.bin
-    same in.bin out.bin "tamrix read in.hex"
-    time_of read_objcopy out.bin objcopy -I ihex -O binary in.hex out.bin
-    same in.bin out.bin "objcopy read in.hex"
-    time_of read_srec_cat out.bin srec_cat in.hex -intel -o out.bin -binary
-    same in.bin out.bin "srec_cat read in.hex"
-    time_of write_objcopy out.hex objcopy -I binary -O ihex in.bin out.hex
-    time_of write_srec_cat out.hex srec_cat in.bin -binary -o out.hex -intel
-    time_of write_tamrix out.hex "$bin/tamrix" convert in.bin out.hex
-    rm -f copy.hex
-    time_of write_cp copy.hex cp out.hex copy.hex
+    text_turns intel hex ihex intel
+    text_turns motorola s19 srec motorola
+    time_of read_tek_tamrix out.bin fifty_times "$bin/tamrix" convert small.tek out.bin
+    same small.bin out.bin "tamrix read small.tek"
+    time_of read_tek_srec_cat out.bin fifty_times srec_cat small.tek -tektronix -o out.bin -binary
+    time_of write_tek_tamrix out.tek fifty_times "$bin/tamrix" convert small.bin out.tek
+    time_of write_tek_srec_cat out.tek fifty_times srec_cat small.bin -binary -o out.tek -tektronix
+    time_of jedec_command none "$bin/tamrix" jedec million.jed
     time_of image_cp copy.bin cp in.bin copy.bin
     time_of image_tamrix out.bin "$bin/tamrix" convert in.bin out.bin
     time_of start_tamrix none start_many "$bin/tamrix"
     time_of start_objcopy none start_many objcopy
     time_of start_srec_cat none start_many srec_cat
-    "$bin/bench_loads" in.bin 1 "$folder/" >>times
-    rm -f tmpbuf.bin copy.hex copy.bin
+    "$bin/bench_loads" in.bin in.hex in.s19 million.jed "$folder/" >>times
+    rm -f tmpbuf.bin copy.bin
 done
-objcopy -I ihex -O binary out.hex out.bin
-same in.bin out.bin "objcopy read what tamrix wrote"
 
 strip -o stripped "$bin/tamrix"
 per_start() { awk -v t="$(median "$1")" 'BEGIN { printf "%.1f", t / 50 }'; }
 row() { echo "| $1 | $(ms "$2") ms | $(ratio "$2" "$3") |"; }
 tool_row() { echo "| $1 | $(ms "$2") ms | $(ratio "$2" "$3") | $(ms "$2_cpu") ms | $(ratio "$2_cpu" "$3_cpu") |"; }
 hex_mib() { awk -v b="$(stat -c %s "$1")" 'BEGIN { printf "%.0f", b / 1048576 }'; }
+
+# text_tables NAME TITLE EXTENSION BFD_NAME RECORD_BYTES: reading and writing of one text format.
+text_tables() {
+    local name=$1 title=$2 extension=$3 bfd=$4
+    cat <<TABLES
+## $title, reading: $size_mib MiB of random bytes ($(hex_mib "in.$extension") MiB of text, $5 bytes a record) to binary
+
+| | start to end | ratio to \`tamrix\` | processor | ratio to \`tamrix\` |
+| --- | ---: | ---: | ---: | ---: |
+$(tool_row "\`tamrix convert in.$extension out.bin\`" "read_${name}_tamrix" "read_${name}_tamrix")
+| the load alone, into a buffer in use | $(ms "load_$name") ms | $(ratio "load_$name" "read_${name}_tamrix") | | |
+$(tool_row "\`objcopy -I $bfd -O binary\`" "read_${name}_objcopy" "read_${name}_tamrix")
+$(tool_row "\`srec_cat -$name ... -binary\`" "read_${name}_srec_cat" "read_${name}_tamrix")
+$(tool_row '`cp` of the text file' "read_${name}_cp" "read_${name}_tamrix")
+
+## $title, writing: the same bytes
+
+| | start to end | ratio to \`tamrix\` | processor | ratio to \`tamrix\` |
+| --- | ---: | ---: | ---: | ---: |
+$(tool_row "\`tamrix convert in.bin out.$extension\`" "write_${name}_tamrix" "write_${name}_tamrix")
+$(tool_row "\`objcopy -I binary -O $bfd\`" "write_${name}_objcopy" "write_${name}_tamrix")
+$(tool_row "\`srec_cat -binary ... -$name\`" "write_${name}_srec_cat" "write_${name}_tamrix")
+$(tool_row '`cp` of the text file' "write_${name}_cp" "write_${name}_tamrix")
+TABLES
+}
+# target TEXT NAME OTHER LIMIT: a ratio of two medians against its limit.
+target() { echo "| $1 | $(ratio "$2" "$3") | $(met "$(ratio "$2" "$3")" "$4") | $(ratio "$2_cpu" "$3_cpu") |"; }
 
 mkdir -p "$(dirname "$report")"
 cat >"$report" <<REPORT
@@ -94,23 +148,27 @@ after the other. "Processor" is the time that a processor worked for it; it coun
 | objcopy | $(objcopy --version | head -1) |
 | srec_cat | $(srec_cat --version 2>&1 | head -1) |
 
-## Reading: $size_mib MiB of random bytes, Intel HEX ($(hex_mib in.hex) MiB, 16 bytes a record) to binary
+$(text_tables intel 'Intel HEX' hex ihex 16)
 
-| | start to end | ratio to \`tamrix\` | processor | ratio to \`tamrix\` |
-| --- | ---: | ---: | ---: | ---: |
-$(tool_row '`tamrix convert in.hex out.bin`' read_tamrix read_tamrix)
-$(tool_row '`objcopy -I ihex -O binary`' read_objcopy read_tamrix)
-$(tool_row '`srec_cat -intel ... -binary`' read_srec_cat read_tamrix)
-$(tool_row '`cp` of the HEX file' read_cp read_tamrix)
+$(text_tables motorola 'Motorola S' s19 srec 16)
 
-## Writing: the same bytes, binary to Intel HEX
+## Tektronix: 64 KiB, as much as the format can address, fifty times
 
-| | start to end | ratio to \`tamrix\` | processor | ratio to \`tamrix\` |
-| --- | ---: | ---: | ---: | ---: |
-$(tool_row '`tamrix convert in.bin out.hex`' write_tamrix write_tamrix)
-$(tool_row '`objcopy -I binary -O ihex`' write_objcopy write_tamrix)
-$(tool_row '`srec_cat -binary ... -intel`' write_srec_cat write_tamrix)
-$(tool_row '`cp` of the HEX file' write_cp write_tamrix)
+Mostly the start of the programs.
+
+| | start to end | ratio to \`tamrix\` |
+| --- | ---: | ---: |
+$(row '`tamrix convert in.tek out.bin`' read_tek_tamrix read_tek_tamrix)
+$(row '`srec_cat -tektronix ... -binary`' read_tek_srec_cat read_tek_tamrix)
+$(row '`tamrix convert in.bin out.tek`' write_tek_tamrix write_tek_tamrix)
+$(row '`srec_cat -binary ... -tektronix`' write_tek_srec_cat write_tek_tamrix)
+
+## JEDEC: a million fuses, 32 a row
+
+| | median |
+| --- | ---: |
+| the reader, into the shared buffer | $(ms jedec) ms |
+| \`tamrix jedec million.jed\`, start to end | $(ms jedec_command) ms |
 
 ## Binary files
 
@@ -143,11 +201,18 @@ $(row 'load into a buffer in use, clear option 0xFF' load_used_ff copy)
 
 ## Targets
 
-| target | reached | |
-| --- | ---: | --- |
-| reading at most 0.25 of objcopy's time | $(ratio read_tamrix read_objcopy) | $(met "$(ratio read_tamrix read_objcopy)" 0.25) |
-| writing at most 0.50 of objcopy's time | $(ratio write_tamrix write_objcopy) | $(met "$(ratio write_tamrix write_objcopy)" 0.50) |
-| binary load into a buffer in use at most 1.2 of the copy | $(ratio load_used_ff copy) | $(met "$(ratio load_used_ff copy)" 1.2) |
-| byte path at least 50 MB/s | $(mib_per_second bytes $size_mib) MB/s | $(met 50 "$(mib_per_second bytes $size_mib)") |
+| target | reached | | by processor time |
+| --- | ---: | --- | ---: |
+$(target "Intel, reading: at most 0.20 of objcopy's time" read_intel_tamrix read_intel_objcopy 0.20)
+$(target 'Intel, reading: at most 2.00 of `cp` of the text' read_intel_tamrix read_intel_cp 2.00)
+| the same, the load alone | $(ratio load_intel read_intel_cp) | $(met "$(ratio load_intel read_intel_cp)" 2) | |
+$(target "Intel, writing: at most 0.33 of objcopy's time" write_intel_tamrix write_intel_objcopy 0.33)
+$(target "Motorola S, reading: at most 0.20 of objcopy's time" read_motorola_tamrix read_motorola_objcopy 0.20)
+$(target 'Motorola S, reading: at most 2.00 of `cp` of the text' read_motorola_tamrix read_motorola_cp 2.00)
+| the same, the load alone | $(ratio load_motorola read_motorola_cp) | $(met "$(ratio load_motorola read_motorola_cp)" 2) | |
+$(target "Motorola S, writing: at most 0.33 of objcopy's time" write_motorola_tamrix write_motorola_objcopy 0.33)
+| JEDEC, a million fuses: at most 20 ms | $(ms jedec) ms | $(met "$(median jedec)" 20) | |
+| binary load into a buffer in use: at most 1.20 of the copy | $(ratio load_used_ff copy) | $(met "$(ratio load_used_ff copy)" 1.2) | |
+| byte path: at least 50 MB/s | $(mib_per_second bytes $size_mib) MB/s | $(met 50 "$(mib_per_second bytes $size_mib)") | |
 REPORT
 cat "$report"

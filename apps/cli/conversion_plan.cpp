@@ -138,8 +138,16 @@ source_file look_at(const convert_options& options)
     source_file source;
     source.format = options.from ? *options.from : detect_format(options.in).index;
     const format& which = formats()[static_cast<std::size_t>(source.format)];
-    if (which.measure != nullptr) source.addresses = which.measure(options.in);
+    if (which.estimate != nullptr) source.addresses = which.estimate(options.in);
+    source.estimated = source.addresses.has_value();
+    if (!source.estimated) measure(options, source);
     return source;
+}
+
+void measure(const convert_options& options, source_file& source)
+{
+    source.addresses = formats()[static_cast<std::size_t>(source.format)].measure(options.in);
+    source.estimated = false;
 }
 
 std::optional<int> format_of_extension(const std::string& path)

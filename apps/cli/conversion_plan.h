@@ -15,10 +15,13 @@ namespace tamrix::cli {
 struct source_file {
     int format = 0;                            // option index
     std::optional<address_range> addresses{};  // that it fills; none where it holds no data
+    bool estimated = false;                    // the addresses may be wrong
 };
 
-/// Detects the format unless it is given, and measures the file. Throws file_error.
+/// Detects the format unless it is given, and estimates or measures the file. Throws file_error.
 source_file look_at(const convert_options& options);
+/// Measures the whole file. Throws file_error.
+void measure(const convert_options& options, source_file& source);
 
 struct conversion_plan {
     int from = 0, to = 0;           // option indices of the formats
@@ -31,6 +34,11 @@ struct conversion_plan {
     std::vector<std::string> notes{};     // what the person should know beside the result
 
     std::int64_t device_bytes() const { return std::int64_t{device_words} * word_bytes; }
+    bool same_device(const conversion_plan& other) const
+    {
+        return device_words == other.device_words && word_bytes == other.word_bytes &&
+               spare_units == other.spare_units && buffer_bytes == other.buffer_bytes;
+    }
 };
 
 /// Throws command_error where the buffer would have to be larger than it can be.

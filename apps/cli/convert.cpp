@@ -34,13 +34,27 @@ public:
         plug_in_.attach_buffer(plan.buffer_bytes);
     }
 
+    /// What it met is told by met(), how it ended by judge_load().
     void load()
     {
-        plug_in_.screen.person = [this](forms::form& dialog) { answer(dynamic_cast<readfile&>(dialog)); };
+        plug_in_.screen.person = [this](forms::form& dialog) {
+            auto& shown = dynamic_cast<readfile&>(dialog);
+            answer(shown);
+            met_ = shown.met();
+        };
         std::string name = options_.in, folder = syspath();
         auto format = static_cast<std::int16_t>(plan_.from);
-        const reply outcome = plug_in_.methods.readfile0(name, format, folder);
-        finish(outcome, [this](const forms::message_box& box) { return refusal_of_load(box); });
+        loaded_ = plug_in_.methods.readfile0(name, format, folder);
+    }
+
+    const load_extent& met() const { return met_; }
+    const conversion_plan& plan() const { return plan_; }
+    /// Another plan for the same device.
+    void plan(const conversion_plan& better) { plan_ = better; }
+
+    void judge_load()
+    {
+        finish(loaded_, [this](const forms::message_box& box) { return refusal_of_load(box); });
     }
 
     void save()
@@ -147,10 +161,12 @@ private:
     }
 
     const convert_options& options_;
-    const conversion_plan& plan_;
+    conversion_plan plan_;
     console& con_;
     attached_plug_in plug_in_;
     std::unique_ptr<temporary_folder> temporary_;
+    reply loaded_;
+    load_extent met_;
     std::string refusal_;
 };
 
@@ -160,6 +176,41 @@ void refuse_same_file(const convert_options& options)
     if (std::filesystem::equivalent(native_path(options.in), native_path(options.out), none)) {
         refuse(options.out + ": IN and OUT are the same file");
     }
+}
+
+conversion_plan first_plan(const convert_options& options, source_file& source)
+{
+    if (source.estimated) {
+        try {
+            return plan_conversion(options, source);
+        } catch (const command_error&) {
+            measure(options, source);  // only the truth about the file may be a reason to refuse it
+        }
+    }
+    return plan_conversion(options, source);
+}
+
+/// Loads the file into a buffer of its size. A long file's size is estimated first and told by the load itself; where
+/// the estimate was wrong, it is loaded once more.
+std::unique_ptr<conversion> loaded(const convert_options& options, source_file& source, console& con)
+{
+    auto run = std::make_unique<conversion>(options, first_plan(options, source), con);
+    run->load();
+    if (!source.estimated) return run;
+    if (run->met().whole) {
+        source.addresses = run->met().addresses;
+    } else {
+        measure(options, source);
+    }
+    const conversion_plan plan = plan_conversion(options, source);
+    if (plan.same_device(run->plan())) {
+        run->plan(plan);
+    } else {
+        run.reset();
+        run = std::make_unique<conversion>(options, plan, con);
+        run->load();
+    }
+    return run;
 }
 
 }  // namespace
@@ -175,12 +226,11 @@ void convert(const convert_options& options, console& con)
     } catch (const file_error&) {
         // The load meets the same fault, and tells it in its own way.
     }
-    const conversion_plan plan = plan_conversion(options, source);
-    conversion run{options, plan, con};
-    run.load();
+    const auto run = loaded(options, source, con);
+    run->judge_load();
     if (!looked) fail(options.in + ": changed while it was read");
-    for (const std::string& note : plan.notes) con.note(note);
-    run.save();
+    for (const std::string& note : run->plan().notes) con.note(note);
+    run->save();
 }
 
 }  // namespace tamrix::cli

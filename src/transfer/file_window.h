@@ -12,6 +12,11 @@
 
 namespace tamrix {
 
+/// From this length on the addresses of a text file are estimated by its first and its last part; a part fits the
+/// window.
+inline constexpr std::int64_t shortest_estimated_bytes = std::int64_t{1} << 20;
+inline constexpr std::int64_t estimate_part_bytes = 250000;
+
 class file_window {
 public:
     /// Throws file_error.

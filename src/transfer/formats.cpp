@@ -21,9 +21,9 @@ std::span<const format, 8> formats()
 {
     static constexpr std::array<format, 8> table{{
         {"binary", {}, 1126, "bin rom img", detect_binary, read_binary, write_binary, measure_binary},
-        {"intel", "Intel", 0, "hex ihx ihex h86", detect_intel, read_intel, write_intel, measure_intel},
+        {"intel", "Intel", 0, "hex ihx ihex h86", detect_intel, read_intel, write_intel, measure_intel, estimate_intel},
         {"motorola", "Motorola S", 0, "s19 s28 s37 srec mot", detect_motorola, read_motorola, write_motorola,
-         measure_motorola},
+         measure_motorola, estimate_motorola},
         {"tektronix", "Tektronix", 0, "tek", detect_tektronix, read_tektronix, write_tektronix, measure_tektronix},
         {"holtek", "Holtek", 0, "otp mtp", detect_holtek, read_holtek, nullptr, measure_holtek},
         {"emc", "EMC(.CDS)", 0, "cds", detect_emc, read_emc, nullptr, measure_emc},

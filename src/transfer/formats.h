@@ -2,6 +2,7 @@
 // this table.
 #pragma once
 
+#include "transfer/address_range.h"
 #include "transfer/transfer_job.h"
 
 #include <cstdint>
@@ -14,12 +15,6 @@ namespace tamrix {
 
 /// How sure a detector is; a later value is surer.
 enum class detection : std::uint8_t { no, maybe, damaged, mine };
-
-/// The addresses that a file fills, in bytes; `end` is one behind the last.
-struct address_range {
-    std::int64_t begin = 0;
-    std::int64_t end = 0;
-};
 
 /// What a detector is shown: the start of the file, at most detection_head_bytes of it, and how long the whole file is.
 struct file_start {
@@ -38,6 +33,9 @@ struct format {
     /// The addresses that the whole file fills, so that a buffer can be sized by it; none where it fills none. Throws
     /// file_error. Null with `read`.
     std::optional<address_range> (*measure)(const std::string& path);
+    /// The same by the start and the end of a long file alone, so it may be wrong; none where they do not tell, or
+    /// where the file is short. Null where only the whole file can tell.
+    std::optional<address_range> (*estimate)(const std::string& path) = nullptr;
 };
 
 inline constexpr std::size_t detection_head_bytes = 65536;

@@ -169,6 +169,7 @@ status readfile::run_reader()
                      .clear = static_cast<clear_option>(rfileOption1.selected()),
                      .progress = [this](double percent) { ProgressBar1.value = percent; }};
     const status outcome = run_guarded(job, formats()[static_cast<std::size_t>(chosen)].read);
+    met_ = job.met;
     plug_in_.rformat = static_cast<std::int16_t>(outcome);
     return outcome;
 }

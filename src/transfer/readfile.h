@@ -26,6 +26,9 @@ public:
     forms::progress_bar ProgressBar1{*this};
     forms::button okcom{*this}, exitcom{*this};
 
+    /// What the last load met in its file.
+    const load_extent& met() const { return met_; }
+
     forms::layout arrangement() override;
     forms::button* default_button() override { return &okcom; }
     forms::button* cancel_button() override { return &exitcom; }
@@ -42,6 +45,7 @@ private:
     status run_reader();
 
     session& plug_in_;
+    load_extent met_;
     bool busy_ = false;  // a reader is running: exitcom is dead
 };
 

@@ -5,6 +5,7 @@
 #include "plugin/session.h"
 
 #include <cstdint>
+#include <span>
 
 namespace tamrix {
 
@@ -12,18 +13,16 @@ namespace tamrix {
 class record_target {
 public:
     explicit record_target(session& plug_in)
-        : ibuffer_{plug_in.blocks.ibuffer}, at_{plug_in.transfer}, devbytes_{plug_in.devbytes()}
+        : ibuffer_{plug_in.blocks.ibuffer},
+          reachable_{ibuffer_.span()},
+          at_{plug_in.transfer},
+          devbytes_{plug_in.devbytes()},
+          // That of a true quotient: half an address above the device already lies behind it.
+          last_address_{(devbytes_ - at_.bufstart + at_.filestart) * at_.filestep}
     {}
 
     /// False where a record that starts at `address` is passed over: below the file start, or behind the device.
-    bool takes(std::int64_t address) const
-    {
-        if (address < at_.filestart) return false;
-        // A true quotient: half an address above the device already lies behind it.
-        return static_cast<double>(at_.bufstart - at_.filestart) +
-                   static_cast<double>(address) / static_cast<double>(at_.filestep) <=
-               static_cast<double>(devbytes_);
-    }
+    bool takes(std::int64_t address) const { return address >= at_.filestart && address <= last_address_; }
     /// Whole items in a record of `length` bytes.
     std::int64_t items(std::int64_t length) const { return length / at_.filestep; }
     /// The byte of the record that is item `item`.
@@ -48,18 +47,20 @@ public:
     std::uint8_t* run(std::int64_t address, std::int64_t count)
     {
         if (at_.filestep != 1 || at_.bufstep != 1) return nullptr;
-        const std::int64_t first = position(address, 0);
-        const auto size = static_cast<std::int64_t>(ibuffer_.span().size());
+        const std::int64_t first = at_.bufphase + address - at_.filestart;
+        const auto size = static_cast<std::int64_t>(reachable_.size());
         const bool whole = first + count - 1 <= devbytes_ && at_.bufstart + first + count <= size;
-        return whole && stored_ + count <= at_.loadlength ? ibuffer_.span().data() + at_.bufstart + first : nullptr;
+        return whole && stored_ + count <= at_.loadlength ? reachable_.data() + at_.bufstart + first : nullptr;
     }
     /// Counts a run that was stored.
     void stored(std::int64_t count) { stored_ += count; }
 
 private:
     block<std::uint8_t>& ibuffer_;
+    const std::span<std::uint8_t> reachable_;
     const transfer_variables at_;
     const std::int64_t devbytes_;
+    const std::int64_t last_address_;  // that a record may start at
     std::int64_t stored_ = 0;
 };
 

@@ -2,10 +2,12 @@
 #pragma once
 
 #include "plugin/session.h"
+#include "transfer/address_range.h"
 #include "transfer/file_window.h"
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace tamrix {
@@ -19,10 +21,17 @@ enum class status : std::int16_t {
 /// What a load does with the buffer first; the index of the dialog's option.
 enum class clear_option : std::uint8_t { fill_ff = 0, fill_00 = 1, disabled = 2 };
 
+/// What a load met in the file, whether it landed in the buffer or not.
+struct load_extent {
+    std::optional<address_range> addresses{};
+    bool whole = false;  // the reader went through the whole file and tells what it met
+};
+
 struct transfer_job {
     session& plug_in;
     clear_option clear = clear_option::disabled;
     std::function<void(double percent)> progress;  // 0 to 100
+    load_extent met{};                             // left by the readers that tell it
 };
 
 using transfer_routine = status (*)(transfer_job&);

@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <limits>
+#include <string_view>
 
 namespace tamrix {
 
@@ -49,59 +49,65 @@ detection detect(std::span<const std::uint8_t> head, std::size_t item_bytes)
     return result;
 }
 
-/// The lowest and the highest address that data records fill.
-class measured_range {
+/// The addresses that the data records of a part of a file fill.
+class intel_measure {
 public:
-    explicit measured_range(std::int64_t item_bytes) : item_bytes_{item_bytes} {}
+    intel_measure(file_window& file, std::int64_t item_bytes) : file_{file}, item_bytes_{item_bytes} {}
 
-    void extension(std::int64_t address) { extension_ = address; }
-    void take(const intel_head& record)
-    {
-        const std::int64_t begin = item_bytes_ * (extension_ + record.address);
-        begin_ = std::min(begin_, begin);
-        end_ = std::max(end_, begin + item_bytes_ * record.length);
-    }
-    /// Takes the data records that follow each other at the front of `text` with nothing but line ends between them,
-    /// and yields their length; nearly all of a file is such runs.
-    std::size_t take_run(std::span<const std::uint8_t> text)
-    {
-        std::size_t at = 0, stride = 0;
-        unsigned length = 256;
-        while (at + longest_intel_record < text.size()) {
-            const auto head = intel_head_of(text.subspan(at));
-            if (!head || head->type != 0) break;
-            take(*head);
-            // Records are mostly of one length, so the processor need not wait for this one's to look at the next.
-            if (head->length != length || text[at + stride] != ':') {
-                length = head->length;
-                stride = 11 + 2 * std::size_t{length};
-                stride += text[at + stride] == '\r';
-                stride += text[at + stride] == '\n';
-            }
-            at += stride;
-        }
-        return at;
-    }
-    std::optional<address_range> result() const
-    {
-        if (begin_ > end_) return std::nullopt;
-        return address_range{begin_, end_};
-    }
+    /// Takes the records that start from `p` on and before `end`, as far as a reader would read.
+    void walk(std::int64_t p, std::int64_t end);
+    std::optional<address_range> range() const { return filled_.range(); }
 
 private:
-    std::int64_t item_bytes_;
+    void take(const intel_head& record)
+    {
+        filled_.add(item_bytes_ * (extension_ + record.address), item_bytes_ * record.length);
+    }
+    std::size_t take_run(std::span<const std::uint8_t> text);
+    bool take_extension(const intel_head& head, std::span<const std::uint8_t> record);
+
+    file_window& file_;
+    const std::int64_t item_bytes_;
     std::int64_t extension_ = 0;
-    std::int64_t begin_ = std::numeric_limits<std::int64_t>::max();
-    std::int64_t end_ = -1;
+    address_extent filled_;
 };
 
-std::optional<address_range> measure(const std::string& path, std::int64_t item_bytes)
+/// Takes the data records that follow each other at the front of `text` with nothing but line ends between them, and
+/// yields their length; nearly all of a file is such runs.
+std::size_t intel_measure::take_run(std::span<const std::uint8_t> text)
 {
-    measured_range range{item_bytes};
-    file_window file{path};
-    for (std::int64_t p = file.find(':', 0); p < file.length(); p = file.find(':', p)) {
-        const auto record = file.from(p, longest_intel_record);
-        if (const std::size_t run = range.take_run(record); run != 0) {
+    std::size_t at = 0, stride = 0;
+    unsigned length = 256;
+    while (at + longest_intel_record < text.size()) {
+        const auto head = intel_head_of(text.subspan(at));
+        if (!head || head->type != 0) break;
+        take(*head);
+        // Records are mostly of one length, so the processor need not wait for this one's to look at the next.
+        if (head->length != length || text[at + stride] != ':') {
+            length = head->length;
+            stride = 11 + 2 * std::size_t{length};
+            stride += text[at + stride] == '\r';
+            stride += text[at + stride] == '\n';
+        }
+        at += stride;
+    }
+    return at;
+}
+
+bool intel_measure::take_extension(const intel_head& head, std::span<const std::uint8_t> record)
+{
+    std::uint8_t value[2]{};
+    unsigned sum = 0;
+    if (record.size() < 13 || !hex_digits::decode(&record[9], 2, value, sum)) return false;
+    extension_ = (value[0] * 256 + value[1]) * (head.type == 2 ? 16LL : 65536LL);
+    return true;
+}
+
+void intel_measure::walk(std::int64_t p, std::int64_t end)
+{
+    for (p = file_.find(':', p); p < end; p = file_.find(':', p)) {
+        const auto record = file_.from(p, longest_intel_record);
+        if (const std::size_t run = take_run(record); run != 0) {
             p += static_cast<std::int64_t>(run);
             continue;
         }
@@ -110,19 +116,35 @@ std::optional<address_range> measure(const std::string& path, std::int64_t item_
             ++p;
             continue;
         }
-        if (head->type == 1 || head->type > 5) break;
+        if (head->type == 1 || head->type > 5) return;
         if (head->type == 0) {
-            range.take(*head);
+            take(*head);
             p += 11 + 2 * std::int64_t{head->length};
-            continue;
+        } else {
+            if (!take_extension(*head, record)) return;
+            p += 15;
         }
-        std::uint8_t value[2]{};
-        unsigned sum = 0;
-        if (record.size() < 13 || !hex_digits::decode(&record[9], 2, value, sum)) break;
-        range.extension((value[0] * 256 + value[1]) * (head->type == 2 ? 16LL : 65536LL));
-        p += 15;
     }
-    return range.result();
+}
+
+std::optional<address_range> measure(const std::string& path, std::int64_t item_bytes)
+{
+    file_window file{path};
+    intel_measure part{file, item_bytes};
+    part.walk(0, file.length());
+    return part.range();
+}
+
+/// The first address record in the last part of a long file; behind it all addresses are known.
+std::optional<std::int64_t> known_part(file_window& file)
+{
+    constexpr std::string_view address_record = ":02000004";
+    if (file.length() < shortest_estimated_bytes) return std::nullopt;
+    const std::int64_t begin = file.length() - estimate_part_bytes;
+    const auto text = file.from(begin, estimate_part_bytes);
+    const auto found = std::search(text.begin(), text.end(), address_record.begin(), address_record.end());
+    if (found == text.end()) return std::nullopt;
+    return begin + (found - text.begin());
 }
 
 }  // namespace
@@ -131,5 +153,16 @@ detection detect_intel(const file_start& file) { return detect(file.bytes, 1); }
 detection detect_intel16(const file_start& file) { return detect(file.bytes, 2); }
 std::optional<address_range> measure_intel(const std::string& path) { return measure(path, 1); }
 std::optional<address_range> measure_intel16(const std::string& path) { return measure(path, 2); }
+
+std::optional<address_range> estimate_intel(const std::string& path)
+{
+    file_window file{path};
+    const auto tail = known_part(file);
+    if (!tail) return std::nullopt;
+    intel_measure part{file, 1};
+    part.walk(0, estimate_part_bytes);
+    part.walk(*tail, file.length());
+    return part.range();
+}
 
 }  // namespace tamrix

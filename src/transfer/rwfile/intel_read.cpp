@@ -23,6 +23,7 @@ private:
     void note_checksum_error(int found, int expected);
 
     const std::span<std::uint8_t> buffer_;
+    address_extent met_;
     std::uint64_t records_ = 0;  // data records
     unsigned checksum_errors_ = 0;
     std::int64_t first_error_ = 0;
@@ -49,6 +50,7 @@ void intel_reader::take_plain_records(text_view text)
         if (!hex_digits::decode(&text[at + digits_at], head->length, buffer_.data() + index, sum)) return;
         const int told = hex_digits::byte(&text[checksum]);
         if (told < 0 || ((sum + static_cast<unsigned>(told)) & 0xFF) != 0) return;
+        met_.add(extension_ + head->address, head->length);
         ++records_;
         at = checksum + 2;
         p_ = start + static_cast<std::int64_t>(at);
@@ -64,6 +66,7 @@ intel_reader::step intel_reader::take_data(const intel_head& head, text_view rec
         take_plain_records(record);
         if (p_ != before) return step::go_on;
     }
+    met_.add(extension_ + head.address, head.length);
     const std::int64_t relative = extension_ + head.address - at_.filestart;
     if (relative < 0) {
         ++p_;
@@ -84,6 +87,7 @@ intel_reader::step intel_reader::take_data(const intel_head& head, text_view rec
 
 status intel_reader::outcome()
 {
+    job_.met = {met_.range(), true};
     if (checksum_errors_ == 0) return status::done;
     return fail_in_text(job_, file_, first_error_, first_found_, first_expected_);
 }

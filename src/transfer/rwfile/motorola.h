@@ -7,6 +7,7 @@ namespace tamrix {
 
 detection detect_motorola(const file_start& file);
 std::optional<address_range> measure_motorola(const std::string& path);
+std::optional<address_range> estimate_motorola(const std::string& path);
 status read_motorola(transfer_job& job);
 status write_motorola(transfer_job& job);
 

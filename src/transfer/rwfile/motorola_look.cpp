@@ -60,24 +60,43 @@ detection detect_motorola(const file_start& file)
     return detection::no;
 }
 
-std::optional<address_range> measure_motorola(const std::string& path)
+namespace {
+
+/// Adds the data records that start from `p` on and before `end`, as far as a reader would read.
+void walk(file_window& file, address_extent& filled, std::int64_t p, std::int64_t end)
 {
-    std::optional<address_range> range;
-    file_window file{path};
-    for (std::int64_t p = file.find('S', 0); p < file.length(); p = file.find('S', p)) {
+    for (p = file.find('S', p); p < end; p = file.find('S', p)) {
         const auto record = file.from(p, 16);
         if (const auto head = data_head(record)) {
-            const address_range filled{head->address, head->address + std::max<std::int64_t>(head->data_bytes, 0)};
-            if (!range) range = filled;
-            range = {std::min(range->begin, filled.begin), std::max(range->end, filled.end)};
-            p += 4 + 2 * static_cast<std::int64_t>(head->address_bytes) + 2 * (filled.end - filled.begin);
+            const std::int64_t length = std::max<std::int64_t>(head->data_bytes, 0);
+            filled.add(head->address, length);
+            p += 4 + 2 * static_cast<std::int64_t>(head->address_bytes) + 2 * length;
         } else if (record.size() > 1 && record[1] == '0') {
             p += 2;
         } else {
-            break;  // the end of the file, or what the reader fails at
+            return;  // the end of the file, or what the reader fails at
         }
     }
-    return range;
+}
+
+}  // namespace
+
+std::optional<address_range> measure_motorola(const std::string& path)
+{
+    file_window file{path};
+    address_extent filled;
+    walk(file, filled, 0, file.length());
+    return filled.range();
+}
+
+std::optional<address_range> estimate_motorola(const std::string& path)
+{
+    file_window file{path};
+    if (file.length() < shortest_estimated_bytes) return std::nullopt;
+    address_extent filled;
+    walk(file, filled, 0, estimate_part_bytes);
+    walk(file, filled, file.find('\n', file.length() - estimate_part_bytes), file.length());
+    return filled.range();
 }
 
 }  // namespace tamrix

@@ -4,6 +4,7 @@
 #include "transfer/rwfile/text_digits.h"
 #include "transfer/text_lines.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace tamrix {
@@ -58,8 +59,10 @@ texas_reader::step texas_reader::take_bytes(std::string_view line)
     const std::int64_t address = *address_;
     for (std::int64_t i = 0; i < target_.items(pairs); ++i) {
         const std::int64_t position = target_.position(address, i);
-        // The next line goes on from the buffer position that this one reached, not from a file address.
-        address_ = position + 1;
+        // The next line goes on from the buffer position that this one reached, not from a file address. Positions may
+        // grow with every line; so far behind every device it makes no difference where.
+        constexpr std::int64_t far_behind = std::int64_t{1} << 50;
+        address_ = std::min(position + 1, far_behind);
         if (target_.beyond(position)) break;
         const auto value = number_in(line, 3 * static_cast<std::size_t>(target_.byte_of(i)), 2);
         if (!value) return fail("a data byte that is missing or not hexadecimal", "a byte of two digits");
