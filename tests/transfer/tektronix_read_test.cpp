@@ -1,8 +1,8 @@
 #include "load_fixture.h"
+#include "record_model.h"
 
 #include <gtest/gtest.h>
 
-#include <map>
 #include <random>
 
 namespace tamrix::tests {
@@ -155,36 +155,11 @@ TEST(read_tektronix, progress_comes_every_some_lines_without_messages)
 TEST(read_tektronix, every_byte_selection_agrees_with_a_slow_model)
 {
     std::mt19937 generator{13};
-    constexpr std::int64_t start = 0x31, file_start = 0x123, devbytes = 0x1800;
-    for (int from = 0; from < 7; ++from) {
-        for (int to = 0; to < 7; ++to) {
-            const auto [step, phase] = selections[from];
-            const auto [buffer_step, buffer_phase] = selections[to];
-            std::map<std::int64_t, int> memory;
-            std::string text;
-            for (int i = 0; i < 40; ++i) {
-                const unsigned address = generator() % 0x800;
-                const bytes_of data = random_bytes(1 + generator() % 60, static_cast<unsigned>(generator()));
-                text += record(address, data);
-                if (address < file_start) continue;
-                if (static_cast<double>(start - file_start) + address / static_cast<double>(step) > devbytes) continue;
-                for (std::int64_t item = 0; (item + 1) * step <= static_cast<std::int64_t>(data.size()); ++item) {
-                    const std::int64_t x = buffer_phase + buffer_step * (item + (address - file_start) / step);
-                    if (x > devbytes) break;
-                    memory[start + x] = data[static_cast<std::size_t>(phase + item * step)];
-                }
-            }
-            tektronix_fixture f{{.buflength = 0x4000, .tlength = devbytes}};
-            EXPECT_EQ(
-                f.read(text + end_record, {.to_buffer = "31", .from_file = "123", .from_mode = from, .to_mode = to}),
-                status::done);
-            for (std::int64_t address = 0; address < 0x3000; ++address) {
-                const auto known = memory.find(address);
-                ASSERT_EQ(f.buffer(address), known != memory.end() ? known->second : untouched)
-                    << from << " to " << to << " at " << address;
-            }
-        }
-    }
+    expect_every_selection_as_the_slow_model(3, end_record, [&] {
+        const unsigned address = generator() % 0x800;
+        const bytes_of data = random_bytes(1 + generator() % 60, static_cast<unsigned>(generator()));
+        return model_record{address, data, record(address, data)};
+    });
 }
 
 }  // namespace

@@ -91,17 +91,6 @@ TEST(read_holtek, a_wrong_mark_or_a_header_of_8000_bytes_fails)
     EXPECT_TRUE(f.shell.boxes().empty());
 }
 
-TEST(read_holtek, a_file_cut_anywhere_fails_with_an_offset)
-{
-    const bytes_of whole = image({9}, segment(0x10, {1, 2, 3}), segment(0, {4, 5}));
-    for (std::size_t length = 0; length < whole.size(); ++length) {
-        holtek_fixture f;
-        EXPECT_EQ(f.read(bytes_of{whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length)}), status::failed)
-            << length;
-        EXPECT_TRUE(f.session.why_it_failed.offset.has_value());
-    }
-}
-
 TEST(read_holtek, a_segment_behind_the_buffer_fails)
 {
     holtek_fixture f;
