@@ -20,13 +20,24 @@ constexpr std::int64_t largest_text_device = 8400000;  // in words; above it the
 
 std::int64_t divided_up(std::int64_t value, std::int64_t by) { return (value + by - 1) / by; }
 
+int address_bytes(const source_file& source)
+{
+    return formats()[static_cast<std::size_t>(source.format)].address_bytes;
+}
+
+/// From which byte of the file the load starts.
+std::int64_t file_start(const convert_options& options, const source_file& source)
+{
+    return address_bytes(source) * options.from_file.value_or(0);
+}
+
 /// The buffer addresses that the file's bytes reach under the byte selections.
 address_range in_buffer(const convert_options& options, const source_file& source)
 {
     const byte_selection& from = byte_selections.at(static_cast<std::size_t>(options.from_mode));
     const byte_selection& to = byte_selections.at(static_cast<std::size_t>(options.to_mode));
     const std::int64_t bufstart = options.to_buffer.value_or(0);
-    const std::int64_t filestart = options.from_file.value_or(0);
+    const std::int64_t filestart = file_start(options, source);
     const address_range file = source.addresses.value_or(address_range{});
     const std::int64_t before = std::max<std::int64_t>(file.begin - filestart, 0) / from.step;
     const std::int64_t length = std::max<std::int64_t>(file.end - filestart, 0);
@@ -46,10 +57,11 @@ bool takes_whole_file(const convert_options& options)
 [[noreturn]] void refuse_size(const convert_options& options, const source_file& source, std::int64_t needed)
 {
     const address_range file = source.addresses.value_or(address_range{});
-    const bool starts_high = file.begin > options.from_file.value_or(0) && file.end - file.begin <= largest_mapped;
+    const bool starts_high = file.begin > file_start(options, source) && file.end - file.begin <= largest_mapped;
     std::string text = options.in + ": needs a buffer of " + arith::hex(needed) + " bytes, more than there can be (" +
                        arith::hex(largest_mapped) + "); ";
-    refuse(text + (starts_high ? "--from-file " + arith::hex(file.begin) + " leaves out the empty bytes before its data"
+    refuse(text + (starts_high ? "--from-file " + arith::hex(file.begin / address_bytes(source)) +
+                                     " leaves out the empty bytes before its data"
                                : "--from-file and --file-size take a part of it"));
 }
 
@@ -124,7 +136,8 @@ void add_notes(conversion_plan& plan, const convert_options& options, const sour
     const bool mostly_empty = file.begin > file.end - file.begin && file.begin >= 0x1000;
     if (plan.to == binary && mostly_empty && !options.from_file && !options.save_from) {
         plan.notes.push_back(options.in + ": its data start at " + arith::hex(file.begin) + "; --from-file " +
-                             arith::hex(file.begin) + " leaves out the empty bytes before them");
+                             arith::hex(file.begin / address_bytes(source)) +
+                             " leaves out the empty bytes before them");
     }
     if (!options.to && !format_of_extension(options.out)) {
         plan.notes.push_back(options.out + ": saved as binary; --to takes another format");

@@ -27,7 +27,7 @@ std::span<const format, 8> formats()
         {"tektronix", "Tektronix", 0, "tek", detect_tektronix, read_tektronix, write_tektronix, measure_tektronix},
         {"holtek", "Holtek", 0, "otp mtp", detect_holtek, read_holtek, nullptr, measure_holtek},
         {"emc", "EMC(.CDS)", 0, "cds", detect_emc, read_emc, nullptr, measure_emc},
-        {"intel16", "Intel Hex16", 0, "hex", detect_intel16, read_intel16, nullptr, measure_intel16},
+        {"intel16", "Intel Hex16", 0, "hex", detect_intel16, read_intel16, nullptr, measure_intel16, nullptr, 2},
         {"texas", "Texas Instrument", 0, "txt", detect_texas, read_texas, nullptr, measure_texas},
     }};
     return table;

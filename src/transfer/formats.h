@@ -36,6 +36,8 @@ struct format {
     /// The same by the start and the end of a long file alone, so it may be wrong; none where they do not tell, or
     /// where the file is short. Null where only the whole file can tell.
     std::optional<address_range> (*estimate)(const std::string& path) = nullptr;
+    /// Bytes that one file address stands for, as in the load dialog's From File Address.
+    int address_bytes = 1;
 };
 
 inline constexpr std::size_t detection_head_bytes = 65536;

@@ -157,4 +157,12 @@ TEST_F(convert_device, in_and_out_must_not_be_the_same_file)
     EXPECT_EQ(read_text(folder.path("in.bin")), "abc");
 }
 
+TEST_F(convert_test, a_start_in_a_hex16_file_counts_words)
+{
+    folder.write("in.hex", ":0200100012345678DA\r\n:00000001FF\r\n");
+    EXPECT_EQ(converted("in.hex", "out.bin", {"--from", "intel16", "--from-file", "10"}), "\x34\x12\x78\x56");
+    EXPECT_EQ(converted("in.hex", "out.bin", {"--from", "intel16", "--from-file", "8"}),
+              std::string(16, '\xFF') + "\x34\x12\x78\x56");
+}
+
 }  // namespace tamrix::tests
