@@ -65,8 +65,8 @@ wxString main_frame::save_filter() const
 
 void main_frame::ask_for_file_to_load()
 {
-    wxFileDialog dialog{this, "Load File", "", "", load_filter(), wxFD_OPEN | wxFD_FILE_MUST_EXIST};
-    if (dialog.ShowModal() == wxID_OK) load_file(to_utf8(dialog.GetPath()));
+    ask_for_file("Load File", load_filter(), wxFD_OPEN | wxFD_FILE_MUST_EXIST,
+                 [this](const std::string& path) { load_file(path); });
 }
 
 void main_frame::save_buffer()
@@ -85,16 +85,11 @@ void main_frame::save_buffer()
     });
 }
 
-void main_frame::call_with_file(const wxString& title, const wxString& filter, long style,
-                                const std::function<reply(Clstamrix&, std::string&)>& call)
+void main_frame::ask_for_file(const wxString& title, const wxString& filter, long style,
+                              const std::function<void(const std::string&)>& take)
 {
     wxFileDialog dialog{this, title, "", "", filter, style};
-    if (dialog.ShowModal() != wxID_OK) return;
-    std::string path = to_utf8(dialog.GetPath());
-    attempt(title + " failed", [&] {
-        tell(title + " failed", session_.run([&](Clstamrix& plug_in) { return call(plug_in, path); }));
-        buffer_changed();
-    });
+    if (dialog.ShowModal() == wxID_OK) take(to_utf8(dialog.GetPath()));
 }
 
 void main_frame::go_to_address()

@@ -122,6 +122,35 @@ outcome host_session::save(std::string file)
     return transfer([&](Clstamrix& plug_in) { return plug_in.wfile(file, work_folder_); });
 }
 
+/// There is nothing to cancel in a routine, so the diagnostic is always its own.
+outcome host_session::routine(const std::function<reply(Clstamrix&)>& method)
+{
+    outcome told = run(method);
+    told.diagnostic = library_.diagnostic(plug_in_.get());
+    return told;
+}
+
+outcome host_session::load_jedec(std::string file)
+{
+    in_use_ = true;
+    outcome told = routine([&](Clstamrix& plug_in) { return plug_in.readpldfile(file); });
+    told.note = library_.jedec_note(plug_in_.get());
+    return told;
+}
+
+outcome host_session::save_jedec(std::string file)
+{
+    return routine([&](Clstamrix& plug_in) { return plug_in.writepldfile(file); });
+}
+
+outcome host_session::import_svf(std::string file)
+{
+    outcome told = routine([&](Clstamrix& plug_in) { return plug_in.readsvffile(file, work_folder_); });
+    const variant empty_file{std::int16_t{1}};
+    if (told.result.value == empty_file) told.diagnostic = file + ": an empty file";
+    return told;
+}
+
 outcome host_session::attach_small()
 {
     std::vector<std::uint8_t> kept;

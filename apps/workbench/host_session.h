@@ -19,6 +19,7 @@ struct outcome {
     reply result{};
     std::string lines{};       // what it put into MainRtstr(0)
     std::string diagnostic{};  // why a load or save failed
+    std::string note{};        // what stands above the fuses of a fuse file
     bool failed() const { return !result.ok() || !diagnostic.empty(); }
     /// A dialog that was left without its work being done leaves no lines.
     bool cancelled() const { return result.ok() && lines.empty(); }
@@ -48,6 +49,11 @@ public:
     outcome run(const std::function<reply(Clstamrix&)>& method);
     outcome load(std::string file, std::int16_t format);
     outcome save(std::string file);
+    /// The files of logic devices; their routines have no dialog and leave no lines.
+    outcome load_jedec(std::string file);
+    outcome save_jedec(std::string file);
+    /// Brings an SVF file into the work folder.
+    outcome import_svf(std::string file);
 
     /// The three methods that attach and release, as a person calls them one by one. Attaching makes the blocks anew
     /// and the buffer with them; what stands in it stays. Throw std::runtime_error where a block cannot be made.
@@ -68,6 +74,7 @@ private:
     outcome renew_buffer(const std::vector<std::uint8_t>& content);
     void keep_names_private();
     outcome transfer(const std::function<reply(Clstamrix&)>& method);
+    outcome routine(const std::function<reply(Clstamrix&)>& method);
 
     std::string name_space_;
     bool private_names_;

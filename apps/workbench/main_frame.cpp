@@ -8,6 +8,7 @@
 #include <exception>
 #include <filesystem>
 #include <memory>
+#include <system_error>
 
 #include <wx/artprov.h>
 #include <wx/config.h>
@@ -142,6 +143,15 @@ void main_frame::select_device(const host::device_preset& device)
 
 void main_frame::load_file(const std::string& path)
 {
+    switch (session_.library().detect_pld(path.c_str())) {
+    case TAMRIX_JEDEC: return load_jedec(path);
+    case TAMRIX_SVF: return import_svf(path);
+    case TAMRIX_NO_PLD: return load_buffer_file(path);
+    }
+}
+
+void main_frame::load_buffer_file(const std::string& path)
+{
     const wxString trouble = "The file cannot be loaded";
     attempt(trouble, [&] {
         const plug_in_library& library = session_.library();
@@ -150,25 +160,68 @@ void main_frame::load_file(const std::string& path)
         const outcome told = session_.load(path, static_cast<std::int16_t>(detected));
         tell(trouble, told);
         buffer_changed();
-        if (!told.cancelled()) show_load(path, detected, told);
+        tamrix_format format{};
+        library.describe_format(detected, &format);
+        if (!told.cancelled()) show_load(path, to_wx(format.caption), !told.failed());
+        if (!told.cancelled() && !told.failed()) show_mode(told.result.value);
         hex_view_->SetFocus();
     });
 }
 
-/// A load that failed may have left part of its file in the buffer, so no file's name stands for it then.
-void main_frame::show_load(const std::string& path, int detected, const outcome& told)
+void main_frame::load_jedec(const std::string& path)
 {
-    file_ = told.failed() ? std::string{} : path;
+    const bool done = run_routine("Load JEDEC", [&] { return session_.load_jedec(path); });
+    show_load(path, "JEDEC", done);
+    hex_view_->SetFocus();
+}
+
+void main_frame::save_jedec(const std::string& path)
+{
+    run_routine("Save JEDEC", [&] { return session_.save_jedec(path); });
+}
+
+/// The buffer is not touched, so the file that stands for it stays.
+void main_frame::import_svf(const std::string& path)
+{
+    if (run_routine("Import SVF", [&] { return session_.import_svf(path); })) remember(path);
+}
+
+/// Runs a routine that leaves no status lines, and tells in the log that it was done. False where it was not.
+bool main_frame::run_routine(const wxString& name, const std::function<outcome()>& routine)
+{
+    bool done = false;
+    attempt(name + " failed", [&] {
+        const outcome told = routine();
+        tell(name + " failed", told);
+        done = !told.failed();
+        if (done) log_->remark(to_utf8(name) + ": done");
+        if (!told.note.empty()) log_->remark(printable("Note:" + told.note));
+        buffer_changed();
+    });
+    return done;
+}
+
+/// A load that failed may have left part of its file in the buffer, so no file's name stands for it then.
+void main_frame::show_load(const std::string& path, const wxString& detected, bool done)
+{
+    file_ = done ? path : std::string{};
     update_title();
-    SetStatusText(told.failed() ? "Load failed" : "", format_field);
+    SetStatusText(done ? "Detected: " + detected : wxString{"Load failed"}, format_field);
     SetStatusText("", mode_field);
-    if (told.failed()) return;
-    recent_.AddFileToHistory(to_wx(std::filesystem::absolute(path).string()));
-    tamrix_format format{};
-    session_.library().describe_format(detected, &format);
-    SetStatusText("Detected: " + to_wx(format.caption), format_field);
+    if (done) remember(path);
+}
+
+void main_frame::remember(const std::string& path)
+{
+    std::error_code no_current_folder;
+    const std::filesystem::path whole = std::filesystem::absolute(path, no_current_folder);
+    if (!no_current_folder) recent_.AddFileToHistory(to_wx(whole.string()));
+}
+
+void main_frame::show_mode(const variant& from_mode)
+{
     static constexpr const char* modes[] = {"Normal", "Even", "Odd", "1st of 4", "2nd of 4", "3rd of 4", "4th of 4"};
-    const auto* mode = std::get_if<std::int16_t>(&told.result.value);
+    const auto* mode = std::get_if<std::int16_t>(&from_mode);
     if (mode == nullptr || *mode < 0 || *mode >= static_cast<int>(std::size(modes))) return;
     SetStatusText(wxString{"From file: "} + modes[*mode], mode_field);
 }

@@ -23,7 +23,7 @@ public:
     main_frame(const std::string& plug_in_path, const std::string& device);
     ~main_frame() override;
 
-    /// Loads a file through the plug-in's load dialog.
+    /// Opens a file as its content asks for: a file of a logic device at once, any other through the load dialog.
     void load_file(const std::string& path);
 
 private:
@@ -49,11 +49,18 @@ private:
     void update_menus();
 
     void select_device(const host::device_preset& device);
-    void show_load(const std::string& path, int detected, const outcome& told);
+    void load_buffer_file(const std::string& path);
+    void load_jedec(const std::string& path);
+    void save_jedec(const std::string& path);
+    void import_svf(const std::string& path);
+    bool run_routine(const wxString& name, const std::function<outcome()>& routine);
+    void show_load(const std::string& path, const wxString& detected, bool done);
+    void show_mode(const variant& from_mode);
+    void remember(const std::string& path);
     void ask_for_file_to_load();
     void save_buffer();
-    void call_with_file(const wxString& title, const wxString& filter, long style,
-                        const std::function<reply(Clstamrix&, std::string&)>& call);
+    void ask_for_file(const wxString& title, const wxString& filter, long style,
+                      const std::function<void(const std::string&)>& take);
     wxString load_filter() const;
     wxString save_filter() const;
     void go_to_address();

@@ -75,21 +75,20 @@ wxMenu* main_frame::file_menu()
     recent_.UseMenu(recent);
     add_method(menu, "&Save Buffer…\tCtrl+S", "Save the buffer to a file", "wfile", [this] { save_buffer(); });
     menu->AppendSeparator();
-    add_method(menu, "Load &JEDEC…", "Load the fuses of a logic device", "readpldfile", [this] {
-        call_with_file("Load JEDEC", jedec_files, wxFD_OPEN | wxFD_FILE_MUST_EXIST,
-                       [](Clstamrix& plug_in, std::string& file) { return plug_in.readpldfile(file); });
-    });
-    add_method(menu, "Save J&EDEC…", "Save the fuses of a logic device", "writepldfile", [this] {
-        call_with_file("Save JEDEC", jedec_files, wxFD_SAVE | wxFD_OVERWRITE_PROMPT,
-                       [](Clstamrix& plug_in, std::string& file) { return plug_in.writepldfile(file); });
-    });
-    add_method(menu, "&Import SVF…", "Import a serial vector file", "readsvffile", [this] {
-        call_with_file("Import SVF", vector_files, wxFD_OPEN | wxFD_FILE_MUST_EXIST,
-                       [this](Clstamrix& plug_in, std::string& file) {
-                           std::string folder = session_.work_folder();
-                           return plug_in.readsvffile(file, folder);
-                       });
-    });
+    const auto with_file = [&](const char* label, const char* help, const char* method, const char* filter, long style,
+                               void (main_frame::*take)(const std::string&)) {
+        add_method(menu, label, help, method, [this, label, filter, style, take] {
+            const wxString title = wxMenuItem::GetLabelText(to_wx(label)).BeforeFirst(L'…');
+            ask_for_file(title, filter, style, [this, take](const std::string& path) { (this->*take)(path); });
+        });
+    };
+    constexpr long open = wxFD_OPEN | wxFD_FILE_MUST_EXIST, save = wxFD_SAVE | wxFD_OVERWRITE_PROMPT;
+    with_file("Load &JEDEC…", "Load the fuses of a logic device", "readpldfile", jedec_files, open,
+              &main_frame::load_jedec);
+    with_file("Save J&EDEC…", "Save the fuses of a logic device", "writepldfile", jedec_files, save,
+              &main_frame::save_jedec);
+    with_file("&Import SVF…", "Import a serial vector file", "readsvffile", vector_files, open,
+              &main_frame::import_svf);
     menu->AppendSeparator();
     add(menu, "&Quit\tCtrl+Q", "Leave the program", [this] { Close(); });
     return menu;

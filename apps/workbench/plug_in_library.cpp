@@ -50,10 +50,12 @@ plug_in_library::plug_in_library(const std::string& path) : library_{load(path)}
     find(create, "tamrix_create");
     find(destroy, "tamrix_destroy");
     find(diagnostic, "tamrix_diagnostic");
+    find(jedec_note, "tamrix_jedec_note");
     find(help_file, "tamrix_help_file");
     find(offers, "tamrix_offers");
     find(describe_format, "tamrix_describe_format");
     find(detect_format, "tamrix_detect_format");
+    find(detect_pld, "tamrix_detect_pld");
     find(texts.make, "tamrix_text_new");
     find(texts.get, "tamrix_text_get");
     find(texts.free, "tamrix_text_free");

@@ -19,10 +19,12 @@ public:
     decltype(&tamrix_create) create;
     decltype(&tamrix_destroy) destroy;
     decltype(&tamrix_diagnostic) diagnostic;
+    decltype(&tamrix_jedec_note) jedec_note;
     decltype(&tamrix_help_file) help_file;
     decltype(&tamrix_offers) offers;
     decltype(&tamrix_describe_format) describe_format;
     decltype(&tamrix_detect_format) detect_format;
+    decltype(&tamrix_detect_pld) detect_pld;
     text_heap_functions texts;
 
 private:

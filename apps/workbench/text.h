@@ -17,6 +17,13 @@ inline wxString to_wx(std::string_view text)
 
 inline std::string to_utf8(const wxString& text) { return text.utf8_string(); }
 
+/// A file's text without the control characters that frame it; line feeds stay.
+inline std::string printable(std::string text)
+{
+    std::erase_if(text, [](unsigned char letter) { return letter < ' ' && letter != '\n'; });
+    return text;
+}
+
 /// "32 KiB", "8 MiB", "1234 bytes".
 inline wxString size_text(long long bytes)
 {

@@ -65,6 +65,10 @@ TAMRIX_EXPORT void tamrix_destroy(tamrix::Clstamrix* plug_in) noexcept;
 /// Why the last load or save failed: "FILE:LINE: FOUND where EXPECTED was expected", or "" after one that succeeded.
 /// UTF-8; valid until the next call into the plug-in.
 TAMRIX_EXPORT const char* tamrix_diagnostic(tamrix::Clstamrix* plug_in) noexcept;
+/// What stands above the fuses of the file that readpldfile read last: each line as it stands in the file, up to the
+/// first NUL, with a line feed and two blanks ahead; "" where there is none. Valid until the next call into the
+/// plug-in.
+TAMRIX_EXPORT const char* tamrix_jedec_note(tamrix::Clstamrix* plug_in) noexcept;
 /// The help file for the language that bufcomopt found: "PATH::TOPIC", UTF-8; valid until the next call into the
 /// plug-in.
 TAMRIX_EXPORT const char* tamrix_help_file(tamrix::Clstamrix* plug_in) noexcept;

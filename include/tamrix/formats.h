@@ -1,4 +1,4 @@
-// The buffer file formats as a host needs them: their names for its file dialogs, and detection by content.
+// The file formats as a host needs them: names of the buffer formats for its file dialogs, and detection by content.
 #pragma once
 
 #include "tamrix/clstamrix.h"
@@ -22,4 +22,11 @@ enum tamrix_certainty { TAMRIX_NO, TAMRIX_MAYBE, TAMRIX_DAMAGED, TAMRIX_SURE };
 /// Detects the format of the file `path` (UTF-8) by its content. Yields the option index to hand to readfile0, or -1
 /// where the file cannot be read. `certainty` may be null.
 TAMRIX_EXPORT int tamrix_detect_format(const char* path, tamrix_certainty* certainty) noexcept;
+
+/// Files of logic devices: they have no option index, but a method of their own, readpldfile or readsvffile.
+enum tamrix_pld_format { TAMRIX_NO_PLD, TAMRIX_JEDEC, TAMRIX_SVF };
+
+/// Tells by its content whether the file `path` (UTF-8) is one of a logic device; TAMRIX_NO_PLD too where it cannot be
+/// read. A host asks this first: as a buffer format such a file would pass for a binary one.
+TAMRIX_EXPORT tamrix_pld_format tamrix_detect_pld(const char* path) noexcept;
 }

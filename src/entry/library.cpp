@@ -1,5 +1,6 @@
 // The functions that libtamrix.so exports: the plug-in with its dialogs on the real screen.
 #include "entry/entry_methods.h"
+#include "pld/detect.h"
 #include "tamrix/clstamrix.h"
 #include "tamrix/formats.h"
 #include "transfer/formats.h"
@@ -73,6 +74,11 @@ const char* tamrix_diagnostic(tamrix::Clstamrix* plug_in) noexcept
     return tamrix::text_of(plug_in, [](const session& state) { return state.why_it_failed.text(); });
 }
 
+const char* tamrix_jedec_note(tamrix::Clstamrix* plug_in) noexcept
+{
+    return tamrix::text_of(plug_in, [](const session& state) { return state.pld.note; });
+}
+
 const char* tamrix_help_file(tamrix::Clstamrix* plug_in) noexcept
 {
     return tamrix::text_of(plug_in, [](const session& state) { return state.help_file; });
@@ -107,4 +113,17 @@ int tamrix_detect_format(const char* path, tamrix_certainty* certainty) noexcept
     } catch (const std::exception&) {
         return -1;
     }
+}
+
+tamrix_pld_format tamrix_detect_pld(const char* path) noexcept
+{
+    try {
+        switch (tamrix::detect_pld_format(path)) {
+        case tamrix::pld_format::jedec: return TAMRIX_JEDEC;
+        case tamrix::pld_format::svf: return TAMRIX_SVF;
+        case tamrix::pld_format::none: break;
+        }
+    } catch (const std::exception&) {
+    }
+    return TAMRIX_NO_PLD;
 }

@@ -212,6 +212,36 @@ TEST_F(programs, the_log_of_the_workbench_tells_where_and_why_a_load_failed)
     EXPECT_EQ(workbench.wait(), 0);
 }
 
+TEST_F(programs, the_workbench_opens_a_fuse_file_at_once_and_its_log_tells_the_note)
+{
+    std::ofstream{folder / "fuses.bin"} << "\x02My part\nQF16*\nL0000 0101*\n";
+    program workbench{"tamrix-workbench", {"--device", "GAL16V8", file("fuses.bin")}, settings()};
+    workbench.focus("fuses.bin.*tamrix workbench");
+    EXPECT_EQ(content("/dev/shm/" + name_space + "qorfanibuffer").substr(0, 5), std::string("0101\0", 5));
+    workbench.click_at(0.6, 0.9);
+    workbench.press("ctrl+a ctrl+c");
+    EXPECT_EQ(clipboard(), "Device GAL16V8, Lattice: buffer of 4 KiB\nLoad JEDEC: done\nNote:\n  My part\n  QF16*\n");
+    workbench.press("ctrl+q");
+    EXPECT_EQ(workbench.wait(), 0);
+}
+
+TEST_F(programs, the_workbench_imports_an_svf_file_at_once)
+{
+    std::ofstream{folder / "vectors.txt"} << "! made here\nSTATE IDLE;\n";
+    program workbench{"tamrix-workbench", {"--device", "GAL16V8", file("vectors.txt")}, settings()};
+    workbench.focus("^tamrix workbench");
+    const fs::path cache = folder / "cache" / "tamrix";
+    EXPECT_TRUE(comes_true_within_ten_seconds([&] {
+        return content(fs::directory_iterator { cache } -> path() / "pldtmp.svf") == "! made here\r\nSTATE IDLE;\r\n";
+    }));
+    workbench.click_at(0.6, 0.9);
+    workbench.press("ctrl+a ctrl+c");
+    EXPECT_EQ(clipboard(), "Device GAL16V8, Lattice: buffer of 4 KiB\nImport SVF: done\n");
+    workbench.press("ctrl+q");
+    EXPECT_EQ(workbench.wait(), 0);
+    EXPECT_TRUE(fs::is_empty(cache));
+}
+
 TEST_F(programs, the_workbench_tells_what_is_missing_and_ends)
 {
     program workbench{"tamrix-workbench", {"--plugin", "/nowhere/libtamrix.so"}, settings()};
