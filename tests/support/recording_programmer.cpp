@@ -1,0 +1,175 @@
+#include "support/recording_programmer.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+#include <sstream>
+
+namespace tamrix::tests {
+
+namespace {
+
+std::string hex_bytes(const std::uint8_t* bytes, std::size_t count)
+{
+    std::string text;
+    for (std::size_t i = 0; i < count; ++i) {
+        char digits[4];
+        std::snprintf(digits, sizeof digits, " %02X", bytes[i]);
+        text += digits;
+    }
+    return text;
+}
+
+template <class T>
+T next_of(std::deque<T>& answers, T otherwise)
+{
+    if (answers.empty()) return otherwise;
+    const T answer = answers.front();
+    answers.pop_front();
+    return answer;
+}
+
+class recorder final : public hw::programmer, private hw::lumbat, private hw::devobj {
+public:
+    recorder(recording& log, const hw::reply_memory& replies) : log_{log}, replies_{replies} {}
+    hw::lumbat& transport() override { return *this; }
+    hw::devobj& device() override { return *this; }
+
+private:
+    template <class... Values>
+    void note(const char* call, Values... values)
+    {
+        std::ostringstream line;
+        line << call;
+        ((line << ' ' << static_cast<long>(values)), ...);
+        log_.add(line.str());
+    }
+
+    std::int32_t usbcomwrite(const std::uint8_t* buffer, std::int32_t length) override
+    {
+        log_.add("usbcomwrite " + std::to_string(length) + ":" + hex_bytes(buffer, static_cast<std::size_t>(length)));
+        return next_of(log_.usbcomwrite_results, 0);
+    }
+    std::int32_t usbbulkwrite(const std::uint8_t*, std::int32_t length) override
+    {
+        note("usbbulkwrite", length);
+        return 0;
+    }
+    std::int32_t usbbulkread(std::uint8_t* buffer, std::int32_t length, std::uint8_t* status) override
+    {
+        const bulk_end end = next_of(log_.bulk_ends, bulk_end::arrives);
+        note("usbbulkread", length);
+        if (end == bulk_end::fails) *status = 4;
+        if (end != bulk_end::arrives) return 0;
+        std::fill_n(buffer, length - 1, std::uint8_t{0xEE});
+        std::string line = "->";
+        for (std::int32_t at = 0; ports_queued_ >= 6; at += 6, ports_queued_ -= 6) {
+            const six_bytes row = log_.next_row();
+            std::copy(row.begin(), row.end(), buffer + at);
+            line += hex_bytes(row.data(), row.size());
+        }
+        log_.add(line);
+        buffer[length - 1] = 170;
+        *status = 2;
+        return 0;
+    }
+
+    void setvcc(std::int32_t millivolts) override { note("setvcc", millivolts); }
+    void setvpp(std::int32_t millivolts, std::uint8_t channel) override { note("setvpp", millivolts, channel); }
+    void gndpin(std::uint8_t pin, std::uint8_t state) override { note("gndpin", pin, state); }
+    void vccpin(std::uint8_t pin, std::uint8_t state) override { note("vccpin", pin, state); }
+    void vpppin(std::uint8_t pin, std::uint8_t state) override { note("vpppin", pin, state); }
+    void busmode(std::int32_t mode) override { note("busmode", mode); }
+    void hwinit() override { note("hwinit"); }
+    std::int32_t hwreset() override
+    {
+        note("hwreset");
+        return next_of(log_.hwreset_results, 0);
+    }
+    std::int32_t ctlout(std::int32_t value, std::uint8_t address) override
+    {
+        note("ctlout", value, address);
+        return 0;
+    }
+    std::int32_t ctlin(std::uint8_t address) override
+    {
+        note("ctlin", address);
+        return 0;
+    }
+    void regout(std::int32_t value, std::uint8_t address) override { note("regout", value, address); }
+    std::int32_t regin(std::uint8_t address) override
+    {
+        if (address == 0) row_ = log_.next_row();
+        const std::uint8_t value = address / 2 < 6 ? row_[address / 2] : 0;
+        log_.add("regin " + std::to_string(address) + " ->" + hex_bytes(&value, 1));
+        return value;
+    }
+    void delayms(std::int32_t milliseconds) override { note("delayms", milliseconds); }
+    void delayus(std::int32_t count) override { note("delayus", count); }
+    bool replywait(std::uint8_t count, std::uint8_t mode, std::int32_t extra) override
+    {
+        note("replywait", count, mode, extra);
+        if (!next_of(log_.replywait_results, true)) return false;
+        const six_bytes row = log_.next_row();
+        std::copy(row.begin(), row.end(), replies_.ibuf1);
+        log_.add("->" + hex_bytes(row.data(), row.size()));
+        return true;
+    }
+
+    void vecout(std::int32_t value, std::uint8_t address) override { note("vecout", value, address); }
+    void vecstart() override { note("vecstart"); }
+    void vecbyte(std::uint8_t address) override
+    {
+        note("vecbyte", address);
+        ++ports_queued_;
+    }
+    void vecdelay(std::int32_t count) override { note("vecdelay", count); }
+    void vecdelay2(std::int32_t count) override { note("vecdelay2", count); }
+    void vecgnd(std::uint8_t pin, std::uint8_t state) override { note("vecgnd", pin, state); }
+    void vecvcc(std::uint8_t pin, std::uint8_t state) override { note("vecvcc", pin, state); }
+    void vecvpp(std::uint8_t pin, std::uint8_t state) override { note("vecvpp", pin, state); }
+
+    void replycheck(std::int32_t count) override { note("replycheck", count); }
+    void hwrelease() override { note("hwrelease"); }
+    void hwfault() override { note("hwfault"); }
+    std::int32_t boardsel(std::uint8_t code) override
+    {
+        note("boardsel", code);
+        return 0;
+    }
+    void boardsel2(std::uint8_t first, std::uint8_t second) override { note("boardsel2", first, second); }
+
+    recording& log_;
+    hw::reply_memory replies_;
+    six_bytes row_{};
+    int ports_queued_ = 0;
+};
+
+}  // namespace
+
+six_bytes recording::next_row()
+{
+    if (read_socket) return read_socket();
+    six_bytes pulled_up{};
+    pulled_up.fill(0xFF);
+    return next_of(socket, pulled_up);
+}
+
+int recording::count(std::string_view start) const
+{
+    return static_cast<int>(std::ranges::count_if(lines, [&](const auto& line) { return line.starts_with(start); }));
+}
+
+std::string recording::text() const
+{
+    std::string all;
+    for (const std::string& line : lines) all += line + "\n";
+    return all;
+}
+
+hw::programmer_source recording_programmer(recording& log)
+{
+    return [&log](const hw::reply_memory& replies) { return std::make_unique<recorder>(log, replies); };
+}
+
+}  // namespace tamrix::tests
