@@ -9,7 +9,8 @@ forms::answer shell::box(const forms::message_box& box)
     boxes_.push_back(box);
     switch (box.buttons) {
     case forms::buttons_of_box::ok: return forms::answer::ok;
-    case forms::buttons_of_box::ok_cancel: return forms::answer::cancel;
+    case forms::buttons_of_box::ok_cancel:
+    case forms::buttons_of_box::retry_cancel: return forms::answer::cancel;
     case forms::buttons_of_box::yes_no: return forms::answer::no;
     case forms::buttons_of_box::abort_retry_ignore: return forms::answer::abort;
     }

@@ -9,7 +9,7 @@
 namespace tamrix::forms {
 
 enum class icon : std::uint8_t { none, information, warning, error, question };
-enum class buttons_of_box : std::uint8_t { ok, ok_cancel, yes_no, abort_retry_ignore };
+enum class buttons_of_box : std::uint8_t { ok, ok_cancel, yes_no, retry_cancel, abort_retry_ignore };
 enum class answer : std::uint8_t { ok, cancel, yes, no, abort, retry, ignore };
 
 struct message_box {

@@ -33,6 +33,7 @@ long style_of(const forms::message_box& box)
     switch (box.buttons) {
     case forms::buttons_of_box::ok: return style | wxOK;
     case forms::buttons_of_box::ok_cancel: return style | wxOK | wxCANCEL;
+    case forms::buttons_of_box::retry_cancel: return style | wxOK | wxCANCEL;
     case forms::buttons_of_box::yes_no: return style | wxYES_NO;
     case forms::buttons_of_box::abort_retry_ignore: return style | wxYES_NO | wxCANCEL;
     }
@@ -41,11 +42,11 @@ long style_of(const forms::message_box& box)
 
 forms::answer answer_of(int result, forms::buttons_of_box buttons)
 {
-    const bool retry_box = buttons == forms::buttons_of_box::abort_retry_ignore;
+    const bool three = buttons == forms::buttons_of_box::abort_retry_ignore;
     switch (result) {
-    case wxID_OK: return forms::answer::ok;
-    case wxID_YES: return retry_box ? forms::answer::abort : forms::answer::yes;
-    case wxID_NO: return retry_box ? forms::answer::retry : forms::answer::no;
+    case wxID_OK: return buttons == forms::buttons_of_box::retry_cancel ? forms::answer::retry : forms::answer::ok;
+    case wxID_YES: return three ? forms::answer::abort : forms::answer::yes;
+    case wxID_NO: return three ? forms::answer::retry : forms::answer::no;
     default: break;
     }
     switch (buttons) {  // the box was closed without one of its buttons
@@ -73,6 +74,7 @@ forms::answer wx_shell::box(const forms::message_box& box)
     if (box.buttons == forms::buttons_of_box::abort_retry_ignore) {
         window.SetYesNoCancelLabels("&Abort", "&Retry", "&Ignore");
     }
+    if (box.buttons == forms::buttons_of_box::retry_cancel) window.SetOKCancelLabels("&Retry", "&Cancel");
     return answer_of(window.ShowModal(), box.buttons);
 }
 

@@ -59,6 +59,7 @@ void scripted_shell::during(forms::form& dialog, std::function<void()> steps)
 forms::answer scripted_shell::box(const forms::message_box& box)
 {
     boxes_.push_back(box.text);
+    whole_boxes_.push_back(box);
     if (!answers_.empty()) {
         const forms::answer answer = answers_.front();
         answers_.pop_front();
@@ -66,6 +67,7 @@ forms::answer scripted_shell::box(const forms::message_box& box)
     }
     switch (box.buttons) {
     case forms::buttons_of_box::yes_no: return forms::answer::yes;
+    case forms::buttons_of_box::retry_cancel: return forms::answer::cancel;
     case forms::buttons_of_box::abort_retry_ignore: return forms::answer::abort;
     default: return forms::answer::ok;
     }

@@ -18,7 +18,7 @@ public:
     void on_next_dialog(std::function<void(forms::form&)> steps) { steps_.push_back(std::move(steps)); }
     /// Shows `dialog` and runs `steps` meanwhile.
     void during(forms::form& dialog, std::function<void()> steps);
-    /// The answer to the next box; without one a box is answered with its first button.
+    /// The answer to the next box; without one a box is answered with its first button, but no attempt is repeated.
     void answer_next_box(forms::answer answer) { answers_.push_back(answer); }
     /// Runs in every round of the message pump, as a person's clicks would.
     std::function<void()> on_doevents;
@@ -26,7 +26,10 @@ public:
     /// Lets time pass; timers of the dialog on top tick when they are due.
     void advance(double seconds);
 
+    /// The texts of the boxes that were shown.
     const std::vector<std::string>& boxes() const { return boxes_; }
+    /// The boxes themselves.
+    const std::vector<forms::message_box>& whole_boxes() const { return whole_boxes_; }
     int beeps() const { return beeps_; }
     int pumps() const { return pumps_; }
     /// How often controls of the shown dialogs told their renderer of a change, by control.
@@ -47,6 +50,7 @@ private:
     std::deque<std::function<void(forms::form&)>> steps_;
     std::deque<forms::answer> answers_;
     std::vector<std::string> boxes_;
+    std::vector<forms::message_box> whole_boxes_;
     std::vector<double> progress_;
     std::vector<const forms::control*> changed_;
     std::vector<forms::form*> open_;
