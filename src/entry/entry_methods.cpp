@@ -5,6 +5,8 @@
 #include "pld/svf.h"
 #include "transfer/readfile.h"
 #include "transfer/writefile.h"
+#include "ttl/ttlscan.h"
+#include "ttl/vecttest.h"
 
 #include <algorithm>
 #include <exception>
@@ -63,7 +65,8 @@ bool entry_methods::offers(std::string_view method) const
                                       {"recetwave0", "recetwave"},         {"mnutestttltest0", "ttltest"},
                                       {"mnutesteditttllib0", "ttltest"},   {"mnuEditeditvector0", "ttledit"}};
     static constexpr std::string_view always[] = {"readfile0",          "wfile",       "bufcomopt",    "buffercomopt",
-                                                  "freesharebufferopt", "readpldfile", "writepldfile", "readsvffile"};
+                                                  "freesharebufferopt", "readpldfile", "writepldfile", "readsvffile",
+                                                  "mnutestautofind0",   "vecttest0"};
     if (std::ranges::find(always, method) != std::end(always)) return true;
     const auto* found = std::ranges::find(behind, method, &line::method);
     return found != std::end(behind) && dialogs_.has(found->dialog);
@@ -175,18 +178,26 @@ reply entry_methods::mnutestautofind0(std::string& syspath0)
     return guarded([&] {
         show_pin_map_before_logic_test();
         plug_in_.syspath = syspath0;
+        ttlscan(plug_in_, [this](const std::vector<std::string>& hits) {
+            plug_in_.ttl.hits = hits;
+            dialogs_.show("ttlautotest", plug_in_);
+        });
         return variant{};
     });
 }
 
 reply entry_methods::warn(std::uint8_t&, bool16&) { return {}; }
 
-reply entry_methods::vecttest0(std::uint8_t&, std::uint8_t& ttlcnt0, std::uint8_t& wnote0, bool16& ok0)
+reply entry_methods::vecttest0(std::uint8_t& mode, std::uint8_t& ttlcnt0, std::uint8_t& wnote0, bool16& ok0)
 {
-    plug_in_.ok = ok0;
-    plug_in_.ttl.ttlcnt = ttlcnt0;
-    plug_in_.wnote = wnote0;
-    return {};
+    return guarded([&] {
+        plug_in_.ok = ok0;
+        plug_in_.ttl.ttlcnt = ttlcnt0;
+        plug_in_.wnote = wnote0;
+        // The rows of an editor are handed over by its own Test button only.
+        vecttest(plug_in_, mode, {});
+        return variant{};
+    });
 }
 
 reply entry_methods::readpldfile(std::string& fname)

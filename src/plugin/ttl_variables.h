@@ -5,15 +5,17 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace tamrix {
 
 struct ttl_variables {
     std::string ttlname;
     std::int16_t ttlpin = 0;
-    std::int16_t ttlcnt = 0;  // rows plus one
-    vector_list ttlvect;      // row 0 in entry 0
-    std::string ttlmap;       // the last row as it was wired to a socket of 40 positions
+    std::int16_t ttlcnt = 0;        // rows plus one
+    vector_list ttlvect;            // row 0 in entry 0
+    std::string ttlmap;             // the last row as it was wired to a socket of 40 positions
+    std::vector<std::string> hits;  // the devices that the last auto find found
 };
 
 }  // namespace tamrix

@@ -60,6 +60,7 @@ forms::answer scripted_shell::box(const forms::message_box& box)
 {
     boxes_.push_back(box.text);
     whole_boxes_.push_back(box);
+    if (on_box) on_box(box);
     if (!answers_.empty()) {
         const forms::answer answer = answers_.front();
         answers_.pop_front();

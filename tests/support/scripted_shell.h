@@ -22,6 +22,8 @@ public:
     void answer_next_box(forms::answer answer) { answers_.push_back(answer); }
     /// Runs in every round of the message pump, as a person's clicks would.
     std::function<void()> on_doevents;
+    /// Runs before a box is answered.
+    std::function<void(const forms::message_box&)> on_box;
 
     /// Lets time pass; timers of the dialog on top tick when they are due.
     void advance(double seconds);

@@ -1,0 +1,34 @@
+// A run that drives, reads and compares one row after the other.
+#pragma once
+
+#include "ttl/vector_run.h"
+
+#include <string>
+#include <string_view>
+
+namespace tamrix {
+
+/// One kind of pin electronics under such a run.
+class immediate_pins {
+public:
+    virtual ~immediate_pins() = default;
+
+    /// Drives a row with its clocks and reads the socket back. False where the programmer did not take it or did not
+    /// answer.
+    virtual bool play(std::string_view row, const supply_pins& supply) = 0;
+    /// Compares the row just played. True where it failed; `result` becomes the row to show.
+    virtual bool compare(std::string_view row, std::string& result) const = 0;
+    /// Releases all ports. False where the programmer did not take it.
+    virtual bool release() = 0;
+};
+
+bool run_row_by_row(const vector_run& run, immediate_pins& pins);
+
+/// Sends the 13 bytes in `ubuf1`.
+bool send_pin_frame(session& plug_in, const group_bytes& first, const group_bytes& second);
+/// The frame that releases all ports.
+bool send_release_frame(session& plug_in);
+/// Fetches what the socket read; false where no reply came.
+bool fetch_pin_reply(session& plug_in, group_bytes& readback);
+
+}  // namespace tamrix

@@ -1,0 +1,42 @@
+#include "ttl/row_report.h"
+
+#include <cstdio>
+
+namespace tamrix {
+
+namespace {
+
+constexpr int expected_text = 1222, result_text = 1223, test_text = 1019, fail_text = 1088, warning_title = 1066;
+
+std::string four_digits(int number)
+{
+    char text[16];
+    std::snprintf(text, sizeof text, "%04d", number);
+    return text;
+}
+
+}  // namespace
+
+after_report report_failed_row(session& plug_in, std::uint8_t logmode, const failed_row& failed,
+                               std::string_view indent)
+{
+    const std::string number = four_digits(failed.number) + ":";
+    const std::string expected = plug_in.text(expected_text) + number + failed.row + "\n";
+    const std::string result = plug_in.text(result_text) + number + failed.result + "\n\n";
+    if (logmode != 0) {
+        plug_in.blocks.MainRtstr(0) += ">> " + expected + ">> " + result;
+        return after_report::go_on;
+    }
+    const forms::answer answer = plug_in.screen.box(
+        {.text = expected + std::string{indent} + result + plug_in.text(test_text) + plug_in.text(fail_text),
+         .title = plug_in.text(warning_title),
+         .picture = forms::icon::error,
+         .buttons = forms::buttons_of_box::abort_retry_ignore});
+    switch (answer) {
+    case forms::answer::retry: return after_report::start_again;
+    case forms::answer::ignore: return after_report::forgive;
+    default: return after_report::end_as_failed;
+    }
+}
+
+}  // namespace tamrix

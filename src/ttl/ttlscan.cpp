@@ -1,0 +1,97 @@
+#include "ttl/ttlscan.h"
+
+#include "hw/usb_route.h"
+#include "ttl/engines.h"
+#include "ttl/library.h"
+#include "ttl/library_file.h"
+#include "ttl/prepare.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tamrix {
+
+namespace {
+
+constexpr int not_found_text = 1164, result_title = 1183;
+
+/// The board of the family last tried; switched on a change only, and over USB only: meant.
+class family_board {
+public:
+    explicit family_board(session& plug_in)
+        : plug_in_{plug_in},
+          switched_{selects_board(plug_in.blocks.modeltype(0)) && hw::usb_is_true(plug_in.blocks.usbable(0))}
+    {}
+    void need(bool cmos)
+    {
+        if (!switched_ || cmos == cmos_) return;
+        select_family_board(plug_in_, cmos);
+        cmos_ = cmos;
+    }
+
+private:
+    session& plug_in_;
+    bool switched_;
+    bool cmos_ = true;
+};
+
+std::optional<library_record> next_record(library_lines& lines)
+{
+    while (const auto line = lines.next()) {
+        if (contains(in_line_buffer(*line), "$")) return library_record{*line};
+        if (is_end_line(*line)) break;
+    }
+    return std::nullopt;
+}
+
+bool passes(session& plug_in, const library_record& record)
+{
+    const std::int16_t n = record.n();
+    for (int i = 0; i <= n - 2; ++i) plug_in.ttl.ttlvect.store(static_cast<std::size_t>(i), record.row(i));
+    return !run_library_vectors(plug_in, n, record.pins(), -1, 0);
+}
+
+/// In percent, and below 100 up to the last device.
+std::uint8_t progress(std::int32_t i, std::int32_t count)
+{
+    return static_cast<std::uint8_t>(std::min(99.0, std::nearbyint(100.0 * i / count)));
+}
+
+void tell_not_found(session& plug_in)
+{
+    plug_in.screen.box(
+        {.text = plug_in.text(not_found_text), .title = plug_in.text(result_title), .picture = forms::icon::error});
+}
+
+}  // namespace
+
+void ttlscan(session& plug_in, const std::function<void(const std::vector<std::string>&)>& show_hits)
+{
+    plug_in.blocks.prgmode(1) = 0;
+    const std::string content = library_content(library_path(plug_in));
+    library_lines lines{content};
+    const auto header = find_header(lines);
+    if (!header || !reset_hardware(plug_in)) return;
+    if (selects_board(plug_in.blocks.modeltype(0))) select_family_board(plug_in, true);
+    plug_in.hardware.device().busmode(0);
+    plug_in.hardware.device().setvcc(logic_millivolts);
+    // Cleared this once: after a lost read every later device counts as found. Meant, a list of them shows the failure.
+    plug_in.blocks.prgresult(0) = 0;
+
+    const std::int32_t count = device_count(in_line_buffer(*header));
+    family_board board{plug_in};
+    std::vector<std::string> found;
+    for (std::int32_t i = 0; i < count; ++i) {
+        const auto record = next_record(lines);
+        if (!record) return;
+        board.need(is_cmos_name(record->name()));
+        if (passes(plug_in, *record)) found.emplace_back(record->name());
+        plug_in.blocks.prgmode(1) = progress(i, count);
+        plug_in.screen.doevents();
+    }
+    if (found.empty()) return tell_not_found(plug_in);
+    plug_in.screen.beep();
+    show_hits(found);
+}
+
+}  // namespace tamrix

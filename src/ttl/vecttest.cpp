@@ -1,0 +1,82 @@
+#include "ttl/vecttest.h"
+
+#include "ttl/engines.h"
+#include "ttl/prepare.h"
+#include "ttl/socket40.h"
+
+#include <algorithm>
+
+namespace tamrix {
+
+namespace {
+
+constexpr std::int16_t most_rows = 101;  // plus one, as all row counts
+constexpr int vector_test_text = 1092, fail_text = 1088, ok_text = 1165, test_title = 1019;
+
+void take_rows(session& plug_in, std::uint8_t mode, const std::vector<std::string>& editor_rows)
+{
+    for (std::size_t i = 0; i + 2 <= static_cast<std::size_t>(plug_in.ttl.ttlcnt); ++i) {
+        if (mode != 0) {
+            plug_in.ttl.ttlvect.store(i, plug_in.pld.pldvect(i));
+        } else {
+            plug_in.ttl.ttlvect.store(i, i < editor_rows.size() ? std::string_view{editor_rows[i]} : "");
+        }
+    }
+}
+
+/// Voltage and supply pins of the host's device.
+void supply_by_device_data(session& plug_in)
+{
+    auto& blocks = plug_in.blocks;
+    hw::devobj& device = plug_in.hardware.device();
+    device.boardsel(blocks.figmode(0));
+    device.setvcc(std::int32_t{blocks.bvcc(0)} * 10);
+    device.gndpin(blocks.bgndpin(0), 1);
+    device.vccpin(blocks.bvccpin(0), 1);
+    device.delayms(100);
+    plug_in.ttl.ttlpin = std::min<std::int16_t>(blocks.chippin(0), 40);
+}
+
+bool run_engine(session& plug_in, std::uint8_t mode)
+{
+    const auto& ttl = plug_in.ttl;
+    const auto engine = has_socket40(plug_in.blocks.modeltype(0)) ? runport40 : runport;
+    return engine(plug_in, ttl.ttlcnt, ttl.ttlpin, 0, mode);
+}
+
+/// Tells of a pass; true where the person wants to test again.
+bool again_after_pass(session& plug_in, std::uint8_t mode)
+{
+    if (mode != 0) {
+        plug_in.blocks.MainRtstr(0) += ">> " + plug_in.text(ok_text) + "\n";
+        return false;
+    }
+    return plug_in.screen.box({.text = plug_in.text(ok_text),
+                               .title = plug_in.text(test_title),
+                               .picture = forms::icon::information,
+                               .buttons = forms::buttons_of_box::retry_cancel}) == forms::answer::retry;
+}
+
+}  // namespace
+
+void vecttest(session& plug_in, std::uint8_t mode, const std::vector<std::string>& editor_rows)
+{
+    if (!is_true(plug_in.ok)) return;
+    auto& ttl = plug_in.ttl;
+    ttl.ttlcnt = std::min(ttl.ttlcnt, most_rows);
+    if (ttl.ttlcnt < 2) return;
+    take_rows(plug_in, mode, editor_rows);
+    constexpr std::uint8_t powered_by_device_data = 1;
+    do {
+        if (!prepare_supply(plug_in, ttl.ttlname)) return;
+        if (plug_in.wnote == powered_by_device_data) supply_by_device_data(plug_in);
+        if (run_engine(plug_in, mode)) {
+            // In the host's log also when the run was reported in boxes: meant.
+            plug_in.blocks.MainRtstr(0) += ">> " + plug_in.text(vector_test_text) + plug_in.text(fail_text) + "\n";
+            break;
+        }
+    } while (again_after_pass(plug_in, mode));
+    plug_in.hardware.device().hwrelease();
+}
+
+}  // namespace tamrix
