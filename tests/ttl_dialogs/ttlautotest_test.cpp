@@ -17,6 +17,8 @@ protected:
     std::uint8_t icsum = 0;
 };
 
+class dialogs_of_the_logic_test : public ttlautotest_dialog {};
+
 TEST_F(ttlautotest_dialog, shows_the_hits_beside_the_families)
 {
     session.ttl.hits = {"7400", "74132"};
@@ -71,7 +73,7 @@ TEST_F(ttlautotest_dialog, stays_away_where_no_device_passed)
     EXPECT_EQ(shell.boxes(), lines{"Device Not Found!"});
 }
 
-TEST_F(ttlautotest_dialog, and_the_others_stand_behind_the_methods_of_the_host)
+TEST_F(dialogs_of_the_logic_test, stand_behind_the_methods_of_the_host)
 {
     write_library({passing, failing});
     entry_methods methods{session, all_dialogs()};
@@ -96,7 +98,7 @@ TEST_F(ttlautotest_dialog, and_the_others_stand_behind_the_methods_of_the_host)
     EXPECT_EQ(session.wnote, 1);
 }
 
-TEST_F(ttlautotest_dialog, and_the_others_show_their_texts_in_the_language_of_the_host)
+TEST_F(dialogs_of_the_logic_test, show_their_texts_in_the_language_of_the_host)
 {
     session.blocks.Language(0) = 15000;
     ttlautotest dialog{session};
