@@ -41,6 +41,7 @@ void ttlautotest::on_load()
     Label1.caption = plug_in_.text(1185);
     OKButton.caption = plug_in_.text(1067);
     List1.items(plug_in_.ttl.hits);
+    focus(OKButton);
 }
 
 }  // namespace tamrix

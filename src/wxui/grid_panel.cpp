@@ -56,7 +56,7 @@ std::optional<forms::grid_key> grid_key_of(int key_code)
 }
 
 grid_panel::grid_panel(wxWindow* parent, forms::grid_text& shown, callback_guard& guard)
-    : wxScrolledCanvas{parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxBORDER_THEME | wxWANTS_CHARS | wxVSCROLL},
+    : wxScrolledCanvas{parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxBORDER_SIMPLE | wxWANTS_CHARS | wxVSCROLL},
       shown_{shown}
 {
     SetBackgroundStyle(wxBG_STYLE_PAINT);

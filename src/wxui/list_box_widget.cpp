@@ -21,6 +21,12 @@ public:
         list_->Bind(wxEVT_LISTBOX, [this, &guard](wxCommandEvent& event) {
             if (event.IsSelection()) guard([&] { control_.pick(event.GetInt()); });
         });
+        // Some platforms make Enter in a list this event too.
+        list_->Bind(wxEVT_LISTBOX_DCLICK, [this, &guard](wxCommandEvent&) {
+            guard([this] {
+                if (control_.owner().is_open()) control_.owner().accept();
+            });
+        });
     }
 
     bool update() override
