@@ -1,4 +1,5 @@
 // The functions that libtamrix.so exports: the plug-in with its dialogs on the real screen.
+#include "entry/all_dialogs.h"
 #include "entry/entry_methods.h"
 #include "pld/detect.h"
 #include "tamrix/clstamrix.h"
@@ -29,7 +30,7 @@ struct screen_and_session {
 /// What stands behind the pointer that a host holds. The screen and the session are made first, and go last.
 class loaded_plug_in final : private screen_and_session, public entry_methods {
 public:
-    loaded_plug_in() : entry_methods{state} {}
+    loaded_plug_in() : entry_methods{state, all_dialogs()} {}
 
     const char* keep(std::string text)
     {

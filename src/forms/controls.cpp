@@ -61,6 +61,11 @@ void text_box::leave()
     if (usable()) raise(on_leave);
 }
 
+void text_box::press_enter()
+{
+    if (usable()) raise(on_enter_key);
+}
+
 void combo_box::index(int value)
 {
     if (value < -1 || value >= static_cast<int>(items().size())) {

@@ -49,6 +49,8 @@ public:
     std::function<void()> on_change;
     /// The box lost the keyboard focus.
     std::function<void()> on_leave;
+    /// The Enter key. A box without this leaves it to the form.
+    std::function<void()> on_enter_key;
 
     /// The part of `typed` that passes the filter; beeps where something is dropped.
     std::string filtered(std::string_view typed) const;
@@ -57,6 +59,7 @@ public:
     /// Replaces the whole text, as after "select all". The renderer calls it with the text that stands in its widget.
     void enter(std::string_view typed);
     void leave();
+    void press_enter();
 
 private:
     void assign(std::string value);

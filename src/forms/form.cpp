@@ -28,8 +28,15 @@ void form::unload()
     on_unload();
 }
 
+void form::focus(control& which)
+{
+    focused_ = &which;
+    if (view_ != nullptr) view_->focus_moved(which);
+}
+
 void form::ask_to_leave()
 {
+    if (!may_be_left()) return;
     if (button* cancel = cancel_button(); cancel != nullptr) {
         cancel->click();
     } else {

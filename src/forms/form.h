@@ -18,6 +18,8 @@ public:
     virtual void control_changed(control& which) = 0;
     virtual void caption_changed() = 0;
     virtual void beep() = 0;
+    /// The program hands the keyboard to a control.
+    virtual void focus_moved(control& /*to*/) {}
     /// The form was closed by its program; the modal loop ends.
     virtual void closed() = 0;
 };
@@ -38,6 +40,14 @@ public:
     virtual button* default_button() { return nullptr; }
     /// Escape and the window's own close button press this one; without one they close the form.
     virtual button* cancel_button() { return nullptr; }
+
+    /// False keeps the form open until its program closes it: Escape and the window's own close button do nothing.
+    virtual bool may_be_left() const { return true; }
+
+    /// Hands the keyboard to a control; before the form is shown, to the one that it begins with.
+    void focus(control& which);
+    /// The control that the keyboard was handed to last; null where it was left to the renderer.
+    control* focused() const { return focused_; }
 
     bool is_open() const { return open_; }
     /// Runs the load handler and counts as open from then on.
@@ -65,6 +75,7 @@ private:
     std::vector<control*> controls_;
     std::string caption_;
     form_view* view_ = nullptr;
+    control* focused_ = nullptr;
     bool open_ = false;
 };
 

@@ -39,6 +39,7 @@ int gap_between(const layout& before, const layout& after, bool in_row)
 {
     if (in_row) return as<forms::label>(before) != nullptr ? label_gap : beside_gap;
     if (as<forms::option>(before) != nullptr && as<forms::option>(after) != nullptr) return option_gap;
+    if (as<forms::grid_text>(before) != nullptr && as<forms::grid_text>(after) != nullptr) return option_gap;
     const bool both_items = before.what == kind::item && after.what == kind::item;
     return both_items ? line_gap : margin;
 }
@@ -176,6 +177,10 @@ wxWindow* arranger::make(forms::control& control, wxWindow* parent, label_use us
         made = make_text_box(*text_box, parent, guard_);
     } else if (auto* combo_box = dynamic_cast<forms::combo_box*>(&control)) {
         made = make_combo_box(*combo_box, parent, guard_);
+    } else if (auto* list_box = dynamic_cast<forms::list_box*>(&control)) {
+        made = make_list_box(*list_box, parent, guard_);
+    } else if (auto* grid = dynamic_cast<forms::grid_text*>(&control)) {
+        made = make_grid_text(*grid, parent, guard_);
     } else if (auto* bar = dynamic_cast<forms::progress_bar*>(&control)) {
         made = make_progress_bar(*bar, parent);
     } else if (auto* picture = dynamic_cast<forms::picture*>(&control)) {

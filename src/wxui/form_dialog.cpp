@@ -1,5 +1,6 @@
 #include "wxui/form_dialog.h"
 
+#include "forms/grid_text.h"
 #include "wxui/text.h"
 
 #include <algorithm>
@@ -9,13 +10,17 @@
 
 namespace tamrix::wxui {
 
+namespace {
+
+long style_of(const forms::form& shown)
+{
+    return wxCAPTION | wxRESIZE_BORDER | (shown.may_be_left() ? wxSYSTEM_MENU | wxCLOSE_BOX : 0);
+}
+
+}  // namespace
+
 form_dialog::form_dialog(forms::form& shown, wxWindow* parent)
-    : wxDialog{parent,
-               wxID_ANY,
-               to_wx(shown.caption()),
-               wxDefaultPosition,
-               wxDefaultSize,
-               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER},
+    : wxDialog{parent, wxID_ANY, to_wx(shown.caption()), wxDefaultPosition, wxDefaultSize, style_of(shown)},
       shown_{shown},
       view_before_{shown.view()},
       guard_{[this] { shown_.close(); }}
@@ -32,6 +37,7 @@ form_dialog::form_dialog(forms::form& shown, wxWindow* parent)
     Bind(wxEVT_CHAR_HOOK, &form_dialog::on_key, this);
     Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { guard_([this] { shown_.ask_to_leave(); }); });
     shown_.show_on(this);
+    if (shown_.focused() != nullptr) focus_moved(*shown_.focused());
 }
 
 form_dialog::~form_dialog()
@@ -59,6 +65,12 @@ void form_dialog::control_changed(forms::control& which)
 void form_dialog::caption_changed() { SetTitle(to_wx(shown_.caption())); }
 
 void form_dialog::beep() { wxBell(); }
+
+void form_dialog::focus_moved(forms::control& to)
+{
+    const auto found = widgets_.find(&to);
+    if (found != widgets_.end() && found->second->window() != nullptr) found->second->window()->SetFocus();
+}
 
 void form_dialog::closed()
 {
@@ -89,13 +101,17 @@ void form_dialog::on_key(wxKeyEvent& event)
     }
 }
 
-/// A button with the focus is the one that Enter presses. From elsewhere it is the form's, as if the person had gone
-/// there: a box that was being edited is left first, so that what depends on it is up to date.
+/// A button with the focus is the one that Enter presses, and some fields use the key themselves. From elsewhere it is
+/// the form's, as if the person had gone there: a box that was being edited is left first, so that what depends on it
+/// is up to date.
 void form_dialog::press_enter()
 {
     forms::control* focused = control_with_focus();
     if (auto* button = dynamic_cast<forms::button*>(focused)) return button->click();
-    if (auto* box = dynamic_cast<forms::text_box*>(focused)) box->leave();
+    if (auto* grid = dynamic_cast<forms::grid_text*>(focused)) return grid->key_down(forms::grid_key::enter);
+    auto* box = dynamic_cast<forms::text_box*>(focused);
+    if (box != nullptr && box->on_enter_key) return box->press_enter();
+    if (box != nullptr) box->leave();
     if (shown_.is_open()) shown_.accept();
 }
 

@@ -21,6 +21,7 @@ private:
     void control_changed(forms::control& which) override;
     void caption_changed() override;
     void beep() override;
+    void focus_moved(forms::control& to) override;
     void closed() override;
 
     void on_key(wxKeyEvent& event);

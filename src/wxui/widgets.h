@@ -2,6 +2,8 @@
 #pragma once
 
 #include "forms/form.h"
+#include "forms/grid_text.h"
+#include "forms/list_box.h"
 #include "wxui/callback_guard.h"
 
 #include <memory>
@@ -34,6 +36,8 @@ widget_ptr make_frame(forms::frame& control, wxWindow* box);
 widget_ptr make_button(forms::button& control, wxWindow* parent, callback_guard& guard);
 widget_ptr make_text_box(forms::text_box& control, wxWindow* parent, callback_guard& guard);
 widget_ptr make_combo_box(forms::combo_box& control, wxWindow* parent, callback_guard& guard);
+widget_ptr make_list_box(forms::list_box& control, wxWindow* parent, callback_guard& guard);
+widget_ptr make_grid_text(forms::grid_text& control, wxWindow* parent, callback_guard& guard);
 widget_ptr make_option(forms::option& control, wxWindow* parent, callback_guard& guard);
 widget_ptr make_progress_bar(forms::progress_bar& control, wxWindow* parent);
 widget_ptr make_picture(forms::picture& control, wxWindow* parent, callback_guard& guard);

@@ -75,6 +75,7 @@ TEST(cli_shell, a_question_gets_the_answer_that_changes_the_least)
     EXPECT_EQ(screen.box({.text = "told", .buttons = ok}), answer::ok);
     EXPECT_EQ(screen.box({.text = "go on?", .buttons = ok_cancel}), answer::cancel);
     EXPECT_EQ(screen.box({.text = "delete?", .buttons = yes_no}), answer::no);
+    EXPECT_EQ(screen.box({.text = "again?", .buttons = retry_cancel}), answer::cancel);
     EXPECT_EQ(screen.box({.text = "it fails", .buttons = abort_retry_ignore}), answer::abort);
 }
 

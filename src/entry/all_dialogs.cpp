@@ -1,0 +1,28 @@
+#include "entry/all_dialogs.h"
+
+#include "ttl/ttlautotest.h"
+#include "ttl/ttledit.h"
+#include "ttl/ttltest.h"
+
+namespace tamrix {
+
+namespace {
+
+template <class Dialog>
+std::unique_ptr<forms::form> make(session& plug_in)
+{
+    return std::make_unique<Dialog>(plug_in);
+}
+
+}  // namespace
+
+dialog_table all_dialogs()
+{
+    dialog_table table;
+    table.add("ttltest", make<ttltest>);
+    table.add("ttledit", make<ttledit>);
+    table.add("ttlautotest", make<ttlautotest>);
+    return table;
+}
+
+}  // namespace tamrix

@@ -1,0 +1,10 @@
+// The dialogs that stand behind the entry methods.
+#pragma once
+
+#include "entry/dialogs.h"
+
+namespace tamrix {
+
+dialog_table all_dialogs();
+
+}  // namespace tamrix

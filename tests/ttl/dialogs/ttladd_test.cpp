@@ -1,0 +1,116 @@
+#include "ttl/ttladd.h"
+
+#include "ttl_dialogs/dialog_fixture.h"
+
+#include <functional>
+
+namespace tamrix {
+namespace {
+
+class ttladd_dialog : public tests::logic_dialogs {
+protected:
+    void open(const std::function<void(ttladd&)>& steps)
+    {
+        ttladd dialog{session};
+        shell.during(dialog, [&] { steps(dialog); });
+    }
+    /// True where the dialog took the two values.
+    bool takes(const std::string& name, const std::string& pins)
+    {
+        bool taken = false;
+        open([&](ttladd& d) {
+            d.Text1.enter(name);
+            d.Text2.enter(pins);
+            d.OKButton.click();
+            taken = !d.is_open();
+        });
+        return taken;
+    }
+};
+
+TEST_F(ttladd_dialog, has_its_captions_and_begins_with_the_name_in_work)
+{
+    session.ttl.ttlname = "7400";
+    open([](ttladd& d) {
+        EXPECT_EQ(d.caption(), "New Pattern:");
+        EXPECT_EQ(d.Label1.caption(), "IC Type:");
+        EXPECT_EQ(d.Label2.caption(), "Pin Numbers(Max 40):");
+        EXPECT_EQ(d.OKButton.caption(), "OK");
+        EXPECT_EQ(d.Text1.text(), "7400");
+        EXPECT_EQ(d.Text2.text(), "");
+    });
+}
+
+TEST_F(ttladd_dialog, makes_one_row_of_dots_for_a_valid_entry)
+{
+    EXPECT_TRUE(takes("7400", "14"));
+    EXPECT_EQ(session.ttl.ttlname, "7400");
+    EXPECT_EQ(session.ttl.ttlpin, 14);
+    EXPECT_EQ(session.ttl.ttlcnt, 2);
+    EXPECT_EQ(session.ttl.ttlvect(0), std::string(14, '.') + std::string(34, ' '));
+    EXPECT_TRUE(boxes().empty());
+}
+
+TEST_F(ttladd_dialog, takes_every_even_count_from_2_to_40_and_no_other)
+{
+    for (int pins = -4; pins <= 60; ++pins) {
+        EXPECT_EQ(takes("x", std::to_string(pins)), pins >= 2 && pins <= 40 && pins % 2 == 0) << pins;
+    }
+}
+
+TEST_F(ttladd_dialog, takes_blanks_around_the_count)
+{
+    EXPECT_TRUE(takes("x", " 16 "));
+    EXPECT_EQ(session.ttl.ttlpin, 16);
+}
+
+TEST_F(ttladd_dialog, takes_a_name_longer_than_the_library_has_room_for)
+{
+    EXPECT_TRUE(takes("74LS0000000000000", "14"));
+}
+
+TEST_F(ttladd_dialog, refuses_what_is_no_count)
+{
+    for (const char* pins : {"", " ", "x", "14 pins", "1 4", "0x10", "14.0", "99999999999999999999", "é"}) {
+        EXPECT_FALSE(takes("x", pins)) << pins;
+    }
+}
+
+TEST_F(ttladd_dialog, refuses_an_empty_name) { EXPECT_FALSE(takes("", "14")); }
+
+TEST_F(ttladd_dialog, tells_that_an_entry_is_invalid_and_changes_nothing)
+{
+    session.ttl.ttlname = "before";
+    session.ttl.ttlpin = 20;
+    session.ttl.ttlcnt = 7;
+    open([this](ttladd& d) {
+        d.Text1.enter("7400");
+        d.Text2.enter("13");
+        d.OKButton.click();
+        EXPECT_TRUE(d.is_open());
+        EXPECT_EQ(d.Text2.text(), "13");
+        ASSERT_EQ(boxes().size(), 1U);
+        EXPECT_EQ(boxes()[0], (forms::message_box{"Invalid Input!", "New Pattern:", forms::icon::warning,
+                                                  forms::buttons_of_box::ok}));
+    });
+    EXPECT_EQ(session.ttl.ttlname, "before");
+    EXPECT_EQ(session.ttl.ttlpin, 20);
+    EXPECT_EQ(session.ttl.ttlcnt, 7);
+}
+
+TEST_F(ttladd_dialog, is_not_left_without_a_valid_entry)
+{
+    open([](ttladd& d) {
+        d.ask_to_leave();
+        EXPECT_TRUE(d.is_open());
+        d.Text1.enter("7400");
+        d.Text2.enter("14");
+        d.ask_to_leave();
+        EXPECT_TRUE(d.is_open()) << "only OK accepts";
+        d.accept();
+        EXPECT_FALSE(d.is_open()) << "which Enter presses";
+    });
+}
+
+}  // namespace
+}  // namespace tamrix
