@@ -37,7 +37,13 @@ void machine::reset()
 
 void machine::update()
 {
-    apply_ports();
+    socket_.rewire();
+    for (int port = 0; port < ports; ++port) apply_port(port);
+    switch_supplies();
+}
+
+void machine::switch_supplies()
+{
     apply_supplies();
     socket_.settle();
 }
@@ -57,36 +63,36 @@ machine::supplies* machine::at_code(int code)
 void machine::set_vcc(std::int32_t millivolts)
 {
     vcc_millivolts_ = std::max(millivolts, 0);
-    update();
+    switch_supplies();
 }
 
 void machine::set_vpp(std::int32_t millivolts, int channel)
 {
     if (channel != 0 && channel != 1) return log_.note("there is no VPP generator " + std::to_string(channel));
     vpp_millivolts_[static_cast<std::size_t>(channel)] = std::max(millivolts, 0);
-    update();
+    switch_supplies();
 }
 
 // The routines also switch at code 0, which is nowhere.
 void machine::ground(int code, bool on)
 {
     if (supplies* const one = at_code(code)) one->ground = on;
-    update();
+    switch_supplies();
 }
 
 void machine::vcc(int code, bool on)
 {
     if (supplies* const one = at_code(code)) one->vcc = on;
-    update();
+    switch_supplies();
 }
 
 void machine::vpp(int code, bool on)
 {
     if (supplies* const one = at_code(code)) one->vpp = on;
-    update();
+    switch_supplies();
 }
 
-/// On these models no VCC driver reaches the contact, and the VPP driver there stands in for it.
+/// On these models the VPP driver of the contact stands in for its VCC driver.
 bool machine::special_supply(int code) const
 {
     switch (model_) {
@@ -140,35 +146,35 @@ void machine::apply_supplies()
     }
 }
 
-void machine::apply_ports()
+void machine::apply_port(int port)
 {
-    for (int port = 0; port < ports; ++port) {
-        const std::uint8_t data = registers_[static_cast<std::size_t>(2 * port)];
-        // Where a port has one byte, a one releases.
-        const std::uint8_t mask =
-            wires_.can_only_pull_low() ? data : registers_[static_cast<std::size_t>(2 * port + 1)];
-        for (int bit = 0; bit < 8; ++bit) {
-            const auto contact = wires_.contact_of_bit(port, bit);
-            if (!contact) continue;
-            const level driven = set_in(data, bit) ? level::high : level::low;
-            socket_.at(*contact).pin = set_in(mask, bit) ? level::open : driven;
-        }
+    const std::uint8_t data = registers_[static_cast<std::size_t>(2 * port)];
+    // Where a port has one byte, a one releases.
+    const std::uint8_t mask = wires_.can_only_pull_low() ? data : registers_[static_cast<std::size_t>(2 * port + 1)];
+    for (int bit = 0; bit < 8; ++bit) {
+        const auto contact = wires_.contact_of_bit(port, bit);
+        if (!contact) continue;
+        const level driven = set_in(data, bit) ? level::high : level::low;
+        socket_.at(*contact).pin = set_in(mask, bit) ? level::open : driven;
     }
 }
 
 void machine::write_register(std::uint8_t address, std::uint8_t value)
 {
-    registers_[address] = value;
-    if (address < 2 * ports) update();
+    if (std::exchange(registers_[address], value) == value || address >= 2 * ports) return;
+    apply_port(address / 2);
+    socket_.settle();
 }
 
 void machine::write_ports(const port_bytes& data, const port_bytes& masks)
 {
-    for (std::size_t port = 0; port < ports; ++port) {
-        registers_[2 * port] = data[port];
-        registers_[2 * port + 1] = masks[port];
+    for (int port = 0; port < ports; ++port) {
+        const auto index = static_cast<std::size_t>(port);
+        registers_[2 * index] = data[index];
+        registers_[2 * index + 1] = masks[index];
+        apply_port(port);
     }
-    update();
+    socket_.settle();
     settle_down();
 }
 

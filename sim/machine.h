@@ -55,7 +55,8 @@ private:
     bool special_supply(int code) const;
     int fed_contact(int contact) const;
     void apply_supplies();
-    void apply_ports();
+    void apply_port(int port);
+    void switch_supplies();
     std::uint8_t port_levels(int port) const;
 
     int model_;

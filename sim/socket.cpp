@@ -23,7 +23,7 @@ socket::socket(const wiring& wires, const fault_set& faults, journal& log)
       nets_(drives_.size()),
       levels_(drives_.size(), level::high)
 {
-    join_links();
+    rewire();
 }
 
 void socket::insert(std::unique_ptr<part> what)
@@ -35,7 +35,7 @@ void socket::insert(std::unique_ptr<part> what)
     part_ = std::move(what);
     powered_ = false;
     part_drives_.assign(part_ == nullptr ? 0 : static_cast<std::size_t>(part_->pins()), level::open);
-    settle();
+    rewire();
 }
 
 const pin_fault* socket::fault_of(int pin) const
@@ -46,7 +46,7 @@ const pin_fault* socket::fault_of(int pin) const
 
 bool socket::dead(int contact) const { return faults_.dead_drivers.contains(wires_.code_of_contact(contact)); }
 
-void socket::join_links()
+void socket::rewire()
 {
     std::iota(net_of_.begin(), net_of_.end(), std::size_t{0});
     if (part_ == nullptr) return;
@@ -135,7 +135,6 @@ std::vector<level> socket::seen_by_part() const
 
 void socket::settle()
 {
-    join_links();
     update_power();
     resolve();
     if (!powered_) return;

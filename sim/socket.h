@@ -28,12 +28,15 @@ class socket {
 public:
     socket(const wiring& wires, const fault_set& faults, journal& log);
 
-    /// Puts a part in place of what was there; null takes it out. Throws std::invalid_argument where it does not fit.
+    /// Puts a part in place of what was there; null takes it out. Takes effect at the next settle(). Throws
+    /// std::invalid_argument where the part does not fit.
     void insert(std::unique_ptr<part> what);
     const part* occupant() const { return part_.get(); }
 
     /// Takes effect at the next settle().
     contact_drive& at(int contact) { return drives_[static_cast<std::size_t>(contact)]; }
+    /// After a fault came or went: what the part joins is worked out anew. Takes effect at the next settle().
+    void rewire();
     /// Lets all levels become stable; a part that has its supply acts.
     void settle();
     /// The level that the programmer's input sees at a contact.
@@ -54,7 +57,6 @@ private:
     int contact_of(int pin) const { return wires_.contact_of_pin(pin, part_->pins()); }
     std::size_t net_of_pin(int pin) const { return net_of_[static_cast<std::size_t>(contact_of(pin))]; }
     bool dead(int contact) const;
-    void join_links();
     void update_power();
     bool supplied(int pin) const;
     bool grounded(int pin) const;

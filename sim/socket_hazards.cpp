@@ -18,25 +18,23 @@ void socket::tell_hazards_of(int contact, std::set<std::string>& now) const
     const auto index = static_cast<std::size_t>(contact);
     const contact_drive& own = drives_[index];
     const net& where = nets_[net_of_[index]];
-    const bool on = !dead(contact);
-    const bool supply_here = own.millivolts > 0 && on;
-    const std::string name = name_of(contact);
+    if (own == contact_drive{} || dead(contact)) return;
+    const auto tell = [&](const std::string& what) { now.insert(name_of(contact) + ": " + what); };
+    const auto tell_pin = [&](const char* driver, bool of_programmer, const char* drives) {
+        tell(std::string{driver} + " on a pin that " + (of_programmer ? "the programmer" : "the part") + drives);
+    };
+    const bool supply = own.millivolts > 0;
 
-    if (own.ground && on && where.supply) now.insert(name + ": supply and ground at once");
-    if (supply_here && (where.driver_low || where.part_low))
-        now.insert(name + ": supply on a pin that " + (where.driver_low ? "the programmer" : "the part") +
-                   " drives low");
-    if (own.ground && on && (where.driver_high || where.part_high))
-        now.insert(name + ": ground on a pin that " + (where.driver_high ? "the programmer" : "the part") +
-                   " drives high");
-    if (own.pin == level::high && on && where.part_low) now.insert(name + ": the programmer drives high, the part low");
-    if (own.pin == level::low && on && where.part_high) now.insert(name + ": the programmer drives low, the part high");
-    if (own.pin == level::high && on && where.driver_low) now.insert(name + ": two drivers of the programmer fight");
-    if (!supply_here || part_ == nullptr) return;
+    if (own.ground && where.supply) tell("supply and ground at once");
+    if (supply && (where.driver_low || where.part_low)) tell_pin("supply", where.driver_low, " drives low");
+    if (own.ground && (where.driver_high || where.part_high)) tell_pin("ground", where.driver_high, " drives high");
+    if (own.pin == level::high && where.part_low) tell("the programmer drives high, the part low");
+    if (own.pin == level::low && where.part_high) tell("the programmer drives low, the part high");
+    if (own.pin == level::high && where.driver_low) tell("two drivers of the programmer fight");
+    if (!supply || part_ == nullptr) return;
     const auto pin = wires_.pin_at(contact, part_->pins());
-    if (pin && own.millivolts > part_->highest_millivolts(*pin))
-        now.insert(name + ": " + std::to_string(own.millivolts) + " mV, made for " +
-                   std::to_string(part_->highest_millivolts(*pin)));
+    const std::int32_t highest = pin ? part_->highest_millivolts(*pin) : own.millivolts;
+    if (own.millivolts > highest) tell(std::to_string(own.millivolts) + " mV, made for " + std::to_string(highest));
 }
 
 void socket::look_for_hazards()
