@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <span>
+#include <utility>
 
 namespace tamrix::sim {
 
@@ -25,6 +26,11 @@ public:
     /// each pin, `open` where it does not. Clock edges are differences to the `nodes` of the call before. Called again
     /// until nothing changes, since outputs may be wired to inputs.
     virtual void settle(std::span<const level> nodes, std::span<level> drives) = 0;
+
+    /// Pairs of pins that are one wire inside, as on a test board.
+    virtual std::span<const std::pair<int, int>> links() const { return {}; }
+    /// What a pin stands without harm.
+    virtual std::int32_t highest_millivolts(int /*pin*/) const { return 7000; }
 };
 
 }  // namespace tamrix::sim

@@ -1,0 +1,223 @@
+#include "sim/device.h"
+
+#include <algorithm>
+
+namespace tamrix::sim {
+
+namespace {
+
+constexpr std::int32_t answered = 0, silent = 1, no_board = 2, read_failed = -1;
+/// A reply takes the one, a reply that does not come is waited for the other.
+constexpr microseconds reply_time{1000}, reply_limit{1'000'000};
+
+std::string call(const char* name, std::int64_t first) { return std::string{name} + ' ' + std::to_string(first); }
+
+std::string call(const char* name, std::int64_t first, std::int64_t second)
+{
+    return call(name, first) + ' ' + std::to_string(second);
+}
+
+std::uint8_t byte_of(std::int32_t value) { return static_cast<std::uint8_t>(value & 0xFF); }
+
+}  // namespace
+
+void device::pass(microseconds time)
+{
+    shared_.hardware.settle_down();
+    shared_.time->advance(time);
+}
+
+void device::setvcc(std::int32_t millivolts)
+{
+    line(call("setvcc", millivolts));
+    shared_.hardware.set_vcc(millivolts);
+}
+
+void device::setvpp(std::int32_t millivolts, std::uint8_t channel)
+{
+    line(call("setvpp", millivolts, channel));
+    shared_.hardware.set_vpp(millivolts, channel);
+}
+
+void device::gndpin(std::uint8_t pin, std::uint8_t state)
+{
+    line(call("gndpin", pin, state));
+    shared_.hardware.ground(pin, state != 0);
+}
+
+void device::vccpin(std::uint8_t pin, std::uint8_t state)
+{
+    line(call("vccpin", pin, state));
+    shared_.hardware.vcc(pin, state != 0);
+}
+
+void device::vpppin(std::uint8_t pin, std::uint8_t state)
+{
+    line(call("vpppin", pin, state));
+    shared_.hardware.vpp(pin, state != 0);
+}
+
+void device::busmode(std::int32_t mode) { line(call("busmode", mode)); }
+
+void device::hwinit() { line("hwinit"); }
+
+void device::drop_all()
+{
+    usb_.reset();
+    control_registers_.fill(0);
+    shared_.hardware.reset();
+}
+
+std::int32_t device::hwreset()
+{
+    const bool lost = shared_.faults.no_answer;
+    line(lost ? "hwreset -> 1" : "hwreset");
+    if (!lost) drop_all();
+    return lost ? silent : answered;
+}
+
+std::int32_t device::ctlout(std::int32_t value, std::uint8_t address)
+{
+    line(std::string{"ctlout "} + std::to_string(value) + " -> " + std::to_string(address));
+    if (shared_.faults.no_answer) return silent;
+    control_registers_[address] = byte_of(value);
+    answer_with_pins();
+    return answered;
+}
+
+std::int32_t device::ctlin(std::uint8_t address)
+{
+    const std::int32_t value = shared_.faults.no_answer ? read_failed : control_registers_[address];
+    line(call("ctlin", address) + ": " + std::to_string(value));
+    return value;
+}
+
+void device::regout(std::int32_t value, std::uint8_t address)
+{
+    line(std::string{"regout "} + std::to_string(value) + " -> " + std::to_string(address));
+    if (shared_.faults.no_answer) return;
+    shared_.hardware.write_register(address, byte_of(value));
+    answer_with_pins();
+}
+
+std::int32_t device::regin(std::uint8_t address)
+{
+    const std::int32_t value = shared_.faults.no_answer ? read_failed : shared_.hardware.read_register(address);
+    line(call("regin", address) + ": " + std::to_string(value));
+    return value;
+}
+
+void device::delayms(std::int32_t milliseconds)
+{
+    line(call("delayms", milliseconds));
+    pass(std::chrono::milliseconds{std::max(milliseconds, 0)});
+    if (milliseconds > 0) shared_.replies.let_arrive();
+}
+
+void device::delayus(std::int32_t count)
+{
+    line(call("delayus", count));
+    pass(microseconds{std::max(count, 0)});
+}
+
+/// The hardware reads the pins back after each access; only who waits for it takes the answer.
+void device::answer_with_pins()
+{
+    const auto levels = shared_.hardware.read_ports();
+    shared_.replies.send({levels.begin(), levels.end()}, false);
+}
+
+bool device::receive()
+{
+    const bool came = shared_.replies.receive();
+    pass(came ? reply_time : reply_limit);
+    return came;
+}
+
+bool device::replywait(std::uint8_t count, std::uint8_t mode, std::int32_t extra)
+{
+    line(call("replywait", count, mode) + ' ' + std::to_string(extra));
+    const bool came = receive();
+    if (!came) line("-> false");
+    return came;
+}
+
+void device::replycheck(std::int32_t count)
+{
+    line(call("replycheck", count));
+    if (!receive()) line("-> nothing came");
+}
+
+void device::enter(script::act_kind kind, std::int32_t value, std::uint8_t address)
+{
+    if (!shared_.vectors.enter({kind, value, address})) shared_.log->note("the script is full");
+}
+
+void device::vecout(std::int32_t value, std::uint8_t address)
+{
+    line(std::string{"vecout "} + std::to_string(value) + " -> " + std::to_string(address));
+    enter(script::act_kind::out, value, address);
+}
+
+void device::vecstart()
+{
+    line("vecstart");
+    if (shared_.faults.no_answer) return;
+    const microseconds begin = std::max(shared_.time->now(), shared_.script_done);
+    shared_.script_done = begin + shared_.vectors.start(shared_.hardware);
+}
+
+void device::vecbyte(std::uint8_t address)
+{
+    line(call("vecbyte", address));
+    enter(script::act_kind::read, 0, address);
+}
+
+void device::vecdelay(std::int32_t count)
+{
+    line(call("vecdelay", count));
+    enter(script::act_kind::wait, count, 0);
+}
+
+void device::vecdelay2(std::int32_t count)
+{
+    line(call("vecdelay2", count));
+    const std::int32_t longest = 1'000'000;  // milliseconds
+    enter(script::act_kind::wait, std::clamp(count, 0, longest) * 1000, 0);
+}
+
+void device::vecgnd(std::uint8_t pin, std::uint8_t state)
+{
+    line(call("vecgnd", pin, state));
+    enter(script::act_kind::ground, state, pin);
+}
+
+void device::vecvcc(std::uint8_t pin, std::uint8_t state)
+{
+    line(call("vecvcc", pin, state));
+    enter(script::act_kind::vcc, state, pin);
+}
+
+void device::vecvpp(std::uint8_t pin, std::uint8_t state)
+{
+    line(call("vecvpp", pin, state));
+    enter(script::act_kind::vpp, state, pin);
+}
+
+void device::hwrelease()
+{
+    line("hwrelease");
+    drop_all();
+}
+
+void device::hwfault() { line("hwfault"); }
+
+std::int32_t device::boardsel(std::uint8_t code)
+{
+    line(call("boardsel", code));
+    return shared_.faults.no_answer ? no_board : answered;
+}
+
+void device::boardsel2(std::uint8_t first, std::uint8_t second) { line(call("boardsel2", first, second)); }
+
+}  // namespace tamrix::sim

@@ -1,0 +1,35 @@
+// What the text says that a host hands to the simulated programmer when it is loaded as a library.
+#pragma once
+
+#include "sim/programmer.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tamrix::sim {
+
+/// Entries, each on a line of its own or behind a ";":
+///     model 40            the programmer's model
+///     ram banks 4         banks of memory, 1 to 16
+///     fault TEXT          as add_fault() in faults.h tells
+///     socket NAME         "empty" or "test board"
+///     speed 10            times as fast as the clock on the wall
+///     transcript FILE     written at the end: the calls with their times, hazards and notes among them
+struct library_options {
+    int model = 40;
+    int memory_banks = 0;
+    double speed = 1;
+    std::vector<std::string> faults{};
+    std::string socket = "empty";
+    std::string transcript_file{};  // empty: none
+};
+
+/// Throws std::invalid_argument that says what was found and what can stand there.
+library_options read_options(std::string_view text);
+
+/// What goes into the socket of a model; null for "empty". Throws std::invalid_argument for a name that is not known.
+std::unique_ptr<part> part_named(std::string_view name, int model);
+
+}  // namespace tamrix::sim

@@ -1,0 +1,35 @@
+// The programmer's memory as the bulk pipe sees it: banks of 32768 bytes.
+#pragma once
+
+#include "sim/faults.h"
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace tamrix::sim {
+
+class memory {
+public:
+    static constexpr std::size_t bank_bytes = 32768;
+
+    memory(int banks, const fault_set& faults)
+        : bytes_(static_cast<std::size_t>(banks) * bank_bytes, 0xFF), faults_{faults}
+    {}
+
+    int banks() const { return static_cast<int>(bytes_.size() / bank_bytes); }
+    /// The next writes go to this bank and on from there.
+    void seek(int bank) { next_ = static_cast<std::size_t>(bank) * bank_bytes; }
+    /// False where not all of it found room.
+    bool write(std::span<const std::uint8_t> data);
+    /// `count` bytes from the start of a bank on; FF where there is no memory. A bad bank has bit 0 of its first byte
+    /// turned round.
+    std::vector<std::uint8_t> read(int bank, std::size_t count) const;
+
+private:
+    std::vector<std::uint8_t> bytes_;
+    const fault_set& faults_;
+    std::size_t next_ = 0;
+};
+
+}  // namespace tamrix::sim

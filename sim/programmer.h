@@ -1,0 +1,54 @@
+// A programmer made of software, with a socket, faults that can be switched on, and a record of all that happened.
+#pragma once
+
+#include "hw/programmer.h"
+#include "sim/device.h"
+
+#include <functional>
+#include <memory>
+#include <string_view>
+
+namespace tamrix::sim {
+
+struct setup {
+    int model = 40;
+    int memory_banks = 0;                // of 32768 bytes, at most 16; 0: as the model has them
+    std::shared_ptr<sim::clock> time{};  // none: a virtual clock of its own
+    std::shared_ptr<journal> log{};      // none: one of its own. It must run on `time`
+};
+
+/// All calls come from one thread. Only bulk reads arrive in the clock's context.
+class programmer final : public hw::programmer {
+public:
+    explicit programmer(const setup& wanted, const hw::reply_memory& replies = {nullptr, 0});
+    /// What is still on then is a hazard in the journal.
+    ~programmer() override;
+    programmer(const programmer&) = delete;
+    programmer& operator=(const programmer&) = delete;
+
+    hw::lumbat& transport() override { return transport_; }
+    hw::devobj& device() override { return device_; }
+
+    /// Throws std::invalid_argument where the part does not fit. Null takes out what is there.
+    void insert(std::unique_ptr<part> what) { shared_.hardware.insert(std::move(what)); }
+    bool part_has_power() { return shared_.hardware.socket().part_has_power(); }
+    /// By name, as add_fault() in faults.h tells. Throws fault_error.
+    void add_fault(std::string_view text);
+    void clear_faults();
+    /// Makes each voltage and supply driver that is still on a hazard.
+    void check_idle() { shared_.hardware.check_idle(); }
+
+    sim::clock& time() { return *shared_.time; }
+    journal& log() { return *shared_.log; }
+
+private:
+    parts_of_programmer shared_;
+    sim::transport transport_{shared_};
+    sim::device device_{shared_, transport_};
+};
+
+/// The source of a session's door. `prepare` gets the programmer when it has been made: to put a part into its socket,
+/// or to keep hold of it.
+hw::programmer_source source_of(setup wanted, std::function<void(programmer&)> prepare = {});
+
+}  // namespace tamrix::sim

@@ -1,0 +1,41 @@
+// The pipe by which replies to command frames arrive in `ibuf1`.
+#pragma once
+
+#include "hw/lumbat.h"
+#include "sim/faults.h"
+#include "sim/journal.h"
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace tamrix::sim {
+
+class reply_pipe {
+public:
+    reply_pipe(const hw::reply_memory& memory, fault_set& faults, journal& log)
+        : memory_{memory}, faults_{faults}, log_{log}
+    {}
+
+    /// The hardware answers. Of two replies on their way the last one counts. `by_itself`: it comes in whether or not
+    /// somebody waits for it, as replies to frames do.
+    void send(std::vector<std::uint8_t> bytes, bool by_itself);
+    /// Forgets what is on its way and what has come in.
+    void clear();
+    /// Time passes.
+    void let_arrive();
+    /// Somebody waits. True where a reply has come; it is used up.
+    bool receive();
+
+private:
+    void arrive();
+
+    hw::reply_memory memory_;
+    fault_set& faults_;
+    journal& log_;
+    std::optional<std::vector<std::uint8_t>> on_its_way_;
+    bool by_itself_ = false;
+    bool came_ = false;
+};
+
+}  // namespace tamrix::sim

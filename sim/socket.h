@@ -1,0 +1,83 @@
+// The socket: what the programmer's drivers, the part and the pull-ups make of each contact.
+#pragma once
+
+#include "sim/faults.h"
+#include "sim/journal.h"
+#include "sim/part.h"
+#include "sim/wiring.h"
+
+#include <memory>
+#include <set>
+#include <vector>
+
+namespace tamrix::sim {
+
+/// What the programmer does at a contact.
+struct contact_drive {
+    level pin = level::open;      // the pin driver
+    bool ground = false;          // the ground driver
+    std::int32_t millivolts = 0;  // of the supply that is switched to it; 0: none
+    bool operator==(const contact_drive&) const = default;
+};
+
+/// Who wins: ground, then supply, then a low of pin driver or part, then their high, then a stuck pin, then the
+/// pull-up. A stuck pin is so on the part's side: the part sees the constant, and the contact shows it where nobody
+/// drives. An open pin: the part sees high, as an input that is left open does, and the contact shows nothing of the
+/// part.
+class socket {
+public:
+    socket(const wiring& wires, const fault_set& faults, journal& log);
+
+    /// Puts a part in place of what was there; null takes it out. Takes effect at the next settle(). Throws
+    /// std::invalid_argument where the part does not fit.
+    void insert(std::unique_ptr<part> what);
+    const part* occupant() const { return part_.get(); }
+
+    /// Takes effect at the next settle().
+    contact_drive& at(int contact) { return drives_[static_cast<std::size_t>(contact)]; }
+    /// After a fault came or went: what the part joins is worked out anew. Takes effect at the next settle().
+    void rewire();
+    /// Lets all levels become stable; a part that has its supply acts.
+    void settle();
+    /// The level that the programmer's input sees at a contact.
+    bool is_high(int contact) const { return levels_[net_of_[static_cast<std::size_t>(contact)]] == level::high; }
+    bool part_has_power() const { return powered_; }
+
+    /// Called where time passes: whoever fights now does so for longer than a moment. Each fight is told once, until it
+    /// ends.
+    void look_for_hazards();
+
+private:
+    struct net {
+        bool ground = false, supply = false, driver_low = false, driver_high = false;
+        bool part_low = false, part_high = false, stuck_low = false, stuck_high = false;
+        level level_of() const;
+    };
+    const pin_fault* fault_of(int pin) const;
+    int contact_of(int pin) const { return wires_.contact_of_pin(pin, part_->pins()); }
+    std::size_t net_of_pin(int pin) const { return net_of_[static_cast<std::size_t>(contact_of(pin))]; }
+    bool dead(int contact) const;
+    void update_power();
+    bool supplied(int pin) const;
+    bool grounded(int pin) const;
+    void resolve();
+    void look_at_part(int pin, net& where) const;
+    std::vector<level> seen_by_part() const;
+    std::string name_of(int contact) const;
+    void tell_hazards_of(int contact, std::set<std::string>& now) const;
+
+    const wiring& wires_;
+    const fault_set& faults_;
+    journal& log_;
+    std::unique_ptr<part> part_;
+    bool powered_ = false;
+    bool oscillates_ = false;
+    std::vector<contact_drive> drives_;
+    std::vector<std::size_t> net_of_;  // by contact
+    std::vector<net> nets_;
+    std::vector<level> levels_;       // by net
+    std::vector<level> part_drives_;  // by pin
+    std::set<std::string> standing_hazards_;
+};
+
+}  // namespace tamrix::sim
