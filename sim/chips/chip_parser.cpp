@@ -124,6 +124,14 @@ private:
         } else if (in.take("avoid")) {
             made.kind = statement_kind::avoid;
             made.value = read_expression(in);
+        } else if (in.take("never")) {
+            made.kind = statement_kind::never;
+            made.value = read_expression(in);
+        } else if (in.take("keep")) {
+            made.kind = statement_kind::keep;
+            do made.targets.push_back(in.name("a pin name"));
+            while (!in.take("while"));
+            made.value = read_expression(in);
         } else if (in.take("pulse")) {
             made.kind = statement_kind::pulse;
             do made.targets.push_back(in.name("a pin name"));

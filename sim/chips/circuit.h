@@ -39,11 +39,18 @@ struct pin {
     bool pulse_only = false;  // rests low: what happens while it is high is not told
 };
 
+/// A condition on the way from one row to the next: with pins, these must not change while it is 1; without, it is never 1.
+struct caution {
+    gate_id condition = 0;
+    std::vector<std::size_t> pins;
+};
+
 struct circuit {
     std::vector<gate> gates;
     std::vector<reg> registers;
     std::vector<pin> pins;
     std::vector<gate_id> avoided;  // none of them may be 1 once the registers are known
+    std::vector<caution> cautions;
     int vcc = -1, gnd = -1;
 };
 

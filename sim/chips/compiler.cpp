@@ -90,6 +90,7 @@ circuit compiler::run()
         if (from.text->kind == statement_kind::avoid) made_.avoided.push_back(one_bit(from.text->value, *from.where));
         if (from.text->kind == statement_kind::let) let_value(from);
         if (from.text->kind == statement_kind::pulse) pulses(from);
+        if (from.text->kind == statement_kind::never || from.text->kind == statement_kind::keep) cautions(from);
     }
     find_clocks();
     check_pins();
@@ -140,11 +141,21 @@ void compiler::registers(const placed_statement& from)
 
 void compiler::pulses(const placed_statement& from)
 {
-    for (const auto& target : from.text->targets) {
-        const auto found = std::ranges::find(made_.pins, from.where->full(target), &pin::name);
-        if (found == made_.pins.end()) fail(from.text->line, target + " is no pin");
-        found->pulse_only = true;
-    }
+    for (const auto& target : from.text->targets) made_.pins[pin_named(from, target)].pulse_only = true;
+}
+
+void compiler::cautions(const placed_statement& from)
+{
+    caution made{one_bit(from.text->value, *from.where), {}};
+    for (const auto& target : from.text->targets) made.pins.push_back(pin_named(from, target));
+    made_.cautions.push_back(std::move(made));
+}
+
+std::size_t compiler::pin_named(const placed_statement& from, const std::string& target) const
+{
+    const auto found = std::ranges::find(made_.pins, from.where->full(target), &pin::name);
+    if (found == made_.pins.end()) fail(from.text->line, target + " is no pin");
+    return static_cast<std::size_t>(found - made_.pins.begin());
 }
 
 void compiler::find_clocks()

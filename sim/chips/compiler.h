@@ -18,6 +18,8 @@ private:
     void registers(const placed_statement& from);
     void output_pin(const placed_statement& from, std::size_t bit, gate_id value, gate_id enable);
     void pulses(const placed_statement& from);
+    void cautions(const placed_statement& from);
+    std::size_t pin_named(const placed_statement& from, const std::string& target) const;
     void find_clocks();
     void check_pins() const;
 

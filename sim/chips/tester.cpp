@@ -13,7 +13,8 @@ tester::tester(std::shared_ptr<const circuit> plan, std::vector<order_lanes> ord
 {
     const auto& pins = chip_.plan().pins;
     for (auto* each : {&value_, &driven_, &levels_, &stuck_low_, &stuck_high_}) each->resize(pins.size());
-    order_matters_ = !chip_.plan().registers.empty() ||
+    met_.resize(chip_.plan().cautions.size());
+    order_matters_ = !met_.empty() || !chip_.plan().registers.empty() ||
                      std::ranges::any_of(pins, [](const pin& at) { return at.role == pin_role::both; });
 }
 
@@ -38,6 +39,7 @@ void tester::apply(const row_acts& row)
 {
     ++rows_;
     fought_ = false;
+    for (std::size_t i = 0; i < met_.size(); ++i) met_[i] = chip_.gate(plan().cautions[i].condition);
     std::vector<change> changes;
     for (std::size_t pin = 0; pin < row.size(); ++pin)
         changes.push_back({pin, row[pin] == act::high ? all_lanes : 0, row[pin] == act::release ? 0 : all_lanes});
@@ -123,6 +125,7 @@ void tester::rest()
         if (!moved) break;
     }
     for (std::size_t pin = 0; pin < value_.size(); ++pin) fought_ = fought_ || (chip_.driven(pin) & driven_[pin]) != 0;
+    for (std::size_t i = 0; i < met_.size(); ++i) met_[i] |= chip_.gate(plan().cautions[i].condition);
 }
 
 }  // namespace tamrix::sim

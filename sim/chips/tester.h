@@ -33,6 +33,8 @@ public:
     const lanes& chip() const { return chip_; }
     /// At some moment of the last row tester and chip both drove a pin.
     bool fought() const { return fought_; }
+    /// The lanes in which the condition of a caution was 1 at some moment from the end of the row before on.
+    word met(std::size_t caution) const { return met_[caution]; }
 
     /// From now on, on the chip's side, the pin is stuck in these lanes.
     void stick(std::size_t pin, word lanes, bool high) { (high ? stuck_high_ : stuck_low_)[pin] |= lanes; }
@@ -51,7 +53,7 @@ private:
 
     lanes chip_;
     std::vector<order_lanes> orders_;
-    std::vector<word> value_, driven_, levels_, stuck_low_, stuck_high_;
+    std::vector<word> value_, driven_, levels_, stuck_low_, stuck_high_, met_;
     std::uint64_t seed_, rows_ = 0;
     bool fought_ = false;
     bool order_matters_;

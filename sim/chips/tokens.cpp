@@ -172,7 +172,7 @@ std::string token_walk::word(std::string_view expected)
 
 std::string token_walk::name(std::string_view expected)
 {
-    constexpr std::array<std::string_view, 17> reserved{"when", "open",  "rise", "fall", "while", "clear", "set",   "let", "avoid",
+    constexpr std::array<std::string_view, 19> reserved{"when", "open",  "rise", "fall", "while", "clear", "set",   "let", "avoid", "never", "keep",
                                                         "part", "pulse", "use",  "else", "decode", "select", "table", "collector"};
     if (!done() && (is_number(peek().text) || std::ranges::find(reserved, peek().text) != reserved.end())) wrong(expected);
     return word(expected);

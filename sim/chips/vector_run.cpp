@@ -80,7 +80,8 @@ good_run::good_run(std::shared_ptr<const circuit> plan)
 std::optional<std::string> good_run::apply(const row_acts& row)
 {
     socket_.apply(row);
-    if (socket_.fought() || !take_registers() || avoided()) return {};
+    if (socket_.fought() || !take_registers() || avoided() || careless(row)) return {};
+    last_ = row;
     std::string letters;
     for (std::size_t pin = 0; pin < row.size(); ++pin) letters += letter(pin, row[pin]);
     return letters;
@@ -105,6 +106,16 @@ bool good_run::avoided() const
         const auto value = socket_.chip().gate(plan.avoided[i]);
         if (value == all_lanes || (value != 0 && known(reach_->avoided[i]))) return true;
     }
+    return false;
+}
+
+/// Row 0 comes out of an unknown past, so nothing is asked of its way.
+bool good_run::careless(const row_acts& row) const
+{
+    const auto level_changes = [&](std::size_t pin) { return (row[pin] == act::high) != (last_[pin] == act::high); };
+    const auto& cautions = socket_.plan().cautions;
+    for (std::size_t i = 0; i < cautions.size() && !last_.empty(); ++i)
+        if (socket_.met(i) != 0 && (cautions[i].pins.empty() || std::ranges::any_of(cautions[i].pins, level_changes))) return true;
     return false;
 }
 

@@ -25,7 +25,7 @@ public:
     explicit good_run(std::shared_ptr<const circuit> plan);
 
     /// The letters of the row, or nothing where tester and chip would fight, the chip's state would depend on the order,
-    /// or a state to avoid comes up. After a refused row the run is of no further use.
+    /// or something that the chip asks to avoid happens. After a refused row the run is of no further use.
     std::optional<std::string> apply(const row_acts& row);
     std::size_t known_registers() const;
     const tester& socket() const { return socket_; }
@@ -33,6 +33,7 @@ public:
 private:
     bool take_registers();
     bool avoided() const;
+    bool careless(const row_acts& row) const;
     char letter(std::size_t pin, act done) const;
     bool known(const std::vector<std::size_t>& registers) const;
 
@@ -45,6 +46,7 @@ private:
     tester socket_;
     std::shared_ptr<const reach> reach_;
     std::vector<bool> known_;
+    row_acts last_;
 };
 
 /// Chips that should fail: each fault in four runs, which differ in power-up state and order. Only what fails in all four
