@@ -209,7 +209,8 @@ bits compiler::name(const expression& text, const scope& where)
 {
     const auto name = where.full(text.name);
     if (name == "0" || name == "1") return {{name == "1" ? gate_builder::one : gate_builder::zero}, false};
-    const auto found = symbols_.find(name);
+    auto found = symbols_.find(name);
+    if (found == symbols_.end()) found = symbols_.find(text.name);  // a part sees the chip around it
     if (found == symbols_.end()) fail(text.line, "found \"" + text.name + "\", which is no pin, no wire and no register of the chip");
     const auto& at = found->second;
     if (at.kind == symbol_kind::reg) return {{build_.input(gate_kind::reg, static_cast<gate_id>(at.index))}, false};
