@@ -32,10 +32,29 @@ void lanes::settle()
     for (int round = 0; round < most_rounds && move_registers(); ++round) evaluate();
 }
 
+void lanes::stick(gate_id gate, word where, bool high)
+{
+    const auto place = std::ranges::lower_bound(stuck_, gate, {}, &stuck_gate::id);
+    const auto at = place != stuck_.end() && place->id == gate ? place : stuck_.insert(place, {gate, 0, 0});
+    (high ? at->high : at->low) |= where;
+}
+
 void lanes::evaluate()
 {
-    auto* to = values_.data();
-    for (const auto& at : plan_->gates) {
+    gate_id from = 0;
+    for (const auto& at : stuck_) {
+        evaluate(from, at.id + 1);
+        values_[at.id] = (values_[at.id] & ~at.low) | at.high;
+        from = at.id + 1;
+    }
+    evaluate(from, static_cast<gate_id>(values_.size()));
+}
+
+void lanes::evaluate(gate_id from, gate_id end)
+{
+    auto* to = values_.data() + from;
+    for (auto id = from; id < end; ++id) {
+        const auto& at = plan_->gates[id];
         switch (at.kind) {
         case gate_kind::constant_0: *to = 0; break;
         case gate_kind::constant_1: *to = all_lanes; break;

@@ -23,6 +23,9 @@ public:
     /// Brings gates and registers to rest. What never rests is left as it stands after some hundred rounds.
     void settle();
 
+    /// From now on the gate is at this level in these lanes.
+    void stick(gate_id gate, word lanes, bool high);
+
     word gate(gate_id id) const { return values_[id]; }
     word state(std::size_t reg) const { return states_[reg]; }
     /// What the chip does at a pin: whether it drives it, and to which level.
@@ -35,11 +38,17 @@ private:
         return plan_->pins[pin].role == pin_role::output || plan_->pins[pin].role == pin_role::both;
     }
     void evaluate();
+    void evaluate(gate_id from, gate_id to);
     bool move_registers();
 
     std::shared_ptr<const circuit> plan_;
     std::vector<word> nodes_, values_, states_, next_, before_;  // before_: each clock at the last round
     bool fresh_ = true;
+    struct stuck_gate {
+        gate_id id;
+        word low, high;
+    };
+    std::vector<stuck_gate> stuck_;  // by gate
 };
 
 }  // namespace tamrix::sim

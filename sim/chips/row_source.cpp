@@ -15,6 +15,7 @@ row_source::row_source(const circuit& plan)
         if (at.role == pin_role::input && at.clock) clocks_.push_back(i);
         if (at.role == pin_role::input && !at.pulse_only) inputs_.push_back(i);
     }
+    for (const auto& at : plan.cautions) kept_.insert(kept_.end(), at.pins.begin(), at.pins.end());
     for (auto& [enable, pins] : buses) buses_.push_back(std::move(pins));
 }
 
@@ -59,6 +60,29 @@ row_acts row_source::fresh(random_source& random) const
 }
 
 row_acts row_source::step(const row_acts& before, random_source& random) const
+{
+    return kept_.empty() || random.percent(20) ? free_step(before, random) : careful_step(before, random);
+}
+
+/// Three kinds of rows by turns: the clocks go high and stay; pins that may change then do, and nothing else; the rest.
+row_acts row_source::careful_step(const row_acts& before, random_source& random) const
+{
+    auto row = before;
+    const auto kind = random.below(3);
+    if (kind == 0)
+        for (const auto pin : clocks_) row[pin] = roles_[pin].pulse_only ? act::low : act::high;
+    if (kind == 1) {
+        const auto changes = 1 + random.below(3);
+        for (std::size_t i = 0; i < changes; ++i) row[kept_[random.below(kept_.size())]] = any_level(kept_[0], random);
+    }
+    if (kind == 2) {
+        row = free_step(before, random);
+        for (const auto pin : kept_) row[pin] = before[pin];
+    }
+    return row;
+}
+
+row_acts row_source::free_step(const row_acts& before, random_source& random) const
 {
     auto row = before;
     settle_clocks(row);

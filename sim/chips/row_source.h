@@ -20,6 +20,8 @@ public:
 
 private:
     act any_level(std::size_t pin, random_source& random) const;
+    row_acts careful_step(const row_acts& before, random_source& random) const;
+    row_acts free_step(const row_acts& before, random_source& random) const;
     void settle_clocks(row_acts& row) const;
     void pulse_some(row_acts& row, random_source& random) const;
     void turn_bus(row_acts& row, random_source& random) const;
@@ -28,7 +30,7 @@ private:
         bool driven = false, clock = false, pulse_only = false;
     };
     std::vector<handling> roles_;
-    std::vector<std::size_t> inputs_, clocks_;
+    std::vector<std::size_t> inputs_, clocks_, kept_;  // kept_: change at certain times only
     std::vector<std::vector<std::size_t>> buses_;  // pins of `both` that turn together
 };
 

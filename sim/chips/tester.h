@@ -38,6 +38,7 @@ public:
 
     /// From now on, on the chip's side, the pin is stuck in these lanes.
     void stick(std::size_t pin, word lanes, bool high) { (high ? stuck_high_ : stuck_low_)[pin] |= lanes; }
+    void stick_gate(gate_id gate, word lanes, bool high) { chip_.stick(gate, lanes, high); }
 
 private:
     struct change {

@@ -39,7 +39,24 @@ std::vector<std::set<std::size_t>> read_registers(const circuit& plan)
     return made;
 }
 
+void stick(tester& socket, const pin_fault& fault, word lane)
+{
+    if (fault.gate != pin_fault::none) socket.stick_gate(static_cast<gate_id>(fault.gate), lane, fault.high);
+    if (fault.pin != pin_fault::none) socket.stick(fault.pin, lane, fault.high);
+}
+
 }  // namespace
+
+std::vector<pin_fault> inner_faults_of(const circuit& plan)
+{
+    std::vector<pin_fault> made;
+    for (std::size_t id = 0; id < plan.gates.size(); ++id) {
+        if (plan.gates[id].kind < gate_kind::reg) continue;
+        made.push_back({pin_fault::none, false, id});
+        made.push_back({pin_fault::none, true, id});
+    }
+    return made;
+}
 
 std::vector<pin_fault> faults_of(const circuit& plan)
 {
@@ -109,12 +126,16 @@ bool good_run::avoided() const
     return false;
 }
 
-/// Row 0 comes out of an unknown past, so nothing is asked of its way.
+/// Row 0 comes out of an unknown past, so only where it ends counts.
 bool good_run::careless(const row_acts& row) const
 {
-    const auto level_changes = [&](std::size_t pin) { return (row[pin] == act::high) != (last_[pin] == act::high); };
     const auto& cautions = socket_.plan().cautions;
-    for (std::size_t i = 0; i < cautions.size() && !last_.empty(); ++i)
+    if (last_.empty())
+        return std::ranges::any_of(cautions, [this](const caution& at) {
+            return at.pins.empty() && socket_.chip().gate(at.condition) != 0;
+        });
+    const auto level_changes = [&](std::size_t pin) { return (row[pin] == act::high) != (last_[pin] == act::high); };
+    for (std::size_t i = 0; i < cautions.size(); ++i)
         if (socket_.met(i) != 0 && (cautions[i].pins.empty() || std::ranges::any_of(cautions[i].pins, level_changes))) return true;
     return false;
 }
@@ -157,7 +178,7 @@ faulty_runs::faulty_runs(const std::shared_ptr<const circuit>& plan, const std::
             if (scenario == 2)
                 for (auto& each : levels) each = random.bits();
             for (std::size_t lane = 0; lane < lanes; ++lane)
-                if (faults[first + lane].pin != pin_fault::no_pin) made.socket.stick(faults[first + lane].pin, word{1} << lane, faults[first + lane].high);
+                stick(made.socket, faults[first + lane], word{1} << lane);
             made.socket.power_up(registers, levels);
             batches_.push_back(std::move(made));
         }

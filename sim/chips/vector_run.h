@@ -8,13 +8,19 @@
 
 namespace tamrix::sim {
 
-/// A fault of one pin, on the chip's side: the pin of the chip is held at a level while the tester has its own.
+/// A fault: of one pin, on the chip's side: the pin of the chip is held at a level while the tester has its own.
+/// One without pin and gate is a sound chip, which is wrong in this socket as a whole.
 struct pin_fault {
-    static constexpr std::size_t no_pin = ~std::size_t{0};  // a sound chip, which is wrong in this socket as a whole
+    static constexpr std::size_t none = ~std::size_t{0};
 
-    std::size_t pin = 0;
+    std::size_t pin = none;
     bool high = false;
+    std::size_t gate = none;  // an inner fault: the output of a gate
 };
+
+/// Every gate of the model stuck. They are not graded, since a real chip has others, but rows that show them as well are
+/// rows that look at all of what the chip does.
+std::vector<pin_fault> inner_faults_of(const circuit& plan);
 
 /// Every signal pin stuck low and stuck high. A pin that is open reads high inside and outside, as one stuck high does.
 std::vector<pin_fault> faults_of(const circuit& plan);

@@ -76,7 +76,7 @@ void vector_search::extend(run_state& state, played_rows& rows, std::size_t want
             state = std::move(best->state);
             rows.append(best->rows);
             level = 0;
-        } else if (++level == lengths.size()) {
+        } else if (++level == lengths.size() || lengths[level] > longest_) {
             level = 0;
             --rounds;
         }

@@ -46,8 +46,8 @@ struct run_state {
 
 class vector_search {
 public:
-    vector_search(const circuit& plan, std::size_t most_rows, random_source& random)
-        : source_{plan}, most_rows_{most_rows}, random_{random}
+    vector_search(const circuit& plan, std::size_t most_rows, random_source& random, std::size_t longest = 136)
+        : source_{plan}, most_rows_{most_rows}, random_{random}, longest_{longest}
     {}
 
     /// Goes on from `state` until `wanted` faults are found, or all lengths of sequences have been tried `rounds` times
@@ -68,6 +68,7 @@ private:
     row_source source_;
     std::size_t most_rows_;
     random_source& random_;
+    std::size_t longest_;  // sequence to try
 };
 
 }  // namespace tamrix::sim

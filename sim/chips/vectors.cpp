@@ -10,6 +10,8 @@ namespace {
 
 constexpr std::size_t longest_record = 3000;  // what a reader keeps of a line
 constexpr std::size_t most_counted = 254;
+constexpr std::size_t most_inner_rows = 100;  // how far rows for inner faults go
+constexpr std::size_t longest_inner = 13;
 
 class vector_maker {
 public:
@@ -21,6 +23,7 @@ public:
     {
         grow();
         shrink();
+        look_inside();
         vector_set made;
         for (const auto& other : rivals)
             if (!tell_from(other)) made.twins.push_back(other.name);
@@ -34,7 +37,7 @@ private:
     void grow()
     {
         auto state = start();
-        vector_search{*plan_, limit_, random_}.extend(state, rows_, faults_.size(), 2);
+        vector_search{*plan_, limit_, random_}.extend(state, rows_, faults_.size(), 4);
         wanted_ = state.faulty.found_count();
     }
 
@@ -63,10 +66,27 @@ private:
         return true;
     }
 
+    /// More rows, for what the pins alone do not ask for.
+    void look_inside()
+    {
+        auto open = inner_faults_of(*plan_);
+        run_state all{good_run{plan_}, faulty_runs{plan_, open}, {}};
+        played_rows again;
+        for (const auto& row : rows_.acts) all.play(row, again);
+        std::vector<pin_fault> rest;
+        for (std::size_t i = 0; i < open.size(); ++i)
+            if (!all.faulty.found(i)) rest.push_back(open[i]);
+        run_state state{good_run{plan_}, faulty_runs{plan_, rest}, {}};
+        again = {};
+        for (const auto& row : rows_.acts) state.play(row, again);
+        vector_search{*plan_, std::max(rows_.size(), std::min(limit_, most_inner_rows)), random_, longest_inner}.extend(state, again, rest.size(), 1);
+        rows_ = std::move(again);
+    }
+
     /// A chip with the same pins must not pass for this one: it is one more fault to be found.
     bool tell_from(const rival& other)
     {
-        run_state state{good_run{plan_}, faulty_runs{other.plan, {pin_fault{pin_fault::no_pin, false}}}, {}};
+        run_state state{good_run{plan_}, faulty_runs{other.plan, {pin_fault{}}}, {}};
         played_rows again;
         for (const auto& row : rows_.acts) state.play(row, again);
         if (state.faulty.found(0)) return true;
