@@ -1,0 +1,11 @@
+// Says of a fault that no row shows whether any row could.
+#pragma once
+
+#include "chips/vector_run.h"
+
+namespace tamrix::sim {
+
+/// Tries every input of a chip without memory; one with memory is not proved.
+std::string why_missed(const circuit& plan, const pin_fault& fault, std::size_t most_rows);
+
+}  // namespace tamrix::sim
