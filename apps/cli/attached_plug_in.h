@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/shell.h"
+#include "entry/all_dialogs.h"
 #include "entry/entry_methods.h"
 #include "host/host_blocks.h"
 #include "plugin/session.h"
@@ -24,7 +25,7 @@ public:
     shell screen;
     host::host_blocks blocks;
     session state;
-    entry_methods methods{state};
+    entry_methods methods{state, all_dialogs()};
 };
 
 }  // namespace tamrix::cli

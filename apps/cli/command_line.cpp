@@ -3,6 +3,7 @@
 #include "cli/convert.h"
 #include "cli/detect.h"
 #include "cli/fuse_files.h"
+#include "cli/logic_test.h"
 #include "cli/tour.h"
 
 #include <CLI/CLI.hpp>
@@ -35,6 +36,7 @@ struct arguments_of_commands {
     std::vector<std::string> files;
     jedec_options jedec;
     std::string svf_in, syspath;
+    ttl_words ttl;
     std::optional<std::string> language;
 };
 
@@ -97,6 +99,26 @@ void add_save_options(CLI::App& command, convert_words& words)
     command.add_option("--save-size", words.save_size, "how many bytes")->type_name("HEX")->group(group);
 }
 
+void add_socket_options(CLI::App& command, ttl_words& words)
+{
+    const auto group = "Simulated programmer";
+    command.add_option("--model", words.socket.model, "its model number (default: 40)")->type_name("N")->group(group);
+    command.add_option("--route", words.socket.route, "how it is reached (default: usb)")
+        ->type_name("usb|devobj")
+        ->group(group);
+    command.add_option("--socket", words.socket.socket, "the chip in its socket (default: empty)")
+        ->type_name("CHIP|empty")
+        ->group(group);
+    command
+        .add_option(
+            "--fault", words.socket.faults,
+            "\"pin 3 open\", \"pin 3 stuck 0\", \"pin 3 stuck 1\", \"dead driver 5\", \"lost reply\", \"read never "
+            "ends\", \"no answer\"; may be given several times")
+        ->type_name("TEXT")
+        ->allow_extra_args(false)
+        ->group(group);
+}
+
 CLI::App* add_command(CLI::App& app, const std::string& name, const std::string& description)
 {
     CLI::App* command = app.add_subcommand(name, description);
@@ -104,6 +126,50 @@ CLI::App* add_command(CLI::App& app, const std::string& name, const std::string&
     command->fallthrough();
     command->footer(exit_statuses);
     return command;
+}
+
+CLI::App* add_ttl_command(CLI::App& ttl, const std::string& name, const std::string& description, ttl_words& words)
+{
+    CLI::App* command = add_command(ttl, name, description);
+    command->add_option("--syspath", words.syspath, "the folder with the library in it (default: the installed one)")
+        ->type_name("DIR/");
+    return command;
+}
+
+/// Below 30 the model has a library of its own, so that the commands on the library take it too.
+void add_model_option(CLI::App& command, ttl_words& words)
+{
+    command
+        .add_option("--model", words.socket.model, "the programmer's model, which chooses the library (default: 40)")
+        ->type_name("N");
+}
+
+void add_ttl_commands(CLI::App& app, ttl_words& words)
+{
+    CLI::App* ttl = add_command(app, "ttl", "Tests and identifies logic ICs, and keeps the library of their vectors.");
+    ttl->require_subcommand(1);
+    CLI::App* list = add_ttl_command(*ttl, "list", "Tells the names of the library.", words);
+    CLI::App* show = add_ttl_command(*ttl, "show", "Tells the pins and the vectors of a device.", words);
+    CLI::App* test = add_ttl_command(*ttl, "test", "Plays a device's vectors on the chip in the socket.", words);
+    CLI::App* find = add_ttl_command(*ttl, "find", "Tells which devices the chip in the socket could be.", words);
+    CLI::App* add = add_ttl_command(*ttl, "add", "Adds a device to the library, or replaces it.", words);
+    CLI::App* remove = add_ttl_command(*ttl, "delete", "Deletes a device from the library.", words);
+    for (CLI::App* command : {show, test, add, remove}) {
+        command->add_option("NAME", words.name, "the device as the library writes it")->type_name("")->required();
+    }
+    add->add_option("PINS", words.pins, "its pin count, even, up to 40")->type_name("")->required();
+    add->add_option(
+           "ROWS-FILE", words.file,
+           "a row a line, a letter a pin: 1 0 drive, H L expect, C K clock, Z off, X unused, V G supply; # begins a "
+           "remark")
+        ->type_name("")
+        ->required();
+    for (CLI::App* command : {list, show, add, remove}) add_model_option(*command, words);
+    for (CLI::App* command : {test, find}) add_socket_options(*command, words);
+
+    CLI::App* vectors = add_command(app, "vectors", "Plays the vectors of a JEDEC file on the chip in the socket.");
+    vectors->add_option("JEDEC-FILE", words.file, "the file with the vectors")->type_name("")->required();
+    add_socket_options(*vectors, words);
 }
 
 void add_commands(CLI::App& app, arguments_of_commands& arguments)
@@ -141,6 +207,8 @@ void add_commands(CLI::App& app, arguments_of_commands& arguments)
     svf->add_option("IN", arguments.svf_in, "the file to copy")->type_name("")->required();
     svf->add_option("--syspath", arguments.syspath, "the folder; ends with a separator")->type_name("DIR/")->required();
 
+    add_ttl_commands(app, arguments.ttl);
+
     add_command(app, "tour", "Shows what the program does, on sample data.");
 }
 
@@ -164,6 +232,10 @@ void run_command(const CLI::App& app, arguments_of_commands& arguments, console&
         jedec(arguments.jedec, check_language(arguments.language), con);
     } else if (command == "svf") {
         svf(arguments.svf_in, arguments.syspath, check_language(arguments.language), con);
+    } else if (command == "ttl" || command == "vectors") {
+        arguments.ttl.command =
+            command == "ttl" ? app.get_subcommands().front()->get_subcommands().front()->get_name() : command;
+        logic_test(arguments.ttl, check_language(arguments.language), con);
     } else {
         check_language(arguments.language);
         tour(con);
@@ -188,7 +260,7 @@ int parse_and_run(const std::vector<std::string>& words, console& con)
         refuse(error.what());
     }
     if (app.get_subcommands().empty())
-        refuse("a command is expected: convert, detect, jedec, svf or tour (see tamrix --help)");
+        refuse("a command is expected: convert, detect, jedec, svf, ttl, vectors or tour (see tamrix --help)");
     run_command(app, arguments, con);
     return exit_done;
 }

@@ -25,21 +25,6 @@ std::int64_t number(const std::string& option, const std::string& text, std::int
     return value;
 }
 
-/// The fuse count that the file tells of itself in its QF field.
-std::int64_t told_fuse_count(const std::string& path)
-{
-    text_lines lines{path};
-    while (const auto line = lines.next()) {
-        for (std::size_t at = line->find("QF"); at != std::string_view::npos; at = line->find("QF", at + 1)) {
-            if (at != 0 && (*line)[at - 1] != '*') continue;
-            std::int64_t count = 0;
-            std::from_chars(line->data() + at + 2, line->data() + line->size(), count);
-            if (count > 0 && count <= most_fuses) return count;
-        }
-    }
-    refuse(path + ": does not tell its fuse count (QF); --words N does");
-}
-
 void check_outcome(const reply& outcome, const session& state)
 {
     if (!outcome.ok()) fail(outcome.error);
@@ -70,11 +55,33 @@ void fill_untold(session& state, std::int64_t words)
 
 }  // namespace
 
+std::optional<std::int64_t> told_number(const std::string& path, std::string_view field, std::int64_t most)
+{
+    text_lines lines{path};
+    while (const auto line = lines.next()) {
+        for (std::size_t at = line->find(field); at != std::string_view::npos; at = line->find(field, at + 1)) {
+            if (at != 0 && (*line)[at - 1] != '*') continue;
+            std::int64_t count = 0;
+            std::from_chars(line->data() + at + field.size(), line->data() + line->size(), count);
+            if (count > 0 && count <= most) return count;
+        }
+    }
+    return std::nullopt;
+}
+
+/// Where the file must tell it.
+static std::int64_t fuse_count(const std::string& path)
+{
+    const auto count = told_number(path, "QF", most_fuses);
+    if (!count) refuse(path + ": does not tell its fuse count (QF); --words N does");
+    return *count;
+}
+
 void jedec(const jedec_options& options, std::int32_t language, console& con)
 {
     const std::int64_t page = number("--page", options.page, 10, 32767);
     const std::int64_t words =
-        options.words ? number("--words", *options.words, 1, most_fuses) : told_fuse_count(options.in);
+        options.words ? number("--words", *options.words, 1, most_fuses) : fuse_count(options.in);
     attached_plug_in plug_in{language};
     plug_in.blocks.value<std::int32_t>("tlength") = static_cast<std::int32_t>(words);
     plug_in.blocks.value<std::int16_t>("pagelength") = static_cast<std::int16_t>(page);

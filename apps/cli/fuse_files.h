@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace tamrix::cli {
 
@@ -17,6 +18,10 @@ struct jedec_options {
     std::string type;
     std::string maker;
 };
+
+/// The number behind a field name such as "QF" that the file tells of itself; none where it does not, or where the
+/// number is not from 1 to `most`. Throws file_error.
+std::optional<std::int64_t> told_number(const std::string& path, std::string_view field, std::int64_t most);
 
 /// Reads the fuses and vectors of a file, tells them, and writes them to `out` if there is one.
 void jedec(const jedec_options& options, std::int32_t language, console& con);

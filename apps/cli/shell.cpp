@@ -12,13 +12,14 @@ forms::answer shell::box(const forms::message_box& box)
     case forms::buttons_of_box::ok_cancel:
     case forms::buttons_of_box::retry_cancel: return forms::answer::cancel;
     case forms::buttons_of_box::yes_no: return forms::answer::no;
-    case forms::buttons_of_box::abort_retry_ignore: return forms::answer::abort;
+    case forms::buttons_of_box::abort_retry_ignore: return failing_rows;
     }
     return forms::answer::cancel;
 }
 
 double shell::seconds()
 {
+    if (clock) return clock();
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 

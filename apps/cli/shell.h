@@ -13,10 +13,19 @@ public:
     /// What answers the dialogs. It acts as a person would; a dialog that it leaves open is cancelled.
     std::function<void(forms::form&)> person;
 
-    /// Nobody is there to decide, so the answer is the one that changes the least: OK, else No, Cancel or Abort.
+    /// The answer to a report of a failing row.
+    forms::answer failing_rows = forms::answer::abort;
+    /// Where the programmer keeps a time of its own: its seconds, and what lets it pass. Empty: the system's clock.
+    std::function<double()> clock;
+    std::function<void()> on_doevents;
+
+    /// Nobody is there to decide, so the answer is the one that changes the least: OK, else No or Cancel.
     forms::answer box(const forms::message_box& box) override;
     void beep() override {}
-    void doevents() override {}
+    void doevents() override
+    {
+        if (on_doevents) on_doevents();
+    }
     double seconds() override;
 
     /// The boxes that were shown, in their order.

@@ -1,0 +1,42 @@
+// tamrix ttl and tamrix vectors: logic ICs and the vectors of programmable devices, on the simulated programmer.
+#pragma once
+
+#include "cli/console.h"
+#include "cli/simulated_socket.h"
+
+#include <cstdint>
+#include <string>
+
+namespace tamrix::cli {
+
+/// The words of the command line as they were typed; none where an option was not given.
+struct ttl_words {
+    std::string command;  // "list", "show", "test", "find", "add", "delete" or "vectors"
+    std::string name, pins, file;
+    std::optional<std::string> syspath;
+    socket_words socket{};
+};
+
+/// Checks the words and runs the command. Throws command_error.
+void logic_test(const ttl_words& words, std::int32_t language, console& con);
+
+struct ttl_options {
+    std::string syspath;  // of the library; ends with a separator
+    socket_options socket{};
+    std::int32_t language = 0;
+};
+
+/// All throw command_error. The library is that of the model.
+void ttl_list(const ttl_options& options, console& con);
+void ttl_show(const ttl_options& options, const std::string& name, console& con);
+/// Through the test dialog. Failing rows are told, and fail the command.
+void ttl_test(const ttl_options& options, const std::string& name, console& con);
+void ttl_find(const ttl_options& options, console& con);
+/// `rows_file`: a row a line, a letter a pin; "#" begins a remark.
+void ttl_add(const ttl_options& options, const std::string& name, const std::string& pins, const std::string& rows_file,
+             console& con);
+void ttl_delete(const ttl_options& options, const std::string& name, console& con);
+/// Plays the vectors of a JEDEC file on the chip in the socket.
+void vectors(const ttl_options& options, const std::string& jedec_file, console& con);
+
+}  // namespace tamrix::cli

@@ -1,0 +1,57 @@
+// The simulated programmer as commands use it: its model and route, the chip in its socket, its faults.
+#pragma once
+
+#include "cli/attached_plug_in.h"
+#include "cli/console.h"
+#include "sim/programmer.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tamrix::cli {
+
+/// The words of the command line as they were typed; none where an option was not given.
+struct socket_words {
+    std::optional<std::string> model, route, socket;
+    std::vector<std::string> faults;
+};
+
+struct socket_options {
+    std::int16_t model = 40;
+    bool usb = true;
+    std::string chip{};  // empty: nothing in the socket
+    std::vector<std::string> faults{};
+};
+
+/// Throws command_error.
+socket_options check(const socket_words& words);
+
+/// Of the chip in the socket; pins count from 1.
+struct package {
+    int pins, vcc_pin, gnd_pin;
+};
+
+/// Stands behind a plug-in's hardware from its making on. Time is the programmer's own, so no wait takes any.
+class simulated_socket {
+public:
+    /// Throws command_error for a chip that is not known or does not fit, or a fault that cannot be read.
+    simulated_socket(attached_plug_in& plug_in, const socket_options& options);
+    ~simulated_socket();
+    simulated_socket(const simulated_socket&) = delete;
+    simulated_socket& operator=(const simulated_socket&) = delete;
+
+    /// None where the socket is empty.
+    const std::optional<package>& chip() const { return chip_; }
+    /// What could have harmed a real chip or programmer, each kind once.
+    void tell_hazards(console& con) const;
+
+private:
+    attached_plug_in& plug_in_;
+    std::shared_ptr<sim::virtual_clock> time_;
+    std::shared_ptr<sim::journal> log_;
+    std::optional<package> chip_;
+};
+
+}  // namespace tamrix::cli
