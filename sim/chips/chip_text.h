@@ -63,7 +63,18 @@ struct use_text {
     std::vector<std::string> arguments;
 };
 
-enum class statement_kind : std::uint8_t { wire, tri_state, open_collector, registers, let, avoid, never, keep, pulse, use };
+enum class statement_kind : std::uint8_t {
+    wire,
+    tri_state,
+    open_collector,
+    registers,
+    let,
+    avoid,
+    never,
+    keep,
+    pulse,
+    use
+};
 
 struct statement {
     statement_kind kind = statement_kind::wire;
