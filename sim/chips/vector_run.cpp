@@ -168,7 +168,7 @@ char good_run::letter(std::size_t pin, act done) const
 faulty_runs::faulty_runs(const std::shared_ptr<const circuit>& plan, const std::vector<pin_fault>& faults)
     : count_{faults.size()}
 {
-    constexpr std::array<order, scenarios> orders{order::ports_upward, order::ports_downward, order::shuffled,
+    constexpr std::array<order, scenarios> orders{order::pins_upward, order::pins_downward, order::shuffled,
                                                   order::at_once};
     random_source random{std::uint64_t{3}};
     for (std::size_t first = 0; first < count_; first += 64) {

@@ -259,7 +259,6 @@ TEST(library, every_device_passes_its_record_in_any_order_and_from_any_state)
 TEST(library, a_stuck_pin_fails_as_the_maker_of_the_vectors_says)
 {
     std::set<std::string> graded;
-    std::size_t missed = 0;
     for (const auto& device : records()) {
         const auto* chip = sim::find_chip(all_chips(), device.name);
         if (device.name.size() % 2 != 0 && device.name.back() % 2 != 0) continue;  // a sample
@@ -273,13 +272,13 @@ TEST(library, a_stuck_pin_fails_as_the_maker_of_the_vectors_says)
                 player.stuck_pin = static_cast<int>(pin);
                 player.stuck_at = level;
                 player.power_up();
-                if (std::ranges::all_of(device.rows, [&](const auto& row) { return player.play(row, order); }))
-                    ++missed;
+                const bool passed =
+                    std::ranges::all_of(device.rows, [&](const auto& row) { return player.play(row, order); });
+                EXPECT_FALSE(passed) << device.name << " with " << chip->plan->pins[pin].name << " stuck";
             }
         }
     }
     EXPECT_GT(graded.size(), 60u);
-    EXPECT_EQ(missed, 0u);
 }
 
 TEST(library, an_empty_socket_fails_every_record)
