@@ -49,7 +49,8 @@ public:
     void command(const std::vector<std::string>& words, exit_status expected)
     {
         std::string shown = "$ tamrix";
-        for (const std::string& word : words) shown += " " + word;
+        for (const std::string& word : words)
+            shown += word.find(' ') != std::string::npos ? " \"" + word + "\"" : " " + word;
         con_.line(shown);
         con_.finish();
         console all{stdout, stdout};
@@ -108,6 +109,12 @@ void tour(console& con)
     steps.title("A value that does not fit is refused");
     steps.command({"convert", "blink.hex", "none.bin", "--device-words", "256", "--to-buffer", "101"},
                   exit_wrong_usage);
+    steps.title("A logic IC in the socket of the simulated programmer passes the vectors of its type");
+    steps.command({"ttl", "test", "7400", "--socket", "7400"}, exit_done);
+    steps.title("One with a broken pin does not");
+    steps.command({"ttl", "test", "7400", "--socket", "7400", "--fault", "pin 3 stuck 0"}, exit_failed);
+    steps.title("What could an unknown chip be?");
+    steps.command({"ttl", "find", "--socket", "74193"}, exit_done);
     con.line("\nThat is all so far. The dialogs of the same steps stand in the workbench.");
 }
 

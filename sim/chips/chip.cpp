@@ -70,7 +70,8 @@ const chip* find_chip(const std::vector<chip>& chips, std::string_view name)
 {
     const auto wanted = lower(name);
     const auto found = std::ranges::find_if(chips, [&](const chip& at) {
-        return lower(at.name) == wanted || std::ranges::any_of(at.aliases, [&](const auto& alias) { return lower(alias) == wanted; });
+        return lower(at.name) == wanted ||
+               std::ranges::any_of(at.aliases, [&](const auto& alias) { return lower(alias) == wanted; });
     });
     return found == chips.end() ? nullptr : &*found;
 }

@@ -20,7 +20,8 @@ struct chip {
 /// The chips of one file's text. Throws chip_error.
 std::vector<chip> read_chips(std::string_view text, std::string_view file);
 
-/// The chips of all files, in order. Throws chip_error where one is wrong, cannot be read, or where a name stands twice.
+/// The chips of all files, in order. Throws chip_error where one is wrong, cannot be read, or where a name stands
+/// twice.
 std::vector<chip> load_chips(const std::vector<std::filesystem::path>& files);
 
 /// Every *.chip file of a folder, by name. Throws chip_error where the folder cannot be read.

@@ -59,9 +59,11 @@ private:
         const auto to = std::min(line.rest.find(' ', from), line.rest.size());
         chip.name = line.rest.substr(from, to - from);
         if (!good_device_name(chip.name))
-            throw chip_error{file_, line.line, "found \"" + chip.name + "\" where a name of 1 to 11 letters and digits was expected"};
+            throw chip_error{file_, line.line,
+                             "found \"" + chip.name + "\" where a name of 1 to 11 letters and digits was expected"};
         const auto text = line.rest.find_first_not_of(' ', to);
-        if (text != std::string::npos) chip.description = line.rest.substr(text, line.rest.find_last_not_of(" \t") + 1 - text);
+        if (text != std::string::npos)
+            chip.description = line.rest.substr(text, line.rest.find_last_not_of(" \t") + 1 - text);
         chips_.push_back(std::move(chip));
     }
 
@@ -69,7 +71,8 @@ private:
     {
         do {
             auto name = in.word("a name");
-            if (!good_device_name(name)) in.refuse("found \"" + name + "\" where a name of 1 to 11 letters and digits was expected");
+            if (!good_device_name(name))
+                in.refuse("found \"" + name + "\" where a name of 1 to 11 letters and digits was expected");
             chip.aliases.push_back(std::move(name));
         } while (!in.done());
     }
@@ -79,8 +82,10 @@ private:
         if (!chip.pins.empty()) in.refuse("the pins of chip " + chip.name + " stand twice");
         do chip.pins.push_back(in.name("a pin name"));
         while (!in.done());
-        if (chip.pins.size() % 2 != 0) in.refuse("found " + std::to_string(chip.pins.size()) + " pins where an even number was expected");
-        if (chip.pins.size() > most_pins) in.refuse("found " + std::to_string(chip.pins.size()) + " pins where at most 40 were expected");
+        if (chip.pins.size() % 2 != 0)
+            in.refuse("found " + std::to_string(chip.pins.size()) + " pins where an even number was expected");
+        if (chip.pins.size() > most_pins)
+            in.refuse("found " + std::to_string(chip.pins.size()) + " pins where at most 40 were expected");
     }
 
     void open_part(token_walk& in, chip_text& chip)
@@ -138,9 +143,12 @@ private:
             while (!in.done());
         } else {
             made.targets = read_names(in);
-            if (in.take(":")) clauses(in, made);
-            else if (in.take("=")) equation(in, made);
-            else in.wrong("\"=\" or \":\"");
+            if (in.take(":"))
+                clauses(in, made);
+            else if (in.take("="))
+                equation(in, made);
+            else
+                in.wrong("\"=\" or \":\"");
         }
         in.expect_end();
         return made;

@@ -9,11 +9,13 @@
 
 namespace tamrix::sim {
 
-/// A chip file says something that cannot be: "FILE:LINE: what was found, what was expected".
+/// A chip file says something that cannot be: "FILE:LINE: what was found, what was expected". Line 0: the file as a
+/// whole.
 class chip_error : public std::runtime_error {
 public:
     chip_error(std::string_view file, int line, std::string_view text)
-        : std::runtime_error{std::string{file} + ":" + std::to_string(line) + ": " + std::string{text}}
+        : std::runtime_error{std::string{file} + (line > 0 ? ":" + std::to_string(line) : "") + ": " +
+                             std::string{text}}
     {}
 };
 
@@ -63,7 +65,18 @@ struct use_text {
     std::vector<std::string> arguments;
 };
 
-enum class statement_kind : std::uint8_t { wire, tri_state, open_collector, registers, let, avoid, never, keep, pulse, use };
+enum class statement_kind : std::uint8_t {
+    wire,
+    tri_state,
+    open_collector,
+    registers,
+    let,
+    avoid,
+    never,
+    keep,
+    pulse,
+    use
+};
 
 struct statement {
     statement_kind kind = statement_kind::wire;

@@ -39,7 +39,8 @@ struct pin {
     bool pulse_only = false;  // rests low: what happens while it is high is not told
 };
 
-/// A condition on the way from one row to the next: with pins, these must not change while it is 1; without, it is never 1.
+/// A condition on the way from one row to the next: with pins, these must not change while it is 1; without, it is
+/// never 1.
 struct caution {
     gate_id condition = 0;
     std::vector<std::size_t> pins;

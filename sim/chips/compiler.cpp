@@ -37,7 +37,8 @@ void compiler::declare_pins()
             auto& place = made.role == pin_role::vcc ? made_.vcc : made_.gnd;
             if (place >= 0) fail(chip_.line, "chip " + chip_.name + " has a second pin " + name);
             place = static_cast<int>(i);
-        } else if (made.role == pin_role::input && !symbols_.try_emplace(name, symbol{symbol_kind::pin_node, i, nullptr, 0}).second) {
+        } else if (made.role == pin_role::input &&
+                   !symbols_.try_emplace(name, symbol{symbol_kind::pin_node, i, nullptr, 0}).second) {
             fail(chip_.line, "chip " + chip_.name + " has a second pin " + name);
         }
         made_.pins.push_back(made);
@@ -51,7 +52,8 @@ void compiler::declare(const placed_statement& from)
 {
     if (from.text->kind == statement_kind::let) {
         const auto name = from.where->full(from.text->targets.front());
-        if (!symbols_.try_emplace(name, symbol{symbol_kind::let, 0, &from, 0}).second) fail(from.text->line, name + " stands twice");
+        if (!symbols_.try_emplace(name, symbol{symbol_kind::let, 0, &from, 0}).second)
+            fail(from.text->line, name + " stands twice");
         return;
     }
     if (!is_output(from.text->kind) && from.text->kind != statement_kind::registers) return;
@@ -69,7 +71,8 @@ void compiler::declare_target(const placed_statement& from, std::size_t bit)
     const auto [place, fresh] = symbols_.try_emplace(name, made);
     if (fresh) {
         if (role_of(name) != pin_role::input) fail(line, name + " cannot be driven");
-        if (!is_register && from.text->kind != statement_kind::wire) fail(line, name + " is no pin and cannot be let go");
+        if (!is_register && from.text->kind != statement_kind::wire)
+            fail(line, name + " is no pin and cannot be let go");
         return;
     }
     if (place->second.kind != symbol_kind::pin_node || made_.pins[place->second.index].role != pin_role::input)
@@ -78,7 +81,8 @@ void compiler::declare_target(const placed_statement& from, std::size_t bit)
     at.role = pin_role::output;
     at.open_collector = from.text->kind == statement_kind::open_collector;
     // What a pin reads that is let go at times is the level at the pin; the others read what they drive.
-    if (is_register) at.value = build_.input(gate_kind::reg, static_cast<gate_id>(made.index)), at.enable = gate_builder::one;
+    if (is_register)
+        at.value = build_.input(gate_kind::reg, static_cast<gate_id>(made.index)), at.enable = gate_builder::one;
     if (is_register || from.text->kind == statement_kind::wire) place->second = made;
 }
 
@@ -114,7 +118,8 @@ void compiler::outputs(const placed_statement& from)
         enable = fit(value_of(from.text->condition, *from.where), value.size(), from.text->line);
     for (std::size_t bit = 0; bit < value.size(); ++bit) {
         const bool open = from.text->kind == statement_kind::open_collector;
-        output_pin(from, bit, open ? gate_builder::zero : value.of[bit], open ? build_.invert(value.of[bit]) : enable.of[bit]);
+        output_pin(from, bit, open ? gate_builder::zero : value.of[bit],
+                   open ? build_.invert(value.of[bit]) : enable.of[bit]);
     }
 }
 
@@ -190,7 +195,8 @@ const bits& compiler::statement_value(const placed_statement& from)
         auto value = fit(value_of(from.text->value, *from.where), from.text->targets.size(), from.text->line);
         place->second = std::move(value);
     }
-    if (!place->second) fail(from.text->line, from.text->targets.front() + " depends on itself without a register between");
+    if (!place->second)
+        fail(from.text->line, from.text->targets.front() + " depends on itself without a register between");
     return *place->second;
 }
 
@@ -211,7 +217,8 @@ bits compiler::name(const expression& text, const scope& where)
     if (name == "0" || name == "1") return {{name == "1" ? gate_builder::one : gate_builder::zero}, false};
     auto found = symbols_.find(name);
     if (found == symbols_.end()) found = symbols_.find(text.name);  // a part sees the chip around it
-    if (found == symbols_.end()) fail(text.line, "found \"" + text.name + "\", which is no pin, no wire and no register of the chip");
+    if (found == symbols_.end())
+        fail(text.line, "found \"" + text.name + "\", which is no pin, no wire and no register of the chip");
     const auto& at = found->second;
     if (at.kind == symbol_kind::reg) return {{build_.input(gate_kind::reg, static_cast<gate_id>(at.index))}, false};
     if (at.kind == symbol_kind::wire) return {{statement_value(*at.from).of[at.bit]}, false};

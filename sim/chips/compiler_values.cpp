@@ -101,7 +101,8 @@ bits compiler::bitwise(const expression& text, const scope& where)
     for (std::size_t i = 1; i < text.parts.size(); ++i) {
         auto next = value_of(text.parts[i], where);
         match(made, next, text.line, true);
-        for (std::size_t bit = 0; bit < made.size(); ++bit) made.of[bit] = combine(text.what, made.of[bit], next.of[bit]);
+        for (std::size_t bit = 0; bit < made.size(); ++bit)
+            made.of[bit] = combine(text.what, made.of[bit], next.of[bit]);
     }
     return made;
 }
@@ -122,7 +123,8 @@ bits compiler::comparison(const expression& text, const scope& where)
     if (text.what == term::below) return {{build_.below(a, b)}, false};
     if (text.what == term::above) return {{build_.below(b, a)}, false};
     auto differ = gate_builder::zero;
-    for (std::size_t bit = 0; bit < a.size(); ++bit) differ = build_.either(differ, build_.differ(a.of[bit], b.of[bit]));
+    for (std::size_t bit = 0; bit < a.size(); ++bit)
+        differ = build_.either(differ, build_.differ(a.of[bit], b.of[bit]));
     return {{text.what == term::differs ? differ : build_.invert(differ)}, false};
 }
 
@@ -148,7 +150,8 @@ bits compiler::select(const expression& text, const scope& where)
     auto items = value_of(text.parts[0], where);
     const auto index = value_of(text.parts[1], where);
     if (index.size() > 6 || items.size() != std::size_t{1} << index.size())
-        fail(text.line, "found " + std::to_string(items.size()) + " items for a selection by " + std::to_string(index.size()) + " bits");
+        fail(text.line, "found " + std::to_string(items.size()) + " items for a selection by " +
+                            std::to_string(index.size()) + " bits");
     for (auto bit = index.size(); bit-- > 0;) {
         bits half;
         for (std::size_t i = 0; i < items.size(); i += 2)

@@ -161,7 +161,8 @@ private:
             if (made.has_else) in_.wrong("\")\" after the else row");
             made.has_else = in_.take("else");
             auto row = in_.word("a row of 0 and 1");
-            if (row.find_first_not_of("01") != std::string::npos) in_.refuse("found \"" + row + "\" where a row of 0 and 1 was expected");
+            if (row.find_first_not_of("01") != std::string::npos)
+                in_.refuse("found \"" + row + "\" where a row of 0 and 1 was expected");
             made.rows.push_back(std::move(row));
         }
         return made;
@@ -174,7 +175,9 @@ public:
         in_.expect("..");
         const auto to = in_.name("a name");
         auto names = name_range(from, to);
-        if (names.empty()) in_.refuse("\"" + from + ".." + to + "\" is no range: the names must differ in one number or in the last letter");
+        if (names.empty())
+            in_.refuse("\"" + from + ".." + to +
+                       "\" is no range: the names must differ in one number or in the last letter");
         return names;
     }
 

@@ -64,7 +64,8 @@ gate_id gate_builder::choose(gate_id which, gate_id yes, gate_id no)
 bits gate_builder::number(std::uint32_t value)
 {
     bits made{{}, true};
-    for (auto rest = value; rest != 0 || made.of.empty(); rest >>= 1) made.of.insert(made.of.begin(), rest & 1 ? one : zero);
+    for (auto rest = value; rest != 0 || made.of.empty(); rest >>= 1)
+        made.of.insert(made.of.begin(), rest & 1 ? one : zero);
     return made;
 }
 

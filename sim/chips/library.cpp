@@ -47,7 +47,8 @@ std::string header(const std::vector<library_entry>& entries)
     for (const auto& at : entries) {
         line += static_cast<char>(at.name.size());
         const auto earlier = upper(line).find(upper(at.name));
-        if (earlier != std::string::npos) refuse(at, "the name " + at.name + " stands inside a name before it in the library");
+        if (earlier != std::string::npos)
+            refuse(at, "the name " + at.name + " stands inside a name before it in the library");
         line += at.name;
     }
     line += '*';
@@ -73,7 +74,8 @@ std::vector<rival> rivals_of(const std::vector<chip>& chips, const chip& own)
     std::vector<rival> made;
     for (const auto& other : chips) {
         const auto& plan = *other.plan;
-        if (&other != &own && plan.pins.size() == own.plan->pins.size() && plan.vcc == own.plan->vcc && plan.gnd == own.plan->gnd)
+        if (&other != &own && plan.pins.size() == own.plan->pins.size() && plan.vcc == own.plan->vcc &&
+            plan.gnd == own.plan->gnd)
             made.push_back({other.name, other.plan});
     }
     return made;
@@ -82,7 +84,8 @@ std::vector<rival> rivals_of(const std::vector<chip>& chips, const chip& own)
 std::string percent(std::size_t part, std::size_t whole)
 {
     char text[32];
-    std::snprintf(text, sizeof text, "%.2f %%", whole == 0 ? 100.0 : 100.0 * static_cast<double>(part) / static_cast<double>(whole));
+    std::snprintf(text, sizeof text, "%.2f %%",
+                  whole == 0 ? 100.0 : 100.0 * static_cast<double>(part) / static_cast<double>(whole));
     return text;
 }
 
@@ -110,19 +113,20 @@ std::string coverage_text(const std::vector<chip>& chips, const std::vector<vect
     for (std::size_t i = 0; i < chips.size(); ++i) {
         const auto& set = sets[i];
         char line[96];
-        std::snprintf(line, sizeof line, "%-11s  %4zu  %4zu  %6zu  %5zu  %s\n", chips[i].name.c_str(), set.pins, set.rows.size(),
-                      set.faults, set.found, percent(set.found, set.faults).c_str());
+        std::snprintf(line, sizeof line, "%-11s  %4zu  %4zu  %6zu  %5zu  %s\n", chips[i].name.c_str(), set.pins,
+                      set.rows.size(), set.faults, set.found, percent(set.found, set.faults).c_str());
         text += line;
         for (const auto& at : set.missed)
-            text += "    missed: " + at.pin + (at.high ? " stuck at 1, and open: " : " stuck at 0: ") + at.reason + "\n";
+            text +=
+                "    missed: " + at.pin + (at.high ? " stuck at 1, and open: " : " stuck at 0: ") + at.reason + "\n";
         for (const auto& twin : set.twins) text += "    passes as well: " + twin + "\n";
         const auto copies = 1 + chips[i].aliases.size();
         devices += copies;
         faults += copies * set.faults;
         found += copies * set.found;
     }
-    return text + std::to_string(devices) + " devices, " + std::to_string(found) + " of " + std::to_string(faults) + " faults found, " +
-           percent(found, faults) + "\n";
+    return text + std::to_string(devices) + " devices, " + std::to_string(found) + " of " + std::to_string(faults) +
+           " faults found, " + percent(found, faults) + "\n";
 }
 
 }  // namespace tamrix::sim

@@ -35,7 +35,8 @@ bool can_be_shown(const circuit& plan, const pin_fault& fault, const std::vector
         good.settle();
         bad.settle();
         for (std::size_t pin = 0; pin < plan.pins.size(); ++pin)
-            if (plan.pins[pin].role == pin_role::output && shown(good, pin) != (pin == fault.pin ? stuck : shown(bad, pin)))
+            if (plan.pins[pin].role == pin_role::output &&
+                shown(good, pin) != (pin == fault.pin ? stuck : shown(bad, pin)))
                 return true;
     }
     return false;

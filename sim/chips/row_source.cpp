@@ -44,8 +44,10 @@ void row_source::turn_bus(row_acts& row, random_source& random) const
     for (const auto& bus : buses_) {
         const auto chance = random.below(100);
         for (const auto pin : bus) {
-            if (chance < 25) row[pin] = act::release;
-            else if (chance < 50 || (chance < 75 && row[pin] != act::release)) row[pin] = any_level(pin, random);
+            if (chance < 25)
+                row[pin] = act::release;
+            else if (chance < 50 || (chance < 75 && row[pin] != act::release))
+                row[pin] = any_level(pin, random);
         }
     }
 }

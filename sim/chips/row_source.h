@@ -31,7 +31,7 @@ private:
     };
     std::vector<handling> roles_;
     std::vector<std::size_t> inputs_, clocks_, kept_;  // kept_: change at certain times only
-    std::vector<std::vector<std::size_t>> buses_;  // pins of `both` that turn together
+    std::vector<std::vector<std::size_t>> buses_;      // pins of `both` that turn together
 };
 
 }  // namespace tamrix::sim

@@ -10,7 +10,9 @@ const part_text& part_of(const chip_text& chip, const use_text& use, int line)
     const auto found = std::ranges::find(chip.parts, use.part, &part_text::name);
     if (found == chip.parts.end()) throw chip_error{chip.file, line, "there is no part " + use.part};
     if (found->parameters.size() != use.arguments.size())
-        throw chip_error{chip.file, line, "found " + std::to_string(use.arguments.size()) + " names where part " + use.part + " takes " + std::to_string(found->parameters.size())};
+        throw chip_error{chip.file, line,
+                         "found " + std::to_string(use.arguments.size()) + " names where part " + use.part + " takes " +
+                             std::to_string(found->parameters.size())};
     return *found;
 }
 

@@ -12,7 +12,7 @@ namespace tamrix::sim {
 
 /// Where a statement stands: at the chip's level, or in one use of a part.
 struct scope {
-    std::string prefix;                           // in front of names of its own
+    std::string prefix;                            // in front of names of its own
     std::map<std::string, std::string> arguments;  // of a part: parameter to outer name
 
     /// The name in the chip as a whole; that of a shorthand or of a part's own wire has the prefix.
@@ -32,9 +32,9 @@ enum class symbol_kind : std::uint8_t { pin_node, wire, reg, let };
 
 struct symbol {
     symbol_kind kind = symbol_kind::pin_node;
-    std::size_t index = 0;            // of the pin or register
-    const placed_statement* from{};   // of a wire or shorthand
-    std::size_t bit = 0;              // of a wire: which target
+    std::size_t index = 0;           // of the pin or register
+    const placed_statement* from{};  // of a wire or shorthand
+    std::size_t bit = 0;             // of a wire: which target
 };
 
 /// All statements of the chip, each use of a part as statements of its own. Throws chip_error.

@@ -63,31 +63,35 @@ void tester::make(std::vector<change>& changes)
     rest();
 }
 
-std::size_t tester::place_in_order(order how, const std::vector<change>& changes, std::size_t which, std::size_t salt) const
+/// For every change the step in which it is made.
+std::vector<std::size_t> tester::steps_of(order how, const std::vector<change>& changes, std::size_t salt) const
 {
-    const auto pin = changes[which].pin;
-    switch (how) {
-    case order::ports_upward: return group(pin);
-    case order::ports_downward: return 5 - group(pin);
-    case order::pins_upward: return which;
-    case order::pins_downward: return changes.size() - 1 - which;
-    case order::at_once: return 0;
-    case order::shuffled: break;
+    std::vector<std::size_t> steps(changes.size());
+    std::vector<std::uint64_t> keys;
+    for (std::size_t i = 0; i < changes.size(); ++i) {
+        const auto pin = changes[i].pin;
+        switch (how) {
+        case order::ports_upward: steps[i] = group(pin); break;
+        case order::ports_downward: steps[i] = 5 - group(pin); break;
+        case order::pins_upward: steps[i] = i; break;
+        case order::pins_downward: steps[i] = changes.size() - 1 - i; break;
+        case order::at_once: break;
+        case order::shuffled: keys.push_back(mix(seed_ ^ (rows_ << 20) ^ (salt << 10) ^ pin)); break;
+        }
     }
-    const auto key = [&](std::size_t other) { return mix(seed_ ^ (rows_ << 20) ^ (salt << 10) ^ changes[other].pin); };
-    const auto own = key(which);
-    std::size_t place = 0;
-    for (std::size_t other = 0; other < changes.size(); ++other) place += key(other) < own ? 1 : 0;
-    return place;
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        for (const auto key : keys) steps[i] += key < keys[i] ? 1 : 0;
+    return steps;
 }
 
 void tester::make_in_order(const std::vector<change>& changes)
 {
     const auto steps = std::max<std::size_t>(changes.size(), 6);
     std::vector<word> when(steps * changes.size());  // the lanes in which a change belongs to a step
-    for (std::size_t salt = 0; salt < orders_.size(); ++salt)
-        for (std::size_t which = 0; which < changes.size(); ++which)
-            when[place_in_order(orders_[salt].how, changes, which, salt) * changes.size() + which] |= orders_[salt].lanes;
+    for (std::size_t salt = 0; salt < orders_.size(); ++salt) {
+        const auto own = steps_of(orders_[salt].how, changes, salt);
+        for (std::size_t i = 0; i < changes.size(); ++i) when[own[i] * changes.size() + i] |= orders_[salt].lanes;
+    }
     for (std::size_t step = 0; step < steps; ++step) {
         bool any = false;
         for (std::size_t which = 0; which < changes.size(); ++which) {

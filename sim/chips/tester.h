@@ -47,7 +47,7 @@ private:
     };
     void make(std::vector<change>& changes);
     void make_in_order(const std::vector<change>& changes);
-    std::size_t place_in_order(order how, const std::vector<change>& changes, std::size_t which, std::size_t salt) const;
+    std::vector<std::size_t> steps_of(order how, const std::vector<change>& changes, std::size_t salt) const;
     std::size_t group(std::size_t pin) const;
     void take(const change& what, word where);
     void rest();

@@ -9,10 +9,7 @@ namespace {
 
 constexpr std::size_t largest_statement = 4000;  // tokens
 
-bool in_word(char c)
-{
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
-}
+bool in_word(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_'; }
 
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
@@ -61,7 +58,8 @@ private:
             while (next < text.size() && in_word(text[next])) ++next;
             const bool word = next > at;
             if (!word) next = at + sign_length(text.substr(at), number);
-            tokens.push_back({word ? token::kind::word : token::kind::sign, std::string{text.substr(at, next - at)}, number});
+            tokens.push_back(
+                {word ? token::kind::word : token::kind::sign, std::string{text.substr(at, next - at)}, number});
             if (tokens.size() > largest_statement) throw chip_error{file_, number, "the statement is too long"};
             count_brackets(tokens.back());
             at = next;
@@ -116,14 +114,16 @@ std::optional<numbered> letter_at_end(const std::string& name)
     return numbered{name.substr(0, name.size() - 1), "", static_cast<unsigned char>(name.back())};
 }
 
-std::vector<std::string> count_over(const std::optional<numbered>& from, const std::optional<numbered>& to, bool letters)
+std::vector<std::string> count_over(const std::optional<numbered>& from, const std::optional<numbered>& to,
+                                    bool letters)
 {
     if (!from || !to || from->before != to->before || from->after != to->after) return {};
     if (std::abs(from->number - to->number) > 63) return {};
     std::vector<std::string> names;
     const int step = from->number <= to->number ? 1 : -1;
     for (int n = from->number; n != to->number + step; n += step)
-        names.push_back(from->before + (letters ? std::string(1, static_cast<char>(n)) : std::to_string(n)) + from->after);
+        names.push_back(from->before + (letters ? std::string(1, static_cast<char>(n)) : std::to_string(n)) +
+                        from->after);
     return names;
 }
 
@@ -172,9 +172,11 @@ std::string token_walk::word(std::string_view expected)
 
 std::string token_walk::name(std::string_view expected)
 {
-    constexpr std::array<std::string_view, 19> reserved{"when", "open",  "rise", "fall", "while", "clear", "set",   "let", "avoid", "never", "keep",
-                                                        "part", "pulse", "use",  "else", "decode", "select", "table", "collector"};
-    if (!done() && (is_number(peek().text) || std::ranges::find(reserved, peek().text) != reserved.end())) wrong(expected);
+    constexpr std::array<std::string_view, 19> reserved{"when", "open",   "rise",   "fall",  "while",    "clear", "set",
+                                                        "let",  "avoid",  "never",  "keep",  "part",     "pulse", "use",
+                                                        "else", "decode", "select", "table", "collector"};
+    if (!done() && (is_number(peek().text) || std::ranges::find(reserved, peek().text) != reserved.end()))
+        wrong(expected);
     return word(expected);
 }
 

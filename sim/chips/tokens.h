@@ -30,7 +30,10 @@ public:
     token_walk(const statement_line& from, std::string_view file) : tokens_{from.tokens}, line_{from.line}, file_{file}
     {}
 
-    const token& peek(std::size_t ahead = 0) const { return at_ + ahead < tokens_.size() ? tokens_[at_ + ahead] : end_; }
+    const token& peek(std::size_t ahead = 0) const
+    {
+        return at_ + ahead < tokens_.size() ? tokens_[at_ + ahead] : end_;
+    }
     bool done() const { return at_ >= tokens_.size(); }
     bool is(std::string_view text) const { return !done() && peek().text == text; }
     bool take(std::string_view text)

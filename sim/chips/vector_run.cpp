@@ -9,12 +9,14 @@
 namespace tamrix::sim {
 namespace {
 
-/// Five fixed orders and eleven shuffled ones, four lanes each.
+/// Five fixed orders, the others shuffled: with so many, any three pins have changed in all their orders.
 std::vector<order_lanes> many_orders()
 {
     std::vector<order_lanes> made;
-    constexpr std::array fixed{order::ports_upward, order::ports_downward, order::pins_upward, order::pins_downward, order::at_once};
-    for (std::size_t i = 0; i < 16; ++i) made.push_back({i < fixed.size() ? fixed[i] : order::shuffled, word{0x0001000100010001} << i});
+    constexpr std::array fixed{order::ports_upward, order::ports_downward, order::pins_upward, order::pins_downward,
+                               order::at_once};
+    for (std::size_t lane = 0; lane < 64; ++lane)
+        made.push_back({lane < fixed.size() ? fixed[lane] : order::shuffled, word{1} << lane});
     return made;
 }
 
@@ -87,7 +89,6 @@ good_run::good_run(std::shared_ptr<const circuit> plan)
     : socket_{plan, many_orders(), 1}, reach_{reach_of(*plan)}, known_(plan->registers.size())
 {
     random_source random{std::uint64_t{2}};
-    // The order of a lane and its power-up state are not tied to each other: lanes 0 and 1 have many companions.
     const auto registers = random_words(plan->registers.size(), random);
     auto levels = random_words(plan->pins.size(), random);
     for (auto& each : levels) each |= 1;  // before a run the ports are released and pulled up
@@ -131,12 +132,12 @@ bool good_run::careless(const row_acts& row) const
 {
     const auto& cautions = socket_.plan().cautions;
     if (last_.empty())
-        return std::ranges::any_of(cautions, [this](const caution& at) {
-            return at.pins.empty() && socket_.chip().gate(at.condition) != 0;
-        });
+        return std::ranges::any_of(
+            cautions, [this](const caution& at) { return at.pins.empty() && socket_.chip().gate(at.condition) != 0; });
     const auto level_changes = [&](std::size_t pin) { return (row[pin] == act::high) != (last_[pin] == act::high); };
     for (std::size_t i = 0; i < cautions.size(); ++i)
-        if (socket_.met(i) != 0 && (cautions[i].pins.empty() || std::ranges::any_of(cautions[i].pins, level_changes))) return true;
+        if (socket_.met(i) != 0 && (cautions[i].pins.empty() || std::ranges::any_of(cautions[i].pins, level_changes)))
+            return true;
     return false;
 }
 
@@ -164,21 +165,25 @@ char good_run::letter(std::size_t pin, act done) const
     return level != 0 ? 'H' : 'L';
 }
 
-faulty_runs::faulty_runs(const std::shared_ptr<const circuit>& plan, const std::vector<pin_fault>& faults) : count_{faults.size()}
+faulty_runs::faulty_runs(const std::shared_ptr<const circuit>& plan, const std::vector<pin_fault>& faults)
+    : count_{faults.size()}
 {
-    constexpr std::array<order, scenarios> orders{order::ports_upward, order::ports_downward, order::shuffled, order::at_once};
+    constexpr std::array<order, scenarios> orders{order::pins_upward, order::pins_downward, order::shuffled,
+                                                  order::at_once};
     random_source random{std::uint64_t{3}};
     for (std::size_t first = 0; first < count_; first += 64) {
         for (std::size_t scenario = 0; scenario < scenarios; ++scenario) {
             const auto lanes = std::min<std::size_t>(64, count_ - first);
-            batch made{{plan, {{orders[scenario], all_lanes}}, 17 + scenario}, first, 0, lanes == 64 ? all_lanes : (word{1} << lanes) - 1};
+            batch made{{plan, {{orders[scenario], all_lanes}}, 17 + scenario},
+                       first,
+                       0,
+                       lanes == 64 ? all_lanes : (word{1} << lanes) - 1};
             std::vector<word> registers(plan->registers.size()), levels(plan->pins.size(), all_lanes);
             for (auto& each : registers) each = scenario == 0 ? 0 : scenario == 1 ? all_lanes : random.bits();
             if (scenario == 1) std::ranges::fill(levels, 0);
             if (scenario == 2)
                 for (auto& each : levels) each = random.bits();
-            for (std::size_t lane = 0; lane < lanes; ++lane)
-                stick(made.socket, faults[first + lane], word{1} << lane);
+            for (std::size_t lane = 0; lane < lanes; ++lane) stick(made.socket, faults[first + lane], word{1} << lane);
             made.socket.power_up(registers, levels);
             batches_.push_back(std::move(made));
         }
@@ -212,8 +217,9 @@ std::size_t faulty_runs::found_count() const
 
 std::size_t faulty_runs::failed_runs() const
 {
-    return std::accumulate(batches_.begin(), batches_.end(), std::size_t{0},
-                           [](std::size_t sum, const batch& at) { return sum + static_cast<std::size_t>(std::popcount(at.failed)); });
+    return std::accumulate(batches_.begin(), batches_.end(), std::size_t{0}, [](std::size_t sum, const batch& at) {
+        return sum + static_cast<std::size_t>(std::popcount(at.failed));
+    });
 }
 
 }  // namespace tamrix::sim

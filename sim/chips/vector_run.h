@@ -1,5 +1,5 @@
-// A device under test as the maker of vectors follows it: the good chip in many orders and power-up states, and beside it
-// every faulty one.
+// A device under test as the maker of vectors follows it: the good chip in many orders and power-up states, and beside
+// it every faulty one.
 #pragma once
 
 #include "chips/tester.h"
@@ -18,8 +18,8 @@ struct pin_fault {
     std::size_t gate = none;  // an inner fault: the output of a gate
 };
 
-/// Every gate of the model stuck. They are not graded, since a real chip has others, but rows that show them as well are
-/// rows that look at all of what the chip does.
+/// Every gate of the model stuck. They are not graded, since a real chip has others, but rows that show them as well
+/// are rows that look at all of what the chip does.
 std::vector<pin_fault> inner_faults_of(const circuit& plan);
 
 /// Every signal pin stuck low and stuck high. A pin that is open reads high inside and outside, as one stuck high does.
@@ -30,8 +30,8 @@ class good_run {
 public:
     explicit good_run(std::shared_ptr<const circuit> plan);
 
-    /// The letters of the row, or nothing where tester and chip would fight, the chip's state would depend on the order,
-    /// or something that the chip asks to avoid happens. After a refused row the run is of no further use.
+    /// The letters of the row, or nothing where tester and chip would fight, the chip's state would depend on the
+    /// order, or something that the chip asks to avoid happens. After a refused row the run is of no further use.
     std::optional<std::string> apply(const row_acts& row);
     std::size_t known_registers() const;
     const tester& socket() const { return socket_; }
@@ -55,8 +55,8 @@ private:
     row_acts last_;
 };
 
-/// Chips that should fail: each fault in four runs, which differ in power-up state and order. Only what fails in all four
-/// counts as found.
+/// Chips that should fail: each fault in four runs, which differ in power-up state and order. Only what fails in all
+/// four counts as found.
 class faulty_runs {
 public:
     static constexpr std::size_t scenarios = 4;

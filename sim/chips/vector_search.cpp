@@ -26,7 +26,8 @@ row_acts vector_search::propose(const row_acts& last, int how, std::size_t posit
 bool vector_search::try_row(run_state& state, int how, played_rows& rows)
 {
     for (int tries = 0; tries < 6; ++tries) {
-        const auto row = propose(state.last, how, rows.size() + static_cast<std::size_t>(tries > 3 ? 0 : 2 * (rows.size() > 0)));
+        const auto row =
+            propose(state.last, how, rows.size() + static_cast<std::size_t>(tries > 3 ? 0 : 2 * (rows.size() > 0)));
         auto good = state.good;
         const auto letters = good.apply(row);
         if (!letters) continue;
@@ -55,13 +56,15 @@ std::optional<vector_search::attempt> vector_search::try_rows(const run_state& f
     return best;
 }
 
-std::optional<vector_search::attempt> vector_search::best_of(const run_state& from, std::size_t length, std::size_t attempts)
+std::optional<vector_search::attempt> vector_search::best_of(const run_state& from, std::size_t length,
+                                                             std::size_t attempts)
 {
     std::optional<attempt> best;
     for (std::size_t i = 0; i < attempts; ++i) {
         auto made = try_rows(from, length);
         if (!made) continue;
-        if (!best || made->gain * (best->rows.size() + 1) > best->gain * (made->rows.size() + 1)) best = std::move(made);
+        if (!best || made->gain * (best->rows.size() + 1) > best->gain * (made->rows.size() + 1))
+            best = std::move(made);
     }
     return best;
 }

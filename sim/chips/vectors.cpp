@@ -79,7 +79,8 @@ private:
         run_state state{good_run{plan_}, faulty_runs{plan_, rest}, {}};
         again = {};
         for (const auto& row : rows_.acts) state.play(row, again);
-        vector_search{*plan_, std::max(rows_.size(), std::min(limit_, most_inner_rows)), random_, longest_inner}.extend(state, again, rest.size(), 1);
+        vector_search{*plan_, std::max(rows_.size(), std::min(limit_, most_inner_rows)), random_, longest_inner}.extend(
+            state, again, rest.size(), 1);
         rows_ = std::move(again);
     }
 
@@ -108,9 +109,23 @@ private:
         for (std::size_t i = 0; i < faults_.size(); ++i) {
             const std::size_t weight = faults_[i].high ? 2 : 1;  // high and open
             made.faults += weight;
-            if (final_runs.found(i)) made.found += weight;
-            else made.missed.push_back({plan_->pins[faults_[i].pin].name, faults_[i].high, why_missed(*plan_, faults_[i], limit_)});
+            if (final_runs.found(i))
+                made.found += weight;
+            else
+                made.missed.push_back({plan_->pins[faults_[i].pin].name, faults_[i].high, reason(faults_[i])});
         }
+    }
+
+    std::string reason(const pin_fault& fault) const
+    {
+        const std::string_view other_level = fault.high ? "L0C" : "HZ1C";
+        const auto shows = [&](const std::string& row) {
+            return other_level.find(row[fault.pin]) != std::string_view::npos;
+        };
+        if (std::ranges::none_of(rows_.letters, shows))
+            return std::string{"the pin does not go "} + (fault.high ? "low" : "high") + " within the " +
+                   std::to_string(limit_) + " rows of a record";
+        return why_missed(*plan_, fault, limit_);
     }
 
     std::shared_ptr<const circuit> plan_;
@@ -124,7 +139,8 @@ private:
 
 std::size_t most_rows(std::size_t pins) { return std::min(most_counted, (longest_record - 21) / (pins + 1)); }
 
-vector_set make_vectors(const std::string& name, const std::shared_ptr<const circuit>& plan, const std::vector<rival>& rivals)
+vector_set make_vectors(const std::string& name, const std::shared_ptr<const circuit>& plan,
+                        const std::vector<rival>& rivals)
 {
     return vector_maker{name, plan}.make(rivals);
 }

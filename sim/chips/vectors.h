@@ -30,6 +30,7 @@ std::size_t most_rows(std::size_t pins);
 
 /// The same for the same arguments, on every machine. `rivals`: chips with the same pins and supply, which the rows are
 /// to tell from this one.
-vector_set make_vectors(const std::string& name, const std::shared_ptr<const circuit>& plan, const std::vector<rival>& rivals);
+vector_set make_vectors(const std::string& name, const std::shared_ptr<const circuit>& plan,
+                        const std::vector<rival>& rivals);
 
 }  // namespace tamrix::sim

@@ -19,13 +19,15 @@ TEST(tour, detects_converts_compares_and_shows_what_failures_say)
     EXPECT_THAT(result.out, HasSubstr("tamrix: damaged.hex:5: checksum "));
     EXPECT_THAT(result.out, HasSubstr("(exit status 1)"));
     EXPECT_THAT(result.out, HasSubstr("tamrix: --to-buffer 101: behind the end of the buffer (100)\n(exit status 2)"));
+    EXPECT_THAT(result.out, HasSubstr("--socket 7400\n7400: Vector Test OK!\n"));
+    EXPECT_THAT(result.out, HasSubstr("--fault \"pin 3 stuck 0\"\nExpected: V0002:"));
+    EXPECT_THAT(result.out, HasSubstr("$ tamrix ttl find --socket 74193\n40193\n74193\n"));
 }
 
 TEST(tour, runs_on_the_data_that_the_environment_names)
 {
     const temp_folder folder;
-    std::filesystem::create_directories(folder.path("samples"));
-    std::filesystem::copy(TAMRIX_SAMPLES "/blink.hex", folder.path("samples"));
+    std::filesystem::copy(TAMRIX_SAMPLES "/..", folder.path("."), std::filesystem::copy_options::recursive);
     const auto result = tamrix_command({"tour"}, {.environment = {"TAMRIX_DATA=" + folder.path("")}});
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.out, HasSubstr("A tour on " + folder.path("samples/blink.hex")));

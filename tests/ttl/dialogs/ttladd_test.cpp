@@ -1,6 +1,6 @@
 #include "ttl/ttladd.h"
 
-#include "ttl_dialogs/dialog_fixture.h"
+#include "ttl/dialogs/dialog_fixture.h"
 
 #include <functional>
 

@@ -3,7 +3,7 @@
 #include "entry/all_dialogs.h"
 #include "ttl/ttledit.h"
 #include "ttl/ttltest.h"
-#include "ttl_dialogs/dialog_fixture.h"
+#include "ttl/dialogs/dialog_fixture.h"
 
 #include <algorithm>
 

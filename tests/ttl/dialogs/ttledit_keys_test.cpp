@@ -1,5 +1,5 @@
 // What each key does in the grid of the vector editor.
-#include "ttl_dialogs/ttledit_fixture.h"
+#include "ttl/dialogs/ttledit_fixture.h"
 
 namespace tamrix {
 namespace {

@@ -1,6 +1,6 @@
 #include "ttl/ttledit.h"
 
-#include "ttl_dialogs/ttledit_fixture.h"
+#include "ttl/dialogs/ttledit_fixture.h"
 
 #include <random>
 

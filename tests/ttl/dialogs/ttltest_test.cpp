@@ -2,7 +2,7 @@
 
 #include "ttl/ttladd.h"
 #include "ttl/ttledit.h"
-#include "ttl_dialogs/dialog_fixture.h"
+#include "ttl/dialogs/dialog_fixture.h"
 
 #include <functional>
 
