@@ -60,6 +60,8 @@ public:
     const programmer_choice& programmer() const { return programmer_; }
 
     bool offers(const char* method) const { return library_.offers(plug_in_.get(), method) != 0; }
+    /// How far a method that takes its time has come, in percent.
+    int progress() const { return std::as_const(*blocks_).value<std::uint8_t>("prgmode", 1); }
     /// Calls an entry method and collects what it told.
     outcome run(const std::function<reply(Clstamrix&)>& method);
     outcome load(std::string file, std::int16_t format);

@@ -59,11 +59,12 @@ main_frame::main_frame(const start_options& options)
 {
     SetName("main");
     SetIcon(wxIcon{to_wx(data_folder_ + "icons/tamrix.png"), wxBITMAP_TYPE_PNG});
+    SetSize(FromDIP(wxSize{1080, 720}));
     choose_programmer(options);
     build_panels();
     build_menus();
     build_tool_bar();
-    const std::array<int, status_fields> widths{-4, -2, -3, -3, -2, -2};
+    const std::array<int, status_fields> widths{-3, -2, -3, -3, -3, -3};
     CreateStatusBar(status_fields)->SetStatusWidths(status_fields, widths.data());
     recent_.Load(*wxConfigBase::Get());
     update_title();
@@ -75,7 +76,6 @@ main_frame::main_frame(const start_options& options)
     attempt("The programmer cannot be attached", [&] { attach_programmer(); });
     show_socket();
 
-    SetSize(FromDIP(wxSize{1080, 720}));
     SetMinSize(FromDIP(wxSize{640, 420}));
     wxPersistenceManager::Get().RegisterAndRestore(this);
     hex_view_->SetFocus();
@@ -96,6 +96,10 @@ void main_frame::build_panels()
     sides_->AddPage(device_panel_, "Devices");
     build_socket_panel(sides_);
     sides_->AddPage(socket_panel_, "Socket");
+    for (wxWindow* page : {static_cast<wxWindow*>(device_panel_), static_cast<wxWindow*>(socket_panel_)}) {
+        page->SetSize(FromDIP(wxSize{330, 640}));  // the toolkit complains of lists that first show without any room
+        page->Layout();
+    }
     auto* right = new wxSplitterWindow{sides, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxSP_LIVE_UPDATE};
     auto* buffer_panel = new wxPanel{right};
     hex_view_ = new hex_view{buffer_panel};

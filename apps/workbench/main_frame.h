@@ -63,8 +63,7 @@ private:
                     std::function<void()> action);
     void add_call(wxMenu* menu, const char* label, const wxString& help, const char* method, method_call call);
     using logic_call = std::function<reply(Clstamrix&, std::string& folder, bool16& hardware)>;
-    void add_logic_call(wxMenu* menu, const char* label, const wxString& help, const char* method, logic_call call,
-                        bool tells_hazards = true);
+    void add_logic_call(wxMenu* menu, const char* label, const wxString& help, const char* method, logic_call call);
     void update_menus();
 
     /// The programmer: the simulated one, unless the command line or the environment name another.
@@ -77,9 +76,9 @@ private:
     void socket_changed(bool through);
     void show_socket();
     void open_page(wxWindow* page);
-    /// Calls a method of the logic test with the folder of the person's own libraries. `tells_hazards` is false where
-    /// it is in the nature of the method that outputs of the chip are driven.
-    void logic_method(const wxString& what, bool tells_hazards, const logic_call& call);
+    /// Calls a method of the logic test with the folder of the person's own libraries.
+    void logic_method(const wxString& what, const logic_call& call);
+    void find_logic_device();
     void tell_hazards();
 
     void select_device(const host::device_preset& device);

@@ -44,10 +44,10 @@ void main_frame::add_call(wxMenu* menu, const char* label, const wxString& help,
 }
 
 void main_frame::add_logic_call(wxMenu* menu, const char* label, const wxString& help, const char* method,
-                                logic_call call, bool tells_hazards)
+                                logic_call call)
 {
-    add_method(menu, label, help, method, [this, label, tells_hazards, call = std::move(call)] {
-        logic_method(wxMenuItem::GetLabelText(to_wx(label)) + " failed", tells_hazards, call);
+    add_method(menu, label, help, method, [this, label, call = std::move(call)] {
+        logic_method(wxMenuItem::GetLabelText(to_wx(label)) + " failed", call);
     });
 }
 
@@ -158,11 +158,8 @@ wxMenu* main_frame::test_menu()
                        std::uint8_t icsum = 0;
                        return plug_in.mnutesteditttllib0(icsum, hardware, folder);
                    });
-    constexpr bool without_hazards = false;  // vectors of other devices drive the outputs of this one
-    add_logic_call(
-        menu, "&Find Logic Device…\tF6", "Tell which logic device is in the socket", "mnutestautofind0",
-        [](Clstamrix& plug_in, std::string& folder, bool16&) { return plug_in.mnutestautofind0(folder); },
-        without_hazards);
+    add_method(menu, "&Find Logic Device…\tF6", "Tell which logic device is in the socket", "mnutestautofind0",
+               [this] { find_logic_device(); });
     add_call(menu, "&Vector Test", "Run the vectors of the selected device", "vecttest0", [](Clstamrix& plug_in) {
         std::uint8_t mode = 0, vectors = 0, note = 0;
         bool16 hardware = bool16_false;

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 
-#include <wx/dcbuffer.h>
 #include <wx/settings.h>
 
 namespace tamrix::workbench {
@@ -17,8 +16,8 @@ const char* mark_of(host::pin_state state)
 {
     switch (state) {
     case host::pin_state::open: return "open";
-    case host::pin_state::stuck_at_0: return "0";
-    case host::pin_state::stuck_at_1: return "1";
+    case host::pin_state::stuck_at_0: return "stuck 0";
+    case host::pin_state::stuck_at_1: return "stuck 1";
     case host::pin_state::sound: break;
     }
     return "";
@@ -46,9 +45,8 @@ pin_picture::pin_picture(wxWindow* parent, const host::simulator& socket)
     : wxPanel{parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxWANTS_CHARS | wxFULL_REPAINT_ON_RESIZE},
       socket_{socket}
 {
-    SetBackgroundStyle(wxBG_STYLE_PAINT);
     Bind(wxEVT_PAINT, [this](wxPaintEvent&) {
-        wxAutoBufferedPaintDC dc{this};
+        wxPaintDC dc{this};
         paint(dc);
     });
     Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent& event) {
@@ -110,8 +108,6 @@ void pin_picture::select(int pin)
 
 void pin_picture::paint(wxDC& dc)
 {
-    dc.SetBackground(wxBrush{GetParent()->GetBackgroundColour()});
-    dc.Clear();
     dc.SetFont(GetFont());
     dc.SetTextForeground(wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOWTEXT));
     const auto* chip = socket_.chip();

@@ -6,8 +6,12 @@
 
 #include <cstdlib>
 #include <exception>
+#include <functional>
+#include <utility>
 
 #include <wx/config.h>
+#include <wx/timer.h>
+#include <wx/utils.h>
 
 namespace tamrix::workbench {
 
@@ -17,6 +21,15 @@ constexpr const char* chip_key = "/Socket/Chip";
 constexpr const char* model_key = "/Socket/Model";
 constexpr const char* route_key = "/Socket/USB";
 constexpr long default_model = 40;
+
+class ticker final : public wxTimer {
+public:
+    explicit ticker(std::function<void()> on_tick) : on_tick_{std::move(on_tick)} { Start(100); }
+    void Notify() override { on_tick_(); }
+
+private:
+    std::function<void()> on_tick_;
+};
 
 bool environment_names_programmer()
 {
@@ -125,19 +138,39 @@ void main_frame::open_page(wxWindow* page)
     sides_->ChangeSelection(static_cast<std::size_t>(sides_->FindPage(page)));
 }
 
-void main_frame::logic_method(const wxString& what, bool tells, const logic_call& call)
+void main_frame::logic_method(const wxString& what, const logic_call& call)
 {
     attempt(what, [&] {
         std::string folder = host::own_logic_libraries(data_folder_);
         bool16 hardware = has_programmer_ ? bool16_true : bool16_false;
         tell(what, session_.run([&](Clstamrix& plug_in) { return call(plug_in, folder, hardware); }));
-        if (tells) {
-            tell_hazards();
-        } else if (socket_ != nullptr) {
-            socket_->take_hazards();
-        }
+        tell_hazards();
         buffer_changed();
     });
+}
+
+/// The method has no dialog while it works. It lets the window listen, so the window must not call the plug-in again.
+void main_frame::find_logic_device()
+{
+    const wxString what = "Find Logic Device failed";
+    const wxString before = GetStatusBar()->GetStatusText(format_field);
+    wxWindow* const focus = FindFocus();
+    attempt(what, [&] {
+        std::string folder = host::own_logic_libraries(data_folder_);
+        outcome told;
+        {
+            const wxWindowDisabler one_call_at_a_time;
+            const ticker progress{[&] {
+                SetStatusText(wxString::Format("Tried %d %% of the library", session_.progress()), format_field);
+            }};
+            told = session_.run([&](Clstamrix& plug_in) { return plug_in.mnutestautofind0(folder); });
+        }
+        // Vectors of other devices drive the outputs of this one, which is how it works: no hazards to be told.
+        if (socket_ != nullptr) socket_->take_hazards();
+        tell(what, told);
+    });
+    SetStatusText(before, format_field);
+    if (focus != nullptr) focus->SetFocus();
 }
 
 void main_frame::tell_hazards()

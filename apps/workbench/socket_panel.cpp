@@ -12,7 +12,7 @@ namespace tamrix::workbench {
 namespace {
 
 constexpr const char* empty_row = "(empty)";
-constexpr int highest_model = 99, most_pins = 40;
+constexpr int highest_model = 99;
 
 wxString description_of(const host::simulated_chip& chip)
 {
@@ -84,7 +84,7 @@ wxSizer* socket_panel::chip_in_socket()
     title_ = new wxStaticText{box, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxST_ELLIPSIZE_END};
     picture_ = new pin_picture{box, *socket_};
     picture_->SetToolTip("A click or the arrows select a pin; o, 0 and 1 break it, s mends it");
-    pin_ = new wxSpinCtrl{box, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxSP_ARROW_KEYS, 1, most_pins};
+    pin_ = new wxStaticText{box, wxID_ANY, ""};
     state_ = new wxChoice{box, wxID_ANY};
     for (const auto state :
          {host::pin_state::sound, host::pin_state::open, host::pin_state::stuck_at_0, host::pin_state::stuck_at_1}) {
@@ -92,8 +92,7 @@ wxSizer* socket_panel::chip_in_socket()
     }
     mend_ = new wxButton{box, wxID_ANY, "&Mend All"};
     auto* pin_row = new wxBoxSizer{wxHORIZONTAL};
-    pin_row->Add(new wxStaticText{box, wxID_ANY, "Pin:"}, wxSizerFlags{}.CenterVertical());
-    pin_row->Add(pin_, beside(*this));
+    pin_row->Add(pin_, wxSizerFlags{}.CenterVertical());
     pin_row->Add(state_, beside(*this).Proportion(1));
     pin_row->Add(mend_, beside(*this));
     framed->Add(title_, wxSizerFlags{}.Expand().Border(wxALL, FromDIP(6)));
@@ -102,7 +101,6 @@ wxSizer* socket_panel::chip_in_socket()
 
     picture_->on_select = [this] { show_pin(); };
     picture_->on_set = [this](host::pin_state state) { on_break(picture_->pin(), state); };
-    pin_->Bind(wxEVT_SPINCTRL, [this](wxSpinEvent&) { picture_->select(pin_->GetValue()); });
     state_->Bind(wxEVT_CHOICE, [this](wxCommandEvent&) {
         on_break(picture_->pin(), static_cast<host::pin_state>(state_->GetSelection()));
     });
@@ -125,9 +123,9 @@ wxSizer* socket_panel::programmer_box(int model, bool usb)
     route_->SetToolTip("USB plays all vectors at a stroke, the device object row by row");
     const wxSizerFlags label = wxSizerFlags{}.CenterVertical().Border(wxTOP | wxBOTTOM | wxLEFT, FromDIP(6));
     framed->Add(new wxStaticText{box, wxID_ANY, "Model:"}, label);
-    framed->Add(model_, beside(*this));
+    framed->Add(model_, beside(*this).Border(wxTOP | wxBOTTOM | wxLEFT, FromDIP(6)));
     framed->Add(new wxStaticText{box, wxID_ANY, "Route:"}, wxSizerFlags{label}.Border(wxALL, FromDIP(6)));
-    framed->Add(route_, wxSizerFlags{1}.CenterVertical().Border(wxRIGHT, FromDIP(6)));
+    framed->Add(route_, wxSizerFlags{1}.CenterVertical().Border(wxTOP | wxBOTTOM | wxRIGHT, FromDIP(6)));
     model_->Bind(wxEVT_SPINCTRL, [this](wxSpinEvent&) { on_programmer(); });
     route_->Bind(wxEVT_CHOICE, [this](wxCommandEvent&) { on_programmer(); });
     return framed;
@@ -172,12 +170,14 @@ void socket_panel::tell_choice()
 void socket_panel::show_pin()
 {
     const host::simulated_chip* const chip = socket_->chip();
-    pin_->Enable(chip != nullptr);
     state_->Enable(chip != nullptr);
     mend_->Enable(socket_->faults() != 0);
-    pin_->SetRange(1, chip != nullptr ? chip->pins() : 1);
-    pin_->SetValue(picture_->pin());
-    state_->SetSelection(static_cast<int>(socket_->state_of(picture_->pin())));
+    const int pin = picture_->pin();
+    pin_->SetLabelText(chip != nullptr ? wxString::Format("Pin %d, ", pin) +
+                                             to_wx(chip->pin_names[static_cast<std::size_t>(pin - 1)]) + ":"
+                                       : wxString{"Pin:"});
+    state_->SetSelection(static_cast<int>(socket_->state_of(pin)));
+    pin_->GetContainingSizer()->Layout();
     picture_->Refresh();
 }
 
@@ -193,7 +193,7 @@ void socket_panel::refresh()
             name_in_row(list_->GetSelectedRow()) != (chip != nullptr ? chip->name : "")) {
             fill();
         }
-        Layout();
+        if (IsShownOnScreen()) Layout();
     }
     show_pin();
 }

@@ -51,7 +51,7 @@ private:
     wxDataViewListCtrl* list_ = nullptr;
     wxStaticText* title_ = nullptr;
     pin_picture* picture_ = nullptr;
-    wxSpinCtrl* pin_ = nullptr;
+    wxStaticText* pin_ = nullptr;
     wxChoice* state_ = nullptr;
     wxButton* mend_ = nullptr;
     wxSpinCtrl* model_ = nullptr;
