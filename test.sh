@@ -6,12 +6,13 @@ cd "$root"
 
 usage() {
     cat <<'END'
-usage: ./test.sh [--sanitize | --fuzz SECONDS | --bench | --format | --check | --help] [-- CTEST-ARGUMENT...]
+usage: ./test.sh [--sanitize | --threads | --fuzz SECONDS | --bench | --format | --check | --help] [-- CTEST-ARGUMENT...]
 
 Installs the packages that are missing (Debian 12; as root or through sudo), builds, and then
 
   (nothing)    runs every test, those of real windows on a display of their own (Xvfb)
   --sanitize   runs the tests that need no display, with address, leak and undefined behaviour checks
+  --threads    runs the tests of the programmer with checks of what its threads share
   --fuzz S     feeds every reader damaged files for S seconds each, with the same checks
   --bench      measures the release side by side with other tools and writes docs/performance.md
   --format     formats every .h and .cpp file that git knows
@@ -40,6 +41,13 @@ run_sanitized() {
     exec ctest --preset sanitize "$@"
 }
 
+# Only the simulated programmer has threads: its clock on the wall, by which bulk reads arrive.
+run_threads() {
+    build threads tests_hw tests_sim tamrix_sim_programmer
+    build/threads/bin/tests_hw
+    build/threads/bin/tests_sim
+}
+
 # What a run finds goes to fuzz/found/, which the ordinary tests replay from then on.
 fuzz() {
     local seconds=$1 target reader
@@ -56,7 +64,7 @@ fuzz() {
 }
 
 run_bench() {
-    build release tamrix_cli bench_loads
+    build release tamrix_cli bench_loads bench_logic
     exec bench/side_by_side.sh build/release
 }
 
@@ -71,6 +79,7 @@ mode=run_all
 if (($#)) && [[ $1 != -- ]]; then
     case $1 in
     --sanitize) mode=run_sanitized ;;
+    --threads) mode=run_threads ;;
     --fuzz)
         [[ ${2-} =~ ^[1-9][0-9]*$ ]] || wrong_usage '--fuzz wants a number of seconds'
         mode=fuzz seconds=$2
@@ -86,7 +95,7 @@ if (($#)) && [[ $1 != -- ]]; then
 fi
 if (($#)); then
     [[ $1 == -- ]] || wrong_usage "unexpected argument $1 (arguments for ctest stand after --)"
-    [[ $mode == run_* && $mode != run_bench ]] || wrong_usage "only a run of the tests takes arguments for ctest"
+    [[ $mode == run_all || $mode == run_sanitized ]] || wrong_usage "only a run of the tests takes arguments for ctest"
     shift
 fi
 

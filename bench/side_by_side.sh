@@ -2,7 +2,7 @@
 # Measures the command side by side with other tools, in turns in one run, and writes docs/performance.md.
 set -euo pipefail
 
-if (($# != 1)) || [[ ! -x $1/bin/tamrix || ! -x $1/bin/bench_loads ]]; then
+if (($# != 1)) || [[ ! -x $1/bin/tamrix || ! -x $1/bin/bench_loads || ! -x $1/bin/bench_logic ]]; then
     echo "usage: bench/side_by_side.sh BUILD_FOLDER (of a build of everything, best the release)" >&2
     exit 2
 fi
@@ -96,6 +96,7 @@ for ((round = 1; round <= rounds; ++round)); do
     time_of start_objcopy none start_many objcopy
     time_of start_srec_cat none start_many srec_cat
     "$bin/bench_loads" in.bin in.hex in.s19 million.jed "$folder/" >>times
+    "$bin/bench_logic" "$folder/" >>times
     rm -f tmpbuf.bin copy.bin
 done
 
@@ -170,6 +171,13 @@ $(row '`srec_cat -binary ... -tektronix`' write_tek_srec_cat write_tek_tamrix)
 | the reader, into the shared buffer | $(ms jedec) ms |
 | \`tamrix jedec million.jed\`, start to end | $(ms jedec_command) ms |
 
+## Logic ICs: a library of 500 devices, and auto find over the $(ms auto_find_devices) devices that ship, on the simulated programmer
+
+| | median, time of the processor |
+| --- | ---: |
+| loading the record that stands last in the file | $(median load_last) ms |
+| auto find, all devices | $(ms auto_find) ms |
+
 ## Binary files
 
 The load alone, through the dialog into the shared buffer, against reading the file and writing it to a new object in shared
@@ -212,6 +220,8 @@ $(target 'Motorola S, reading: at most 2.00 of `cp` of the text' read_motorola_t
 | the same, the load alone | $(ratio load_motorola read_motorola_cp) | $(met "$(ratio load_motorola read_motorola_cp)" 2) | |
 $(target "Motorola S, writing: at most 0.33 of objcopy's time" write_motorola_tamrix write_motorola_objcopy 0.33)
 | JEDEC, a million fuses: at most 20 ms | $(ms jedec) ms | $(met "$(median jedec)" 20) | |
+| logic ICs, the last record of 500: at most 5 ms | $(median load_last) ms | $(met "$(median load_last)" 5) | |
+| logic ICs, auto find: at most 2000 ms | $(ms auto_find) ms | $(met "$(median auto_find)" 2000) | |
 | binary load into a buffer in use: at most 1.20 of the copy | $(ratio load_used_ff copy) | $(met "$(ratio load_used_ff copy)" 1.2) | |
 | byte path: at least 50 MB/s | $(mib_per_second bytes $size_mib) MB/s | $(met 50 "$(mib_per_second bytes $size_mib)") | |
 REPORT

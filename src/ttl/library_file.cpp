@@ -75,9 +75,10 @@ bool sorts_before(std::string_view left, std::string_view right)
 
 std::size_t column_of(std::string_view line, std::string_view text)
 {
-    const auto found = std::ranges::search(line, text, {}, lower, lower);
-    if (found.empty() && !text.empty()) return 0;
-    return static_cast<std::size_t>(found.begin() - line.begin()) + 1;
+    const auto same = [](char one, char other) { return lower(one) == lower(other); };
+    const auto found = std::search(line.begin(), line.end(), text.begin(), text.end(), same);
+    if (found == line.end() && !text.empty()) return 0;
+    return static_cast<std::size_t>(found - line.begin()) + 1;
 }
 
 bool is_end_line(std::string_view line) { return contains(line, "end-ksm"); }
