@@ -36,8 +36,12 @@ wxSizerFlags beside(const wxWindow& window)
 }  // namespace
 
 socket_panel::socket_panel(wxWindow* parent, const host::simulator* socket, int model, bool usb)
-    : wxPanel{parent}, socket_{socket}
+    : wxPanel{parent},
+      socket_{socket},
+      area_{new wxScrolledWindow{this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxVSCROLL}}
 {
+    area_->SetScrollRate(0, FromDIP(10));
+    area_->SetMinSize(FromDIP(wxSize{60, 60}));
     auto* column = new wxBoxSizer{wxVERTICAL};
     if (socket_ != nullptr) {
         column->Add(chip_list(), wxSizerFlags{1}.Expand());
@@ -46,21 +50,24 @@ socket_panel::socket_panel(wxWindow* parent, const host::simulator* socket, int 
     column->Add(programmer_box(model, usb), wxSizerFlags{}.Expand().Border(wxTOP, FromDIP(9)));
     auto* outer = new wxBoxSizer{wxVERTICAL};
     outer->Add(column, wxSizerFlags{1}.Expand().Border(wxALL, FromDIP(6)));
-    SetSizer(outer);
+    area_->SetSizer(outer);
+    auto* page = new wxBoxSizer{wxVERTICAL};
+    page->Add(area_, wxSizerFlags{1}.Expand());
+    SetSizer(page);
     refresh();
 }
 
 wxSizer* socket_panel::chip_list()
 {
-    search_ = new wxSearchCtrl{this, wxID_ANY};
+    search_ = new wxSearchCtrl{area_, wxID_ANY};
     search_->SetDescriptiveText("Search chips");
     search_->ShowCancelButton(true);
-    list_ = new wxDataViewListCtrl{this, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+    list_ = new wxDataViewListCtrl{area_, wxID_ANY, wxDefaultPosition, wxDefaultSize,
                                    wxDV_SINGLE | wxDV_ROW_LINES | wxBORDER_THEME};
     list_->AppendTextColumn("Chip", wxDATAVIEW_CELL_INERT, FromDIP(72), wxALIGN_LEFT, wxDATAVIEW_COL_RESIZABLE);
     list_->AppendTextColumn("Pins", wxDATAVIEW_CELL_INERT, FromDIP(42), wxALIGN_LEFT, wxDATAVIEW_COL_RESIZABLE);
     list_->AppendTextColumn("Function", wxDATAVIEW_CELL_INERT, FromDIP(200), wxALIGN_LEFT, wxDATAVIEW_COL_RESIZABLE);
-    list_->SetMinSize({-1, FromDIP(110)});
+    list_->SetMinSize({-1, FromDIP(84)});
     search_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { fill(); });
     search_->Bind(wxEVT_SEARCH_CANCEL, [this](wxCommandEvent&) { search_->Clear(); });
     search_->Bind(wxEVT_SEARCH, [this](wxCommandEvent&) {
@@ -79,7 +86,7 @@ wxSizer* socket_panel::chip_list()
 
 wxSizer* socket_panel::chip_in_socket()
 {
-    auto* framed = new wxStaticBoxSizer{wxVERTICAL, this, "In the socket"};
+    auto* framed = new wxStaticBoxSizer{wxVERTICAL, area_, "In the socket"};
     wxWindow* box = framed->GetStaticBox();
     title_ = new wxStaticText{box, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxST_ELLIPSIZE_END};
     picture_ = new pin_picture{box, *socket_};
@@ -110,7 +117,7 @@ wxSizer* socket_panel::chip_in_socket()
 
 wxSizer* socket_panel::programmer_box(int model, bool usb)
 {
-    auto* framed = new wxStaticBoxSizer{wxHORIZONTAL, this, "Programmer"};
+    auto* framed = new wxStaticBoxSizer{wxHORIZONTAL, area_, "Programmer"};
     wxWindow* box = framed->GetStaticBox();
     model_ =
         new wxSpinCtrl{box, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxSP_ARROW_KEYS, 0, highest_model, model};
@@ -193,7 +200,8 @@ void socket_panel::refresh()
             name_in_row(list_->GetSelectedRow()) != (chip != nullptr ? chip->name : "")) {
             fill();
         }
-        if (IsShownOnScreen()) Layout();
+        area_->FitInside();
+        if (IsShownOnScreen()) area_->Layout();
     }
     show_pin();
 }

@@ -11,6 +11,7 @@
 #include <wx/choice.h>
 #include <wx/dataview.h>
 #include <wx/panel.h>
+#include <wx/scrolwin.h>
 #include <wx/spinctrl.h>
 #include <wx/srchctrl.h>
 #include <wx/stattext.h>
@@ -47,6 +48,7 @@ private:
     std::string name_in_row(int row) const;
 
     const host::simulator* socket_;
+    wxScrolledWindow* area_;  // scrolls where the window is low
     wxSearchCtrl* search_ = nullptr;
     wxDataViewListCtrl* list_ = nullptr;
     wxStaticText* title_ = nullptr;
