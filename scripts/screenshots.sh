@@ -17,7 +17,7 @@ if [[ ${TAMRIX_ON_OWN_DISPLAY-} != yes ]]; then
     need "${build_packages[@]}" "${test_packages[@]}" "${picture_packages[@]}"
     programs=${1:+$(realpath "$1")}
     if [[ -z $programs ]]; then
-        build release tamrix_workbench tamrix_plugin
+        build release tamrix_workbench tamrix_plugin tamrix_sim_programmer
         programs=$root/build/release/bin
     fi
     export TAMRIX_ON_OWN_DISPLAY=yes
@@ -34,7 +34,7 @@ clean_up() {
     rm -rf "$work"
 }
 trap clean_up EXIT
-export HOME=$work XDG_CONFIG_HOME=$work/config XDG_CACHE_HOME=$work/cache
+export HOME=$work XDG_CONFIG_HOME=$work/config XDG_CACHE_HOME=$work/cache XDG_DATA_HOME=$work/data
 export GDK_BACKEND=x11 GSETTINGS_BACKEND=memory NO_AT_BRIDGE=1
 mkdir -p "$images"
 
@@ -112,6 +112,39 @@ press Escape
 press F4
 picture device-values '^Values of AT89C51'
 press Escape
+
+# Test a logic IC: a sound 7400, then one with a broken pin.
+press ctrl+t
+xdotool type --delay 20 7400
+press Return
+press F6
+window '^Auto Find Device Result' >/dev/null
+picture auto-find '^Auto Find Device Result'
+press Return
+press ctrl+t Return Tab Down Down o
+picture socket '^demo.hex - tamrix workbench'
+
+press F5
+window '^TTL & CMOS Test' >/dev/null
+sleep 0.5
+xdotool type --delay 20 7400
+sleep 0.5
+picture logic-test '^TTL & CMOS Test'
+press Tab Tab Return
+window '^Warning!' >/dev/null
+picture failed-test '^Warning!'
+press alt+a
+press Escape
+
+press alt+t e
+window '^Edit Pattern' >/dev/null
+sleep 0.5
+xdotool type --delay 20 7400
+press Tab Tab Tab Tab Return
+picture vector-editor '^7400 Test Vector Edit'
+press Escape
+press Escape
+press ctrl+d
 
 press ctrl+o
 choose_file '^Load File$' damaged.hex

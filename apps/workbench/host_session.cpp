@@ -94,6 +94,22 @@ void host_session::select(const host::device_preset& device)
     require(renew_buffer(kept));
 }
 
+void host_session::use_programmer(programmer_choice choice)
+{
+    programmer_ = std::move(choice);
+    tell_programmer();
+}
+
+void host_session::tell_programmer()
+{
+    blocks_->value<std::int16_t>("modeltype") = programmer_.model;
+    blocks_->value<std::int16_t>("usbable") = static_cast<std::int16_t>(programmer_.usb ? bool16_true : bool16_false);
+    const auto& [library, options, model, usb] = programmer_;
+    if (library_.use_programmer(plug_in_.get(), library.c_str(), options.c_str()) == 0) {
+        throw std::runtime_error{"no memory for the programmer"};
+    }
+}
+
 outcome host_session::run(const std::function<reply(Clstamrix&)>& method)
 {
     blocks_->set_text("MainRtstr", 0, "");
@@ -167,6 +183,7 @@ outcome host_session::attach_small()
         return plug_in.bufcomopt(num);
     });
     keep_names_private();
+    tell_programmer();
     if (device_.buffer_bytes > 0) require(renew_buffer(kept));
     return told;
 }

@@ -10,6 +10,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tamrix::workbench {
@@ -23,6 +24,14 @@ struct outcome {
     bool failed() const { return !result.ok() || !diagnostic.empty(); }
     /// A dialog that was left without its work being done leaves no lines.
     bool cancelled() const { return result.ok() && lines.empty(); }
+};
+
+/// The programmer, as the blocks and the plug-in are told of it.
+struct programmer_choice {
+    std::string library{};  // empty: the one that the environment names, if any
+    std::string options{};
+    std::int16_t model = 40;  // modeltype(0)
+    bool usb = true;          // usbable(0): its route
 };
 
 class host_session {
@@ -44,7 +53,15 @@ public:
     /// From now on the buffer's bytes are worth keeping.
     void buffer_is_in_use() { in_use_ = true; }
 
+    /// Has the plug-in work with this programmer from now on; the one in use so far goes. Throws std::runtime_error.
+    void use_programmer(programmer_choice choice);
+    /// The programmer in use has been brought to `options` by its own means: only the next one is made with them.
+    void remember_options(std::string options) { programmer_.options = std::move(options); }
+    const programmer_choice& programmer() const { return programmer_; }
+
     bool offers(const char* method) const { return library_.offers(plug_in_.get(), method) != 0; }
+    /// How far a method that takes its time has come, in percent.
+    int progress() const { return std::as_const(*blocks_).value<std::uint8_t>("prgmode", 1); }
     /// Calls an entry method and collects what it told.
     outcome run(const std::function<reply(Clstamrix&)>& method);
     outcome load(std::string file, std::int16_t format);
@@ -73,6 +90,7 @@ private:
     std::vector<std::uint8_t> bytes_to_keep();
     outcome renew_buffer(const std::vector<std::uint8_t>& content);
     void keep_names_private();
+    void tell_programmer();
     outcome transfer(const std::function<reply(Clstamrix&)>& method);
     outcome routine(const std::function<reply(Clstamrix&)>& method);
 
@@ -83,6 +101,7 @@ private:
     std::unique_ptr<host::host_blocks> blocks_;
     std::unique_ptr<Clstamrix, destroyer> plug_in_;
     host::device_preset device_{};
+    programmer_choice programmer_{};
     bool in_use_ = false;
 };
 

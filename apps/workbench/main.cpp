@@ -18,9 +18,7 @@
 
 namespace {
 
-struct start_options {
-    std::string device, plug_in, file;
-};
+using tamrix::workbench::start_options;
 
 class workbench_app final : public wxApp {
 public:
@@ -37,7 +35,7 @@ public:
         try {
             wxConfigBase::Set(new wxFileConfig{
                 "", "", tamrix::workbench::to_wx(tamrix::workbench::make_settings_folder() + "/workbench.conf")});
-            auto* window = new tamrix::workbench::main_frame{options_.plug_in, options_.device};
+            auto* window = new tamrix::workbench::main_frame{options_};
             window->Show();
             window->Raise();
             if (!options_.file.empty()) window->CallAfter([this, window] { window->load_file(options_.file); });
@@ -94,6 +92,10 @@ int main(int count, char** arguments)
                      "tamrix-workbench"};
     command.add_option("--device", options.device, "Start with the device of this name");
     command.add_option("--plugin", options.plug_in, "Use this plug-in instead of the libtamrix.so beside the program");
+    command.add_option("--programmer", options.programmer,
+                       "Use the programmer of this library, instead of TAMRIX_PROGRAMMER or the simulated one");
+    command.add_option("--programmer-options", options.programmer_options, "What that library is told")
+        ->needs("--programmer");
     command.add_option("FILE", options.file, "Load this file at the start");
     command.set_version_flag("--version", TAMRIX_VERSION);
     try {

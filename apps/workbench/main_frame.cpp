@@ -54,25 +54,28 @@ const host::device_preset& device_to_start_with(const device_catalogue& devices,
 
 }  // namespace
 
-main_frame::main_frame(const std::string& plug_in_path, const std::string& device)
-    : wxFrame{nullptr, wxID_ANY, "tamrix workbench"}, session_{plug_in_path}, data_folder_{host::data_folder() + "/"}
+main_frame::main_frame(const start_options& options)
+    : wxFrame{nullptr, wxID_ANY, "tamrix workbench"}, session_{options.plug_in}, data_folder_{host::data_folder() + "/"}
 {
     SetName("main");
     SetIcon(wxIcon{to_wx(data_folder_ + "icons/tamrix.png"), wxBITMAP_TYPE_PNG});
+    SetSize(FromDIP(wxSize{1080, 720}));
+    choose_programmer(options);
     build_panels();
     build_menus();
     build_tool_bar();
-    const std::array<int, status_fields> widths{-4, -2, -3, -3, -2};
+    const std::array<int, status_fields> widths{-3, -2, -3, -3, -3, -3};
     CreateStatusBar(status_fields)->SetStatusWidths(status_fields, widths.data());
     recent_.Load(*wxConfigBase::Get());
     update_title();
 
-    const host::device_preset& first = device_to_start_with(devices_, device);
+    const host::device_preset& first = device_to_start_with(devices_, options.device);
     device_panel_->choose(first.name);
     select_device(first);
     SetStatusText("No file loaded", format_field);
+    attempt("The programmer cannot be attached", [&] { attach_programmer(); });
+    show_socket();
 
-    SetSize(FromDIP(wxSize{1080, 720}));
     SetMinSize(FromDIP(wxSize{640, 420}));
     wxPersistenceManager::Get().RegisterAndRestore(this);
     hex_view_->SetFocus();
@@ -88,7 +91,15 @@ main_frame::~main_frame()
 void main_frame::build_panels()
 {
     auto* sides = new wxSplitterWindow{this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxSP_LIVE_UPDATE};
-    device_panel_ = new device_panel{sides, devices_};
+    sides_ = new wxNotebook{sides, wxID_ANY};
+    device_panel_ = new device_panel{sides_, devices_};
+    sides_->AddPage(device_panel_, "Devices");
+    build_socket_panel(sides_);
+    sides_->AddPage(socket_panel_, "Socket");
+    for (wxWindow* page : {static_cast<wxWindow*>(device_panel_), static_cast<wxWindow*>(socket_panel_)}) {
+        page->SetSize(FromDIP(wxSize{330, 640}));  // the toolkit complains of lists that first show without any room
+        page->Layout();
+    }
     auto* right = new wxSplitterWindow{sides, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxSP_LIVE_UPDATE};
     auto* buffer_panel = new wxPanel{right};
     hex_view_ = new hex_view{buffer_panel};
@@ -101,7 +112,7 @@ void main_frame::build_panels()
     right->SplitHorizontally(buffer_panel, log_, FromDIP(-150));
     sides->SetMinimumPaneSize(FromDIP(200));
     sides->SetSashGravity(0.0);
-    sides->SplitVertically(device_panel_, right, FromDIP(330));
+    sides->SplitVertically(sides_, right, FromDIP(330));
 
     device_panel_->on_choose = [this](const host::device_preset& device) { select_device(device); };
     hex_view_->on_move = [this] { show_caret(); };

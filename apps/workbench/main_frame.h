@@ -6,21 +6,29 @@
 #include "workbench/hex_view.h"
 #include "workbench/host_session.h"
 #include "workbench/log_panel.h"
+#include "workbench/socket_panel.h"
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include <wx/filehistory.h>
 #include <wx/frame.h>
+#include <wx/notebook.h>
 
 namespace tamrix::workbench {
 
+/// What the command line says; empty is not told.
+struct start_options {
+    std::string device, plug_in, programmer, programmer_options, file;
+};
+
 class main_frame final : public wxFrame {
 public:
-    /// Starts with the device of that name. Throws std::runtime_error where the plug-in or the devices cannot be had.
-    main_frame(const std::string& plug_in_path, const std::string& device);
+    /// Throws std::runtime_error where the plug-in or the devices cannot be had.
+    explicit main_frame(const start_options& options);
     ~main_frame() override;
 
     /// Opens a file as its content asks for: a file of a logic device at once, any other through the load dialog.
@@ -28,7 +36,15 @@ public:
 
 private:
     using method_call = std::function<reply(Clstamrix&)>;
-    enum status_field { device_field, buffer_field, format_field, mode_field, caret_field, status_fields };
+    enum status_field {
+        device_field,
+        buffer_field,
+        socket_field,
+        format_field,
+        mode_field,
+        caret_field,
+        status_fields
+    };
 
     void build_menus();
     wxMenu* file_menu();
@@ -46,7 +62,24 @@ private:
     void add_method(wxMenu* menu, const char* label, const wxString& help, const char* method,
                     std::function<void()> action);
     void add_call(wxMenu* menu, const char* label, const wxString& help, const char* method, method_call call);
+    using logic_call = std::function<reply(Clstamrix&, std::string& folder, bool16& hardware)>;
+    void add_logic_call(wxMenu* menu, const char* label, const wxString& help, const char* method, logic_call call);
     void update_menus();
+
+    /// The programmer: the simulated one, unless the command line or the environment name another.
+    void choose_programmer(const start_options& options);
+    void attach_programmer();
+    void build_socket_panel(wxWindow* parent);
+    void insert_chip(const std::string& name);
+    void break_pin(int pin, host::pin_state state);
+    /// After a change of the socket that came `through` to a programmer that is running, or not.
+    void socket_changed(bool through);
+    void show_socket();
+    void open_page(wxWindow* page);
+    /// Calls a method of the logic test with the folder of the person's own libraries.
+    void logic_method(const wxString& what, const logic_call& call);
+    void find_logic_device();
+    void tell_hazards();
 
     void select_device(const host::device_preset& device);
     void load_buffer_file(const std::string& path);
@@ -88,7 +121,12 @@ private:
     std::string data_folder_;  // with "/" at its end
     std::string file_;         // the last one loaded or saved
     wxString sought_;
+    std::unique_ptr<host::simulator> socket_;  // null where the programmer is not simulated
+    std::string programmer_trouble_;           // told once the log is there
+    bool has_programmer_ = false;
+    wxNotebook* sides_ = nullptr;
     device_panel* device_panel_ = nullptr;
+    socket_panel* socket_panel_ = nullptr;
     hex_view* hex_view_ = nullptr;
     log_panel* log_ = nullptr;
 };

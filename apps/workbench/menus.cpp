@@ -37,8 +37,17 @@ void main_frame::add_call(wxMenu* menu, const char* label, const wxString& help,
         const wxString what = wxMenuItem::GetLabelText(to_wx(label)) + " failed";
         attempt(what, [&] {
             tell(what, session_.run(call));
+            tell_hazards();
             buffer_changed();
         });
+    });
+}
+
+void main_frame::add_logic_call(wxMenu* menu, const char* label, const wxString& help, const char* method,
+                                logic_call call)
+{
+    add_method(menu, label, help, method, [this, label, call = std::move(call)] {
+        logic_method(wxMenuItem::GetLabelText(to_wx(label)) + " failed", call);
     });
 }
 
@@ -103,19 +112,21 @@ wxMenu* main_frame::edit_menu()
     menu->AppendSeparator();
     add(menu, "F&ill Buffer…", "Fill the whole buffer with one value", [this] { fill_buffer(); });
     menu->AppendSeparator();
-    add_call(menu, "Test &Vectors…", "Edit the test vectors of the device", "mnuEditeditvector0",
-             [this](Clstamrix& plug_in) {
-                 std::uint8_t icsum = 0;
-                 bool16 hardware = bool16_false;
-                 return plug_in.mnuEditeditvector0(icsum, hardware, data_folder_);
-             });
+    add_logic_call(menu, "Test &Vectors…", "Edit the test vectors of the device", "mnuEditeditvector0",
+                   [](Clstamrix& plug_in, std::string& folder, bool16& hardware) {
+                       std::uint8_t icsum = 0;
+                       return plug_in.mnuEditeditvector0(icsum, hardware, folder);
+                   });
     return menu;
 }
 
 wxMenu* main_frame::device_menu()
 {
     auto* menu = new wxMenu;
-    add(menu, "&Search…\tCtrl+D", "Search the list of devices", [this] { device_panel_->start_search(); });
+    add(menu, "&Search…\tCtrl+D", "Search the list of devices", [this] {
+        open_page(device_panel_);
+        device_panel_->start_search();
+    });
     add(menu, "&Values…\tF4", "Look at the device's values, and change them", [this] { device_panel_->edit_chosen(); });
     add(menu, "&New Device…", "Add a device to your own list", [this] { device_panel_->add_device(); });
     menu->AppendSeparator();
@@ -132,20 +143,23 @@ wxMenu* main_frame::device_menu()
 wxMenu* main_frame::test_menu()
 {
     auto* menu = new wxMenu;
-    add_call(menu, "&TTL && CMOS Test…", "Test a logic device from the library", "mnutestttltest0",
-             [this](Clstamrix& plug_in) {
-                 std::uint8_t icsum = 0;
-                 bool16 hardware = bool16_false;
-                 return plug_in.mnutestttltest0(icsum, hardware, data_folder_);
-             });
-    add_call(menu, "&Edit Logic Library…", "Edit the library of logic devices", "mnutesteditttllib0",
-             [this](Clstamrix& plug_in) {
-                 std::uint8_t icsum = 0;
-                 bool16 hardware = bool16_false;
-                 return plug_in.mnutesteditttllib0(icsum, hardware, data_folder_);
-             });
-    add_call(menu, "&Find Logic Device…", "Tell which logic device is in the socket", "mnutestautofind0",
-             [this](Clstamrix& plug_in) { return plug_in.mnutestautofind0(data_folder_); });
+    add(menu, "S&ocket…\tCtrl+T", "Choose the chip in the simulated socket", [this] {
+        open_page(socket_panel_);
+        socket_panel_->start_search();
+    });
+    menu->AppendSeparator();
+    add_logic_call(menu, "&TTL && CMOS Test…\tF5", "Test a logic device from the library", "mnutestttltest0",
+                   [](Clstamrix& plug_in, std::string& folder, bool16& hardware) {
+                       std::uint8_t icsum = 0;
+                       return plug_in.mnutestttltest0(icsum, hardware, folder);
+                   });
+    add_logic_call(menu, "&Edit Logic Library…", "Edit the library of logic devices", "mnutesteditttllib0",
+                   [](Clstamrix& plug_in, std::string& folder, bool16& hardware) {
+                       std::uint8_t icsum = 0;
+                       return plug_in.mnutesteditttllib0(icsum, hardware, folder);
+                   });
+    add_method(menu, "&Find Logic Device…\tF6", "Tell which logic device is in the socket", "mnutestautofind0",
+               [this] { find_logic_device(); });
     add_call(menu, "&Vector Test", "Run the vectors of the selected device", "vecttest0", [](Clstamrix& plug_in) {
         std::uint8_t mode = 0, vectors = 0, note = 0;
         bool16 hardware = bool16_false;

@@ -49,6 +49,7 @@ plug_in_library::plug_in_library(const std::string& path) : library_{load(path)}
     };
     find(create, "tamrix_create");
     find(destroy, "tamrix_destroy");
+    find(use_programmer, "tamrix_use_programmer");
     find(diagnostic, "tamrix_diagnostic");
     find(jedec_note, "tamrix_jedec_note");
     find(help_file, "tamrix_help_file");

@@ -18,6 +18,7 @@ public:
 
     decltype(&tamrix_create) create;
     decltype(&tamrix_destroy) destroy;
+    decltype(&tamrix_use_programmer) use_programmer;
     decltype(&tamrix_diagnostic) diagnostic;
     decltype(&tamrix_jedec_note) jedec_note;
     decltype(&tamrix_help_file) help_file;

@@ -62,6 +62,14 @@ TAMRIX_EXPORT tamrix::Clstamrix* tamrix_create() noexcept;
 /// Destroys what tamrix_create made; detaches all blocks. Null is allowed.
 TAMRIX_EXPORT void tamrix_destroy(tamrix::Clstamrix* plug_in) noexcept;
 
+/// Tells which programmer the plug-in works with: `library_path` names a library with the interface of hardware.h, to
+/// which `options` goes as it is; both are UTF-8. The programmer in use so far is let go at once; the library is loaded
+/// when a method first needs it, and where that fails, or there is no programmer, the method's reply says why. An empty
+/// or null path stands for the one in the environment variable TAMRIX_PROGRAMMER, as without a call; where that is not
+/// set either, no programmer is attached. bufcomopt makes the programmer anew. Yields 1, or 0 where memory is short.
+TAMRIX_EXPORT int tamrix_use_programmer(tamrix::Clstamrix* plug_in, const char* library_path,
+                                        const char* options) noexcept;
+
 /// Why the last load or save failed: "FILE:LINE: FOUND where EXPECTED was expected", or "" after one that succeeded.
 /// UTF-8; valid until the next call into the plug-in.
 TAMRIX_EXPORT const char* tamrix_diagnostic(tamrix::Clstamrix* plug_in) noexcept;

@@ -1,11 +1,10 @@
 // What the shared library of the simulated programmer exports.
-#include "sim/library/options.h"
+#include "sim/library/running.h"
 #include "tamrix/hardware.h"
 
 #include <cstdio>
 #include <exception>
-#include <fstream>
-#include <stdexcept>
+#include <memory>
 
 #if defined(_WIN32)
 #define TAMRIX_LIBRARY_EXPORT __declspec(dllexport)
@@ -15,53 +14,16 @@
 
 using namespace tamrix;
 
-/// A programmer that runs with the clock on the wall. No function of it lets an exception out.
-struct tamrix_programmer {
-    tamrix_programmer(const sim::library_options& options, const hw::reply_memory& replies)
-        : time{std::make_shared<sim::wall_clock>(options.speed)},
-          log{std::make_shared<sim::journal>(time)},
-          inner{std::make_unique<sim::programmer>(
-              sim::setup{.model = options.model, .memory_banks = options.memory_banks, .time = time, .log = log},
-              replies)}
-    {
-        if (!options.transcript_file.empty()) {
-            transcript.open(options.transcript_file);
-            if (!transcript) throw std::runtime_error{"cannot write " + options.transcript_file};
-        }
-        log->record(transcript.is_open());
-        inner->insert(sim::part_named(options.socket, options.model));
-        for (const std::string& fault : options.faults) inner->add_fault(fault);
-    }
-    ~tamrix_programmer()
-    {
-        inner.reset();
-        try {
-            if (transcript.is_open()) transcript << log->transcript(true);
-        } catch (const std::exception&) {
-            return;  // the text found no memory; nobody is left to be told
-        }
-    }
-    tamrix_programmer(const tamrix_programmer&) = delete;
-    tamrix_programmer& operator=(const tamrix_programmer&) = delete;
-
-    hw::lumbat& transport() { return inner->transport(); }
-    hw::devobj& device() { return inner->device(); }
-
-    std::shared_ptr<sim::wall_clock> time;
-    std::shared_ptr<sim::journal> log;
-    std::ofstream transcript;
-    std::unique_ptr<sim::programmer> inner;
-    std::string error;
-};
-
 namespace {
 
 constexpr tamrix_result done = 0, call_failed = 1;
 
+/// No exception gets out.
 template <class act>
 tamrix_result guarded(tamrix_programmer* which, act&& carry_out)
 {
     try {
+        const std::lock_guard call{which->busy};
         carry_out();
         return done;
     } catch (const std::exception& error) {
@@ -74,14 +36,20 @@ tamrix_programmer* create(const char* options, const tamrix_reply_memory* replie
 {
     try {
         const hw::reply_memory memory{replies->ibuf1, replies->ibuf1_length};
-        return new tamrix_programmer{sim::read_options(options), memory};
+        auto made = std::make_unique<tamrix_programmer>(sim::read_options(options), memory);
+        sim::running_programmers::of_this_process().add(made.get());
+        return made.release();
     } catch (const std::exception& problem) {
         if (error != nullptr && error_bytes > 0) std::snprintf(error, error_bytes, "%s", problem.what());
         return nullptr;
     }
 }
 
-void destroy(tamrix_programmer* which) { delete which; }
+void destroy(tamrix_programmer* which)
+{
+    sim::running_programmers::of_this_process().remove(which);
+    delete which;
+}
 
 const char* error_text(tamrix_programmer* which) { return which->error.c_str(); }
 

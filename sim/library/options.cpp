@@ -1,5 +1,6 @@
 #include "sim/library/options.h"
 
+#include "chips/chip.h"
 #include "sim/test_board.h"
 #include "sim/wiring.h"
 
@@ -30,49 +31,90 @@ number number_of(std::string_view entry, std::string_view text, number lowest, n
     return value;
 }
 
-void read_entry(std::string_view entry, library_options& into)
-{
-    const auto rest_of = [entry](std::string_view word) { return trimmed(entry.substr(word.size())); };
-    const auto starts = [entry](std::string_view word) {
-        return entry == word || entry.starts_with(std::string{word} + ' ');
-    };
-    if (starts("model")) {
-        into.model = number_of(entry, rest_of("model"), 0, 255);
-    } else if (starts("ram banks")) {
-        into.memory_banks = number_of(entry, rest_of("ram banks"), 1, 16);
-    } else if (starts("speed")) {
-        into.speed = number_of(entry, rest_of("speed"), 0.001, 1e6);
-    } else if (starts("fault")) {
-        into.faults.emplace_back(rest_of("fault"));
-    } else if (starts("socket")) {
-        into.socket = rest_of("socket");
-    } else if (starts("transcript")) {
-        into.transcript_file = rest_of("transcript");
-    } else {
-        throw std::invalid_argument{"option \"" + std::string{entry} +
-                                    "\": model, ram banks, fault, socket, speed or transcript was expected"};
+class entry_reader {
+public:
+    entry_reader(std::string_view entry, library_options& into) : entry_{entry}, into_{into} {}
+
+    /// True where the entry is one that also a programmer in use takes.
+    bool is_change()
+    {
+        if (entry_ == "no faults") {
+            into_.faults.clear();
+            into_.no_faults = true;
+            return true;
+        }
+        if (const auto fault = behind("fault")) return into_.faults.emplace_back(*fault), true;
+        if (const auto name = behind("socket")) return into_.socket = std::string{*name}, true;
+        if (const auto folder = behind("chips")) return into_.chips_folder = *folder, true;
+        return false;
     }
+    bool is_option()
+    {
+        if (const auto number = behind("model")) return into_.model = number_of(entry_, *number, 0, 255), true;
+        if (const auto number = behind("ram banks"))
+            return into_.memory_banks = number_of(entry_, *number, 1, 16), true;
+        if (const auto number = behind("speed")) return into_.speed = number_of(entry_, *number, 0.001, 1e6), true;
+        if (const auto file = behind("transcript")) return into_.transcript_file = *file, true;
+        return false;
+    }
+    [[noreturn]] void refuse(const char* expected) const
+    {
+        throw std::invalid_argument{"option \"" + std::string{entry_} + "\": " + expected + " was expected"};
+    }
+
+private:
+    std::optional<std::string_view> behind(std::string_view word) const
+    {
+        if (entry_ != word && !entry_.starts_with(std::string{word} + ' ')) return std::nullopt;
+        return trimmed(entry_.substr(word.size()));
+    }
+
+    std::string_view entry_;
+    library_options& into_;
+};
+
+template <class take>
+library_options read_entries(std::string_view text, take&& take_entry)
+{
+    library_options found;
+    while (!text.empty()) {
+        const auto end = text.find_first_of(";\n");
+        const std::string_view entry = trimmed(text.substr(0, end));
+        if (!entry.empty()) take_entry(entry_reader{entry, found});
+        text = end == std::string_view::npos ? std::string_view{} : text.substr(end + 1);
+    }
+    return found;
 }
 
 }  // namespace
 
 library_options read_options(std::string_view text)
 {
-    library_options found;
-    while (!text.empty()) {
-        const auto end = text.find_first_of(";\n");
-        const std::string_view entry = trimmed(text.substr(0, end));
-        if (!entry.empty()) read_entry(entry, found);
-        text = end == std::string_view::npos ? std::string_view{} : text.substr(end + 1);
-    }
-    return found;
+    return read_entries(text, [](entry_reader entry) {
+        if (entry.is_change() || entry.is_option()) return;
+        entry.refuse("model, ram banks, fault, no faults, socket, chips, speed or transcript");
+    });
 }
 
-std::unique_ptr<part> part_named(std::string_view name, int model)
+library_options read_changes(std::string_view text)
+{
+    return read_entries(text, [](entry_reader entry) {
+        if (!entry.is_change()) entry.refuse("fault, no faults, socket or chips");
+    });
+}
+
+std::unique_ptr<part> part_named(std::string_view name, int model, const std::string& chips_folder)
 {
     if (name == "empty") return nullptr;
     if (name == "test board") return std::make_unique<test_board>(wiring{model}.contacts());
-    throw std::invalid_argument{"socket \"" + std::string{name} + "\": empty or test board was expected"};
+    const std::string what = "socket \"" + std::string{name} + "\": ";
+    if (chips_folder.empty()) {
+        throw std::invalid_argument{what + "empty or test board was expected, or an entry \"chips FOLDER\""};
+    }
+    const auto chips = load_chips(chip_files(chips_folder));
+    const chip* const found = find_chip(chips, name);
+    if (found == nullptr) throw std::invalid_argument{what + "empty, test board or a chip was expected"};
+    return make_part(*found);
 }
 
 }  // namespace tamrix::sim

@@ -1,6 +1,7 @@
 // The functions that libtamrix.so exports: the plug-in with its dialogs on the real screen.
 #include "entry/all_dialogs.h"
 #include "entry/entry_methods.h"
+#include "hw/loaded_programmer.h"
 #include "pld/detect.h"
 #include "tamrix/clstamrix.h"
 #include "tamrix/formats.h"
@@ -10,16 +11,15 @@
 #include <cstdlib>
 #include <exception>
 #include <string>
+#include <utility>
 
 namespace tamrix {
 
 namespace {
 
-std::string name_space_of_environment()
-{
-    const char* value = std::getenv("TAMRIX_NAMESPACE");
-    return value != nullptr ? value : "";
-}
+std::string text_or_empty(const char* text) { return text != nullptr ? text : ""; }
+
+std::string name_space_of_environment() { return text_or_empty(std::getenv("TAMRIX_NAMESPACE")); }
 
 struct screen_and_session {
     wxui::wx_shell screen;
@@ -30,8 +30,15 @@ struct screen_and_session {
 /// What stands behind the pointer that a host holds. The screen and the session are made first, and go last.
 class loaded_plug_in final : private screen_and_session, public entry_methods {
 public:
-    loaded_plug_in() : entry_methods{state, all_dialogs()} {}
+    loaded_plug_in() : entry_methods{state, all_dialogs()} { use_programmer({}, {}); }
 
+    void use_programmer(std::string path, std::string options)
+    {
+        if (path.empty()) path = text_or_empty(std::getenv("TAMRIX_PROGRAMMER"));
+        state.hardware.forget();
+        state.hardware.source = nullptr;
+        if (!path.empty()) state.hardware.source = hw::library_source(std::move(path), std::move(options));
+    }
     const char* keep(std::string text)
     {
         text_for_host = std::move(text);
@@ -69,6 +76,17 @@ tamrix::Clstamrix* tamrix_create() noexcept
 }
 
 void tamrix_destroy(tamrix::Clstamrix* plug_in) noexcept { delete plug_in; }
+
+int tamrix_use_programmer(tamrix::Clstamrix* plug_in, const char* library_path, const char* options) noexcept
+{
+    try {
+        if (plug_in == nullptr) return 0;
+        loaded(plug_in).use_programmer(tamrix::text_or_empty(library_path), tamrix::text_or_empty(options));
+        return 1;
+    } catch (const std::exception&) {
+        return 0;
+    }
+}
 
 const char* tamrix_diagnostic(tamrix::Clstamrix* plug_in) noexcept
 {

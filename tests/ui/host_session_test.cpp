@@ -169,3 +169,59 @@ TEST_F(sessions, a_plug_in_that_is_missing_is_told_with_its_path)
         EXPECT_NE(std::string{error.what()}.find("/nowhere/libtamrix.so"), std::string::npos);
     }
 }
+
+namespace {
+
+/// Why auto find does not begin. No dialog is shown: the programmer is asked for first.
+std::string why_not(host_session& session)
+{
+    std::string folder = DATA "/";
+    return session.run([&](Clstamrix& plug_in) { return plug_in.mnutestautofind0(folder); }).result.error;
+}
+
+}  // namespace
+
+TEST_F(sessions, without_a_programmer_the_method_says_so)
+{
+    host_session session{PLUG_IN};
+    EXPECT_EQ(why_not(session), "no programmer is attached");
+}
+
+TEST_F(sessions, a_programmer_that_cannot_be_had_is_told_with_the_reason)
+{
+    host_session session{PLUG_IN};
+    session.use_programmer({.library = "/nowhere.so"});
+    EXPECT_EQ(why_not(session), "programmer library /nowhere.so: /nowhere.so: cannot open shared object file: No such "
+                                "file or directory");
+    session.use_programmer({.library = SIMULATOR, .options = "socket moon"});
+    EXPECT_EQ(why_not(session), "programmer library " SIMULATOR ": socket \"moon\": empty or test board was expected, "
+                                "or an entry \"chips FOLDER\"");
+    session.use_programmer({});
+    EXPECT_EQ(why_not(session), "no programmer is attached");
+}
+
+TEST_F(sessions, the_programmer_of_the_environment_is_taken_where_none_is_named)
+{
+    setenv("TAMRIX_PROGRAMMER", "/from/environment.so", 1);
+    host_session session{PLUG_IN};
+    const std::string by_itself = why_not(session);
+    session.use_programmer({.library = "/named.so"});
+    const std::string named = why_not(session);
+    session.use_programmer({});
+    const std::string again = why_not(session);
+    unsetenv("TAMRIX_PROGRAMMER");
+    EXPECT_TRUE(by_itself.starts_with("programmer library /from/environment.so: ")) << by_itself;
+    EXPECT_TRUE(named.starts_with("programmer library /named.so: ")) << named;
+    EXPECT_EQ(again, by_itself);
+}
+
+TEST_F(sessions, the_programmer_stays_the_same_when_the_blocks_are_attached_anew)
+{
+    host_session session{PLUG_IN};
+    session.use_programmer({.library = SIMULATOR, .options = "socket moon", .model = 22, .usb = false});
+    const std::string before = why_not(session);
+    EXPECT_TRUE(session.attach_small().result.ok());
+    EXPECT_EQ(why_not(session), before);
+    EXPECT_EQ(session.programmer().model, 22);
+    EXPECT_FALSE(session.programmer().usb);
+}

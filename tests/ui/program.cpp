@@ -72,10 +72,10 @@ program::~program()
     std::remove(output_file_.c_str());
 }
 
-std::string program::windows(const std::string& title) const
+std::string program::windows(const std::string& title, const std::string& which) const
 {
     const std::string command = "xdotool search --onlyvisible --all --pid " + std::to_string(process_) + " --name '" +
-                                title + "' 2>/dev/null | tail -1";
+                                title + "' 2>/dev/null | " + which;
     const std::unique_ptr<FILE, int (*)(FILE*)> pipe{popen(command.c_str(), "r"), pclose};
     std::array<char, 64> text{};
     return std::fgets(text.data(), text.size(), pipe.get()) != nullptr ? text.data() : "";
@@ -84,12 +84,14 @@ std::string program::windows(const std::string& title) const
 void program::focus(const std::string& title)
 {
     std::string found;
-    if (!comes_true_within_ten_seconds([&] { return !(found = windows(title)).empty(); })) {
+    if (!comes_true_within_ten_seconds([&] { return !(found = windows(title, "tail -1")).empty(); })) {
         throw std::runtime_error{"no window " + title + "; the program wrote: " + output()};
     }
     std::this_thread::sleep_for(300ms);  // until it is drawn and listens
     run("xdotool windowfocus --sync " + found);
 }
+
+int program::shown(const std::string& title) const { return std::stoi(windows(title, "wc -l")); }
 
 void program::press(const std::string& keys) const
 {

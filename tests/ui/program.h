@@ -21,6 +21,8 @@ public:
     /// Waits until one of its windows with this title is on the screen and gives it the keyboard. Throws
     /// std::runtime_error after ten seconds.
     void focus(const std::string& title);
+    /// How many of its windows on the screen have this title.
+    int shown(const std::string& title) const;
     void press(const std::string& keys) const;
     /// The left button at a place of the window that has the keyboard, told in parts of its width and height.
     void click_at(double across, double down) const;
@@ -32,7 +34,7 @@ public:
     std::string output() const;
 
 private:
-    std::string windows(const std::string& title) const;
+    std::string windows(const std::string& title, const std::string& which) const;
 
     std::string output_file_;
     pid_t process_ = 0;

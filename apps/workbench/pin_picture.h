@@ -1,0 +1,49 @@
+// A chip from above with its pins, of which one is selected.
+#pragma once
+
+#include "host/simulator.h"
+
+#include <functional>
+
+#include <wx/dcclient.h>
+#include <wx/panel.h>
+
+namespace tamrix::workbench {
+
+/// With the keyboard: the arrows select a pin, "o", "0" and "1" break it, "s" and Delete mend it.
+class pin_picture final : public wxPanel {
+public:
+    pin_picture(wxWindow* parent, const host::simulator& socket);
+
+    /// Takes the chip that is in the socket now, and selects its pin 1.
+    void take_chip();
+    int pin() const { return pin_; }
+    void select(int pin);
+
+    /// The person selected another pin.
+    std::function<void()> on_select;
+    /// The person wants the selected pin to be so.
+    std::function<void(host::pin_state)> on_set;
+
+    bool AcceptsFocus() const override { return socket_.chip() != nullptr; }
+
+private:
+    void paint(wxDC& dc);
+    void paint_pin(wxDC& dc, int pin, const wxRect& body) const;
+    void press(wxKeyEvent& event);
+    void move_by(int rows, bool across);
+    int rows() const;
+    int row_height() const;
+    wxRect body() const;
+    int row_of(int pin) const;
+    bool at_left(int pin) const;
+    int pin_at(wxPoint place) const;
+
+    const host::simulator& socket_;
+    int pin_ = 1;
+};
+
+/// "sound", "open", "stuck at 0", "stuck at 1": in the order of pin_state.
+wxString words_of(host::pin_state state);
+
+}  // namespace tamrix::workbench

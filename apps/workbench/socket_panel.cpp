@@ -1,0 +1,216 @@
+#include "workbench/socket_panel.h"
+
+#include "workbench/text.h"
+
+#include <array>
+
+#include <wx/sizer.h>
+#include <wx/statbox.h>
+
+namespace tamrix::workbench {
+
+namespace {
+
+constexpr const char* empty_row = "(empty)";
+constexpr int highest_model = 99;
+
+wxString description_of(const host::simulated_chip& chip)
+{
+    return to_wx(chip.description + (chip.same_as.empty() ? "" : ", as " + chip.same_as));
+}
+
+bool matches(const wxString& line, const wxString& words)
+{
+    const wxString all = line.Lower();
+    for (wxString rest = words.Lower(); !rest.empty(); rest = rest.AfterFirst(' ')) {
+        if (!all.Contains(rest.BeforeFirst(' '))) return false;
+    }
+    return true;
+}
+
+wxSizerFlags beside(const wxWindow& window)
+{
+    return wxSizerFlags{}.CenterVertical().Border(wxLEFT, window.FromDIP(6));
+}
+
+}  // namespace
+
+socket_panel::socket_panel(wxWindow* parent, const host::simulator* socket, int model, bool usb)
+    : wxPanel{parent},
+      socket_{socket},
+      area_{new wxScrolledWindow{this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxVSCROLL}}
+{
+    area_->SetScrollRate(0, FromDIP(10));
+    area_->SetMinSize(FromDIP(wxSize{60, 60}));
+    auto* column = new wxBoxSizer{wxVERTICAL};
+    if (socket_ != nullptr) {
+        column->Add(chip_list(), wxSizerFlags{1}.Expand());
+        column->Add(chip_in_socket(), wxSizerFlags{}.Expand().Border(wxTOP, FromDIP(9)));
+    }
+    column->Add(programmer_box(model, usb), wxSizerFlags{}.Expand().Border(wxTOP, FromDIP(9)));
+    auto* outer = new wxBoxSizer{wxVERTICAL};
+    outer->Add(column, wxSizerFlags{1}.Expand().Border(wxALL, FromDIP(6)));
+    area_->SetSizer(outer);
+    auto* page = new wxBoxSizer{wxVERTICAL};
+    page->Add(area_, wxSizerFlags{1}.Expand());
+    SetSizer(page);
+    refresh();
+}
+
+wxSizer* socket_panel::chip_list()
+{
+    search_ = new wxSearchCtrl{area_, wxID_ANY};
+    search_->SetDescriptiveText("Search chips");
+    search_->ShowCancelButton(true);
+    list_ = new wxDataViewListCtrl{area_, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+                                   wxDV_SINGLE | wxDV_ROW_LINES | wxBORDER_THEME};
+    list_->AppendTextColumn("Chip", wxDATAVIEW_CELL_INERT, FromDIP(72), wxALIGN_LEFT, wxDATAVIEW_COL_RESIZABLE);
+    list_->AppendTextColumn("Pins", wxDATAVIEW_CELL_INERT, FromDIP(42), wxALIGN_LEFT, wxDATAVIEW_COL_RESIZABLE);
+    list_->AppendTextColumn("Function", wxDATAVIEW_CELL_INERT, FromDIP(200), wxALIGN_LEFT, wxDATAVIEW_COL_RESIZABLE);
+    list_->SetMinSize({-1, FromDIP(84)});
+    search_->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { fill(); });
+    search_->Bind(wxEVT_SEARCH_CANCEL, [this](wxCommandEvent&) { search_->Clear(); });
+    search_->Bind(wxEVT_SEARCH, [this](wxCommandEvent&) {
+        if (list_->GetItemCount() == 0) return;
+        list_->SelectRow(0);
+        list_->SetFocus();
+        tell_choice();
+    });
+    list_->Bind(wxEVT_DATAVIEW_SELECTION_CHANGED, [this](wxDataViewEvent&) { tell_choice(); });
+
+    auto* column = new wxBoxSizer{wxVERTICAL};
+    column->Add(search_, wxSizerFlags{}.Expand().Border(wxBOTTOM, FromDIP(6)));
+    column->Add(list_, wxSizerFlags{1}.Expand());
+    return column;
+}
+
+wxSizer* socket_panel::chip_in_socket()
+{
+    auto* framed = new wxStaticBoxSizer{wxVERTICAL, area_, "In the socket"};
+    wxWindow* box = framed->GetStaticBox();
+    title_ = new wxStaticText{box, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxST_ELLIPSIZE_END};
+    picture_ = new pin_picture{box, *socket_};
+    picture_->SetToolTip("A click or the arrows select a pin; o, 0 and 1 break it, s mends it");
+    pin_ = new wxStaticText{box, wxID_ANY, ""};
+    state_ = new wxChoice{box, wxID_ANY};
+    for (const auto state :
+         {host::pin_state::sound, host::pin_state::open, host::pin_state::stuck_at_0, host::pin_state::stuck_at_1}) {
+        state_->Append(words_of(state));
+    }
+    mend_ = new wxButton{box, wxID_ANY, "&Mend All"};
+    auto* pin_row = new wxBoxSizer{wxHORIZONTAL};
+    pin_row->Add(pin_, wxSizerFlags{}.CenterVertical());
+    pin_row->Add(state_, beside(*this).Proportion(1));
+    pin_row->Add(mend_, beside(*this));
+    framed->Add(title_, wxSizerFlags{}.Expand().Border(wxALL, FromDIP(6)));
+    framed->Add(picture_, wxSizerFlags{}.Expand().Border(wxLEFT | wxRIGHT, FromDIP(6)));
+    framed->Add(pin_row, wxSizerFlags{}.Expand().Border(wxALL, FromDIP(6)));
+
+    picture_->on_select = [this] { show_pin(); };
+    picture_->on_set = [this](host::pin_state state) { on_break(picture_->pin(), state); };
+    state_->Bind(wxEVT_CHOICE, [this](wxCommandEvent&) {
+        on_break(picture_->pin(), static_cast<host::pin_state>(state_->GetSelection()));
+    });
+    mend_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { on_mend(); });
+    return framed;
+}
+
+wxSizer* socket_panel::programmer_box(int model, bool usb)
+{
+    auto* framed = new wxStaticBoxSizer{wxHORIZONTAL, area_, "Programmer"};
+    wxWindow* box = framed->GetStaticBox();
+    model_ =
+        new wxSpinCtrl{box, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxSP_ARROW_KEYS, 0, highest_model, model};
+    model_->SetToolTip(
+        "The model number that the plug-in is told; below 30 it uses the older library of logic devices");
+    const std::array<wxString, 2> routes{"USB", "Device object"};
+    route_ =
+        new wxChoice{box, wxID_ANY, wxDefaultPosition, wxDefaultSize, static_cast<int>(routes.size()), routes.data()};
+    route_->SetSelection(usb ? 0 : 1);
+    route_->SetToolTip("USB plays all vectors at a stroke, the device object row by row");
+    const wxSizerFlags label = wxSizerFlags{}.CenterVertical().Border(wxTOP | wxBOTTOM | wxLEFT, FromDIP(6));
+    framed->Add(new wxStaticText{box, wxID_ANY, "Model:"}, label);
+    framed->Add(model_, beside(*this).Border(wxTOP | wxBOTTOM | wxLEFT, FromDIP(6)));
+    framed->Add(new wxStaticText{box, wxID_ANY, "Route:"}, wxSizerFlags{label}.Border(wxALL, FromDIP(6)));
+    framed->Add(route_, wxSizerFlags{1}.CenterVertical().Border(wxTOP | wxBOTTOM | wxRIGHT, FromDIP(6)));
+    model_->Bind(wxEVT_SPINCTRL, [this](wxSpinEvent&) { on_programmer(); });
+    route_->Bind(wxEVT_CHOICE, [this](wxCommandEvent&) { on_programmer(); });
+    return framed;
+}
+
+void socket_panel::fill()
+{
+    const wxString words = search_->GetValue().Trim().Trim(false);
+    const host::simulated_chip* const there = socket_->chip();
+    list_->DeleteAllItems();
+    const auto add = [&](const wxString& name, const wxString& pins, const wxString& function, bool chosen) {
+        if (!matches(name + " " + function, words)) return;
+        wxVector<wxVariant> line;
+        line.push_back(name);
+        line.push_back(pins);
+        line.push_back(function);
+        list_->AppendItem(line);
+        if (chosen) list_->SelectRow(static_cast<unsigned>(list_->GetItemCount() - 1));
+    };
+    add(empty_row, "", "no chip in the socket", there == nullptr);
+    for (const host::simulated_chip& chip : socket_->chips()) {
+        add(to_wx(chip.name), wxString::Format("%d", chip.pins()), description_of(chip), there == &chip);
+    }
+    if (const int row = list_->GetSelectedRow(); row != wxNOT_FOUND) list_->EnsureVisible(list_->RowToItem(row));
+}
+
+std::string socket_panel::name_in_row(int row) const
+{
+    const wxString name = list_->GetTextValue(static_cast<unsigned>(row), 0);
+    return name == empty_row ? std::string{} : to_utf8(name);
+}
+
+void socket_panel::tell_choice()
+{
+    const int row = list_->GetSelectedRow();
+    if (row == wxNOT_FOUND) return;
+    const std::string name = name_in_row(row);
+    const host::simulated_chip* const there = socket_->chip();
+    if (name != (there != nullptr ? there->name : std::string{})) on_insert(name);
+}
+
+void socket_panel::show_pin()
+{
+    const host::simulated_chip* const chip = socket_->chip();
+    state_->Enable(chip != nullptr);
+    mend_->Enable(socket_->faults() != 0);
+    const int pin = picture_->pin();
+    pin_->SetLabelText(chip != nullptr ? wxString::Format("Pin %d, ", pin) +
+                                             to_wx(chip->pin_names[static_cast<std::size_t>(pin - 1)]) + ":"
+                                       : wxString{"Pin:"});
+    state_->SetSelection(static_cast<int>(socket_->state_of(pin)));
+    pin_->GetContainingSizer()->Layout();
+    picture_->Refresh();
+}
+
+void socket_panel::refresh()
+{
+    if (socket_ == nullptr) return;
+    const host::simulated_chip* const chip = socket_->chip();
+    const wxString title = chip != nullptr ? to_wx(chip->name) + L" – " + description_of(*chip) : wxString{"No chip"};
+    if (title != title_->GetLabelText() || list_->GetItemCount() == 0) {
+        title_->SetLabelText(title);
+        picture_->take_chip();
+        if (list_->GetSelectedRow() == wxNOT_FOUND ||
+            name_in_row(list_->GetSelectedRow()) != (chip != nullptr ? chip->name : "")) {
+            fill();
+        }
+        area_->FitInside();
+        if (IsShownOnScreen()) area_->Layout();
+    }
+    show_pin();
+}
+
+void socket_panel::start_search()
+{
+    if (search_ == nullptr) return model_->SetFocus();
+    search_->SetFocus();
+    search_->SelectAll();
+}
+
+}  // namespace tamrix::workbench

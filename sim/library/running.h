@@ -1,0 +1,66 @@
+// A simulated programmer behind the C interface, and the list of those that this process has.
+#pragma once
+
+#include "sim/library/options.h"
+#include "tamrix/hardware.h"
+
+#include <fstream>
+#include <mutex>
+#include <string>
+#include <vector>
+
+/// A programmer that runs with the clock on the wall.
+struct tamrix_programmer {
+    tamrix_programmer(const tamrix::sim::library_options& options, const tamrix::hw::reply_memory& replies);
+    /// Leaves its last hazards to the others.
+    ~tamrix_programmer();
+    tamrix_programmer(const tamrix_programmer&) = delete;
+    tamrix_programmer& operator=(const tamrix_programmer&) = delete;
+
+    tamrix::hw::lumbat& transport() { return inner_->transport(); }
+    tamrix::hw::devobj& device() { return inner_->device(); }
+
+    /// All or nothing. Throws std::invalid_argument.
+    void change(const tamrix::sim::library_options& changes);
+    /// Moves what came since the last call to the end of `into`.
+    void take_hazards(std::vector<std::string>& into);
+
+    /// Held during every call: a host may change the programmer while its user is at work.
+    std::mutex busy;
+    std::string error;
+
+private:
+    void finish_transcript();
+
+    int model_;
+    std::string chips_folder_;
+    std::shared_ptr<tamrix::sim::wall_clock> time_;
+    std::shared_ptr<tamrix::sim::journal> log_;
+    std::size_t hazards_taken_ = 0;
+    std::ofstream transcript_;
+    std::unique_ptr<tamrix::sim::programmer> inner_;
+};
+
+namespace tamrix::sim {
+
+/// The one piece of state that the library keeps for the process: its C interface gives a programmer to who made it
+/// only, and who changes it is somebody else.
+class running_programmers {
+public:
+    static running_programmers& of_this_process();
+
+    void add(tamrix_programmer* made);
+    void remove(tamrix_programmer* going);
+    void leave_hazards(std::vector<std::string> hazards);
+
+    /// Changes the one made last; false where there is none. Throws std::invalid_argument.
+    bool change(const library_options& changes);
+    std::vector<std::string> take_hazards();
+
+private:
+    std::mutex mutex_;  // taken before a programmer's own, never while that is held
+    std::vector<tamrix_programmer*> running_;
+    std::vector<std::string> hazards_of_gone_;
+};
+
+}  // namespace tamrix::sim
