@@ -1,8 +1,8 @@
 // A vector editor on a device or on a part of the library.
 #pragma once
 
-#include "ttl/ttledit.h"
 #include "ttl/dialogs/dialog_fixture.h"
+#include "ttl/ttledit.h"
 
 #include <functional>
 #include <optional>

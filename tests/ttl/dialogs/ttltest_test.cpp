@@ -1,8 +1,8 @@
 #include "ttl/ttltest.h"
 
+#include "ttl/dialogs/dialog_fixture.h"
 #include "ttl/ttladd.h"
 #include "ttl/ttledit.h"
-#include "ttl/dialogs/dialog_fixture.h"
 
 #include <functional>
 
