@@ -1,5 +1,6 @@
 // The vector library under libFuzzer: the first byte of the input picks the device that is looked for, the rest behind
 // the eighth is the file.
+#include "silent_shell.h"
 #include "ttl/library.h"
 
 #include <cstdint>
@@ -17,17 +18,6 @@ namespace {
 using namespace tamrix;
 
 constexpr std::size_t choices = 8;
-
-class silent_shell final : public forms::shell {
-public:
-    forms::answer box(const forms::message_box&) override { return forms::answer::yes; }
-    void beep() override {}
-    void doevents() override {}
-    double seconds() override { return 0; }
-
-private:
-    void run_modal(forms::form&) override {}
-};
 
 /// What all runs share: a plug-in and a library in memory.
 struct bench {

@@ -2,6 +2,7 @@
 // dialog's choices, the rest is the file.
 #include "pld/jedec.h"
 #include "pld/svf.h"
+#include "silent_shell.h"
 #include "transfer/byte_selection.h"
 #include "transfer/formats.h"
 
@@ -20,17 +21,6 @@ using namespace tamrix;
 
 constexpr std::string_view reader = FUZZ_READER;
 constexpr std::size_t choices = 8;
-
-class silent_shell final : public forms::shell {
-public:
-    forms::answer box(const forms::message_box&) override { return forms::answer::ok; }
-    void beep() override {}
-    void doevents() override {}
-    double seconds() override { return 0; }
-
-private:
-    void run_modal(forms::form&) override {}
-};
 
 /// What all runs share: a plug-in with a small device, and a file in memory.
 struct bench {
