@@ -19,6 +19,9 @@ std::string name_beside(const std::string& library)
 
 bool may_be_written(const std::string& library)
 {
+    // An administrator may open even what is marked as read-only.
+    const DWORD attributes = ::GetFileAttributesW(wide_path(library).c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_READONLY) != 0) return false;
     const HANDLE file = ::CreateFileW(wide_path(library).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                       nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) return false;
