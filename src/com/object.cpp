@@ -1,29 +1,13 @@
 #include "com/object.h"
 
+#include "com/arguments.h"
 #include "com/type_info.h"
 
 #include <new>
-#include <vector>
 
 #include <oleauto.h>
 
 namespace tamrix::com {
-
-namespace {
-
-/// The arguments with the variants of a script resolved to what stands in them: scripts pass every variable as a
-/// reference to a variant, which no typed parameter takes. The methods leave their arguments as they are, so nothing
-/// has to go back.
-std::vector<VARIANTARG> resolved(const DISPPARAMS& parameters)
-{
-    std::vector<VARIANTARG> values(parameters.rgvarg, parameters.rgvarg + parameters.cArgs);
-    for (VARIANTARG& one : values) {
-        if (one.vt == (VT_BYREF | VT_VARIANT) && one.pvarVal != nullptr) one = *one.pvarVal;
-    }
-    return values;
-}
-
-}  // namespace
 
 object::~object()
 {
@@ -99,10 +83,11 @@ HRESULT object::Invoke(DISPID id, REFIID reserved, LCID, WORD flags, DISPPARAMS*
     if (type_info() == nullptr) return TYPE_E_CANTLOADLIBRARY;
     ::SetErrorInfo(0, nullptr);  // what is found after the call is the call's own
     try {
-        std::vector<VARIANTARG> values = resolved(*parameters);
-        DISPPARAMS given = *parameters;
-        given.rgvarg = values.data();
-        return type_info()->Invoke(static_cast<_Clstamrix*>(this), id, flags, &given, result, exception, bad_argument);
+        arguments taken;
+        if (const HRESULT failed = taken.take(type_info(), id, *parameters, bad_argument); FAILED(failed))
+            return failed;
+        return type_info()->Invoke(static_cast<_Clstamrix*>(this), id, flags, taken.parameters(), result, exception,
+                                   bad_argument);
     } catch (const std::bad_alloc&) {
         return E_OUTOFMEMORY;
     }

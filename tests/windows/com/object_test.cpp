@@ -98,6 +98,7 @@ TEST_F(com_object, takes_numbers_as_values_and_by_reference_and_leaves_them)
     const value word{L"x"};
     EXPECT_EQ(object.call(L"bufcomopt", {word}).result, DISP_E_TYPEMISMATCH);
     EXPECT_EQ(object.call(L"bufcomopt").result, DISP_E_BADPARAMCOUNT);
+    EXPECT_EQ(object.call(L"bufcomopt", {reference_to(number), reference_to(number)}).result, DISP_E_BADPARAMCOUNT);
 }
 
 TEST_F(com_object, takes_texts_as_values_by_reference_and_in_variables_and_leaves_them)
