@@ -17,21 +17,21 @@ make_wine_system() {
     local making=$wine_system.making
     say "Making a 32-bit system with wine in $wine_system; this takes some minutes, once"
     mkdir -p "$(dirname "$wine_system")"
-    [[ ! -e $making ]] || mountpoint -q "$making/proc" && umount "$making/proc"
+    ! mountpoint -q "$making/proc" || umount "$making/proc"  # left by a run that was interrupted
     rm -rf --one-file-system "$making"
     debootstrap --arch=i386 --variant=minbase bookworm "$making" >&2
     chroot "$making" apt-get -qq update >&2
     chroot "$making" env DEBIAN_FRONTEND=noninteractive \
-        apt-get -qq -y --no-install-recommends -o Dpkg::Use-Pty=0 install wine wine32 xvfb xauth >&2
+        apt-get -qq -y --no-install-recommends -o Dpkg::Use-Pty=0 install wine wine32 >&2
     chroot "$making" apt-get clean
+    ! mountpoint -q "$making/proc" || umount "$making/proc"
     mv "$making" "$wine_system"
 }
 
 # in_wine_system COMMAND...: runs it inside, in the folder /project.
 in_wine_system() {
     chroot "$wine_system" env -i HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 WINEDEBUG=-all \
-        ${DISPLAY_INSIDE:+DISPLAY=$DISPLAY_INSIDE} \
-        sh -c 'cd /project && exec "$@"' sh "$@"
+        sh -c 'cd /project && exec "$@"' sh "$@" 9>&-  # wine's server outlives it and must not hold the lock
 }
 
 # One run at a time: all share the system's registry. The lock goes with the shell.
@@ -44,10 +44,10 @@ enter_wine_system() {
     rm -rf "$wine_system/project"
     mkdir "$wine_system/project"
     trap leave_wine_system EXIT
-    [[ -d $wine_system/root/.wine ]] || in_wine_system wine wineboot --init 9>&- >&2
+    [[ -d $wine_system/root/.wine ]] || in_wine_system wine wineboot --init >&2
 }
 
 leave_wine_system() {
-    in_wine_system wineserver -k 9>&- || true  # of this system only
+    in_wine_system wineserver -k || true  # of this system only
     umount "$wine_system/proc" || true
 }
