@@ -2,17 +2,21 @@
 # Installs what is missing, builds, and tests.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/scripts/setup.sh"
+source "$root/scripts/windows.sh"
 cd "$root"
 
 usage() {
     cat <<'END'
-usage: ./test.sh [--sanitize | --threads | --fuzz SECONDS | --bench | --format | --check | --help] [-- CTEST-ARGUMENT...]
+usage: ./test.sh [--sanitize | --threads | --windows | --fuzz SECONDS | --bench | --format | --check | --help]
+                 [-- CTEST-ARGUMENT...]
 
 Installs the packages that are missing (Debian 12; as root or through sudo), builds, and then
 
   (nothing)    runs every test, those of real windows on a display of their own (Xvfb)
   --sanitize   runs the tests that need no display, with address, leak and undefined behaviour checks
   --threads    runs the tests of the programmer with checks of what its threads share
+  --windows    builds for 32-bit Windows and runs the tests of that under wine (as root; the first time it makes a small
+               32-bit system for wine in the cache folder)
   --fuzz S     feeds every reader damaged files for S seconds each, with the same checks
   --bench      measures the release side by side with other tools and writes docs/performance.md
   --format     formats every .h and .cpp file that git knows
@@ -63,6 +67,23 @@ fuzz() {
     done
 }
 
+windows() {
+    need "${windows_packages[@]}"
+    build windows tests_windows tests_com tests_block_reader tamrix_com
+    enter_wine_system
+    cp build/windows/bin/{tests_windows,tests_com,tests_block_reader}.exe build/windows/bin/tamrix.dll \
+        tests/windows/com/late_binding.vbs "$wine_system/project/"
+    cp -r fuzz tests/ttl/transcripts tests/plugin/english_messages.txt "$wine_system/project/"
+    echo '== the core'
+    in_wine_system timeout 900 wine tests_windows.exe --gtest_brief=1
+    echo '== the COM server'
+    in_wine_system timeout 300 wine tests_com.exe --gtest_brief=1
+    echo '== the COM server, registered and driven by a script'
+    in_wine_system timeout 60 wine regsvr32 /s tamrix.dll
+    in_wine_system timeout 60 wine cscript //nologo late_binding.vbs
+    in_wine_system timeout 60 wine regsvr32 /s /u tamrix.dll
+}
+
 run_bench() {
     build release tamrix_cli bench_loads bench_logic
     exec bench/side_by_side.sh build/release
@@ -85,6 +106,7 @@ if (($#)) && [[ $1 != -- ]]; then
         mode=fuzz seconds=$2
         shift
         ;;
+    --windows) mode=windows ;;
     --bench) mode=run_bench ;;
     --format) mode=format ;;
     --check) mode=check ;;

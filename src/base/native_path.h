@@ -6,7 +6,8 @@
 
 namespace tamrix {
 
-/// "\" and "/" both separate folders, and repeats of them collapse into one.
+/// "\" and "/" both separate folders, and repeats of them collapse into one. On Windows two at the
+/// very start stay: they name a computer.
 std::string native_path(std::string_view path);
 
 }  // namespace tamrix

@@ -1,12 +1,11 @@
 #include "hw/loaded_programmer.h"
 
+#include "hw/library_symbol.h"
 #include "tamrix/hardware.h"
 
 #include <array>
 #include <cstring>
 #include <utility>
-
-#include <dlfcn.h>
 
 namespace tamrix::hw {
 
@@ -161,12 +160,10 @@ void check_functions(const std::string& path, const table& found)
 const table& functions_of(const std::string& path)
 {
     if (path.empty()) fail("\"\"", "no file is named");
-    void* const library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
-    if (library == nullptr) {
-        const char* const why = ::dlerror();
-        fail(path, why != nullptr ? why : "cannot be loaded");
-    }
-    void* const symbol = ::dlsym(library, TAMRIX_HARDWARE_SYMBOL);
+    std::string why;
+    void* const library = load_library(path, why);
+    if (library == nullptr) fail(path, why);
+    void* const symbol = symbol_of(library, TAMRIX_HARDWARE_SYMBOL);
     if (symbol == nullptr) fail(path, "is no programmer library: it has no " TAMRIX_HARDWARE_SYMBOL);
     const table* const found = reinterpret_cast<tamrix_hardware_functions_type>(symbol)();
     if (found == nullptr) fail(path, "yields no functions");

@@ -1,7 +1,7 @@
-// The process's heap of numbered texts as the plug-in's own code uses it; hosts use tamrix/text_heap.h.
+// The host's heap of texts as the plug-in's own code uses it. On Windows it is the system's, elsewhere the process's
+// heap of numbered texts in tamrix/text_heap.h.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -13,6 +13,5 @@ std::uint32_t make(std::string_view text);
 /// The text of a handle; "" for 0 and for an unknown one.
 std::string get(std::uint32_t handle);
 void free(std::uint32_t handle) noexcept;
-std::size_t count() noexcept;
 
 }  // namespace tamrix::text_heap

@@ -85,6 +85,10 @@ private:
     std::size_t mapped_bytes_ = 0;
 };
 
+/// Makes the file, empty, where it does not exist. False where it cannot be there at all: its folder is missing or
+/// takes no new file.
+bool exists_or_is_made(const std::string& path);
+
 /// The file's date and time in the platform's default form and the local time zone; "" where it cannot be told.
 std::string file_time_text(const std::string& path);
 

@@ -1,13 +1,9 @@
 #include "ttl/library_file.h"
 
 #include "base/arith.h"
-#include "base/native_path.h"
 #include "transfer/file_io.h"
 
 #include <algorithm>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace tamrix {
 
@@ -30,21 +26,11 @@ std::int16_t decimal_value(std::string_view digits)
     return static_cast<std::int16_t>(value);
 }
 
-/// False where the file cannot be there at all: its folder is missing or takes no new file.
-bool exists_now(const std::string& path)
-{
-    if (::access(path.c_str(), F_OK) == 0) return true;
-    const int file = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0666);
-    if (file < 0) return false;
-    ::close(file);
-    return true;
-}
-
 }  // namespace
 
 std::string library_content(const std::string& path)
 {
-    if (!exists_now(native_path(path))) return {};
+    if (!exists_or_is_made(path)) return {};
     input_file file{path};
     std::string content(static_cast<std::size_t>(file.length()), '\0');
     content.resize(file.read_at(0, {reinterpret_cast<std::uint8_t*>(content.data()), content.size()}));

@@ -15,7 +15,7 @@ TEST(native_path, takes_both_separators)
 TEST(native_path, collapses_repeated_separators)
 {
     EXPECT_EQ(native_path(R"(/data\\//x.hex)"), "/data/x.hex");
-    EXPECT_EQ(native_path(R"(\\server\share)"), "/server/share");
+    EXPECT_EQ(native_path(R"(\\\server\share)"), "/server/share");
     EXPECT_EQ(native_path("folder//"), "folder/");
 }
 

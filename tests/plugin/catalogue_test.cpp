@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <fstream>
 #include <map>
 #include <string>
@@ -19,7 +18,7 @@ using tests::plug_in_fixture;
 std::map<int, std::string> reviewed_messages()
 {
     std::map<int, std::string> messages;
-    std::ifstream file{std::filesystem::path{__FILE__}.parent_path() / "english_messages.txt"};
+    std::ifstream file{TAMRIX_REVIEWED_TEXTS};
     EXPECT_TRUE(file.is_open());
     for (std::string line; std::getline(file, line);) {
         const std::size_t colon = line.find(": \"");

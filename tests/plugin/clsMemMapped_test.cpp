@@ -1,3 +1,4 @@
+// POSIX only: looks at /dev/shm; tests/windows has the like.
 #include "plugin/clsMemMapped.h"
 
 #include "support/plug_in_fixture.h"

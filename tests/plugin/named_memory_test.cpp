@@ -1,3 +1,4 @@
+// POSIX only: how names of shared memory go away with their users.
 #include "tamrix/named_memory.h"
 
 #include "plugin/clsMemMapped.h"

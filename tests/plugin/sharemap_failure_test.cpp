@@ -1,4 +1,5 @@
 // Blocks that can be neither opened nor created.
+// POSIX only: looks at /dev/shm; tests/windows has the like.
 #include "entry/entry_methods.h"
 #include "plugin/session.h"
 #include "plugin/shared_blocks.h"

@@ -1,3 +1,4 @@
+// POSIX only: looks at /dev/shm; tests/windows has the like.
 #include "plugin/sharemap.h"
 
 #include "entry/entry_methods.h"

@@ -1,3 +1,4 @@
+// POSIX only: the process's own heap of texts; tests/windows has the like for the system's.
 #include "plugin/block.h"
 
 #include "plugin/session.h"

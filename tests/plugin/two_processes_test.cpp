@@ -1,4 +1,5 @@
 // Host and plug-in in two processes that share nothing but the names of the blocks.
+// POSIX only: it forks.
 #include "entry/entry_methods.h"
 #include "plugin/expected_blocks.h"
 #include "plugin/session.h"

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <random>
@@ -11,8 +10,10 @@ namespace tamrix::tests {
 
 temp_folder::temp_folder()
 {
-    std::string pattern = (std::filesystem::temp_directory_path() / "tamrix-test-XXXXXX").string();
-    folder_ = ::mkdtemp(pattern.data());
+    std::random_device random;
+    do {
+        folder_ = std::filesystem::temp_directory_path() / ("tamrix-test-" + std::to_string(random()));
+    } while (!std::filesystem::create_directory(folder_));
 }
 
 temp_folder::~temp_folder()

@@ -1,4 +1,5 @@
 // Files that cannot be read, and files that nobody expects: a status and a reason each, never a crash or a hang.
+// POSIX only: pipes and rights; tests/windows has the like.
 #include "load_fixture.h"
 #include "transfer/file_io.h"
 

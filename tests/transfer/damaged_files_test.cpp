@@ -7,8 +7,6 @@
 #include <algorithm>
 #include <ostream>
 
-#include <unistd.h>
-
 namespace tamrix::tests {
 namespace {
 
@@ -169,8 +167,7 @@ struct every_reader : testing::TestWithParam<sample> {
     {
         const auto view = f.session.blocks.ibuffer.span();
         EXPECT_EQ(view.size(), static_cast<std::size_t>(whole_view));
-        const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
-        return {view.data(), (view.size() + page - 1) / page * page};
+        return {view.data(), f.session.blocks.ibuffer.mapping()->reach_bytes()};
     }
     status run(const std::string& content, const load_entries& modes)
     {

@@ -20,7 +20,8 @@ std::vector<std::pair<std::string, std::string>> corpus(const std::string& kind)
     const std::filesystem::path folder = std::filesystem::path{TAMRIX_FUZZ_FOLDER} / kind;
     if (!std::filesystem::exists(folder)) return all;
     for (const auto& entry : std::filesystem::recursive_directory_iterator{folder}) {
-        if (entry.is_regular_file()) all.emplace_back(entry.path().parent_path().filename(), entry.path());
+        if (entry.is_regular_file())
+            all.emplace_back(entry.path().parent_path().filename().string(), entry.path().string());
     }
     return all;
 }

@@ -76,7 +76,7 @@ struct format_fixture : load_fixture {
     std::string why() const
     {
         diagnostic told = session.why_it_failed;
-        if (!told.file.empty()) told.file = std::filesystem::path{told.file}.filename();
+        if (!told.file.empty()) told.file = std::filesystem::path{told.file}.filename().string();
         return told.text();
     }
 

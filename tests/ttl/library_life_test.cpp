@@ -1,4 +1,5 @@
 // A library's long life: thousands of changes, a save that is cut off, a file that is damaged.
+// POSIX only: it forks, and looks at /dev/shm.
 #include "ttl/library.h"
 #include "ttl/library_save.h"
 #include "ttl/ttlscan.h"

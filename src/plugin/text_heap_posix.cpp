@@ -50,13 +50,6 @@ void free(std::uint32_t handle) noexcept
     all.texts.erase(handle);
 }
 
-std::size_t count() noexcept
-{
-    store& all = heap();
-    const std::lock_guard lock{all.guard};
-    return all.texts.size();
-}
-
 }  // namespace tamrix::text_heap
 
 std::uint32_t tamrix_text_new(const char* text, std::size_t length_bytes) noexcept
@@ -80,4 +73,9 @@ const char* tamrix_text_get(std::uint32_t handle, std::size_t* length_bytes) noe
 
 void tamrix_text_free(std::uint32_t handle) noexcept { tamrix::text_heap::free(handle); }
 
-std::size_t tamrix_text_count() noexcept { return tamrix::text_heap::count(); }
+std::size_t tamrix_text_count() noexcept
+{
+    auto& all = tamrix::text_heap::heap();
+    const std::lock_guard lock{all.guard};
+    return all.texts.size();
+}

@@ -1,0 +1,84 @@
+#include "com/arguments.h"
+
+#include <oleauto.h>
+
+namespace tamrix::com {
+
+namespace {
+
+/// A method's description, given back at the end.
+class description {
+public:
+    description(ITypeInfo* info, DISPID method) : info_{info}
+    {
+        for (UINT i = 0; SUCCEEDED(info_->GetFuncDesc(i, &function_)); ++i) {
+            if (function_->memid == method) return;
+            info_->ReleaseFuncDesc(function_);
+            function_ = nullptr;
+        }
+        function_ = nullptr;
+    }
+    ~description()
+    {
+        if (function_ != nullptr) info_->ReleaseFuncDesc(function_);
+    }
+    description(const description&) = delete;
+    description& operator=(const description&) = delete;
+
+    explicit operator bool() const { return function_ != nullptr; }
+    UINT count() const { return static_cast<UINT>(function_->cParams); }
+    /// Type behind the reference that a parameter is.
+    VARTYPE type(UINT index) const
+    {
+        const TYPEDESC& declared = function_->lprgelemdescParam[index].tdesc;
+        return declared.vt == VT_PTR ? declared.lptdesc->vt : declared.vt;
+    }
+
+private:
+    ITypeInfo* info_;
+    FUNCDESC* function_ = nullptr;
+};
+
+}  // namespace
+
+arguments::~arguments()
+{
+    for (VARIANT& one : values_) ::VariantClear(&one);
+}
+
+HRESULT arguments::take_one(UINT place, const VARIANTARG& given, VARTYPE type)
+{
+    if ((given.vt & VT_BYREF) != 0 && given.byref == nullptr) return E_POINTER;
+    VARIANT& value = values_[place];
+    HRESULT failed = ::VariantCopyInd(&value, const_cast<VARIANTARG*>(&given));  // only reads it
+    if (SUCCEEDED(failed)) failed = ::VariantChangeType(&value, &value, 0, type);
+    if (FAILED(failed)) return failed;
+    VARIANTARG& reference = references_[place];
+    reference.vt = static_cast<VARTYPE>(VT_BYREF | type);
+    reference.byref = &value.byref;  // all members of a variant's value begin at one address
+    return S_OK;
+}
+
+HRESULT arguments::take(ITypeInfo* info, DISPID method, const DISPPARAMS& given, UINT* bad_argument)
+{
+    const description declared{info, method};
+    if (!declared) return DISP_E_MEMBERNOTFOUND;
+    if (given.cArgs != declared.count() || given.cNamedArgs > given.cArgs) return DISP_E_BADPARAMCOUNT;
+    values_.resize(given.cArgs);
+    references_.resize(given.cArgs);
+    for (VARIANT& one : values_) ::VariantInit(&one);
+    named_.assign(given.rgdispidNamedArgs, given.rgdispidNamedArgs + given.cNamedArgs);
+    for (UINT place = 0; place < given.cArgs; ++place) {
+        // The named ones stand first, the others behind them from the last to the first.
+        const auto index = place < given.cNamedArgs ? static_cast<UINT>(named_[place]) : given.cArgs - 1 - place;
+        if (index >= declared.count()) return DISP_E_PARAMNOTFOUND;
+        if (const HRESULT failed = take_one(place, given.rgvarg[place], declared.type(index)); FAILED(failed)) {
+            if (bad_argument != nullptr) *bad_argument = place;
+            return failed;
+        }
+    }
+    parameters_ = {references_.data(), named_.data(), given.cArgs, given.cNamedArgs};
+    return S_OK;
+}
+
+}  // namespace tamrix::com

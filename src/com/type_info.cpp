@@ -1,0 +1,28 @@
+#include "com/type_info.h"
+
+#include "com/interface.h"
+#include "com/module.h"
+
+#include <oleauto.h>
+
+namespace tamrix::com {
+
+std::wstring module_path()
+{
+    std::wstring path(32768, L'\0');  // the longest that there is
+    path.resize(::GetModuleFileNameW(module(), path.data(), static_cast<DWORD>(path.size())));
+    return path;
+}
+
+HRESULT load_type_info(ITypeInfo** info)
+{
+    *info = nullptr;
+    ITypeLib* library = nullptr;
+    if (const HRESULT failed = ::LoadTypeLibEx(module_path().c_str(), REGKIND_NONE, &library); FAILED(failed))
+        return failed;
+    const HRESULT result = library->GetTypeInfoOfGuid(interface_id, info);
+    library->Release();
+    return result;
+}
+
+}  // namespace tamrix::com

@@ -1,0 +1,109 @@
+// The shared blocks as a host meets them that stands on the system's calls alone.
+#include "server.h"
+#include "tamrix/blocks.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+namespace tamrix::tests {
+namespace {
+
+/// What the second process tells of these mappings.
+std::string seen_from_outside(const std::vector<std::string>& names)
+{
+    std::string command = "tests_block_reader.exe";
+    for (const std::string& name : names) command += " " + name;
+    std::FILE* const answers = ::_popen(command.c_str(), "r");
+    if (answers == nullptr) return "no second process";
+    std::string text;
+    for (char part[256]; std::fgets(part, sizeof part, answers) != nullptr;) text += part;
+    ::_pclose(answers);
+    return text;
+}
+
+std::size_t whole_pages(std::size_t bytes) { return (bytes + 4095) / 4096 * 4096; }
+
+/// A block as the host holds it open.
+class host_block {
+public:
+    host_block(const std::string& name, DWORD bytes)
+        : mapping_{::CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, bytes, name.c_str())},
+          view_{::MapViewOfFile(mapping_, FILE_MAP_ALL_ACCESS, 0, 0, 0)}
+    {}
+    ~host_block()
+    {
+        ::UnmapViewOfFile(view_);
+        ::CloseHandle(mapping_);
+    }
+    host_block(const host_block&) = delete;
+    host_block& operator=(const host_block&) = delete;
+
+    template <class T>
+    T* as() const
+    {
+        return static_cast<T*>(view_);
+    }
+
+private:
+    HANDLE mapping_;
+    void* view_;
+};
+
+TEST(blocks, of_the_com_server_are_seen_by_a_second_process_with_their_names_and_sizes)
+{
+    const server dll;
+    const client plug_in{dll};
+    ASSERT_EQ(plug_in.call(L"bufcomopt", {value{short{7}}}).result, S_OK);
+    const host_block buflength{"qorfanbuflength7", 40};
+    *buflength.as<LONG>() = 100000;
+    ASSERT_EQ(plug_in.call(L"buffercomopt", {value{short{7}}}).result, S_OK);
+
+    std::vector<std::string> names;
+    std::string expected;
+    for (const auto& line : small_blocks) {
+        names.push_back("qorfan" + std::string{line.name} + "7");
+        expected += names.back() + " " + std::to_string(whole_pages(line.mapped_bytes)) + " " +
+                    (line.name == "buflength" ? "100000" : "0") + "\n";
+    }
+    EXPECT_EQ(seen_from_outside(names), expected);
+    EXPECT_EQ(seen_from_outside({"qorfanibuffer", "qorfanibuffer66"}),
+              "qorfanibuffer " + std::to_string(whole_pages(102200)) + " 0\nqorfanibuffer66 4096 0\n");
+    ASSERT_EQ(plug_in.call(L"freesharebufferopt").result, S_OK);
+    EXPECT_EQ(seen_from_outside({"qorfanibuffer", "qorfanibuffer66"}), "qorfanibuffer -\nqorfanibuffer66 -\n");
+}
+
+TEST(blocks, carry_fuses_and_texts_between_the_host_and_the_plug_in)
+{
+    const host_block buflength{"qorfanbuflength8", 40}, tlength{"qorfantlength8", 40},
+        pagelength{"qorfanpagelength8", 40}, wtype{"qorfanwtype8", 40}, ibuffer{"qorfanibuffer", 3000};
+    const server dll;
+    const client plug_in{dll};
+    ASSERT_EQ(plug_in.call(L"bufcomopt", {value{short{8}}}).result, S_OK);
+    *buflength.as<LONG>() = 800;
+    *tlength.as<LONG>() = 16;
+    *pagelength.as<SHORT>() = 16;
+    *wtype.as<BSTR>() = ::SysAllocString(L"Größe 電");
+    ASSERT_EQ(plug_in.call(L"buffercomopt", {value{short{8}}}).result, S_OK);
+
+    std::ofstream{"in.jed", std::ios::binary} << "\x02QF16*F0*L00000 1111000011110001*\x03";
+    const value in{L"in.jed"}, out{L"out.jed"};
+    EXPECT_EQ(plug_in.call(L"readpldfile", {in}).result, S_OK);
+    EXPECT_EQ(std::string(ibuffer.as<char>(), 16), "1111000011110001");
+
+    EXPECT_EQ(plug_in.call(L"writepldfile", {out}).result, S_OK);
+    std::ifstream file{"out.jed", std::ios::binary};
+    const std::string written{std::istreambuf_iterator<char>{file}, {}};
+    EXPECT_NE(written.find("TYPE:Größe 電\r\n"), std::string::npos) << written;
+    EXPECT_NE(written.find("1111000011110001"), std::string::npos) << written;
+    EXPECT_EQ(std::wstring(*wtype.as<BSTR>()), L"Größe 電") << "reading leaves the host's text alone";
+    ::SysFreeString(*wtype.as<BSTR>());
+    *wtype.as<BSTR>() = nullptr;
+}
+
+}  // namespace
+}  // namespace tamrix::tests
