@@ -194,6 +194,7 @@ conversion_plan plan_conversion(const convert_options& options, const source_fil
     } else {
         size_by_file(plan, options, source, filled.end);
     }
+    plan.file_fills_buffer = source.format == binary && takes_whole_file(options) && plan.buffer_bytes == filled.end;
     plan_save(plan, options, filled);
     add_notes(plan, options, source, filled);
     return plan;

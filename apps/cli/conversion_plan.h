@@ -30,6 +30,7 @@ struct conversion_plan {
     std::uint8_t spare_units = 0;   // wordmode(1)
     std::int32_t buffer_bytes = 0;  // buflength(0)
     std::int64_t save_from = 0, save_size = 0;
+    bool file_fills_buffer = false;       // so that there is nothing to clear
     bool through_temporary_file = false;  // the image does not fit the buffer's mapping
     std::vector<std::string> notes{};     // what the person should know beside the result
 

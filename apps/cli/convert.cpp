@@ -91,7 +91,8 @@ private:
         enter(dialog.rfileText1, options_.to_buffer);
         enter(dialog.rfileText2, options_.from_file);
         enter(dialog.rfileText3, options_.file_size);
-        dialog.rfileOption1(options_.clear).click();
+        constexpr int fill_00 = 1;  // with it the load of a whole binary file leaves out the clear
+        dialog.rfileOption1(plan_.file_fills_buffer ? fill_00 : options_.clear).click();
         dialog.accept();
     }
 

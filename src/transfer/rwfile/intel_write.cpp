@@ -2,6 +2,8 @@
 #include "transfer/rwfile/intel.h"
 #include "transfer/rwfile/text_output.h"
 
+#include <array>
+
 namespace tamrix {
 
 namespace {
@@ -22,14 +24,14 @@ void write_segment_line(text_output& out, std::int64_t segment)
 
 void write_record(text_output& out, std::int64_t offset, std::span<const std::uint8_t> data)
 {
-    const auto address = static_cast<unsigned>(offset);
-    auto sum = static_cast<unsigned>(data.size()) + (address >> 8) + (address & 0xFF);
+    const std::array<std::uint8_t, 4> head{static_cast<std::uint8_t>(data.size()),
+                                           static_cast<std::uint8_t>(offset >> 8), static_cast<std::uint8_t>(offset),
+                                           0};
+    unsigned sum = 0;
     out.text(":");
-    out.number(data.size(), 2);
-    out.number(address, 4);
-    out.text("00");
+    out.bytes(head, sum);
     out.bytes(data, sum);
-    out.number(twos_complement(sum), 2);
+    out.byte(twos_complement(sum));
     out.end_line();
 }
 

@@ -2,14 +2,13 @@
 #include "transfer/rwfile/motorola.h"
 #include "transfer/rwfile/text_output.h"
 
+#include <array>
+
 namespace tamrix {
 
 namespace {
 
-unsigned byte_sum(std::uint32_t value)
-{
-    return (value >> 24) + (value >> 16 & 0xFF) + (value >> 8 & 0xFF) + (value & 0xFF);
-}
+std::uint8_t byte_of(std::uint32_t value, int place) { return static_cast<std::uint8_t>(value >> 8 * place); }
 
 }  // namespace
 
@@ -21,15 +20,16 @@ status write_motorola(transfer_job& job)
     const transfer_variables& at = job.plug_in.transfer;
     text_output out{job.plug_in.fname};
     for (std::int64_t done = 0; done < at.savelength; done += record_bytes) {
-        const std::int64_t address = at.bufstart + done;
-        const auto data = buffer_bytes(job.plug_in, address, std::min(at.savelength - done, record_bytes));
-        const auto count = static_cast<unsigned>(data.size()) + address_and_checksum;
-        unsigned sum = count + byte_sum(static_cast<std::uint32_t>(address));
+        const auto data = buffer_bytes(job.plug_in, at.bufstart + done, std::min(at.savelength - done, record_bytes));
+        const auto address = static_cast<std::uint32_t>(at.bufstart + done);
+        const std::array<std::uint8_t, 5> head{static_cast<std::uint8_t>(data.size() + address_and_checksum),
+                                               byte_of(address, 3), byte_of(address, 2), byte_of(address, 1),
+                                               byte_of(address, 0)};
+        unsigned sum = 0;
         out.text("S3");
-        out.number(count, 2);
-        out.number(static_cast<std::uint32_t>(address), 8);
+        out.bytes(head, sum);
         out.bytes(data, sum);
-        out.number(0xFF - (sum & 0xFF), 2);
+        out.byte(0xFF - (sum & 0xFF));
         out.end_line();
     }
     out.text("S70500000000FA");

@@ -35,6 +35,13 @@ public:
     {
         hex_digits::encode(data.data(), data.size(), grow(2 * data.size()), sum);
     }
+    /// The two digits of the low byte of `value`.
+    void byte(unsigned value)
+    {
+        const auto low = static_cast<std::uint8_t>(value);
+        unsigned none = 0;
+        hex_digits::encode(&low, 1, grow(2), none);
+    }
     /// Ends the line; a good place to empty what has gathered.
     void end_line()
     {
