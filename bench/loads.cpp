@@ -5,6 +5,7 @@
 #include "transfer/file_io.h"
 #include "transfer/readfile.h"
 #include "transfer/rwfile/binary.h"
+#include "transfer/writefile.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -35,6 +36,8 @@ public:
         load_by_bytes();
         load_text(intel_, 1, "load_intel");
         load_text(motorola_, 2, "load_motorola");
+        save_text("saved.hex", 1, "save_intel");
+        save_text("saved.s19", 2, "save_motorola");
         load_fuses();
     }
 
@@ -130,6 +133,29 @@ private:
         const double started = screen_.seconds();
         if (!plug_in.methods.readfile0(file, format, folder).ok() || plug_in.state.rformat != 0) std::abort();
         report(name, started);
+    }
+
+    /// The image from a buffer that holds it, into a new file.
+    void save_text(const std::string& name, int format, const char* label)
+    {
+        cli::attached_plug_in plug_in{0};
+        set_device(plug_in, length(), length());
+        constexpr int word_bytes = 16;  // so that the words are few enough for text formats
+        plug_in.blocks.value<std::int32_t>("tlength") = static_cast<std::int32_t>(length() / word_bytes);
+        plug_in.blocks.value<std::uint8_t>("wordmode") = word_bytes;
+        load(
+            plug_in, [](readfile& dialog) { dialog.rfileOption1(1).click(); }, "load_to_save");
+        plug_in.screen.person = [&](forms::form& shown) {
+            auto& dialog = dynamic_cast<writefile&>(shown);
+            dialog.wfileOption2(format).click();
+            if (!dialog.wfileOption2(format).value()) std::abort();
+            dialog.accept();
+        };
+        std::string file = folder_ + name, folder = folder_;
+        const double started = screen_.seconds();
+        if (!plug_in.methods.wfile(file, folder).ok() || plug_in.state.rformat != 0) std::abort();
+        report(label, started);
+        ::unlink(file.c_str());
     }
 
     /// A character a fuse, into a buffer in use.

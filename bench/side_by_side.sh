@@ -125,6 +125,7 @@ $(tool_row '`cp` of the text file' "read_${name}_cp" "read_${name}_tamrix")
 | | start to end | ratio to \`tamrix\` | processor | ratio to \`tamrix\` |
 | --- | ---: | ---: | ---: | ---: |
 $(tool_row "\`tamrix convert in.bin out.$extension\`" "write_${name}_tamrix" "write_${name}_tamrix")
+| the save alone, from the buffer | $(ms "save_$name") ms | $(ratio "save_$name" "write_${name}_tamrix") | | |
 $(tool_row "\`objcopy -I binary -O $bfd\`" "write_${name}_objcopy" "write_${name}_tamrix")
 $(tool_row "\`srec_cat -binary ... -$name\`" "write_${name}_srec_cat" "write_${name}_tamrix")
 $(tool_row '`cp` of the text file' "write_${name}_cp" "write_${name}_tamrix")
@@ -215,10 +216,12 @@ $(target "Intel, reading: at most 0.20 of objcopy's time" read_intel_tamrix read
 $(target 'Intel, reading: at most 2.00 of `cp` of the text' read_intel_tamrix read_intel_cp 2.00)
 | the same, the load alone | $(ratio load_intel read_intel_cp) | $(met "$(ratio load_intel read_intel_cp)" 2) | |
 $(target "Intel, writing: at most 0.33 of objcopy's time" write_intel_tamrix write_intel_objcopy 0.33)
+| the same, the save alone | $(ratio save_intel write_intel_objcopy) | $(met "$(ratio save_intel write_intel_objcopy)" 0.33) | |
 $(target "Motorola S, reading: at most 0.20 of objcopy's time" read_motorola_tamrix read_motorola_objcopy 0.20)
 $(target 'Motorola S, reading: at most 2.00 of `cp` of the text' read_motorola_tamrix read_motorola_cp 2.00)
 | the same, the load alone | $(ratio load_motorola read_motorola_cp) | $(met "$(ratio load_motorola read_motorola_cp)" 2) | |
 $(target "Motorola S, writing: at most 0.33 of objcopy's time" write_motorola_tamrix write_motorola_objcopy 0.33)
+| the same, the save alone | $(ratio save_motorola write_motorola_objcopy) | $(met "$(ratio save_motorola write_motorola_objcopy)" 0.33) | |
 | JEDEC, a million fuses: at most 20 ms | $(ms jedec) ms | $(met "$(median jedec)" 20) | |
 | logic ICs, the last record of 500: at most 5 ms | $(median load_last) ms | $(met "$(median load_last)" 5) | |
 | logic ICs, auto find: at most 2000 ms | $(ms auto_find) ms | $(met "$(median auto_find)" 2000) | |
