@@ -88,7 +88,7 @@ TEST_F(save_leftovers, stay_as_long_as_somebody_holds_them)
 int save_often(const std::string& file, char letter, std::size_t length)
 {
     try {
-        for (int i = 0; i < 1000; ++i) save_library(file, std::string(length, letter));
+        for (int i = 0; i < 500; ++i) save_library(file, std::string(length, letter));
     } catch (...) {
         return 1;
     }

@@ -3,15 +3,13 @@
 #include "ttl/ttladd.h"
 #include "ttl/ttledit.h"
 
-namespace tamrix {
+namespace tamrix::tests {
 namespace {
 
 using forms::answer;
 using forms::buttons_of_box;
 using forms::icon;
 using forms::message_box;
-using tests::lines;
-using tests::ttltest_dialog;
 
 const message_box add_question{"Add A New Device?", "Edit Pattern", icon::question, buttons_of_box::yes_no};
 
@@ -208,4 +206,4 @@ TEST_F(ttltest_dialog, deletes_nothing_with_an_empty_search_field_or_without_a_s
 }
 
 }  // namespace
-}  // namespace tamrix
+}  // namespace tamrix::tests

@@ -1,11 +1,8 @@
 // The dialog of the logic IC test: what both of its faces do. It opens, lists and finds devices, closes.
 #include "ttl/dialogs/ttltest_fixture.h"
 
-namespace tamrix {
+namespace tamrix::tests {
 namespace {
-
-using tests::lines;
-using tests::ttltest_dialog;
 
 TEST_F(ttltest_dialog, powers_up_when_it_opens)
 {
@@ -160,4 +157,4 @@ TEST_F(ttltest_dialog, tells_an_error_of_the_programmer_to_the_host)
 }
 
 }  // namespace
-}  // namespace tamrix
+}  // namespace tamrix::tests

@@ -1,15 +1,13 @@
 // The dialog of the logic IC test with the face that tests a device.
 #include "ttl/dialogs/ttltest_fixture.h"
 
-namespace tamrix {
+namespace tamrix::tests {
 namespace {
 
 using forms::answer;
 using forms::buttons_of_box;
 using forms::icon;
 using forms::message_box;
-using tests::lines;
-using tests::ttltest_dialog;
 
 const message_box passed{"Vector Test OK!", "TTL & CMOS Test", icon::information, buttons_of_box::retry_cancel};
 
@@ -185,4 +183,4 @@ TEST_F(ttltest_dialog, is_deaf_to_its_buttons_while_a_test_runs)
 }
 
 }  // namespace
-}  // namespace tamrix
+}  // namespace tamrix::tests
