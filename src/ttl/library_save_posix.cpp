@@ -1,7 +1,7 @@
 #include "ttl/library_save.h"
 
 #include "base/native_path.h"
-#include "transfer/file_io.h"
+#include "files/file_io.h"
 
 #include <algorithm>
 #include <cerrno>
