@@ -1,27 +1,9 @@
-// The loaded library: what its objects share, and what keeps it from being unloaded.
+// What the objects of the loaded library share.
 #pragma once
 
 #include "entry/entry_methods.h"
 
-#include <windows.h>
-
 namespace tamrix::com {
-
-/// Counts one reason for the library to stay, for as long as it lives: an object, a lock of the class factory.
-class stay {
-public:
-    stay();
-    ~stay();
-    stay(const stay&) = delete;
-    stay& operator=(const stay&) = delete;
-};
-
-void lock_library();
-void unlock_library();
-bool may_unload();
-
-void remember_module(HINSTANCE module);
-HINSTANCE module();
 
 /// The plug-in behind all objects. The blocks and the variables of its modules live as long as the library is loaded,
 /// not as long as an object: a host that makes a second object finds what the first one left. May throw.

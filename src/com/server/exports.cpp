@@ -1,7 +1,7 @@
-// What tamrix.dll exports; tamrix.def names it.
-#include "com/class_factory.h"
-#include "com/interface.h"
-#include "com/registration.h"
+// What a DLL with a class exports; its .def file names it.
+#include "com/server/class_factory.h"
+#include "com/server/registration.h"
+#include "com/server/served_class.h"
 
 #include <new>
 
@@ -44,7 +44,7 @@ HRESULT WINAPI DllGetClassObject(REFCLSID which, REFIID wanted, void** found)
 {
     if (found == nullptr) return E_POINTER;
     *found = nullptr;
-    if (which != class_id) return CLASS_E_CLASSNOTAVAILABLE;
+    if (which != the_served_class().id) return CLASS_E_CLASSNOTAVAILABLE;
     auto* const factory = new (std::nothrow) class_factory;
     if (factory == nullptr) return E_OUTOFMEMORY;
     const HRESULT result = factory->QueryInterface(wanted, found);
