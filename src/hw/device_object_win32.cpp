@@ -13,7 +13,18 @@ namespace tamrix::hw {
 
 namespace {
 
-std::string message_of(HRESULT failed) { return system_message(static_cast<unsigned long>(failed)); }
+/// Those that a host's developer meets first have words of ours: not every system has its own for them.
+std::string message_of(HRESULT failed)
+{
+    switch (failed) {
+    case CO_E_CLASSSTRING:
+    case REGDB_E_CLASSNOTREG: return "no such class is registered";
+    case CO_E_NOTINITIALIZED: return "COM is not initialised on this thread";
+    case DISP_E_UNKNOWNNAME:
+    case DISP_E_MEMBERNOTFOUND: return "the object has no such operation";
+    default: return system_message(static_cast<unsigned long>(failed));
+    }
+}
 
 std::string utf8(const BSTR text)
 {

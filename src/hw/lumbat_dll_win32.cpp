@@ -20,14 +20,16 @@ void* load(const std::string& path)
     return library;
 }
 
-/// `decorated` is what a compiler makes of a stdcall function's name.
+/// By its plain name, or by those that compilers make of a stdcall function with arguments of so many bytes.
 template <class Function>
-Function find(void* library, const std::string& path, const char* name, const char* decorated)
+Function find(void* library, const std::string& path, const std::string& name, int argument_bytes)
 {
-    void* found = symbol_of(library, name);
-    if (found == nullptr) found = symbol_of(library, decorated);
-    if (found == nullptr) fail(path, std::string{"has no function "} + name);
-    return reinterpret_cast<Function>(found);
+    const std::string decorated = name + "@" + std::to_string(argument_bytes);
+    for (const std::string& exported : {name, "_" + decorated, decorated}) {
+        void* const found = symbol_of(library, exported.c_str());
+        if (found != nullptr) return reinterpret_cast<Function>(found);
+    }
+    fail(path, "has no function " + name);
 }
 
 }  // namespace
@@ -35,9 +37,9 @@ Function find(void* library, const std::string& path, const char* name, const ch
 lumbat_dll::lumbat_dll(const std::string& path)
 {
     void* const library = load(path);
-    usbcomwrite_ = find<tamrix_usbcomwrite>(library, path, "usbcomwrite", "_usbcomwrite@8");
-    usbbulkwrite_ = find<tamrix_usbbulkwrite>(library, path, "usbbulkwrite", "_usbbulkwrite@8");
-    usbbulkread_ = find<tamrix_usbbulkread>(library, path, "usbbulkread", "_usbbulkread@12");
+    usbcomwrite_ = find<tamrix_usbcomwrite>(library, path, "usbcomwrite", 8);
+    usbbulkwrite_ = find<tamrix_usbbulkwrite>(library, path, "usbbulkwrite", 8);
+    usbbulkread_ = find<tamrix_usbbulkread>(library, path, "usbbulkread", 12);
 }
 
 std::int32_t lumbat_dll::usbcomwrite(const std::uint8_t* buffer, std::int32_t length)
