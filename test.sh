@@ -70,10 +70,13 @@ fuzz() {
 windows() {
     need "${windows_packages[@]}"
     build windows tests_windows tests_com tests_block_reader tamrix_com
+    build windows tests_programmer
     enter_wine_system
     cp build/windows/bin/{tests_windows,tests_com,tests_block_reader}.exe build/windows/bin/tamrix.dll \
         tests/windows/com/late_binding.vbs "$wine_system/project/"
     cp -r fuzz tests/ttl/transcripts tests/plugin/english_messages.txt "$wine_system/project/"
+    cp build/windows/bin/{libtamrix_sim_programmer,bad_programmer_*}.dll "$wine_system/project/"
+    cp -r data/chips "$wine_system/project/"
     echo '== the core'
     in_wine_system timeout 900 wine tests_windows.exe --gtest_brief=1
     echo '== the COM server'
@@ -81,6 +84,33 @@ windows() {
     echo '== the COM server, registered and driven by a script'
     in_wine_system timeout 60 wine regsvr32 /s tamrix.dll
     in_wine_system timeout 60 wine cscript //nologo late_binding.vbs
+    in_wine_system timeout 60 wine regsvr32 /s /u tamrix.dll
+    windows_programmer
+}
+
+# vector_test ERROR [VARIABLE=VALUE...]: the script, with the error that it has to meet, or "none".
+vector_test() {
+    local error=$1
+    in_wine_system timeout 60 env "${@:2}" wine cscript //nologo vector_test.vbs "$error" vector_test.txt
+}
+
+# The programmer of a host's installation, where the chip in its socket is simulated.
+windows_programmer() {
+    local bin=build/windows/bin unknown='no such class is registered'
+    cp $bin/{tests_programmer,tests_set_device}.exe $bin/{lumbat,recording_lumbat,bad_lumbat_*}.dll \
+        tests/windows/programmer/vector_test.vbs "$wine_system/project/"
+    cp -r data/lib data/lib1 "$wine_system/project/"
+    echo '== the programmer of an installation'
+    in_wine_system timeout 300 wine tests_programmer.exe --gtest_brief=1
+    in_wine_system timeout 300 wine tests_programmer.exe --model=22 --gtest_filter='installed.*' --gtest_brief=1
+    echo '== the programmer of an installation, driven by a script'
+    in_wine_system timeout 60 wine regsvr32 /s tamrix.dll
+    vector_test "device object lumbat.devobj: $unknown"
+    in_wine_system timeout 60 wine regsvr32 /s lumbat.dll
+    vector_test none TAMRIX_SIMULATOR='chips chips; socket 7400; speed 1000; transcript vector_test.txt'
+    vector_test 'device object lumbat.devobj: hwreset: option "model moon"' TAMRIX_SIMULATOR='model moon'
+    vector_test "device object nobodys.devobj: $unknown" TAMRIX_DEVOBJ=nobodys.devobj
+    in_wine_system timeout 60 wine regsvr32 /s /u lumbat.dll
     in_wine_system timeout 60 wine regsvr32 /s /u tamrix.dll
 }
 

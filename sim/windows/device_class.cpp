@@ -10,14 +10,6 @@ namespace {
 
 constexpr GUID device_class_id{0x8c037568, 0x3eb3, 0x4ffa, {0xbe, 0x7b, 0x5c, 0x9f, 0xaf, 0xe6, 0xc5, 0x7d}};
 
-HRESULT make(REFIID wanted, void** made)
-{
-    auto* const fresh = new sim::device_dispatch;
-    const HRESULT result = fresh->QueryInterface(wanted, made);
-    fresh->Release();
-    return result;
-}
-
 std::vector<std::wstring> own_keys() { return {TAMRIX_DEVOBJ_PROG_ID, L"CLSID\\" + text_of(device_class_id)}; }
 
 std::vector<registry_entry> entries()
@@ -35,7 +27,7 @@ std::vector<registry_entry> entries()
 
 const served_class& the_served_class()
 {
-    static const served_class the_class{device_class_id, make, entries, own_keys};
+    static const served_class the_class{device_class_id, make_object<sim::device_dispatch>, entries, own_keys};
     return the_class;
 }
 

@@ -16,10 +16,7 @@ namespace {
 HRESULT make(REFIID wanted, void** made)
 {
     plug_in();  // a plug-in that cannot be made is told here, not at the first call
-    auto* const fresh = new object;
-    const HRESULT result = fresh->QueryInterface(wanted, made);
-    fresh->Release();
-    return result;
+    return make_object<object>(wanted, made);
 }
 
 /// The keys that belong to us from the top down.

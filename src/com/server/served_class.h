@@ -26,6 +26,16 @@ struct served_class {
 /// Defined by each DLL.
 const served_class& the_served_class();
 
+/// What `make` has to do for a class of objects that begin with one reference.
+template <class Object>
+HRESULT make_object(REFIID wanted, void** made)
+{
+    auto* const fresh = new Object;
+    const HRESULT result = fresh->QueryInterface(wanted, made);
+    fresh->Release();
+    return result;
+}
+
 /// "{01234567-...}".
 std::wstring text_of(const GUID& id);
 

@@ -1,4 +1,5 @@
 // A host of tamrix.dll that has a device's vectors tested: everything through COM, lumbat.dll included.
+#include "../com/host_block.h"
 #include "../com/server.h"
 #include "installation.h"
 #include "tamrix/blocks.h"
@@ -12,31 +13,8 @@ namespace tamrix::tests {
 namespace {
 
 /// A block of the plug-in as its host sees it.
-class host_block {
-public:
-    explicit host_block(const std::string& name)
-        : mapping_{::OpenFileMappingA(FILE_MAP_ALL_ACCESS, FALSE, small_block_object(name, 5).c_str())},
-          view_{::MapViewOfFile(mapping_, FILE_MAP_ALL_ACCESS, 0, 0, 0)}
-    {
-        if (view_ == nullptr) throw std::runtime_error{"there is no block " + name};
-    }
-    ~host_block()
-    {
-        ::UnmapViewOfFile(view_);
-        ::CloseHandle(mapping_);
-    }
-    host_block(const host_block&) = delete;
-    host_block& operator=(const host_block&) = delete;
-
-    template <class T>
-    T& as() const
-    {
-        return *static_cast<T*>(view_);
-    }
-
-private:
-    HANDLE mapping_;
-    void* view_;
+struct small_block : host_block {
+    explicit small_block(const std::string& name) : host_block{small_block_object(name, 5), 40} {}
 };
 
 class vector_test_of_a_host : public testing::Test {
@@ -45,12 +23,12 @@ protected:
     {
         ::SetEnvironmentVariableA("TAMRIX_DEVOBJ", nullptr);
         plug_in.call(L"bufcomopt", {value{short{5}}});
-        host_block{"modeltype"}.as<SHORT>() = 40;
-        host_block{"buflength"}.as<LONG>() = 100;
-        host_block{"bvcc"}.as<SHORT>() = 500;
-        host_block{"bgndpin"}.as<BYTE>() = 1;
-        host_block{"bvccpin"}.as<BYTE>() = 107;
-        host_block{"chippin"}.as<SHORT>() = 14;
+        *small_block{"modeltype"}.as<SHORT>() = 40;
+        *small_block{"buflength"}.as<LONG>() = 100;
+        *small_block{"bvcc"}.as<SHORT>() = 500;
+        *small_block{"bgndpin"}.as<BYTE>() = 1;
+        *small_block{"bvccpin"}.as<BYTE>() = 107;
+        *small_block{"chippin"}.as<SHORT>() = 14;
         plug_in.call(L"buffercomopt", {value{short{5}}});
         std::ofstream{"nand.jed", std::ios::binary}
             << "\x02QF8*F0*L00000 00000000*\nV0001 00H00HGH00H00V*\nV0002 11L11LGL11L11V*\n\x03";
@@ -64,8 +42,8 @@ protected:
         dll.change(std::string{"no faults; "} + socket);
         clear_log();
         EXPECT_EQ(test().error, L"");
-        const host_block log{"MainRtstr"};
-        const BSTR text = log.as<BSTR>();
+        const small_block log{"MainRtstr"};
+        const BSTR text = *log.as<BSTR>();
         return text == nullptr ? L"" : std::wstring(text, ::SysStringLen(text));
     }
     outcome test()
@@ -76,9 +54,9 @@ protected:
     }
     static void clear_log()
     {
-        const host_block log{"MainRtstr"};
-        ::SysFreeString(log.as<BSTR>());
-        log.as<BSTR>() = nullptr;
+        const small_block log{"MainRtstr"};
+        ::SysFreeString(*log.as<BSTR>());
+        *log.as<BSTR>() = nullptr;
     }
     ~vector_test_of_a_host() override { clear_log(); }
 

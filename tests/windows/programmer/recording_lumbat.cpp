@@ -25,12 +25,7 @@ const com::served_class& com::the_served_class()
     static const com::served_class the_class = [] {
         com::served_class made{};
         ::CLSIDFromString(L"{a2a0ed49-89a0-4e5c-9f8b-0f9c6f5a7d11}", &made.id);
-        made.make = [](REFIID wanted, void** object) {
-            auto* const fresh = new sim::device_dispatch;
-            const HRESULT result = fresh->QueryInterface(wanted, object);
-            fresh->Release();
-            return result;
-        };
+        made.make = com::make_object<sim::device_dispatch>;
         made.entries = [] { return std::vector<com::registry_entry>{}; };
         made.own_keys = [] { return std::vector<std::wstring>{}; };
         return made;
