@@ -4,8 +4,8 @@
 
    The transport library is looked for as Windows looks for any library: first in the folder of the host's program. It
    is loaded by the first call that needs it and never unloaded. It exports three stdcall functions by their plain
-   names; the names that compilers give them, _usbcomwrite@8, _usbbulkwrite@8 and _usbbulkread@12, with or without the underscore,
-   will do as well.
+   names; those that compilers give them, _usbcomwrite@8, _usbbulkwrite@8 and _usbbulkread@12, with or without the
+   underscore, will do as well.
 
    The device object is an automation object. Its class is known under the ProgID below, or under what the environment
    variable TAMRIX_DEVOBJ says: another ProgID, or a class identifier in braces. It is made by the first call that

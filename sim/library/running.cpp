@@ -17,7 +17,7 @@ tamrix_programmer::tamrix_programmer(const sim::library_options& options, sim::r
           std::move(replies))}
 {
     if (!options.transcript_file.empty()) {
-        transcript_.open(std::filesystem::path{options.transcript_file});
+        transcript_.open(std::filesystem::path{options.transcript_file}, std::ios::binary);
         if (!transcript_) throw std::runtime_error{"cannot write " + options.transcript_file};
     }
     log_->record(transcript_.is_open());
