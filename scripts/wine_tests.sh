@@ -5,20 +5,40 @@ source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 source "$root/scripts/windows.sh"
 cd "$root"
 
+# script NAME.vbs [ARGUMENT...]
+script() { in_wine_system timeout 300 wine cscript //nologo "$@"; }
+register() { in_wine_system timeout 60 wine regsvr32 /s "$@"; }
+
+# vector_test ERROR [VARIABLE=VALUE...]: the script, with the error that it has to meet, or "none".
+vector_test() {
+    local error=$1
+    in_wine_system timeout 60 env "${@:2}" wine cscript //nologo vector_test.vbs "$error" vector_test.txt
+}
+
 enter_wine_system
 cp build/windows/bin/*.exe build/windows/bin/*.dll tests/windows/*/*.vbs "$wine_system/project/"
-cp -r fuzz src/plugin/messages tests/ttl/transcripts tests/plugin/english_messages.txt "$wine_system/project/"
+cp -r fuzz src/plugin/messages tests/ttl/transcripts tests/plugin/english_messages.txt data/{chips,lib,lib1} \
+    "$wine_system/project/"
 
 echo '== the core'
 in_wine_system timeout 900 wine tests_windows.exe --gtest_brief=1
 echo '== the COM server'
 in_wine_system timeout 300 wine tests_com.exe --gtest_brief=1
+echo '== the programmer of an installation'
+in_wine_system timeout 300 wine tests_programmer.exe --gtest_brief=1
+in_wine_system timeout 300 wine tests_programmer.exe --model=22 --gtest_filter='installed.*' --gtest_brief=1
 
-in_wine_system timeout 60 wine regsvr32 /s tamrix.dll
-in_wine_system timeout 60 wine regsvr32 /s script_blocks.dll
+register tamrix.dll
+register script_blocks.dll
 echo '== the COM server, registered and driven by a script'
-in_wine_system timeout 60 wine cscript //nologo late_binding.vbs
+script late_binding.vbs
 echo '== the dialogs, driven by a script and a person'
-in_wine_system timeout 300 wine cscript //nologo load_and_save.vbs
-in_wine_system timeout 60 wine regsvr32 /s /u script_blocks.dll
-in_wine_system timeout 60 wine regsvr32 /s /u tamrix.dll
+script load_and_save.vbs
+echo '== the programmer of an installation, driven by a script'
+unknown='no such class is registered'
+vector_test "device object lumbat.devobj: $unknown"
+register lumbat.dll
+vector_test none TAMRIX_SIMULATOR='chips chips; socket 7400; speed 1000; transcript vector_test.txt'
+vector_test 'device object lumbat.devobj: hwreset: option "model moon"' TAMRIX_SIMULATOR='model moon'
+vector_test "device object nobodys.devobj: $unknown" TAMRIX_DEVOBJ=nobodys.devobj
+for library in lumbat script_blocks tamrix; do register /u $library.dll; done
