@@ -3,6 +3,7 @@
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/scripts/setup.sh"
 source "$root/scripts/windows.sh"
+source "$root/tests/windows/examples.sh"
 cd "$root"
 
 usage() {
@@ -69,7 +70,7 @@ fuzz() {
 
 windows() {
     need "${windows_packages[@]}"
-    build windows tests_windows tests_com tests_block_reader tamrix_com
+    build windows tests_windows tests_com tests_block_reader tamrix_com example_early_binding example_shared_blocks
     enter_wine_system
     cp build/windows/bin/{tests_windows,tests_com,tests_block_reader}.exe build/windows/bin/tamrix.dll \
         tests/windows/com/late_binding.vbs "$wine_system/project/"
@@ -81,6 +82,8 @@ windows() {
     echo '== the COM server, registered and driven by a script'
     in_wine_system timeout 60 wine regsvr32 /s tamrix.dll
     in_wine_system timeout 60 wine cscript //nologo late_binding.vbs
+    echo '== the examples'
+    try_examples
     in_wine_system timeout 60 wine regsvr32 /s /u tamrix.dll
 }
 
