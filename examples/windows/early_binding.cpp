@@ -1,6 +1,7 @@
 // The smallest host for Windows that calls the plug-in by its binary interface: loads a fuse file, saves it again.
 // Needs a registered tamrix.dll. The header comes with it; with the library's type library, #import serves as well.
-// Build it:  i686-w64-mingw32-g++ -I include early_binding.cpp -o early_binding.exe -static -lole32 -loleaut32 -luuid
+// Build it, in the folder of the package:
+//   i686-w64-mingw32-g++ -I include samples/early_binding.cpp -o early_binding.exe -static -lole32 -loleaut32 -luuid
 // Run it:    early_binding.exe, in a folder in which it may write
 #include <cstdio>
 #include <cstring>

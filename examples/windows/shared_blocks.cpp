@@ -1,7 +1,8 @@
 // The blocks by which host and plug-in share their state, between two processes, by the system's calls alone.
 //   shared_blocks.exe          makes all 62 for instance 3, fills them, and starts itself a second time
 //   shared_blocks.exe second   opens them by name, checks sizes and contents, and answers in each
-// Build it:  i686-w64-mingw32-g++ -std=c++20 -I include shared_blocks.cpp -o shared_blocks.exe -static
+// Build it, in the folder of the package:
+//   i686-w64-mingw32-g++ -std=c++20 -I include samples/shared_blocks.cpp -o shared_blocks.exe -static
 #include "tamrix/blocks.h"
 
 #include <cstdio>

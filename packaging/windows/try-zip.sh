@@ -70,6 +70,7 @@ try_zip() {
     package=$(basename "$archive" .zip)
     unzip -q "$archive" -d "$wine_system$unpacked"
     (cd "$wine_system$unpacked/$package" && find . -type f | sed 's:^\./::' | LC_ALL=C sort) | diff <(expected_files) -
+    ! grep -v $'\r$' "$wine_system$unpacked/$package/readme.txt" || { say 'Lines of readme.txt end in another way'; return 1; }
     cp "$root/tests/windows/examples/packaged_library.vbs" "$wine_system/project/"
     build_samples
     try_package
