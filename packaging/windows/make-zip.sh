@@ -57,5 +57,6 @@ case ${1-} in
 *) say "make-zip.sh: unknown option $1" && usage >&2 && exit 2 ;;
 esac
 need "${build_packages[@]}" "${windows_packages[@]}" "${zip_packages[@]}"
+need_windows_wx
 build windows tamrix_com tamrix_com_header_file
 make_zip

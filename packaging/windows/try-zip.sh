@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Sourced by test.sh: the package for Windows works where it is unpacked. Needs to be inside the wine system.
+# Sourced by test.sh and scripts/wine_tests.sh: the package for Windows works where it is unpacked. Needs to be inside the wine system.
 
 unzip_packages=(
     unzip  # unpacks the package for Windows
