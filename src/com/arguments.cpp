@@ -64,14 +64,19 @@ HRESULT arguments::take(ITypeInfo* info, DISPID method, const DISPPARAMS& given,
     const description declared{info, method};
     if (!declared) return DISP_E_MEMBERNOTFOUND;
     if (given.cArgs != declared.count() || given.cNamedArgs > given.cArgs) return DISP_E_BADPARAMCOUNT;
+    if (given.cArgs != 0 && given.rgvarg == nullptr) return E_INVALIDARG;
+    if (given.cNamedArgs != 0 && given.rgdispidNamedArgs == nullptr) return E_INVALIDARG;
     values_.resize(given.cArgs);
     references_.resize(given.cArgs);
     for (VARIANT& one : values_) ::VariantInit(&one);
-    named_.assign(given.rgdispidNamedArgs, given.rgdispidNamedArgs + given.cNamedArgs);
+    if (given.cNamedArgs != 0) named_.assign(given.rgdispidNamedArgs, given.rgdispidNamedArgs + given.cNamedArgs);
+    std::vector<bool> met(given.cArgs);
     for (UINT place = 0; place < given.cArgs; ++place) {
         // The named ones stand first, the others behind them from the last to the first.
         const auto index = place < given.cNamedArgs ? static_cast<UINT>(named_[place]) : given.cArgs - 1 - place;
         if (index >= declared.count()) return DISP_E_PARAMNOTFOUND;
+        if (met[index]) return DISP_E_PARAMNOTOPTIONAL;  // given twice, so that another one lacks
+        met[index] = true;
         if (const HRESULT failed = take_one(place, given.rgvarg[place], declared.type(index)); FAILED(failed)) {
             if (bad_argument != nullptr) *bad_argument = place;
             return failed;

@@ -71,6 +71,9 @@ HRESULT object::GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID
 {
     if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
     if (names == nullptr || ids == nullptr) return E_POINTER;
+    for (UINT i = 0; i < count; ++i) {
+        if (names[i] == nullptr) return E_POINTER;
+    }
     if (type_info() == nullptr) return TYPE_E_CANTLOADLIBRARY;
     return type_info()->GetIDsOfNames(names, count, ids);
 }

@@ -6,7 +6,6 @@
 #include <string>
 
 #include <oaidl.h>
-#include <psapi.h>
 
 namespace tamrix::tests {
 namespace {
@@ -161,40 +160,6 @@ TEST_F(com_object, refuses_null_pointers)
     VARIANT nowhere = plain_variant(VT_BYREF | VT_BSTR);
     nowhere.pbstrVal = nullptr;
     EXPECT_TRUE(FAILED(object.call(L"readpldfile", {nowhere}).result));
-}
-
-std::size_t private_bytes()
-{
-    PROCESS_MEMORY_COUNTERS counters{};
-    counters.cb = sizeof counters;
-    ::GetProcessMemoryInfo(::GetCurrentProcess(), &counters, sizeof counters);
-    return counters.PagefileUsage;
-}
-
-DWORD handles()
-{
-    DWORD count = 0;
-    ::GetProcessHandleCount(::GetCurrentProcess(), &count);
-    return count;
-}
-
-TEST_F(com_object, is_made_called_and_released_a_thousand_times_without_growth)
-{
-    const value file{L"missing.svf"}, folder{L"C:\\nowhere\\"};
-    const auto once = [&] {
-        const client object{dll};
-        EXPECT_EQ(object.call(L"bufcomopt", {value{short{1}}}).result, S_OK);
-        EXPECT_EQ(object.call(L"buffercomopt", {value{short{1}}}).result, S_OK);
-        EXPECT_EQ(object.call(L"readsvffile", {file, folder}).result, S_OK);
-        EXPECT_EQ(object.call(L"freesharebufferopt").result, S_OK);
-    };
-    for (int i = 0; i < 50; ++i) once();  // what is kept once stands now
-    const std::size_t bytes = private_bytes();
-    const DWORD open = handles();
-    for (int i = 0; i < 1000; ++i) once();
-    EXPECT_EQ(handles(), open);
-    EXPECT_LT(private_bytes(), bytes + 256 * 1024) << "less than 256 bytes a round";
-    EXPECT_EQ(dll.can_unload_now(), S_OK);
 }
 
 }  // namespace
