@@ -13,11 +13,7 @@ Sub Expect(what, seen, wanted)
     End If
 End Sub
 
-Function Content(name)
-    Content = CreateObject("Scripting.FileSystemObject").OpenTextFile(name).ReadAll
-End Function
-
-Dim files, vectors, plugin, wanted, told
+Dim files, vectors, plugin, wanted, transcript, told
 wanted = WScript.Arguments(0)
 Set files = CreateObject("Scripting.FileSystemObject")
 Set vectors = files.CreateTextFile("nand.jed", True)
@@ -42,7 +38,9 @@ Err.Clear
 On Error GoTo 0
 
 If wanted = "none" Then
-    told = Content(WScript.Arguments(1))
+    files.CopyFile WScript.Arguments(1), "copy.txt", True  ' its writer has it open still, which OpenTextFile does not allow
+    Set transcript = files.OpenTextFile("copy.txt")
+    told = transcript.ReadAll
     Expect "supply", InStr(told, "vccpin 107 1") > 0, True
     ' What the pins of a sound chip read at the lower part of the socket: all inputs low, then high.
     Expect "first row", InStr(told, "regin 0: 148") > 0, True
