@@ -27,6 +27,18 @@ LSTATUS write(HKEY root, const registry_entry& one)
     return failed;
 }
 
+/// Removes a key that holds neither keys nor values.
+void remove_if_empty(HKEY root, const std::wstring& path)
+{
+    HKEY key = nullptr;
+    if (::RegOpenKeyExW(root, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return;
+    DWORD keys = 1, values = 1;
+    ::RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &keys, nullptr, nullptr, &values, nullptr, nullptr, nullptr,
+                       nullptr);
+    ::RegCloseKey(key);
+    if (keys == 0 && values == 0) ::RegDeleteKeyW(root, path.c_str());
+}
+
 }  // namespace
 
 std::wstring text_of(const GUID& id)
@@ -54,6 +66,10 @@ HRESULT unregister_class(audience who)
         const LSTATUS failed = ::RegDeleteTreeW(root_of(who), full(key).c_str());
         if (failed != ERROR_SUCCESS && failed != ERROR_FILE_NOT_FOUND)
             result = HRESULT_FROM_WIN32(static_cast<DWORD>(failed));
+    }
+    // A user's profile has these keys only where a class was registered; the machine has them always.
+    if (who == audience::user) {
+        for (const wchar_t* key : {L"CLSID", L"Interface", L"TypeLib"}) remove_if_empty(root_of(who), full(key));
     }
     return result;
 }
