@@ -1,0 +1,200 @@
+#include "scenes.h"
+
+#include "before_a_host.h"
+#include "support/plug_in_fixture.h"
+#include "transfer/readfile.h"
+#include "transfer/writefile.h"
+#include "ttl/row_report.h"
+#include "ttl/ttladd.h"
+#include "ttl/ttlautotest.h"
+#include "ttl/ttledit.h"
+#include "ttl/ttltest.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace tamrix::tests {
+
+namespace {
+
+/// A row of a real device, cut or repeated to the pins there are.
+std::string row_of(int pins, int number)
+{
+    constexpr std::string_view pattern = "01H10LG01HC1LXV";
+    std::string row;
+    for (int i = 0; i < pins; ++i) row += pattern[static_cast<std::size_t>(i + number) % pattern.size()];
+    return row;
+}
+
+void with_vectors(session& plug_in, std::string name, int pins, int rows)
+{
+    plug_in.ttl.ttlname = std::move(name);
+    plug_in.ttl.ttlpin = static_cast<std::int16_t>(pins);
+    plug_in.ttl.ttlcnt = static_cast<std::int16_t>(rows + 1);
+    for (int i = 0; i < rows; ++i) plug_in.ttl.ttlvect.store(static_cast<std::size_t>(i), row_of(pins, i));
+}
+
+void load_file(stage& on)
+{
+    readfile load{on.session};
+    load.rfileLabel2.caption = on.session.fname;
+    on.show(load, [&] { load.ProgressBar1.value = 62; });
+}
+
+void save_file(stage& on)
+{
+    writefile save{on.session};
+    save.wfileLabel2.caption = on.session.fname;
+    on.show(save, [&] { save.ProgressBar1.value = 62; });
+}
+
+void logic_test(stage& on)
+{
+    ttltest test{on.session};
+    on.show(test, [&] { test.Text1.enter("7404"); });
+}
+
+void library(stage& on)
+{
+    on.session.ttleditlib = 1;
+    ttltest test{on.session};
+    on.show(test, [&] { test.Text1.enter("7404"); });
+}
+
+void new_device(stage& on)
+{
+    ttladd ask{on.session};
+    on.show(ask, [&] {
+        ask.Text1.enter("74HCT4060");
+        ask.Text2.enter("16");
+    });
+}
+
+void edit_logic(stage& on)
+{
+    with_vectors(on.session, "74LS138", 16, 9);
+    ttledit editor{on.session};
+    on.show(editor);
+}
+
+void edit_device(stage& on)
+{
+    on.session.wnote = 1;
+    on.session.blocks.chippin(0) = 40;
+    ttledit editor{on.session};
+    on.show(editor, [&] { editor.Command2.click(); });
+}
+
+void auto_find(stage& on)
+{
+    on.session.ttl.hits = {"7400", "7403", "74132", "7426", "7437", "7438"};
+    ttlautotest result{on.session};
+    on.show(result, [&] { result.List1.pick(2); });
+}
+
+void failed_row(stage& on)
+{
+    on.ask([&] {
+        report_failed_row(on.session, 0,
+                          {.number = 17, .row = row_of(40, 0), .result = "  L               H                     "});
+    });
+}
+
+void passed(stage& on)
+{
+    const auto& plug_in = on.session;
+    on.ask([&] {
+        on.screen.box({.text = plug_in.text(1165),
+                       .title = plug_in.text(1019),
+                       .picture = forms::icon::information,
+                       .buttons = forms::buttons_of_box::retry_cancel});
+    });
+}
+
+/// Enter on a name that no library has.
+void search_for_unknown(stage& on, std::uint8_t edits_library)
+{
+    on.session.ttleditlib = edits_library;
+    ttltest test{on.session};
+    test.load();
+    test.Text1.enter("749999");
+    on.ask([&] { test.Text1.press_enter(); });
+    test.unload();
+}
+
+void not_found(stage& on) { search_for_unknown(on, 0); }
+
+void add_new(stage& on) { search_for_unknown(on, 1); }
+
+void delete_old(stage& on)
+{
+    on.session.ttleditlib = 1;
+    ttltest test{on.session};
+    test.load();
+    test.Text1.enter("7404");
+    on.ask([&] { test.del.click(); });
+    test.unload();
+}
+
+/// The longest text that refuses a value.
+void refused(stage& on)
+{
+    const std::array<int, 4> numbers{1136, 1137, 1146, 1147};
+    const auto length = [&](int number) { return on.session.text(number).size(); };
+    on.ask([&] { on.session.tell(*std::ranges::max_element(numbers, {}, length)); });
+}
+
+constexpr scene all[] = {
+    {"load_file", false, load_file},     {"save_file", false, save_file},
+    {"logic_test", false, logic_test},   {"library", false, library},
+    {"new_device", false, new_device},   {"edit_logic", false, edit_logic},
+    {"edit_device", false, edit_device}, {"auto_find", false, auto_find},
+    {"failed_row", true, failed_row},    {"passed", true, passed},
+    {"not_found", true, not_found},      {"add_new", true, add_new},
+    {"delete_old", true, delete_old},    {"refused", true, refused},
+};
+
+}  // namespace
+
+stage::stage(int language) : session{screen, fresh_name_space()}
+{
+    constexpr std::int16_t with_40_pins = 40;
+    session.blocks.attachsmall(1);
+    session.blocks.Language(0) = language;
+    session.blocks.modeltype(0) = with_40_pins;
+    session.blocks.tlength(0) = session.blocks.buflength(0) = 0x400000;
+    session.blocks.wordmode(0) = 2;
+    session.fname = "/home/anna/projects/controller/release/firmware-2.4.1.hex";
+    session.syspath = folder.path("");
+    write_library();
+}
+
+void stage::write_library() const
+{
+    std::string directory, records;
+    constexpr int devices = 60;
+    for (int i = 0; i < devices; ++i) {
+        const std::string name = std::to_string(7400 + i);
+        directory += static_cast<char>(name.size()) + name;
+        records += "$" + name + "        02\x02" + "04\x04GHLV*\r\n";
+    }
+    std::filesystem::create_directories(folder.path("lib"));
+    folder.write("lib/test.lib", "$KSM LIB001003C" + directory + "*\r\n" + records + "end-ksm\r\n");
+}
+
+void stage::show(forms::form& shown, const std::function<void()>& fill)
+{
+    before_a_host(screen, shown, [&] {
+        fill();
+        look();
+    });
+}
+
+void stage::ask(const std::function<void()>& asks) { box_before_a_host(screen, asks, look); }
+
+std::span<const scene> scenes() { return all; }
+
+}  // namespace tamrix::tests
