@@ -24,6 +24,11 @@ std::string name_space_of_environment()
 }
 
 struct library_state {
+    library_state()
+    {
+        screen.name_answers([this](forms::answer which) { return state.text(which); });
+    }
+
     wxui::wx_shell screen;
     session state{screen, name_space_of_environment()};
     entry_methods methods{state, all_dialogs()};

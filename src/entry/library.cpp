@@ -22,6 +22,11 @@ std::string text_or_empty(const char* text) { return text != nullptr ? text : ""
 std::string name_space_of_environment() { return text_or_empty(std::getenv("TAMRIX_NAMESPACE")); }
 
 struct screen_and_session {
+    screen_and_session()
+    {
+        screen.name_answers([this](forms::answer which) { return state.text(which); });
+    }
+
     wxui::wx_shell screen;
     session state{screen, name_space_of_environment()};
     std::string text_for_host;

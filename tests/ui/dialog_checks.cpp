@@ -5,12 +5,18 @@
 #include <gtest/gtest.h>
 
 #include <wx/ctrlsub.h>
-#include <wx/stattext.h>
-#include <wx/toplevel.h>
+#include <wx/statbox.h>
 
 namespace tamrix::tests {
 
 namespace {
+
+/// A frame does not name its caption in its least size.
+void expect_caption_seen(const wxWindow& window)
+{
+    if (dynamic_cast<const wxStaticBox*>(&window) == nullptr) return;
+    EXPECT_GE(window.GetSize().x, window.GetTextExtent(window.GetLabel()).x + 8) << window.GetLabel();
+}
 
 bool is_part(const wxWindow& child) { return child.IsShown() && !child.IsTopLevel(); }
 
@@ -28,6 +34,7 @@ void expect_nothing_clipped(const wxWindow& parent)
         const wxSize least = child->GetEffectiveMinSize();  // which names as much as a text of any length needs
         EXPECT_GE(child->GetSize().x, least.x) << name_of(*child);
         EXPECT_GE(child->GetSize().y, least.y) << name_of(*child);
+        expect_caption_seen(*child);
         expect_nothing_clipped(*child);
     }
 }

@@ -20,13 +20,6 @@ Function* function(const char* name)
 
 gtk_window gtk_window::in_front() { return gtk_window{function<void*()>("gtk_grab_get_current")()}; }
 
-wxSize gtk_window::size() const
-{
-    int width = 0, height = 0;
-    if (widget_ != nullptr) function<void(void*, int*, int*)>("gtk_window_get_size")(widget_, &width, &height);
-    return {width, height};
-}
-
 unsigned long gtk_window::number() const
 {
     if (widget_ == nullptr) return 0;

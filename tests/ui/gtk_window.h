@@ -4,7 +4,6 @@
 
 #include <string>
 
-#include <wx/gdicmn.h>
 #include <wx/window.h>
 
 namespace tamrix::tests {
@@ -15,7 +14,6 @@ public:
     static gtk_window in_front();
 
     const void* widget() const { return widget_; }
-    wxSize size() const;
     /// The number by which the display knows it.
     unsigned long number() const;
 

@@ -148,13 +148,10 @@ void refused(stage& on)
 }
 
 constexpr scene all[] = {
-    {"load_file", false, load_file},     {"save_file", false, save_file},
-    {"logic_test", false, logic_test},   {"library", false, library},
-    {"new_device", false, new_device},   {"edit_logic", false, edit_logic},
-    {"edit_device", false, edit_device}, {"auto_find", false, auto_find},
-    {"failed_row", true, failed_row},    {"passed", true, passed},
-    {"not_found", true, not_found},      {"add_new", true, add_new},
-    {"delete_old", true, delete_old},    {"refused", true, refused},
+    {"load_file", load_file},   {"save_file", save_file},   {"logic_test", logic_test},   {"library", library},
+    {"new_device", new_device}, {"edit_logic", edit_logic}, {"edit_device", edit_device}, {"auto_find", auto_find},
+    {"failed_row", failed_row}, {"passed", passed},         {"not_found", not_found},     {"add_new", add_new},
+    {"delete_old", delete_old}, {"refused", refused},
 };
 
 }  // namespace
@@ -162,6 +159,7 @@ constexpr scene all[] = {
 stage::stage(int language) : session{screen, fresh_name_space()}
 {
     constexpr std::int16_t with_40_pins = 40;
+    screen.name_answers([this](forms::answer which) { return session.text(which); });
     session.blocks.attachsmall(1);
     session.blocks.Language(0) = language;
     session.blocks.modeltype(0) = with_40_pins;

@@ -34,7 +34,6 @@ private:
 
 struct scene {
     std::string_view name;  // of the dialog, in letters that serve for a file's name
-    bool box;               // a message box of the platform
     void (*play)(stage& on);
 };
 
