@@ -5,14 +5,14 @@
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
 build_packages=(
-    g++                 # the compiler
-    cmake               # configures the build
-    ninja-build         # runs it
-    libwxgtk3.2-dev     # the dialogs and the workbench
-    libcli11-dev        # the arguments of the command line
-    fonts-dejavu-core   # a proportional and a fixed-width font for the windows
-    librsvg2-common     # the symbols in the windows (check marks, bullets, icons)
-    fonts-wqy-microhei  # Chinese and Korean letters for the dialogs (small, one font for all three)
+    g++                # the compiler
+    cmake              # configures the build
+    ninja-build        # runs it
+    libwxgtk3.2-dev    # the dialogs and the workbench
+    libcli11-dev       # the arguments of the command line
+    fonts-dejavu-core  # a proportional and a fixed-width font for the windows
+    fonts-wqy-microhei  # Chinese and Korean letters for them, in 2 MB
+    librsvg2-common    # the symbols in the windows (check marks, bullets, icons)
 )
 test_packages=(
     libgtest-dev      # the unit tests

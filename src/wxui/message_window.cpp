@@ -1,7 +1,11 @@
 #include "wxui/message_window.h"
 
+#include "wxui/text.h"
+
 #include <array>
 #include <cstddef>
+
+#include <wx/app.h>
 
 namespace tamrix::wxui {
 
@@ -33,6 +37,12 @@ std::span<const forms::answer> answers_of(forms::buttons_of_box buttons)
     case forms::buttons_of_box::abort_retry_ignore: return abort_or_go_on;
     }
     return only_ok;
+}
+
+/// A title may have been a line of the host's log, with its end.
+wxString title_of(const forms::message_box& box)
+{
+    return box.title.empty() ? wxTheApp->GetAppDisplayName() : to_wx(box.title).Trim();
 }
 
 }  // namespace tamrix::wxui

@@ -7,7 +7,7 @@
 #include <span>
 #include <string>
 
-class wxWindow;
+#include <wx/window.h>
 
 namespace tamrix::wxui {
 
@@ -18,6 +18,9 @@ std::string english_text(forms::answer which);
 
 /// The answers that a box offers. Enter gives the first, closing the box the last.
 std::span<const forms::answer> answers_of(forms::buttons_of_box buttons);
+
+/// The title that a box is shown with.
+wxString title_of(const forms::message_box& box);
 
 /// Shows the box until the person answers. `parent` may be null.
 forms::answer ask(wxWindow* parent, const forms::message_box& box, const answer_texts& texts);

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <vector>
 
-#include <wx/app.h>
 #include <wx/artprov.h>
 #include <wx/button.h>
 #include <wx/dialog.h>
@@ -38,12 +37,9 @@ wxString art_of(forms::icon picture)
 class message_window final : public wxDialog {
 public:
     message_window(wxWindow* parent, const forms::message_box& box, const answer_texts& texts)
-        : wxDialog{parent,
-                   wxID_ANY,
-                   box.title.empty() ? wxTheApp->GetAppDisplayName() : to_wx(box.title),
-                   wxDefaultPosition,
-                   wxDefaultSize,
-                   wxCAPTION | wxSYSTEM_MENU | wxCLOSE_BOX},
+        : wxDialog{parent,        wxID_ANY,
+                   title_of(box), wxDefaultPosition,
+                   wxDefaultSize, wxCAPTION | wxSYSTEM_MENU | wxCLOSE_BOX},
           answer_{answers_of(box.buttons).back()}
     {
         auto* content = new wxBoxSizer{wxHORIZONTAL};

@@ -6,7 +6,6 @@
 #include <array>
 #include <cstddef>
 
-#include <wx/app.h>
 #include <wx/msgdlg.h>
 
 namespace tamrix::wxui {
@@ -45,8 +44,7 @@ int button_of(std::size_t place, forms::buttons_of_box buttons)
 
 forms::answer ask(wxWindow* parent, const forms::message_box& box, const answer_texts& texts)
 {
-    const wxString title = box.title.empty() ? wxTheApp->GetAppDisplayName() : to_wx(box.title);
-    wxMessageDialog window{parent, to_wx(box.text), title, style_of(box)};
+    wxMessageDialog window{parent, to_wx(box.text), title_of(box), style_of(box)};
     const auto answers = answers_of(box.buttons);
     const auto label = [&](std::size_t place) { return to_wx(texts(answers[place])); };
     switch (box.buttons) {

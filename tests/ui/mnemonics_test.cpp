@@ -6,8 +6,10 @@
 #include "scenes.h"
 #include "ttl/ttledit.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <set>
 #include <string>
@@ -21,7 +23,8 @@ namespace {
 
 struct keys_of_editor {
     int language;
-    const char *insert, *cut, *leave;  // as xdotool names the letters
+    const char* keyboards;             // the first is the active one
+    const char *insert, *cut, *leave;  // keys as xdotool names them
 };
 
 /// A first line of what a command writes.
@@ -32,13 +35,19 @@ std::string first_line_of(const std::string& command)
     return std::fgets(line.data(), line.size(), pipe.get()) != nullptr ? line.data() : "";
 }
 
-class keys_with_alt : public testing::TestWithParam<keys_of_editor> {};
+void choose_keyboards(const std::string& names) { EXPECT_EQ(std::system(("setxkbmap -layout " + names).c_str()), 0); }
+
+class keys_with_alt : public testing::TestWithParam<keys_of_editor> {
+protected:
+    ~keys_with_alt() override { choose_keyboards("us"); }
+};
 
 }  // namespace
 
 TEST_P(keys_with_alt, press_the_buttons_of_the_vector_editor)
 {
-    const auto& [language, insert, cut, leave] = GetParam();
+    const auto& [language, keyboards, insert, cut, leave] = GetParam();
+    choose_keyboards(keyboards);
     stage on{language};
     on.session.ttl.ttlname = "7400";
     on.session.ttl.ttlpin = 4;
@@ -48,7 +57,7 @@ TEST_P(keys_with_alt, press_the_buttons_of_the_vector_editor)
     before_a_host(on.screen, editor, [&] {
         const auto pressed = [](const char* letter) { press(std::string{"alt+"} + letter); };
         pressed(insert);
-        EXPECT_TRUE(comes_true([&] { return on.session.ttl.ttlcnt == 3; }));
+        ASSERT_TRUE(comes_true([&] { return on.session.ttl.ttlcnt == 3; }));
         pressed(cut);
         EXPECT_TRUE(comes_true([&] { return on.session.ttl.ttlcnt == 2; }));
         pressed(leave);
@@ -56,12 +65,22 @@ TEST_P(keys_with_alt, press_the_buttons_of_the_vector_editor)
     });
 }
 
+// A key also works by the letter that it has on a second keyboard, which is not active: the physical keys d, h and s
+// are the Russian ve, er and yeru.
 INSTANTIATE_TEST_SUITE_P(languages, keys_with_alt,
-                         testing::Values(keys_of_editor{0, "i", "t", "e"}, keys_of_editor{12000, "w", "t", "z"},
-                                         keys_of_editor{27000, "e", "s", "k"}, keys_of_editor{3000, "i", "t", "e"},
-                                         keys_of_editor{9000, "i", "t", "e"},
-                                         keys_of_editor{33000, "Cyrillic_ve", "Cyrillic_er", "Cyrillic_yeru"}),
-                         [](const auto& tested) { return "language_" + std::to_string(tested.param.language); });
+                         testing::Values(keys_of_editor{0, "us", "i", "t", "e"},
+                                         keys_of_editor{12000, "us", "w", "t", "z"},
+                                         keys_of_editor{27000, "us", "e", "s", "k"},
+                                         keys_of_editor{3000, "us", "i", "t", "e"},
+                                         keys_of_editor{9000, "us", "i", "t", "e"},
+                                         keys_of_editor{33000, "ru", "Cyrillic_ve", "Cyrillic_er", "Cyrillic_yeru"},
+                                         keys_of_editor{33000, "us,ru", "d", "h", "s"}),
+                         [](const auto& tested) {
+                             const std::string keyboards = tested.param.keyboards;
+                             return "language_" + std::to_string(tested.param.language) + "_with_keyboard_" +
+                                    keyboards.substr(0, 2) +
+                                    keyboards.substr(std::min<std::size_t>(3, keyboards.size()));
+                         });
 
 TEST(fonts, one_has_all_letters_of_a_language)
 {

@@ -48,6 +48,8 @@ void save_file(stage& on)
 {
     writefile save{on.session};
     save.wfileLabel2.caption = on.session.fname;
+    save.wfileText2.text("800000");
+    save.wfileText3.text("7FFFFF");
     on.show(save, [&] { save.ProgressBar1.value = 62; });
 }
 
