@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Takes a picture of every dialog in every language and lays those of one dialog side by side: docs/images/languages-*.png, which
-# docs/languages.md shows.
+# Takes a picture of every dialog in every language and lays those of one dialog side by side: docs/images/languages-*.png,
+# which docs/languages.md shows.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
@@ -61,6 +61,6 @@ for dialog in "${dialogs[@]}"; do
     done
     sheet=$images/languages-${dialog//_/-}.png
     montage -font DejaVu-Sans -pointsize 14 -background '#d0d4da' "${parts[@]}" -tile 3x -geometry '+12+8' miff:- |
-        convert - +dither -colors 64 -strip -define png:compression-level=9 -define png:compression-filter=0 "$sheet"
+        convert - +dither -colors 64 -strip -define png:compression-level=9 "PNG8:$sheet"
     say "${sheet#"$root/"}, $(($(stat -c %s "$sheet") / 1024)) kB"
 done

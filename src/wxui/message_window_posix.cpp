@@ -103,10 +103,10 @@ private:
                 lines->Add(words(line));
                 continue;
             }
-            grid->Add(words(line.Left(colon + 1).Trim(false)), wxSizerFlags{}.Right());
+            grid->Add(words(line.Left(colon + 1).Trim(false)), wxSizerFlags{}.Right().CenterVertical());
             wxStaticText* row = words(line.Mid(colon + 1).Trim(false));
             row->SetFont(letters_of_one_width());
-            grid->Add(row);
+            grid->Add(row, wxSizerFlags{}.CenterVertical());
         }
         return lines;
     }
