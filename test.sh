@@ -73,7 +73,7 @@ windows() {
     enter_wine_system
     cp build/windows/bin/{tests_windows,tests_com,tests_block_reader}.exe build/windows/bin/tamrix.dll \
         tests/windows/com/late_binding.vbs "$wine_system/project/"
-    cp -r fuzz tests/ttl/transcripts tests/plugin/english_messages.txt "$wine_system/project/"
+    cp -r fuzz tests/ttl/transcripts tests/device/notes tests/plugin/english_messages.txt "$wine_system/project/"
     echo '== the core'
     in_wine_system timeout 900 wine tests_windows.exe --gtest_brief=1
     echo '== the COM server'

@@ -37,7 +37,8 @@ bool is_row(const layout& part) { return part.what == kind::row; }
 
 int gap_between(const layout& before, const layout& after, bool in_row)
 {
-    if (in_row) return as<forms::label>(before) != nullptr ? label_gap : beside_gap;
+    const bool label = as<forms::label>(before) != nullptr || as<forms::label>(after) != nullptr;
+    if (in_row) return label ? label_gap : beside_gap;
     if (as<forms::option>(before) != nullptr && as<forms::option>(after) != nullptr) return option_gap;
     if (as<forms::grid_text>(before) != nullptr && as<forms::grid_text>(after) != nullptr) return option_gap;
     const bool both_items = before.what == kind::item && after.what == kind::item;
