@@ -81,6 +81,11 @@ TAMRIX_EXPORT const char* tamrix_jedec_note(tamrix::Clstamrix* plug_in) noexcept
 /// The help file for the language that bufcomopt found: "PATH::TOPIC", UTF-8; valid until the next call into the
 /// plug-in.
 TAMRIX_EXPORT const char* tamrix_help_file(tamrix::Clstamrix* plug_in) noexcept;
+/// How many test vectors the device has: those of the fuse file that readpldfile read last, or as the vector editor
+/// left them.
+TAMRIX_EXPORT int tamrix_vector_count(tamrix::Clstamrix* plug_in) noexcept;
+/// 1 where this version has texts for an offset in Language(0), else 0.
+TAMRIX_EXPORT int tamrix_has_language(std::int32_t offset) noexcept;
 /// 1 where the entry method called `method` leads to a dialog or routine in this version and on the programmer model in
 /// use, else 0: a host greys its menu entry. Needs an attached plug-in.
 TAMRIX_EXPORT int tamrix_offers(tamrix::Clstamrix* plug_in, const char* method) noexcept;

@@ -19,4 +19,10 @@ std::string LoadResString(int number)
     throw resource_error{"no text with number " + std::to_string(number)};
 }
 
+bool has_language(int offset)
+{
+    const auto blocks = catalogue_data::blocks();
+    return std::ranges::find(blocks, offset, &catalogue_data::language_block::offset) != blocks.end();
+}
+
 }  // namespace tamrix

@@ -9,4 +9,7 @@ namespace tamrix {
 /// number without a text.
 std::string LoadResString(int number);
 
+/// True where there are texts under a language offset.
+bool has_language(int offset);
+
 }  // namespace tamrix
