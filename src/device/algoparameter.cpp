@@ -47,8 +47,8 @@ forms::layout algoparameter::arrangement()
 {
     using namespace forms;
     return column({
-        framed(Frame1, fields({Label1, row({stretched(Text1), Label5}), Label2, row({stretched(Text2), Label6}), Label3,
-                               row({stretched(Text3), Label7}), Label4, row({stretched(Text4)})})),
+        framed(Frame1, measures({Label1, Text1, Label5, Label2, Text2, Label6, Label3, Text3, Label7, Label4, Text4,
+                                 nothing()})),
         buttons({OKButton, CancelButton}),
     });
 }

@@ -70,7 +70,8 @@ forms::answer wx_shell::box(const forms::message_box& box)
 {
     toolkit_.need_display();
     const wxString title = box.title.empty() ? wxTheApp->GetAppDisplayName() : to_wx(box.title).Trim();
-    wxMessageDialog window{window_in_front(), to_wx(box.text), title, style_of(box)};
+    // Line ends behind the last line would only make the box higher.
+    wxMessageDialog window{window_in_front(), to_wx(box.text).Trim(), title, style_of(box)};
     if (box.buttons == forms::buttons_of_box::abort_retry_ignore) {
         window.SetYesNoCancelLabels("&Abort", "&Retry", "&Ignore");
     }

@@ -118,8 +118,8 @@ TEST_F(workbench_with_device, tells_of_the_external_supply_in_its_log)
 TEST_F(workbench_with_device, edits_the_test_vectors_of_a_fuse_file)
 {
     const std::string row = "00000000NN1111111111";
-    std::ofstream{folder / "in.jed"} << "\x02My part\nQP20*\nQF16*\nL0000 0101010101010101*\nV0001 " << row
-                                     << "*\nV0002 " << row << "*\n";
+    std::ofstream{folder / "in.jed"} << "\x02My part\nQP20*\nQF2194*\nL0000 " << std::string(2194, '1') << "*\nV0001 "
+                                     << row << "*\nV0002 " << row << "*\n";
     program workbench{"tamrix-workbench", {"--device", "GAL16V8", file("in.jed")}, settings()};
     workbench.focus("in.jed.*tamrix workbench");
     workbench.press("alt+e");
@@ -151,7 +151,7 @@ TEST_F(workbench_with_device, edits_the_test_vectors_of_a_fuse_file)
 TEST_F(workbench_with_device, plays_the_test_vectors_of_a_fuse_file)
 {
     std::ofstream{folder / "in.jed"} << "\x02My part\nQP20*\nQF16*\nL0000 0101010101010101*\nV0001 "
-                                     << "000000000N0000000HHN*\n";
+                                     << "000000000N0000000HLN*\n";
     program workbench{"tamrix-workbench", {"--device", "GAL16V8", file("in.jed")}, settings()};
     workbench.focus("in.jed.*tamrix workbench");
     workbench.press("alt+t");
@@ -159,7 +159,7 @@ TEST_F(workbench_with_device, plays_the_test_vectors_of_a_fuse_file)
     workbench.click_at(0.6, 0.9);
     workbench.press("ctrl+a ctrl+c");
     const std::string log = clipboard();
-    EXPECT_NE(log.find("Vector Test fail!"), std::string::npos) << "the socket is empty\n" << log;
+    EXPECT_NE(log.find("Vector Test fail!"), std::string::npos) << "nothing in the socket pulls a pin low\n" << log;
     workbench.press("ctrl+q");
     EXPECT_EQ(workbench.wait(), 0);
 }

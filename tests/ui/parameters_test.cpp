@@ -1,5 +1,5 @@
 // The parameter dialog and the notes of a device on a real screen.
-#include "person.h"
+#include "over_host.h"
 
 #include "device/algoparameter.h"
 #include "device/warnno.h"
@@ -12,35 +12,10 @@
 
 #include <gtest/gtest.h>
 
-#include <wx/timer.h>
-#include <wx/toplevel.h>
-
 using namespace tamrix;
 using namespace tamrix::tests;
 
 namespace {
-
-class host_window final : public scripted_form {
-public:
-    forms::label text{*this};
-    forms::layout arrangement() override { return forms::column({text}); }
-};
-
-class script_timer final : public wxTimer {
-public:
-    explicit script_timer(std::function<void()> script) : script_{std::move(script)} { StartOnce(20); }
-    void Notify() override
-    {
-        try {
-            script_();
-        } catch (const std::exception& error) {
-            ADD_FAILURE() << error.what();
-        }
-    }
-
-private:
-    std::function<void()> script_;
-};
 
 class parameters : public testing::Test {
 protected:
@@ -60,18 +35,8 @@ protected:
     /// Shows the dialog and runs `script` meanwhile.
     void with_dialog(const std::function<void(algoparameter&)>& script)
     {
-        host_window host;
-        during(screen, host, [&] {
-            wxWindow* const behind = &dialog();
-            algoparameter shown{session};
-            script_timer starter{[&] {
-                comes_true([&] { return &dialog() != behind && static_cast<wxTopLevelWindow&>(dialog()).IsActive(); });
-                press("shift");  // and lets the keyboard arrive
-                script(shown);
-                shown.close();
-            }};
-            screen.show_modal(shown);
-        });
+        algoparameter shown{session};
+        over_host(screen, shown, [&] { script(shown); });
     }
 };
 
@@ -162,6 +127,8 @@ TEST_F(parameters, lie_with_their_units_beside_their_boxes)
         EXPECT_EQ(vcc.x, retry.x);
         EXPECT_GT(unit.x, pulse.GetRight());
         EXPECT_LT(unit.x - pulse.GetRight(), 20);
+        EXPECT_EQ(vcc.width, pulse.width);
+        EXPECT_EQ(vcc.width, retry.width) << "it has no unit";
         EXPECT_LT(pulse.GetBottom(), vpp.y);
     });
 }
@@ -172,7 +139,6 @@ TEST_F(parameters, of_a_note_stand_in_a_box_that_a_key_closes)
     host_window host;
     during(screen, host, [&] {
         wxWindow* const behind = &dialog();
-        std::string title;
         script_timer reader{[&] {
             comes_true([&] { return std::system("xdotool search --onlyvisible --name '^Note!' >/dev/null") == 0; });
             press("Return");
