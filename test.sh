@@ -15,8 +15,9 @@ Installs the packages that are missing (Debian 12; as root or through sudo), bui
   (nothing)    runs every test, those of real windows on a display of their own (Xvfb)
   --sanitize   runs the tests that need no display, with address, leak and undefined behaviour checks
   --threads    runs the tests of the programmer with checks of what its threads share
-  --windows    builds for 32-bit Windows and runs the tests of that under wine (as root; the first time it makes a small
-               32-bit system for wine in the cache folder)
+  --windows    builds for 32-bit Windows and runs the tests of that under wine, those of dialogs on a display of their own
+               (as root; the first time it makes a small 32-bit system for wine and builds wxWidgets in the cache folder,
+               which takes about fifteen minutes)
   --fuzz S     feeds every reader damaged files for S seconds each, with the same checks
   --bench      measures the release side by side with other tools and writes docs/performance.md
   --format     formats every .h and .cpp file that git knows
@@ -67,21 +68,11 @@ fuzz() {
     done
 }
 
-windows() {
+run_windows() {
     need "${windows_packages[@]}"
-    build windows tests_windows tests_com tests_block_reader tamrix_com
-    enter_wine_system
-    cp build/windows/bin/{tests_windows,tests_com,tests_block_reader}.exe build/windows/bin/tamrix.dll \
-        tests/windows/com/late_binding.vbs "$wine_system/project/"
-    cp -r fuzz tests/ttl/transcripts tests/device/notes tests/plugin/english_messages.txt "$wine_system/project/"
-    echo '== the core'
-    in_wine_system timeout 900 wine tests_windows.exe --gtest_brief=1
-    echo '== the COM server'
-    in_wine_system timeout 300 wine tests_com.exe --gtest_brief=1
-    echo '== the COM server, registered and driven by a script'
-    in_wine_system timeout 60 wine regsvr32 /s tamrix.dll
-    in_wine_system timeout 60 wine cscript //nologo late_binding.vbs
-    in_wine_system timeout 60 wine regsvr32 /s /u tamrix.dll
+    need_windows_wx
+    build windows
+    exec xvfb-run -a -s '-screen 0 1280x1024x24 -noreset -nolisten tcp' scripts/wine_tests.sh
 }
 
 run_bench() {
@@ -106,7 +97,7 @@ if (($#)) && [[ $1 != -- ]]; then
         mode=fuzz seconds=$2
         shift
         ;;
-    --windows) mode=windows ;;
+    --windows) mode=run_windows ;;
     --bench) mode=run_bench ;;
     --format) mode=format ;;
     --check) mode=check ;;

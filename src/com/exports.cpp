@@ -1,6 +1,7 @@
 // What tamrix.dll exports; tamrix.def names it.
 #include "com/class_factory.h"
 #include "com/interface.h"
+#include "com/module.h"
 #include "com/registration.h"
 
 #include <new>
@@ -31,12 +32,13 @@ bool is_user(const wchar_t* words) { return words != nullptr && ::lstrcmpiW(word
 
 extern "C" {
 
-BOOL WINAPI DllMain(HINSTANCE module, DWORD why, void*)
+BOOL WINAPI DllMain(HINSTANCE module, DWORD why, void* process_ends)
 {
     if (why == DLL_PROCESS_ATTACH) {
         remember_module(module);
         ::DisableThreadLibraryCalls(module);
     }
+    if (why == DLL_PROCESS_DETACH && process_ends == nullptr) forget_plug_in();
     return TRUE;
 }
 

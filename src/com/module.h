@@ -18,6 +18,8 @@ public:
 
 void lock_library();
 void unlock_library();
+/// True where nothing keeps the library. What the next object would make anew is let go then: the programmer and what
+/// the dialogs needed.
 bool may_unload();
 
 void remember_module(HINSTANCE module);
@@ -26,5 +28,8 @@ HINSTANCE module();
 /// The plug-in behind all objects. The blocks and the variables of its modules live as long as the library is loaded,
 /// not as long as an object: a host that makes a second object finds what the first one left. May throw.
 entry_methods& plug_in();
+
+/// The library is being unloaded while the process lives on.
+void forget_plug_in();
 
 }  // namespace tamrix::com

@@ -36,13 +36,10 @@ private:
 
 }  // namespace
 
-toolkit::~toolkit()
-{
-    if (started_ && wxTheApp != nullptr) wxEntryCleanup();
-}
-
 void toolkit::need_display()
 {
+    if (started_ && std::this_thread::get_id() != thread_)
+        throw std::runtime_error{"dialogs can be shown on one thread only, that of the first dialog"};
     if (wxTheApp == nullptr) start();
     if (!wxTheApp->IsGUI()) throw std::runtime_error{"no display: the host runs wxWidgets without its windows"};
 }
@@ -52,11 +49,21 @@ void toolkit::start()
     const numbers_of_host kept;
     const wxLogNull silent;  // what goes wrong is told by the error below
     wxApp::SetInstance(new app_of_library);
-    started_ = wxEntryStart(argument_count_, arguments_.data()) && wxTheApp->CallOnInit();
+    thread_ = std::this_thread::get_id();
+    started_ = start_wxwidgets() && wxTheApp->CallOnInit();
     if (!started_) {
         throw std::runtime_error{"no display to show a dialog on: run the host in a graphical session, or set DISPLAY "
                                  "or WAYLAND_DISPLAY"};
     }
+}
+
+bool toolkit::end()
+{
+    if (!started_) return true;
+    if (std::this_thread::get_id() != thread_) return false;
+    if (wxTheApp != nullptr) wxEntryCleanup();
+    started_ = false;
+    return true;
 }
 
 }  // namespace tamrix::wxui

@@ -1,6 +1,7 @@
 #include "wxui/wx_shell.h"
 
 #include "wxui/form_dialog.h"
+#include "wxui/host_window.h"
 #include "wxui/text.h"
 
 #include <chrono>
@@ -62,13 +63,16 @@ forms::answer answer_of(int result, forms::buttons_of_box buttons)
 void wx_shell::run_modal(forms::form& dialog)
 {
     toolkit_.need_display();
+    const host_window host;
     form_dialog window{dialog, window_in_front()};
+    host.put_behind(window);
     window.run();
 }
 
 forms::answer wx_shell::box(const forms::message_box& box)
 {
     toolkit_.need_display();
+    const host_window host;
     const wxString title = box.title.empty() ? wxTheApp->GetAppDisplayName() : to_wx(box.title).Trim();
     // Line ends behind the last line would only make the box higher.
     wxMessageDialog window{window_in_front(), to_wx(box.text).Trim(), title, style_of(box)};
@@ -83,7 +87,11 @@ void wx_shell::beep() { wxBell(); }
 
 void wx_shell::doevents()
 {
-    if (wxEventLoopBase* loop = wxEventLoopBase::GetActive(); loop != nullptr) loop->YieldFor(wxEVT_CATEGORY_ALL);
+    if (wxEventLoopBase* loop = wxEventLoopBase::GetActive(); loop != nullptr) {
+        loop->YieldFor(wxEVT_CATEGORY_ALL);
+    } else {
+        serve_host_messages();
+    }
 }
 
 double wx_shell::seconds()

@@ -15,6 +15,9 @@ public:
     void doevents() override;
     double seconds() override;
 
+    /// Ends what the dialogs needed; the next one starts it anew. False where another thread has to do that.
+    bool rest() { return toolkit_.end(); }
+
 private:
     void run_modal(forms::form& dialog) override;
 

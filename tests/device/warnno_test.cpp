@@ -1,6 +1,7 @@
 // The notes of a device: which one is shown, the line on the supply, what changes.
 #include "device/warnno.h"
 
+#include "plugin/catalogue.h"
 #include "support/plug_in_fixture.h"
 
 #include <gtest/gtest.h>
@@ -316,6 +317,27 @@ TEST_F(device_notes, 20_leaves_every_other_vcc_and_generation_alone)
         call(number);
         EXPECT_EQ(session.blocks.bvcc(0), 390) << "note " << number;
     }
+}
+
+TEST_F(device_notes, have_the_same_figures_in_every_language)
+{
+    const std::string english = text_of(1);
+    const std::string figures = english.substr(english.find("000H"), 24);
+    int languages = 0;
+    for (std::int32_t offset = 0; offset < 36000; offset += 3000) {
+        if (!has_language(offset)) continue;
+        ++languages;
+        session.blocks.Language(0) = offset;
+        for (int number = 1; number <= 25; ++number) {
+            if (!has_box(number)) continue;
+            const std::string text = text_of(number);
+            EXPECT_NE(text.find(LoadResString(offset + 1281) + "\r\r"), std::string::npos) << text;
+            EXPECT_TRUE(text.ends_with("H\r\r")) << text;
+        }
+        EXPECT_NE(text_of(1).find(LoadResString(offset + 1282) + figures), std::string::npos) << text_of(1);
+        EXPECT_EQ(title_of(1), LoadResString(offset + 1095));
+    }
+    EXPECT_GE(languages, 2);
 }
 
 TEST_F(device_notes, are_offered) { EXPECT_TRUE(methods.offers("warn")); }

@@ -8,6 +8,7 @@
 #include <fstream>
 #include <map>
 #include <string>
+#include <utility>
 
 namespace tamrix {
 namespace {
@@ -67,7 +68,7 @@ TEST(catalogue, keeps_quotes_bars_and_outer_blanks_of_a_text)
 
 TEST(catalogue, raises_an_error_that_tells_a_number_without_a_text)
 {
-    for (const int number : {0, 999, 1003, 1007, 2999, 18000, 34135, 36000, 37067, -1, -13933}) {
+    for (const int number : {0, 999, 1003, 1007, 2999, 18000, 34003, 36000, 37067, -1, -13933}) {
         try {
             ADD_FAILURE() << number << " has the text " << LoadResString(number);
         } catch (const resource_error& error) {
@@ -88,14 +89,27 @@ TEST(session_text, comes_from_the_block_of_the_language_at_each_use)
     EXPECT_EQ(f.session.text(1067), "OK");
 }
 
-TEST(session_text, asks_the_russian_block_when_the_language_is_33000)
+TEST(session_text, follows_each_language_that_the_host_chooses)
 {
     plug_in_fixture f;
-    f.session.blocks.Language(0) = 33000;
+    const std::pair<int, std::string> expected[] = {
+        {0, ">>Load File Fail!"},        {3000, ">>文件加载失败！"},          {6000, ">>檔案載入失敗！"},
+        {9000, ">>파일 불러오기 실패!"}, {33000, ">>Ошибка загрузки файла!"}, {0, ">>Load File Fail!"},
+    };
+    for (const auto& [offset, text] : expected) {
+        f.session.blocks.Language(0) = offset;
+        EXPECT_EQ(f.session.text(1135), text);
+    }
+}
+
+TEST(session_text, fails_for_a_language_without_a_block)
+{
+    plug_in_fixture f;
+    f.session.blocks.Language(0) = 36000;
     try {
         ADD_FAILURE() << f.session.text(1135);
     } catch (const resource_error& error) {
-        EXPECT_STREQ(error.what(), "no text with number 34135");
+        EXPECT_STREQ(error.what(), "no text with number 37135");
     }
 }
 

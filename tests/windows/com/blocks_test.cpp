@@ -1,4 +1,5 @@
 // The shared blocks as a host meets them that stands on the system's calls alone.
+#include "host_block.h"
 #include "server.h"
 #include "tamrix/blocks.h"
 
@@ -27,32 +28,6 @@ std::string seen_from_outside(const std::vector<std::string>& names)
 }
 
 std::size_t whole_pages(std::size_t bytes) { return (bytes + 4095) / 4096 * 4096; }
-
-/// A block as the host holds it open.
-class host_block {
-public:
-    host_block(const std::string& name, DWORD bytes)
-        : mapping_{::CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, bytes, name.c_str())},
-          view_{::MapViewOfFile(mapping_, FILE_MAP_ALL_ACCESS, 0, 0, 0)}
-    {}
-    ~host_block()
-    {
-        ::UnmapViewOfFile(view_);
-        ::CloseHandle(mapping_);
-    }
-    host_block(const host_block&) = delete;
-    host_block& operator=(const host_block&) = delete;
-
-    template <class T>
-    T* as() const
-    {
-        return static_cast<T*>(view_);
-    }
-
-private:
-    HANDLE mapping_;
-    void* view_;
-};
 
 TEST(blocks, of_the_com_server_are_seen_by_a_second_process_with_their_names_and_sizes)
 {

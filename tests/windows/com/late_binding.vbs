@@ -11,7 +11,7 @@ Sub Expect(what, seen, wanted)
     End If
 End Sub
 
-Dim plugin, number, file, format, folder, result
+Dim plugin, number, file, folder, result
 Set plugin = CreateObject("tamrix.Clstamrix")
 Expect "type name", TypeName(plugin), "_Clstamrix"
 
@@ -36,13 +36,6 @@ plugin.warn 0, True
 plugin.freesharebufferopt
 
 On Error Resume Next
-format = 1
-result = plugin.readfile0(file, format, folder)
-Expect "error text", Err.Description, "this build has no screen"
-Err.Clear
-result = plugin.readfile0("missing.hex", 1, "C:\nowhere\")
-Expect "error text", Err.Description, "this build has no screen"
-Err.Clear
 plugin.nothing_of_this_name
 Expect "error number", Err.Number, 438
 Err.Clear

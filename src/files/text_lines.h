@@ -1,7 +1,7 @@
 // A text file line by line: CR, LF and both together end a line, so files of every origin load.
 #pragma once
 
-#include "transfer/file_io.h"
+#include "files/file_io.h"
 
 #include <cstdint>
 #include <optional>

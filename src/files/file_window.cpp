@@ -1,4 +1,4 @@
-#include "transfer/file_window.h"
+#include "files/file_window.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,5 +1,5 @@
+#include "files/hex_digits.h"
 #include "support/temp_files.h"
-#include "transfer/rwfile/hex_digits.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,9 @@
 #include "base/wide_path_win32.h"
-#include "transfer/file_io.h"
+#include "files/file_io.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <ctime>
 #include <new>
 #include <utility>
@@ -21,18 +20,6 @@ namespace {
 
 constexpr std::size_t largest_call = std::size_t{1} << 26;  // bytes of one read or write
 
-std::string reason(int error)
-{
-    switch (error) {
-    case ENOENT: return "no such file";
-    case EACCES: return "permission denied";
-    case EISDIR: return "a directory where a file was expected";
-    default: return std::strerror(error);
-    }
-}
-
-[[noreturn]] void fail(const std::string& path, int error) { throw file_error{{.file = path, .found = reason(error)}}; }
-
 bool is_folder(const std::wstring& path)
 {
     const DWORD attributes = ::GetFileAttributesW(path.c_str());
@@ -43,9 +30,9 @@ bool is_folder(const std::wstring& path)
 int open_file(const std::string& path, int flags)
 {
     const std::wstring wide = wide_path(path);
-    if (is_folder(wide)) fail(path, EISDIR);
+    if (is_folder(wide)) throw file_error{path, EISDIR};
     const int file = ::_wopen(wide.c_str(), flags | _O_BINARY | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
-    if (file < 0) fail(path, errno);
+    if (file < 0) throw file_error{path, errno};
     return file;
 }
 
@@ -65,12 +52,12 @@ input_file::~input_file() { ::_close(file_); }
 
 std::size_t input_file::read_at(std::int64_t offset, std::span<std::uint8_t> target)
 {
-    if (::_lseeki64(file_, offset, SEEK_SET) < 0) fail(path_, errno);
+    if (::_lseeki64(file_, offset, SEEK_SET) < 0) throw file_error{path_, errno};
     std::size_t done = 0;
     while (done < target.size()) {
         const auto part = target.subspan(done, std::min(target.size() - done, largest_call));
         const int got = ::_read(file_, part.data(), static_cast<unsigned>(part.size()));
-        if (got < 0) fail(path_, errno);
+        if (got < 0) throw file_error{path_, errno};
         if (got == 0) break;
         done += static_cast<std::size_t>(got);
     }
@@ -90,20 +77,20 @@ void output_file::write(std::span<const std::uint8_t> bytes)
     while (!bytes.empty()) {
         const auto part = bytes.first(std::min(bytes.size(), largest_call));
         const int put = ::_write(file_, part.data(), static_cast<unsigned>(part.size()));
-        if (put < 0) fail(path_, errno);
+        if (put < 0) throw file_error{path_, errno};
         bytes = bytes.subspan(static_cast<std::size_t>(put));
     }
 }
 
 void output_file::write_at(std::int64_t offset, std::span<const std::uint8_t> bytes)
 {
-    if (::_lseeki64(file_, offset, SEEK_SET) < 0) fail(path_, errno);
+    if (::_lseeki64(file_, offset, SEEK_SET) < 0) throw file_error{path_, errno};
     write(bytes);
 }
 
 void output_file::close()
 {
-    if (::_close(std::exchange(file_, -1)) != 0) fail(path_, errno);
+    if (::_close(std::exchange(file_, -1)) != 0) throw file_error{path_, errno};
 }
 
 file_image::file_image(input_file& file)

@@ -1,4 +1,4 @@
-#include "transfer/rwfile/hex_digits.h"
+#include "files/hex_digits.h"
 
 #include <array>
 #include <cstring>

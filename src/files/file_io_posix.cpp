@@ -1,10 +1,9 @@
-#include "transfer/file_io.h"
+#include "files/file_io.h"
 
 #include "base/native_path.h"
 
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <ctime>
 #include <new>
 #include <utility>
@@ -19,18 +18,6 @@ namespace tamrix {
 namespace {
 
 constexpr std::size_t huge_page = std::size_t{2} << 20;
-
-std::string reason(int error)
-{
-    switch (error) {
-    case ENOENT: return "no such file";
-    case EACCES: return "permission denied";
-    case EISDIR: return "a directory where a file was expected";
-    default: return std::strerror(error);
-    }
-}
-
-[[noreturn]] void fail(const std::string& path, int error) { throw file_error{{.file = path, .found = reason(error)}}; }
 
 /// Repeats a call that a signal interrupted.
 template <class Call>
@@ -49,11 +36,11 @@ auto persist(Call call)
 input_file::input_file(const std::string& path)
     : path_{path}, file_{persist([&] { return ::open(native_path(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK); })}
 {
-    if (file_ < 0) fail(path_, errno);
+    if (file_ < 0) throw file_error{path_, errno};
     struct stat info {};
     if (::fstat(file_, &info) != 0 || !S_ISREG(info.st_mode)) {
         ::close(file_);
-        if (S_ISDIR(info.st_mode)) fail(path_, EISDIR);
+        if (S_ISDIR(info.st_mode)) throw file_error{path_, EISDIR};
         throw file_error{{.file = path_, .found = "a device where a file was expected"}};
     }
     length_ = info.st_size;
@@ -70,7 +57,7 @@ std::size_t input_file::read_at(std::int64_t offset, std::span<std::uint8_t> tar
             return ::pread(file_, part.data(), part.size(),
                            static_cast<off_t>(offset + static_cast<std::int64_t>(done)));
         });
-        if (got < 0) fail(path_, errno);
+        if (got < 0) throw file_error{path_, errno};
         if (got == 0) break;
         done += static_cast<std::size_t>(got);
     }
@@ -82,7 +69,7 @@ output_file::output_file(const std::string& path)
           return ::open(native_path(path).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
       })}
 {
-    if (file_ < 0) fail(path_, errno);
+    if (file_ < 0) throw file_error{path_, errno};
 }
 
 output_file::~output_file()
@@ -94,20 +81,20 @@ void output_file::write(std::span<const std::uint8_t> bytes)
 {
     while (!bytes.empty()) {
         const auto put = persist([&] { return ::write(file_, bytes.data(), bytes.size()); });
-        if (put < 0) fail(path_, errno);
+        if (put < 0) throw file_error{path_, errno};
         bytes = bytes.subspan(static_cast<std::size_t>(put));
     }
 }
 
 void output_file::write_at(std::int64_t offset, std::span<const std::uint8_t> bytes)
 {
-    if (::lseek(file_, static_cast<off_t>(offset), SEEK_SET) < 0) fail(path_, errno);
+    if (::lseek(file_, static_cast<off_t>(offset), SEEK_SET) < 0) throw file_error{path_, errno};
     write(bytes);
 }
 
 void output_file::close()
 {
-    if (::close(std::exchange(file_, -1)) != 0) fail(path_, errno);
+    if (::close(std::exchange(file_, -1)) != 0) throw file_error{path_, errno};
 }
 
 // Memory straight from the system, in huge pages where it gives them: files of a hundred megabytes are common, and

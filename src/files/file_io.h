@@ -16,6 +16,8 @@ namespace tamrix {
 class file_error : public std::runtime_error {
 public:
     explicit file_error(diagnostic why);
+    /// What the system did not do with the file, by its error number.
+    file_error(const std::string& path, int error);
     const diagnostic& why() const { return why_; }
 
 private:

@@ -1,7 +1,7 @@
 // A file seen through a window that moves along it, so that a file of any length is read once, through little memory.
 #pragma once
 
-#include "transfer/file_io.h"
+#include "files/file_io.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,6 +1,6 @@
-#include "transfer/file_guard.h"
+#include "files/file_guard.h"
 
-#include "transfer/file_io.h"
+#include "files/file_io.h"
 
 #include <exception>
 #include <new>

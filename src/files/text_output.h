@@ -1,11 +1,16 @@
 // Text records on their way to a file, gathered so that a file of any length costs few writes.
 #pragma once
 
-#include "transfer/file_io.h"
-#include "transfer/rwfile/hex_digits.h"
+#include "files/file_io.h"
+#include "files/hex_digits.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
+#include <span>
+#include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tamrix {
