@@ -2,7 +2,7 @@
 // bench_loads FILE JEDEC_FILE ROUNDS FOLDER prints "NAME MILLISECONDS" for every run; the kinds take turns. FOLDER,
 // with its separator, gets the temporary image.
 #include "cli/attached_plug_in.h"
-#include "transfer/file_io.h"
+#include "files/file_io.h"
 #include "transfer/readfile.h"
 #include "transfer/rwfile/binary.h"
 #include "transfer/writefile.h"

@@ -5,7 +5,7 @@
 #include "cli/attached_plug_in.h"
 #include "cli/conversion_plan.h"
 #include "cli/temporary_folder.h"
-#include "transfer/file_io.h"
+#include "files/file_io.h"
 #include "transfer/readfile.h"
 #include "transfer/writefile.h"
 

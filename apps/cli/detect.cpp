@@ -1,7 +1,7 @@
 #include "cli/detect.h"
 
+#include "files/file_io.h"
 #include "pld/detect.h"
-#include "transfer/file_io.h"
 #include "transfer/formats.h"
 
 namespace tamrix::cli {

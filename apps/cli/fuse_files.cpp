@@ -2,7 +2,7 @@
 
 #include "base/arith.h"
 #include "cli/attached_plug_in.h"
-#include "transfer/text_lines.h"
+#include "files/text_lines.h"
 
 #include <charconv>
 #include <string_view>

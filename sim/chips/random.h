@@ -16,10 +16,10 @@ inline std::uint64_t mix(std::uint64_t x)
 
 class random_source {
 public:
-    explicit random_source(std::uint64_t seed) : state_{seed} {}
-    explicit random_source(std::string_view seed) : state_{0}
+    explicit random_source(std::uint64_t start) : state_{start} {}
+    explicit random_source(std::string_view start) : state_{0}
     {
-        for (const char c : seed) state_ = mix(state_ ^ static_cast<unsigned char>(c));
+        for (const char c : start) state_ = mix(state_ ^ static_cast<unsigned char>(c));
     }
 
     std::uint64_t bits() { return mix(state_++); }

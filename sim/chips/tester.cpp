@@ -8,8 +8,8 @@ namespace {
 constexpr int most_rounds = 32;
 }
 
-tester::tester(std::shared_ptr<const circuit> plan, std::vector<order_lanes> orders, std::uint64_t seed)
-    : chip_{std::move(plan)}, orders_{std::move(orders)}, seed_{seed}
+tester::tester(std::shared_ptr<const circuit> plan, std::vector<order_lanes> orders, std::uint64_t random_start)
+    : chip_{std::move(plan)}, orders_{std::move(orders)}, random_start_{random_start}
 {
     const auto& pins = chip_.plan().pins;
     for (auto* each : {&value_, &driven_, &levels_, &stuck_low_, &stuck_high_}) each->resize(pins.size());
@@ -76,7 +76,7 @@ std::vector<std::size_t> tester::steps_of(order how, const std::vector<change>& 
         case order::pins_upward: steps[i] = i; break;
         case order::pins_downward: steps[i] = changes.size() - 1 - i; break;
         case order::at_once: break;
-        case order::shuffled: keys.push_back(mix(seed_ ^ (rows_ << 20) ^ (salt << 10) ^ pin)); break;
+        case order::shuffled: keys.push_back(mix(random_start_ ^ (rows_ << 20) ^ (salt << 10) ^ pin)); break;
         }
     }
     for (std::size_t i = 0; i < keys.size(); ++i)

@@ -21,7 +21,7 @@ struct order_lanes {
 
 class tester {
 public:
-    tester(std::shared_ptr<const circuit> plan, std::vector<order_lanes> orders, std::uint64_t seed);
+    tester(std::shared_ptr<const circuit> plan, std::vector<order_lanes> orders, std::uint64_t random_start);
 
     const circuit& plan() const { return chip_.plan(); }
     /// The supply comes on while the pins are at `levels`, a word a pin.
@@ -55,7 +55,7 @@ private:
     lanes chip_;
     std::vector<order_lanes> orders_;
     std::vector<word> value_, driven_, levels_, stuck_low_, stuck_high_, met_;
-    std::uint64_t seed_, rows_ = 0;
+    std::uint64_t random_start_, rows_ = 0;
     bool fought_ = false;
     bool order_matters_;
 };

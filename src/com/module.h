@@ -18,8 +18,8 @@ public:
 
 void lock_library();
 void unlock_library();
-/// True where nothing keeps the library. What the next object would make anew is let go then: the programmer and what the
-/// dialogs needed.
+/// True where nothing keeps the library. What the next object would make anew is let go then: the programmer and what
+/// the dialogs needed.
 bool may_unload();
 
 void remember_module(HINSTANCE module);

@@ -1,6 +1,6 @@
 #include "pld/detect.h"
 
-#include "transfer/file_io.h"
+#include "files/file_io.h"
 
 #include <algorithm>
 #include <array>

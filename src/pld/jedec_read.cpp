@@ -1,6 +1,6 @@
+#include "files/file_guard.h"
+#include "files/text_lines.h"
 #include "pld/jedec.h"
-#include "transfer/file_guard.h"
-#include "transfer/text_lines.h"
 
 #include <algorithm>
 #include <charconv>

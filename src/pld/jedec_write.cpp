@@ -1,7 +1,7 @@
 #include "base/arith.h"
+#include "files/file_guard.h"
+#include "files/text_output.h"
 #include "pld/jedec.h"
-#include "transfer/file_guard.h"
-#include "transfer/rwfile/text_output.h"
 
 #include <cstdio>
 #include <stdexcept>

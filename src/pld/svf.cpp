@@ -1,8 +1,8 @@
 #include "pld/svf.h"
 
-#include "transfer/file_guard.h"
-#include "transfer/rwfile/text_output.h"
-#include "transfer/text_lines.h"
+#include "files/file_guard.h"
+#include "files/text_lines.h"
+#include "files/text_output.h"
 
 namespace tamrix {
 

@@ -28,4 +28,10 @@ std::string answer_text(int language, forms::answer which)
     throw resource_error{"no language with offset " + std::to_string(language)};
 }
 
+bool has_language(int offset)
+{
+    const auto blocks = catalogue_data::blocks();
+    return std::ranges::find(blocks, offset, &catalogue_data::language_block::offset) != blocks.end();
+}
+
 }  // namespace tamrix

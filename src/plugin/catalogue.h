@@ -15,4 +15,7 @@ std::string LoadResString(int number);
 /// resource_error for an offset without a language.
 std::string answer_text(int language, forms::answer which);
 
+/// True where there are texts under a language offset.
+bool has_language(int offset);
+
 }  // namespace tamrix

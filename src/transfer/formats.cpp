@@ -1,7 +1,7 @@
 #include "transfer/formats.h"
 
 #include "base/native_path.h"
-#include "transfer/file_io.h"
+#include "files/file_io.h"
 #include "transfer/rwfile/binary.h"
 #include "transfer/rwfile/emc.h"
 #include "transfer/rwfile/holtek.h"

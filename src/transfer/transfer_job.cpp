@@ -1,6 +1,6 @@
 #include "transfer/transfer_job.h"
 
-#include "transfer/file_guard.h"
+#include "files/file_guard.h"
 
 #include <utility>
 

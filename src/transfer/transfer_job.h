@@ -1,9 +1,9 @@
 // What one load or save needs beside the session: the status it yields and where its progress goes.
 #pragma once
 
+#include "files/file_window.h"
 #include "plugin/session.h"
 #include "transfer/address_range.h"
-#include "transfer/file_window.h"
 
 #include <cstdint>
 #include <functional>

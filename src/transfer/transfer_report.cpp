@@ -1,7 +1,7 @@
 #include "transfer/transfer_report.h"
 
 #include "base/arith.h"
-#include "transfer/file_io.h"
+#include "files/file_io.h"
 
 namespace tamrix {
 

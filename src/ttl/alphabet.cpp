@@ -13,39 +13,13 @@ constexpr char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c
 constexpr bool must_read_high(char letter) { return letter == 'V' || letter == '1' || letter == 'H' || letter == 'Z'; }
 constexpr bool must_read_low(char letter) { return letter == 'G' || letter == '0' || letter == 'L'; }
 
-void gain(std::uint8_t& byte, std::uint8_t bits) { byte = static_cast<std::uint8_t>(byte | bits); }
-
 void add_letter(row_bytes& bytes, char letter, const socket_bit& bit)
 {
-    auto& mask = bytes.drvmask[bit.group];
-    auto& data = bytes.drvdata[bit.group];
-    auto& expect = bytes.expect[bit.group];
-    switch (letter) {
-    case 'V':
-    case 'H':
-    case 'Z':
-        gain(mask, bit.value);
-        gain(expect, bit.value);
-        break;
-    case 'G':
-    case 'L': gain(mask, bit.value); break;
-    case '1':
-        // Meant: the byte becomes all that is expected high so far, and not its own bit alone. The other bits fall on
-        // released positions, but they show in the frames.
-        data = static_cast<std::uint8_t>(expect | bit.value);
-        gain(expect, bit.value);
-        break;
-    case '0': break;
-    case 'C':
-        gain(bytes.clkmask[bit.group], bit.value);
-        bytes.hasc = true;
-        break;
-    case 'K':
-        gain(bytes.clkmask[bit.group], bit.value);
-        bytes.hask = true;
-        break;
-    default: gain(mask, bit.value); data = static_cast<std::uint8_t>(expect | bit.value);
-    }
+    if (add_common_letter(bytes, letter, bit)) return;
+    // Meant: the byte becomes all that is expected high so far, and not its own bit alone. The other bits fall on
+    // released positions, but they show in the frames.
+    bytes.drvdata[bit.group] = static_cast<std::uint8_t>(bytes.expect[bit.group] | bit.value);
+    gain(letter == '1' ? bytes.expect[bit.group] : bytes.drvmask[bit.group], bit.value);
 }
 
 }  // namespace
@@ -58,6 +32,30 @@ socket_bit bit_of_position(int i, int half)
     if (i < 0 || group >= static_cast<int>(byte_groups))
         throw subscript_error{"no socket position for letter " + std::to_string(i + 1) + " of a vector"};
     return {.group = static_cast<std::size_t>(group), .value = static_cast<std::uint8_t>(1 << bit)};
+}
+
+bool add_common_letter(row_bytes& bytes, char letter, const socket_bit& bit)
+{
+    switch (letter) {
+    case 'V':
+    case 'H':
+    case 'Z':
+        gain(bytes.drvmask[bit.group], bit.value);
+        gain(bytes.expect[bit.group], bit.value);
+        return true;
+    case 'G':
+    case 'L': gain(bytes.drvmask[bit.group], bit.value); return true;
+    case '0': return true;
+    case 'C':
+        gain(bytes.clkmask[bit.group], bit.value);
+        bytes.hasc = true;
+        return true;
+    case 'K':
+        gain(bytes.clkmask[bit.group], bit.value);
+        bytes.hask = true;
+        return true;
+    default: return false;
+    }
 }
 
 row_bytes bytes_of_row(std::string_view row, int pins)

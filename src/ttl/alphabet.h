@@ -33,6 +33,11 @@ struct row_bytes {
 
 using group_bytes = std::array<std::uint8_t, byte_groups>;
 
+inline void gain(std::uint8_t& byte, std::uint8_t bits) { byte = static_cast<std::uint8_t>(byte | bits); }
+
+/// The letters that mean the same on every socket. False for '1' and for what is no letter, which add nothing yet.
+bool add_common_letter(row_bytes& bytes, char letter, const socket_bit& bit);
+
 /// For 48 positions: the row in device order.
 row_bytes bytes_of_row(std::string_view row, int pins);
 

@@ -29,6 +29,14 @@ public:
 
 bool run_as_script(const vector_run& run, queued_pins& pins);
 
+/// The same with pin electronics that are made for this run.
+template <class Electronics>
+bool run_as_script(const vector_run& run)
+{
+    Electronics electronics{run};
+    return run_as_script(run, electronics);
+}
+
 /// One byte for each port, first the address of group 0, then on by 2.
 void queue_data(hw::devobj& device, const group_bytes& data);
 /// The clocks of a row: C goes high and low again, K low and high.

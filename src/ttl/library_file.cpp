@@ -1,7 +1,7 @@
 #include "ttl/library_file.h"
 
 #include "base/arith.h"
-#include "transfer/file_io.h"
+#include "files/file_io.h"
 
 #include <algorithm>
 

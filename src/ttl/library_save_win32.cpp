@@ -1,5 +1,5 @@
 #include "base/wide_path_win32.h"
-#include "transfer/file_io.h"
+#include "files/file_io.h"
 #include "ttl/library_save.h"
 
 #include <cstdint>

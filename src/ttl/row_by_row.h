@@ -24,6 +24,14 @@ public:
 
 bool run_row_by_row(const vector_run& run, immediate_pins& pins);
 
+/// The same with pin electronics that are made for this run.
+template <class Electronics>
+bool run_row_by_row(const vector_run& run)
+{
+    Electronics electronics{run};
+    return run_row_by_row(run, electronics);
+}
+
 /// Sends the 13 bytes in `ubuf1`.
 bool send_pin_frame(session& plug_in, const group_bytes& first, const group_bytes& second);
 /// The frame that releases all ports.

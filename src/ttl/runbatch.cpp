@@ -64,9 +64,7 @@ private:
 
 bool runbatch(session& plug_in, std::int16_t rows, std::int16_t pins, std::int16_t stopfirst, std::uint8_t logmode)
 {
-    const vector_run run{plug_in, rows, pins, stopfirst, logmode};
-    script48 electronics{run};
-    return run_as_script(run, electronics);
+    return run_as_script<script48>({plug_in, rows, pins, stopfirst, logmode});
 }
 
 }  // namespace tamrix

@@ -51,10 +51,7 @@ public:
     {
         plug_in_.ttl.ttlmap = tosocket40(row);
         const std::string& ttlmap = plug_in_.ttl.ttlmap;
-        std::string seen = ttlmap;
-        const bool failed = mark_failures(ttlmap, span_of_40, expected_bits(ttlmap, span_of_40), readback, seen);
-        result = fromsocket40(seen);
-        return failed;
+        return mark_socket_failures(ttlmap, expected_bits(ttlmap, span_of_40), readback, result);
     }
 
 private:
@@ -67,9 +64,7 @@ private:
 
 bool runbatch40(session& plug_in, std::int16_t rows, std::int16_t pins, std::int16_t stopfirst, std::uint8_t logmode)
 {
-    const vector_run run{plug_in, rows, pins, stopfirst, logmode};
-    script40 electronics{run};
-    return run_as_script(run, electronics);
+    return run_as_script<script40>({plug_in, rows, pins, stopfirst, logmode});
 }
 
 }  // namespace tamrix

@@ -93,9 +93,7 @@ private:
 
 bool runport(session& plug_in, std::int16_t rows, std::int16_t pins, std::int16_t stopfirst, std::uint8_t logmode)
 {
-    const vector_run run{plug_in, rows, pins, stopfirst, logmode};
-    pins48 electronics{run};
-    return run_row_by_row(run, electronics);
+    return run_row_by_row<pins48>({plug_in, rows, pins, stopfirst, logmode});
 }
 
 }  // namespace tamrix

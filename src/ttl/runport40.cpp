@@ -36,10 +36,7 @@ public:
 
     bool compare(std::string_view, std::string& result) const override
     {
-        std::string seen = plug_in_.ttl.ttlmap;
-        const bool failed = mark_failures(plug_in_.ttl.ttlmap, span_of_40, bytes_.expect, readback_, seen);
-        result = fromsocket40(seen);
-        return failed;
+        return mark_socket_failures(plug_in_.ttl.ttlmap, bytes_.expect, readback_, result);
     }
 
     bool release() override { return send_release_frame(plug_in_); }
@@ -54,9 +51,7 @@ private:
 
 bool runport40(session& plug_in, std::int16_t rows, std::int16_t pins, std::int16_t stopfirst, std::uint8_t logmode)
 {
-    const vector_run run{plug_in, rows, pins, stopfirst, logmode};
-    pins40 electronics{run};
-    return run_row_by_row(run, electronics);
+    return run_row_by_row<pins40>({plug_in, rows, pins, stopfirst, logmode});
 }
 
 }  // namespace tamrix

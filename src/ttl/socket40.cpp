@@ -95,41 +95,12 @@ constexpr std::size_t device_half(std::size_t half)
     return half;
 }
 
-void gain(std::uint8_t& byte, std::uint8_t bits) { byte = static_cast<std::uint8_t>(byte | bits); }
-
 void add_socket_letter(row_bytes& bytes, char letter, const socket_bit& bit)
 {
-    auto& mask = bytes.drvmask[bit.group];
-    auto& data = bytes.drvdata[bit.group];
-    auto& expect = bytes.expect[bit.group];
-    switch (letter) {
-    case 'V':
-    case 'H':
-    case 'Z':
-        gain(mask, bit.value);
-        gain(expect, bit.value);
-        break;
-    case 'G':
-    case 'L': gain(mask, bit.value); break;
-    case '1':
-        gain(data, bit.value);
-        gain(expect, bit.value);
-        break;
-    case '0':
-    case unused_position: break;
-    case 'C':
-        gain(bytes.clkmask[bit.group], bit.value);
-        bytes.hasc = true;
-        break;
-    case 'K':
-        gain(bytes.clkmask[bit.group], bit.value);
-        bytes.hask = true;
-        break;
-    default:
-        gain(mask, bit.value);
-        gain(data, bit.value);
-        gain(expect, bit.value);
-    }
+    if (letter == unused_position || add_common_letter(bytes, letter, bit)) return;
+    if (letter != '1') gain(bytes.drvmask[bit.group], bit.value);
+    gain(bytes.drvdata[bit.group], bit.value);
+    gain(bytes.expect[bit.group], bit.value);
 }
 
 }  // namespace
@@ -177,6 +148,15 @@ row_bytes bytes_of_socket_row(std::string_view ttlmap, forced_position forced)
         if (letter == 'V' && forced == forced_position::with_the_v) gain(bytes.drvmask[tied_group], tied);
     }
     return bytes;
+}
+
+bool mark_socket_failures(std::string_view ttlmap, const group_bytes& expect, const group_bytes& readback,
+                          std::string& result)
+{
+    std::string seen{ttlmap};
+    const bool failed = mark_failures(ttlmap, span_of_40, expect, readback, seen);
+    result = fromsocket40(seen);
+    return failed;
 }
 
 }  // namespace tamrix

@@ -45,4 +45,13 @@ wxString title_of(const forms::message_box& box)
     return box.title.empty() ? wxTheApp->GetAppDisplayName() : to_wx(box.title).Trim();
 }
 
+/// Line ends behind the last line would only make the box higher.
+wxString text_of(const forms::message_box& box)
+{
+    wxString text = to_wx(box.text).Trim();
+    text.Replace("\r\n", "\n");
+    text.Replace("\r", "\n");
+    return text;
+}
+
 }  // namespace tamrix::wxui

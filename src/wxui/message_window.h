@@ -19,8 +19,9 @@ std::string english_text(forms::answer which);
 /// The answers that a box offers. Enter gives the first, closing the box the last.
 std::span<const forms::answer> answers_of(forms::buttons_of_box buttons);
 
-/// The title that a box is shown with.
+/// The title and the text that a box is shown with, the lines of the text parted by line feeds.
 wxString title_of(const forms::message_box& box);
+wxString text_of(const forms::message_box& box);
 
 /// Shows the box until the person answers. `parent` may be null.
 forms::answer ask(wxWindow* parent, const forms::message_box& box, const answer_texts& texts);

@@ -44,8 +44,7 @@ public:
     {
         auto* content = new wxBoxSizer{wxHORIZONTAL};
         add_picture(*content, box.picture);
-        content->Add(box.in_columns ? columns(to_wx(box.text)) : text(to_wx(box.text)),
-                     wxSizerFlags{1}.CenterVertical());
+        content->Add(box.in_columns ? columns(text_of(box)) : text(text_of(box)), wxSizerFlags{1}.CenterVertical());
         auto* outer = new wxBoxSizer{wxVERTICAL};
         outer->Add(content, wxSizerFlags{1}.Expand().Border(wxALL, FromDIP(margin)));
         outer->Add(buttons(answers_of(box.buttons), texts),

@@ -44,7 +44,7 @@ int button_of(std::size_t place, forms::buttons_of_box buttons)
 
 forms::answer ask(wxWindow* parent, const forms::message_box& box, const answer_texts& texts)
 {
-    wxMessageDialog window{parent, to_wx(box.text), title_of(box), style_of(box)};
+    wxMessageDialog window{parent, text_of(box), title_of(box), style_of(box)};
     const auto answers = answers_of(box.buttons);
     const auto label = [&](std::size_t place) { return to_wx(texts(answers[place])); };
     switch (box.buttons) {

@@ -74,7 +74,7 @@ private:
 };
 
 /// Upward, downward, by ports from the bottom of the socket and back, and two that are mixed up.
-inline std::vector<std::vector<std::size_t>> orders(std::size_t pins, unsigned seed)
+inline std::vector<std::vector<std::size_t>> orders(std::size_t pins, unsigned random_start)
 {
     std::vector<std::size_t> upward(pins);
     std::iota(upward.begin(), upward.end(), std::size_t{0});
@@ -87,7 +87,7 @@ inline std::vector<std::vector<std::size_t>> orders(std::size_t pins, unsigned s
     std::ranges::stable_sort(ports, {}, group);
     made.push_back(ports);
     made.emplace_back(ports.rbegin(), ports.rend());
-    std::mt19937 random{seed};
+    std::mt19937 random{random_start};
     for (int i = 0; i < 2; ++i) {
         for (std::size_t last = pins - 1; last > 0; --last) std::swap(upward[last], upward[random() % (last + 1)]);
         made.push_back(upward);
@@ -96,9 +96,9 @@ inline std::vector<std::vector<std::size_t>> orders(std::size_t pins, unsigned s
 }
 
 /// Leaves a part in some state: random levels at the inputs of row 0, many times.
-inline void stir(slow_player& player, const std::string& row, unsigned seed)
+inline void stir(slow_player& player, const std::string& row, unsigned random_start)
 {
-    std::mt19937 random{seed};
+    std::mt19937 random{random_start};
     for (int i = 0; i < 300; ++i) {
         const auto pin = random() % row.size();
         if (row[pin] == '1' || row[pin] == '0' || row[pin] == 'C')

@@ -1,8 +1,10 @@
 #include "languages.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cstdint>
 #include <iterator>
+#include <set>
 
 namespace tamrix::tests {
 namespace {

@@ -1,5 +1,6 @@
 #include "languages.h"
 
+#include <algorithm>
 #include <cctype>
 #include <initializer_list>
 #include <set>

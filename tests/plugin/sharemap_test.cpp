@@ -188,37 +188,33 @@ TEST_F(shared_blocks, that_exist_with_fewer_pages_than_their_view_refuse_what_li
     plug_in.blocks.releasebig();
 }
 
-TEST_F(shared_blocks, map_the_whole_buffer_and_its_margin_just_below_the_threshold)
+/// The host asks for a buffer of `buflength` bytes; `bytes` of it are mapped.
+void expect_mapped(session& plug_in, std::int32_t buflength, std::uint32_t bytes, const std::string& object)
 {
-    session plug_in{shell, prefix};
     entry_methods methods{plug_in};
     std::int16_t num = 1;
     methods.bufcomopt(num);
-    plug_in.blocks.buflength(0) = 0x107FFFFF;
+    plug_in.blocks.buflength(0) = buflength;
     EXPECT_TRUE(methods.buffercomopt(num).ok());
-    EXPECT_EQ(size_of(object("ibuffer")), 0x10800897u);
-    EXPECT_EQ(plug_in.blocks.ibuffer.count(), 0x10800897u);
+    EXPECT_EQ(shared_blocks::size_of(object), bytes);
+    EXPECT_EQ(plug_in.blocks.ibuffer.count(), bytes);
     plug_in.blocks.ibuffer(0) = 1;
-    plug_in.blocks.ibuffer(0x10800896) = 2;
-    EXPECT_EQ(plug_in.blocks.ibuffer(0x10800896), 2);
-    EXPECT_THROW(ask(plug_in.blocks.ibuffer, 0x10800897), subscript_error);
+    plug_in.blocks.ibuffer(bytes - 1) = 2;
+    EXPECT_EQ(plug_in.blocks.ibuffer(bytes - 1), 2);
+    EXPECT_THROW(ask(plug_in.blocks.ibuffer, bytes), subscript_error);
+}
+
+TEST_F(shared_blocks, map_the_whole_buffer_and_its_margin_just_below_the_threshold)
+{
+    session plug_in{shell, prefix};
+    expect_mapped(plug_in, 0x107FFFFF, 0x10800897, object("ibuffer"));
     EXPECT_EQ(shell.boxes(), names{});
 }
 
 TEST_F(shared_blocks, map_the_fixed_size_from_the_threshold_on)
 {
     session plug_in{shell, prefix};
-    entry_methods methods{plug_in};
-    std::int16_t num = 1;
-    methods.bufcomopt(num);
-    plug_in.blocks.buflength(0) = 0x10800000;
-    EXPECT_TRUE(methods.buffercomopt(num).ok());
-    EXPECT_EQ(size_of(object("ibuffer")), 0x8400898u);
-    EXPECT_EQ(plug_in.blocks.ibuffer.count(), 0x8400898u);
-    plug_in.blocks.ibuffer(0) = 1;
-    plug_in.blocks.ibuffer(0x8400897) = 2;
-    EXPECT_EQ(plug_in.blocks.ibuffer(0x8400897), 2);
-    EXPECT_THROW(ask(plug_in.blocks.ibuffer, 0x8400898), subscript_error);
+    expect_mapped(plug_in, 0x10800000, 0x8400898, object("ibuffer"));
 }
 
 TEST_F(shared_blocks, are_private_with_one_element_before_they_are_attached)

@@ -122,36 +122,38 @@ TEST(faults, a_lost_reply_is_lost_as_often_as_told)
     }
 }
 
+/// Bulk reads of 64 bytes and their marker, with one fault.
+struct bulk_bench : bench {
+    explicit bulk_bench(std::string_view fault) : bench{40} { programmer.add_fault(fault); }
+    void read_and_wait(std::chrono::seconds patience)
+    {
+        frame({10, 0, 64});
+        usb.usbbulkread(buffer.data(), 65, &status);
+        time->advance(patience);
+    }
+
+    std::vector<std::uint8_t> buffer = std::vector<std::uint8_t>(65, 0x11);
+    std::uint8_t status = 0;
+};
+
 TEST(faults, a_read_that_never_ends_writes_nothing_and_the_one_after_it_ends)
 {
-    bench b{40};
-    b.programmer.add_fault("read never ends 1");
-    std::vector<std::uint8_t> buffer(65, 0x11);
-    std::uint8_t status = 0;
-    b.frame({10, 0, 64});
-    b.usb.usbbulkread(buffer.data(), 65, &status);
-    b.time->advance(std::chrono::seconds{100});
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(buffer, std::vector<std::uint8_t>(65, 0x11));
-    b.frame({10, 0, 64});
-    b.usb.usbbulkread(buffer.data(), 65, &status);
-    b.time->advance(std::chrono::seconds{1});
-    EXPECT_EQ(status, 2);
-    EXPECT_EQ(buffer[64], 170);
+    bulk_bench b{"read never ends 1"};
+    b.read_and_wait(std::chrono::seconds{100});
+    EXPECT_EQ(b.status, 0);
+    EXPECT_EQ(b.buffer, std::vector<std::uint8_t>(65, 0x11));
+    b.read_and_wait(std::chrono::seconds{1});
+    EXPECT_EQ(b.status, 2);
+    EXPECT_EQ(b.buffer[64], 170);
 }
 
 TEST(faults, a_marker_that_never_comes_leaves_its_byte_alone)
 {
-    bench b{40};
-    b.programmer.add_fault("marker never comes");
-    std::vector<std::uint8_t> buffer(65, 0x11);
-    std::uint8_t status = 0;
-    b.frame({10, 0, 64});
-    b.usb.usbbulkread(buffer.data(), 65, &status);
-    b.time->advance(std::chrono::seconds{100});
-    EXPECT_EQ(status, 2);
-    EXPECT_EQ(buffer[63], 0xFF);
-    EXPECT_EQ(buffer[64], 0x11);
+    bulk_bench b{"marker never comes"};
+    b.read_and_wait(std::chrono::seconds{100});
+    EXPECT_EQ(b.status, 2);
+    EXPECT_EQ(b.buffer[63], 0xFF);
+    EXPECT_EQ(b.buffer[64], 0x11);
 }
 
 TEST(faults, a_programmer_that_does_not_answer_says_so_on_every_way)

@@ -47,9 +47,9 @@ std::vector<std::uint8_t> read_bytes(const std::string& path)
     return {text.begin(), text.end()};
 }
 
-std::vector<std::uint8_t> random_bytes(std::size_t count, unsigned seed)
+std::vector<std::uint8_t> random_bytes(std::size_t count, unsigned random_start)
 {
-    std::mt19937 generator{seed};
+    std::mt19937 generator{random_start};
     std::vector<std::uint8_t> bytes(count);
     for (auto& byte : bytes) byte = static_cast<std::uint8_t>(generator() >> 24);
     return bytes;

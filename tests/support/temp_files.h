@@ -31,7 +31,7 @@ private:
 std::string read_text(const std::string& path);
 std::vector<std::uint8_t> read_bytes(const std::string& path);
 
-/// `count` bytes that look random and are the same in every run for one seed.
-std::vector<std::uint8_t> random_bytes(std::size_t count, unsigned seed = 1);
+/// `count` bytes that look random and are the same in every run with one `random_start`.
+std::vector<std::uint8_t> random_bytes(std::size_t count, unsigned random_start = 1);
 
 }  // namespace tamrix::tests

@@ -1,7 +1,7 @@
 // Files that cannot be read, and files that nobody expects: a status and a reason each, never a crash or a hang.
 // POSIX only: pipes and rights; tests/windows has the like.
+#include "files/file_io.h"
 #include "load_fixture.h"
-#include "transfer/file_io.h"
 
 #include <gtest/gtest.h>
 

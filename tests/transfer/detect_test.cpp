@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+
 namespace tamrix::tests {
 namespace {
 
@@ -19,6 +21,14 @@ struct detect_fixture : testing::Test {
         const detected_format found = detect(content, name);
         EXPECT_EQ(found.index, index) << content;
         EXPECT_EQ(found.certainty, certainty) << content;
+    }
+    /// Whole files of a text format, a damaged one, and one that only begins like it.
+    void expect_text_format(int index, std::initializer_list<std::string_view> whole, std::string_view damaged,
+                            std::string_view other)
+    {
+        for (const std::string_view content : whole) expect(content, index, detection::mine);
+        expect(damaged, index, detection::damaged);
+        expect(other, 0, detection::maybe);
     }
     std::optional<address_range> measure(int index, std::string_view content)
     {
@@ -63,25 +73,18 @@ TEST_F(detect_format_of, intel_hex16_records)
 
 TEST_F(detect_format_of, motorola_records)
 {
-    expect("S00600004844521B\r\nS1060000AABBCCC8\r\nS9030000FC\r\n", 2, detection::mine);
-    expect("S30600000000AA4F\n", 2, detection::mine);
-    expect("S1060000AABBCC00\n", 2, detection::damaged);
-    expect("Some text is no record\n", 0, detection::maybe);
+    expect_text_format(2, {"S00600004844521B\r\nS1060000AABBCCC8\r\nS9030000FC\r\n", "S30600000000AA4F\n"},
+                       "S1060000AABBCC00\n", "Some text is no record\n");
 }
 
 TEST_F(detect_format_of, tektronix_records)
 {
-    expect("/0012020511226\n/0000000000r\n", 3, detection::mine);
-    expect("/0012020911226\n", 3, detection::damaged);
-    expect("/usr/bin/env\n", 0, detection::maybe);
+    expect_text_format(3, {"/0012020511226\n/0000000000r\n"}, "/0012020911226\n", "/usr/bin/env\n");
 }
 
 TEST_F(detect_format_of, texas_instrument_text)
 {
-    expect("@F000\n31 40 00\nq\n", 7, detection::mine);
-    expect("@F000\r\nq\r\n", 7, detection::mine);
-    expect("@F000\nhello\n", 7, detection::damaged);
-    expect("@hello\n", 0, detection::maybe);
+    expect_text_format(7, {"@F000\n31 40 00\nq\n", "@F000\r\nq\r\n"}, "@F000\nhello\n", "@hello\n");
 }
 
 TEST_F(detect_format_of, holtek_images)

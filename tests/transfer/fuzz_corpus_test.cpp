@@ -1,4 +1,5 @@
-// Replays the seeds of the fuzz targets and everything that fuzzing ever found: eight bytes of choices, then the file.
+// Replays the first examples of the fuzz targets and everything that fuzzing ever found: eight bytes of choices, then
+// the file.
 #include "load_fixture.h"
 #include "pld/jedec.h"
 #include "pld/svf.h"
@@ -50,13 +51,14 @@ void replay(const std::string& reader, const std::string& path)
     }
 }
 
-TEST(fuzz_corpus, every_reader_has_seeds_and_takes_them)
+TEST(fuzz_corpus, every_reader_has_examples_and_takes_them)
 {
-    const auto seeds = corpus("seeds");
+    const auto examples = corpus("seeds");
     for (const format& one : formats()) {
-        EXPECT_TRUE(std::ranges::any_of(seeds, [&](const auto& seed) { return seed.first == one.name; })) << one.name;
+        EXPECT_TRUE(std::ranges::any_of(examples, [&](const auto& example) { return example.first == one.name; }))
+            << one.name;
     }
-    for (const auto& [reader, path] : seeds) replay(reader, path);
+    for (const auto& [reader, path] : examples) replay(reader, path);
 }
 
 TEST(fuzz_corpus, what_was_found_once_stays_mended)

@@ -92,6 +92,11 @@ slow::device_record some_device(std::mt19937& random)
     return {some_name(random), rows};
 }
 
+std::ptrdiff_t files_in(const std::string& folder)
+{
+    return std::distance(std::filesystem::directory_iterator{folder}, {});
+}
+
 /// In memory: thousands of saves that reach a disk take their time.
 struct life_fixture : ttl_fixture {
     life_fixture()
@@ -192,7 +197,7 @@ TEST(library, is_the_old_or_the_new_one_whole_after_a_process_was_killed_while_i
     names.emplace_back("D99999");
     devices.insert(devices.begin(), {"D99999", nor.rows});
     const std::string with = slow::library_text(names, devices);
-    int old_found = 0, new_found = 0;
+    int old_found = 0, new_found = 0, left_a_file = 0;
     for (int turn = 0; turn < 200; ++turn) {
         f.put_library(without);
         int line[2];
@@ -219,9 +224,13 @@ TEST(library, is_the_old_or_the_new_one_whole_after_a_process_was_killed_while_i
         const std::string now = read_text(f.file);
         ASSERT_TRUE(now == without || now == with) << "turn " << turn << ", " << now.size() << " bytes";
         ++(now == with ? new_found : old_found);
+        if (files_in(f.folder + "lib") > 1) ++left_a_file;
     }
     EXPECT_GT(old_found, 0);
     EXPECT_GT(new_found, 0);
+    EXPECT_GT(left_a_file, 0);
+    save_library(f.file, without);
+    EXPECT_EQ(files_in(f.folder + "lib"), 1) << "the next save clears away what the killed ones left";
 }
 
 /// Everything that reads or changes a library; what is damaged may fail, and a failed change leaves the file.

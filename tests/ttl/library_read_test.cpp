@@ -1,4 +1,4 @@
-#include "transfer/file_io.h"
+#include "files/file_io.h"
 #include "ttl/library.h"
 #include "ttl/library_file.h"
 #include "ttl_fixture.h"

@@ -1,5 +1,5 @@
 // POSIX only: owners, modes and links of the library's file.
-#include "transfer/file_io.h"
+#include "files/file_io.h"
 #include "ttl/library.h"
 #include "ttl/library_save.h"
 #include "ttl_fixture.h"

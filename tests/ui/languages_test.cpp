@@ -1,6 +1,5 @@
 // Every dialog in every language on a real screen. With TAMRIX_PICTURES=FOLDER in the environment each is also saved
 // there as LANGUAGE-DIALOG.png.
-#include "before_a_host.h"
 #include "dialog_checks.h"
 #include "gtk_window.h"
 #include "person.h"

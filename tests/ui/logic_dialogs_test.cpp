@@ -1,6 +1,5 @@
 // The dialogs of the logic IC test on a real screen.
-#include "before_a_host.h"
-#include "person.h"
+#include "over_host.h"
 
 #include "plugin/session.h"
 #include "support/plug_in_fixture.h"
@@ -69,7 +68,7 @@ protected:
     }
 
     /// Shows a dialog of the plug-in and runs `script` meanwhile.
-    void with(forms::form& shown, const std::function<void()>& script) { before_a_host(screen, shown, script); }
+    void with(forms::form& shown, const std::function<void()>& script) { over_host(screen, shown, script); }
     static wxui::grid_panel& ruler() { return find<wxui::grid_panel>(dialog(), 0); }
     static wxui::grid_panel& grid() { return find<wxui::grid_panel>(dialog(), 1); }
     static wxListBox& list() { return find<wxListBox>(dialog(), 0); }

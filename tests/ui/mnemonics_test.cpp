@@ -1,5 +1,5 @@
 // The letters that work with the Alt key, and the fonts, in languages that are not English.
-#include "before_a_host.h"
+#include "over_host.h"
 #include "person.h"
 #include "plugin/catalogue.h"
 #include "plugin/languages.h"
@@ -54,7 +54,7 @@ TEST_P(keys_with_alt, press_the_buttons_of_the_vector_editor)
     on.session.ttl.ttlcnt = 2;
     on.session.ttl.ttlvect.store(0, "0000");
     ttledit editor{on.session};
-    before_a_host(on.screen, editor, [&] {
+    over_host(on.screen, editor, [&] {
         const auto pressed = [](const char* letter) { press(std::string{"alt+"} + letter); };
         pressed(insert);
         ASSERT_TRUE(comes_true([&] { return on.session.ttl.ttlcnt == 3; }));

@@ -1,6 +1,8 @@
 #include "scenes.h"
 
-#include "before_a_host.h"
+#include "device/algoparameter.h"
+#include "device/warnno.h"
+#include "over_host.h"
 #include "support/plug_in_fixture.h"
 #include "transfer/readfile.h"
 #include "transfer/writefile.h"
@@ -149,11 +151,77 @@ void refused(stage& on)
     on.ask([&] { on.session.tell(*std::ranges::max_element(numbers, {}, length)); });
 }
 
+void show_parameters(stage& on)
+{
+    algoparameter parameters{on.session};
+    on.show(parameters);
+}
+
+void parameters(stage& on)
+{
+    auto& blocks = on.session.blocks;
+    blocks.bvcc(0) = 650;
+    blocks.bvpp(0) = 1300;
+    blocks.pwte(0) = 100;
+    blocks.wretry(0) = 25;
+    show_parameters(on);
+}
+
+/// The page length in place of VPP, a pulse in milliseconds.
+void parameters_of_pages(stage& on)
+{
+    auto& blocks = on.session.blocks;
+    blocks.bvcc(0) = 500;
+    blocks.pagelength(0) = 128;
+    blocks.pwte(0) = 1500;
+    blocks.wretry(0) = 3;
+    show_parameters(on);
+}
+
+/// A serial memory, which has an address.
+void parameters_of_serial_memory(stage& on)
+{
+    auto& blocks = on.session.blocks;
+    blocks.algo(0) = "WSEPM";
+    blocks.prgmode(0) = 1;
+    blocks.bvcc(0) = 500;
+    blocks.bvpp(0) = 5;
+    blocks.pwte(0) = 10000;
+    show_parameters(on);
+}
+
+void note(stage& on, std::uint8_t number)
+{
+    on.session.blocks.tlength(0) = 0x4210;
+    on.ask([&] { warn(on.session, number, bool16_false); });
+}
+
+/// All the memories that a device can have.
+void note_of_memories(stage& on) { note(on, 6); }
+
+/// The longest label.
+void note_of_auxiliary_memory(stage& on) { note(on, 23); }
+
 constexpr scene all[] = {
-    {"load_file", load_file},   {"save_file", save_file},   {"logic_test", logic_test},   {"library", library},
-    {"new_device", new_device}, {"edit_logic", edit_logic}, {"edit_device", edit_device}, {"auto_find", auto_find},
-    {"failed_row", failed_row}, {"passed", passed},         {"not_found", not_found},     {"add_new", add_new},
-    {"delete_old", delete_old}, {"refused", refused},
+    {"load_file", load_file},
+    {"save_file", save_file},
+    {"logic_test", logic_test},
+    {"library", library},
+    {"new_device", new_device},
+    {"edit_logic", edit_logic},
+    {"edit_device", edit_device},
+    {"auto_find", auto_find},
+    {"parameters", parameters},
+    {"parameters_page", parameters_of_pages},
+    {"parameters_address", parameters_of_serial_memory},
+    {"note_memories", note_of_memories},
+    {"note_auxiliary", note_of_auxiliary_memory},
+    {"failed_row", failed_row},
+    {"passed", passed},
+    {"not_found", not_found},
+    {"add_new", add_new},
+    {"delete_old", delete_old},
+    {"refused", refused},
 };
 
 }  // namespace
@@ -187,13 +255,13 @@ void stage::write_library() const
 
 void stage::show(forms::form& shown, const std::function<void()>& fill)
 {
-    before_a_host(screen, shown, [&] {
+    over_host(screen, shown, [&] {
         fill();
         look();
     });
 }
 
-void stage::ask(const std::function<void()>& asks) { box_before_a_host(screen, asks, look); }
+void stage::ask(const std::function<void()>& asks) { box_over_host(screen, asks, look); }
 
 std::span<const scene> scenes() { return all; }
 

@@ -1,5 +1,5 @@
 // The load of an image that does not fit the mapping: through a temporary file behind `syspath`.
-#include "transfer/file_io.h"
+#include "files/file_io.h"
 #include "transfer/fill.h"
 #include "transfer/rwfile/binary.h"
 

@@ -1,4 +1,4 @@
-#include "transfer/file_io.h"
+#include "files/file_io.h"
 #include "transfer/rwfile/binary.h"
 #include "transfer/rwfile/buffer_range.h"
 

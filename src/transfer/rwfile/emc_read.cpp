@@ -1,4 +1,4 @@
-#include "transfer/file_io.h"
+#include "files/file_io.h"
 #include "transfer/rwfile/emc.h"
 
 #include <string>

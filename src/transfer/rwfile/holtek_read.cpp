@@ -1,4 +1,4 @@
-#include "transfer/file_io.h"
+#include "files/file_io.h"
 #include "transfer/rwfile/holtek.h"
 #include "transfer/rwfile/holtek_segment.h"
 

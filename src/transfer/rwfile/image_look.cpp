@@ -1,5 +1,5 @@
 // What can be told of the two vendors' binary images without loading them.
-#include "transfer/file_io.h"
+#include "files/file_io.h"
 #include "transfer/rwfile/emc.h"
 #include "transfer/rwfile/holtek.h"
 #include "transfer/rwfile/holtek_segment.h"

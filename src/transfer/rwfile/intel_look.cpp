@@ -1,6 +1,6 @@
 // What can be told of Intel HEX and Intel Hex16 files without loading them: whether it is one, and which addresses it
 // fills.
-#include "transfer/file_window.h"
+#include "files/file_window.h"
 #include "transfer/rwfile/intel.h"
 #include "transfer/rwfile/intel16.h"
 #include "transfer/rwfile/intel_record.h"

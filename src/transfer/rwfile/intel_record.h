@@ -1,7 +1,7 @@
 // The head of an Intel HEX record: what stands between ":" and the data.
 #pragma once
 
-#include "transfer/rwfile/hex_digits.h"
+#include "files/hex_digits.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,7 @@
 // The walk over a file of ":" records that the Intel HEX and the Intel Hex16 reader share.
 #pragma once
 
-#include "transfer/file_window.h"
+#include "files/file_window.h"
 #include "transfer/rwfile/intel_record.h"
 #include "transfer/transfer_job.h"
 

@@ -1,6 +1,6 @@
 // What can be told of a Motorola S file without loading it.
-#include "transfer/file_window.h"
-#include "transfer/rwfile/hex_digits.h"
+#include "files/file_window.h"
+#include "files/hex_digits.h"
 #include "transfer/rwfile/motorola.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
-#include "transfer/file_window.h"
+#include "files/file_window.h"
+#include "files/hex_digits.h"
 #include "transfer/record_progress.h"
 #include "transfer/record_target.h"
-#include "transfer/rwfile/hex_digits.h"
 #include "transfer/rwfile/motorola.h"
 
 #include <algorithm>

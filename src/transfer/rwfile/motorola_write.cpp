@@ -1,6 +1,6 @@
+#include "files/text_output.h"
 #include "transfer/rwfile/buffer_range.h"
 #include "transfer/rwfile/motorola.h"
-#include "transfer/rwfile/text_output.h"
 
 #include <array>
 

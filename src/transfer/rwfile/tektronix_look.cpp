@@ -1,7 +1,7 @@
 // What can be told of a Tektronix file without loading it.
+#include "files/text_lines.h"
 #include "transfer/rwfile/tektronix.h"
 #include "transfer/rwfile/text_digits.h"
-#include "transfer/text_lines.h"
 
 #include <algorithm>
 

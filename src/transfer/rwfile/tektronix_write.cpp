@@ -1,7 +1,7 @@
+#include "files/text_output.h"
 #include "transfer/rwfile/buffer_range.h"
 #include "transfer/rwfile/tektronix.h"
 #include "transfer/rwfile/text_digits.h"
-#include "transfer/rwfile/text_output.h"
 
 namespace tamrix {
 

@@ -1,7 +1,7 @@
 // What can be told of a Texas Instrument text without loading it.
+#include "files/text_lines.h"
 #include "transfer/rwfile/texas.h"
 #include "transfer/rwfile/text_digits.h"
-#include "transfer/text_lines.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
+#include "files/text_lines.h"
 #include "transfer/record_progress.h"
 #include "transfer/record_target.h"
 #include "transfer/rwfile/texas.h"
 #include "transfer/rwfile/text_digits.h"
-#include "transfer/text_lines.h"
 
 #include <algorithm>
 #include <optional>

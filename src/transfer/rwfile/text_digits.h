@@ -1,7 +1,7 @@
 // Hexadecimal fields of a text line.
 #pragma once
 
-#include "transfer/rwfile/hex_digits.h"
+#include "files/hex_digits.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,7 +1,7 @@
 // Files and paths as Windows has them.
 #include "base/native_path.h"
+#include "files/file_io.h"
 #include "support/temp_files.h"
-#include "transfer/file_io.h"
 #include "ttl/library_save.h"
 
 #include <gtest/gtest.h>

@@ -1,0 +1,97 @@
+// Files as the readers and writers use them: opened by the host's path, read and written at offsets, failing with a
+// diagnostic.
+#pragma once
+
+#include "base/diagnostic.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <stdexcept>
+#include <string>
+
+namespace tamrix {
+
+/// A file that could not be opened, read or written.
+class file_error : public std::runtime_error {
+public:
+    explicit file_error(diagnostic why);
+    /// What the system did not do with the file, by its error number.
+    file_error(const std::string& path, int error);
+    const diagnostic& why() const { return why_; }
+
+private:
+    diagnostic why_;
+};
+
+/// A regular file open for reading. All members throw file_error.
+class input_file {
+public:
+    explicit input_file(const std::string& path);
+    ~input_file();
+    input_file(const input_file&) = delete;
+    input_file& operator=(const input_file&) = delete;
+
+    /// Length in bytes when it was opened.
+    std::int64_t length() const { return length_; }
+    /// Reads from `offset` on until `target` is full or the file ends; yields the bytes read.
+    std::size_t read_at(std::int64_t offset, std::span<std::uint8_t> target);
+    /// As read_at; what lies behind the end of the file reads as 0.
+    void read_zero_padded(std::int64_t offset, std::span<std::uint8_t> target);
+
+private:
+    std::string path_;
+    int file_;
+    std::int64_t length_ = 0;
+};
+
+/// A file open for writing. All members but the destructor throw file_error.
+class output_file {
+public:
+    /// Creates the file empty, or empties it.
+    explicit output_file(const std::string& path);
+    ~output_file();
+    output_file(const output_file&) = delete;
+    output_file& operator=(const output_file&) = delete;
+
+    /// Writes behind what was last written.
+    void write(std::span<const std::uint8_t> bytes);
+    void write_at(std::int64_t offset, std::span<const std::uint8_t> bytes);
+    /// Closes and reports what the system kept back until now.
+    void close();
+
+private:
+    std::string path_;
+    int file_;
+};
+
+/// A whole file in memory, followed by zero bytes so that readers may look a little past its end.
+class file_image {
+public:
+    static constexpr std::size_t slack_bytes = 64;
+
+    /// Reads the file as it stands; throws file_error, or std::bad_alloc where it does not fit.
+    explicit file_image(input_file& file);
+    explicit file_image(const std::string& path);
+
+    ~file_image();
+    file_image(const file_image&) = delete;
+    file_image& operator=(const file_image&) = delete;
+
+    /// The bytes of the file, without the slack.
+    std::span<const std::uint8_t> bytes() const { return {bytes_, length_}; }
+
+private:
+    std::uint8_t* bytes_ = nullptr;
+    std::size_t length_ = 0;
+    std::size_t mapped_bytes_ = 0;
+};
+
+/// Makes the file, empty, where it does not exist. False where it cannot be there at all: its folder is missing or
+/// takes no new file.
+bool exists_or_is_made(const std::string& path);
+
+/// The file's date and time in the platform's default form and the local time zone; "" where it cannot be told.
+std::string file_time_text(const std::string& path);
+
+}  // namespace tamrix

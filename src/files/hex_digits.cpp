@@ -1,0 +1,129 @@
+#include "files/hex_digits.h"
+
+#include <array>
+#include <cstring>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace tamrix::hex_digits {
+
+namespace {
+
+constexpr auto pairs = [] {
+    std::array<std::array<char, 2>, 256> table{};
+    for (int i = 0; i < 256; ++i) table[i] = {"0123456789ABCDEF"[i / 16], "0123456789ABCDEF"[i % 16]};
+    return table;
+}();
+
+#if defined(__SSE2__)
+
+/// The values of 16 digits, one a byte; false where one of them is none.
+bool sixteen_values(const std::uint8_t* text, __m128i& values_out)
+{
+    const __m128i characters = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
+    const __m128i as_digit = _mm_sub_epi8(characters, _mm_set1_epi8('0'));
+    const __m128i as_letter = _mm_sub_epi8(_mm_or_si128(characters, _mm_set1_epi8(0x20)), _mm_set1_epi8('a'));
+    const __m128i is_digit = _mm_cmpeq_epi8(_mm_min_epu8(as_digit, _mm_set1_epi8(9)), as_digit);
+    const __m128i is_letter = _mm_cmpeq_epi8(_mm_min_epu8(as_letter, _mm_set1_epi8(5)), as_letter);
+    values_out = _mm_or_si128(_mm_and_si128(as_digit, is_digit),
+                              _mm_and_si128(_mm_add_epi8(as_letter, _mm_set1_epi8(10)), is_letter));
+    return _mm_movemask_epi8(_mm_or_si128(is_digit, is_letter)) == 0xFFFF;
+}
+
+/// Pairs of values, high digit first, as bytes in 16-bit lanes.
+__m128i joined(__m128i digit_values)
+{
+    const __m128i high = _mm_slli_epi16(_mm_and_si128(digit_values, _mm_set1_epi16(0x00FF)), 4);
+    return _mm_or_si128(high, _mm_srli_epi16(digit_values, 8));
+}
+
+unsigned byte_sum(__m128i bytes)
+{
+    const __m128i sums = _mm_sad_epu8(bytes, _mm_setzero_si128());
+    return static_cast<unsigned>(_mm_cvtsi128_si32(sums) + _mm_extract_epi16(sums, 4));
+}
+
+/// Blocks of 16 bytes while they last and are good; yields how many bytes were decoded.
+std::size_t decode_blocks(const std::uint8_t* text, std::size_t count, std::uint8_t* target, unsigned& sum)
+{
+    std::size_t done = 0;
+    for (; done + 16 <= count; done += 16) {
+        __m128i first, second;
+        if (!sixteen_values(text + 2 * done, first) || !sixteen_values(text + 2 * done + 16, second)) break;
+        const __m128i bytes = _mm_packus_epi16(joined(first), joined(second));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(target + done), bytes);
+        sum += byte_sum(bytes);
+    }
+    return done;
+}
+
+__m128i as_text(__m128i nibbles)
+{
+    const __m128i letters = _mm_and_si128(_mm_cmpgt_epi8(nibbles, _mm_set1_epi8(9)), _mm_set1_epi8('A' - '9' - 1));
+    return _mm_add_epi8(_mm_add_epi8(nibbles, _mm_set1_epi8('0')), letters);
+}
+
+std::size_t encode_blocks(const std::uint8_t* bytes, std::size_t count, char* text, unsigned& sum)
+{
+    const __m128i low_nibbles = _mm_set1_epi8(0x0F);
+    std::size_t done = 0;
+    for (; done + 16 <= count; done += 16) {
+        const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + done));
+        const __m128i high = as_text(_mm_and_si128(_mm_srli_epi16(block, 4), low_nibbles));
+        const __m128i low = as_text(_mm_and_si128(block, low_nibbles));
+        auto* target = reinterpret_cast<__m128i*>(text + 2 * done);
+        _mm_storeu_si128(target, _mm_unpacklo_epi8(high, low));
+        _mm_storeu_si128(target + 1, _mm_unpackhi_epi8(high, low));
+        sum += byte_sum(block);
+    }
+    return done;
+}
+
+#else
+
+std::size_t decode_blocks(const std::uint8_t*, std::size_t, std::uint8_t*, unsigned&) { return 0; }
+std::size_t encode_blocks(const std::uint8_t*, std::size_t, char*, unsigned&) { return 0; }
+
+#endif
+
+}  // namespace
+
+bool decode(const std::uint8_t* text, std::size_t count, std::uint8_t* target, unsigned& sum)
+{
+    unsigned added = 0;
+    std::size_t done = decode_blocks(text, count, target, added);
+    for (; done + 4 <= count; done += 4) {
+        const auto four = decode_four(text + 2 * done);
+        if (!four) return false;
+        std::memcpy(target + done, &*four, sizeof *four);
+        const std::uint32_t halves = (*four & 0x00FF00FFu) + ((*four >> 8) & 0x00FF00FFu);
+        added += (halves & 0xFFFF) + (halves >> 16);
+    }
+    for (; done < count; ++done) {
+        const int value = byte(text + 2 * done);
+        if (value < 0) return false;
+        target[done] = static_cast<std::uint8_t>(value);
+        added += static_cast<unsigned>(value);
+    }
+    sum += added;
+    return true;
+}
+
+char* encode(const std::uint8_t* bytes, std::size_t count, char* text, unsigned& sum)
+{
+    for (std::size_t i = encode_blocks(bytes, count, text, sum); i < count; ++i) {
+        sum += bytes[i];
+        std::memcpy(text + 2 * i, pairs[bytes[i]].data(), 2);
+    }
+    return text + 2 * count;
+}
+
+char* encode_number(std::uint64_t value, int digits, char* text)
+{
+    for (int i = digits - 1; i >= 0; --i, value >>= 4) text[i] = pairs[value & 15][1];
+    return text + digits;
+}
+
+}  // namespace tamrix::hex_digits

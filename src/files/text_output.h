@@ -1,0 +1,90 @@
+// Text records on their way to a file, gathered so that a file of any length costs few writes.
+#pragma once
+
+#include "files/file_io.h"
+#include "files/hex_digits.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace tamrix {
+
+class text_output {
+public:
+    explicit text_output(const std::string& path) : file_{path}, text_(capacity) {}
+
+    void text(std::string_view words) { std::memcpy(grow(words.size()), words.data(), words.size()); }
+    /// A whole line of any length.
+    void line(std::string_view words)
+    {
+        for (; words.size() > longest_line; words.remove_prefix(longest_line)) {
+            text(words.substr(0, longest_line));
+            breathe();
+        }
+        text(words);
+        end_line();
+    }
+    /// `digits` upper-case hexadecimal digits of `value`.
+    void number(std::uint64_t value, int digits)
+    {
+        hex_digits::encode_number(value, digits, grow(static_cast<std::size_t>(digits)));
+    }
+    /// Two digits a byte; adds the byte sum to `sum`.
+    void bytes(std::span<const std::uint8_t> data, unsigned& sum)
+    {
+        hex_digits::encode(data.data(), data.size(), grow(2 * data.size()), sum);
+    }
+    /// The two digits of the low byte of `value`.
+    void byte(unsigned value)
+    {
+        const auto low = static_cast<std::uint8_t>(value);
+        unsigned none = 0;
+        hex_digits::encode(&low, 1, grow(2), none);
+    }
+    /// Ends the line; a good place to empty what has gathered.
+    void end_line()
+    {
+        text("\r\n");
+        breathe();
+    }
+    /// To be called at least every 1024 characters: empties what has gathered when it becomes much.
+    void breathe()
+    {
+        if (used_ > capacity - 2 * longest_line) flush();
+    }
+    /// What has gathered reaches the file, and the file is closed.
+    void close()
+    {
+        flush();
+        file_.close();
+    }
+    /// What has gathered reaches the file as far as the system takes it.
+    void flush()
+    {
+        const std::size_t gathered = std::exchange(used_, 0);
+        file_.write({reinterpret_cast<const std::uint8_t*>(text_.data()), gathered});
+    }
+
+private:
+    static constexpr std::size_t capacity = 1 << 18;
+    static constexpr std::size_t longest_line = 1024;
+
+    char* grow(std::size_t length)
+    {
+        char* end = text_.data() + used_;
+        used_ += length;
+        return end;
+    }
+
+    output_file file_;
+    std::vector<char> text_;
+    std::size_t used_ = 0;
+};
+
+}  // namespace tamrix

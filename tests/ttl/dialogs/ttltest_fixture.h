@@ -1,0 +1,32 @@
+// The dialog of the logic IC test on a library of three devices, with its test face or its library face.
+#pragma once
+
+#include "ttl/dialogs/dialog_fixture.h"
+#include "ttl/ttltest.h"
+
+#include <cstdint>
+#include <functional>
+
+namespace tamrix::tests {
+
+class ttltest_dialog : public logic_dialogs {
+protected:
+    ttltest_dialog() { write_library({passing, failing, cmos}); }
+
+    /// Opens the dialog with its library face or without, and forgets what opening asked of the programmer.
+    void open(std::uint8_t ttleditlib, const std::function<void(ttltest&)>& steps)
+    {
+        session.ttleditlib = ttleditlib;
+        ttltest dialog{session};
+        shell.during(dialog, [&] {
+            opening = calls();
+            steps(dialog);
+        });
+    }
+    void in_test_mode(const std::function<void(ttltest&)>& steps) { open(0, steps); }
+    void in_library(const std::function<void(ttltest&)>& steps) { open(1, steps); }
+
+    lines opening;
+};
+
+}  // namespace tamrix::tests

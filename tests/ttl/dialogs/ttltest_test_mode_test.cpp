@@ -1,0 +1,186 @@
+// The dialog of the logic IC test with the face that tests a device.
+#include "ttl/dialogs/ttltest_fixture.h"
+
+namespace tamrix::tests {
+namespace {
+
+using forms::answer;
+using forms::buttons_of_box;
+using forms::icon;
+using forms::message_box;
+
+const message_box passed{"Vector Test OK!", "TTL & CMOS Test", icon::information, buttons_of_box::retry_cancel};
+
+TEST_F(ttltest_dialog, has_its_captions_in_test_mode_and_hides_what_changes_the_library)
+{
+    in_test_mode([](ttltest& d) {
+        EXPECT_EQ(d.caption(), "TTL & CMOS Test");
+        EXPECT_EQ(d.Label1.caption(), "Search:");
+        EXPECT_EQ(d.Label2.caption(), "Type:");
+        EXPECT_EQ(d.Label3.caption(), "Total:3");
+        EXPECT_EQ(d.OKButton.caption(), "Test");
+        EXPECT_EQ(d.CancelButton.caption(), "Cancel");
+        EXPECT_FALSE(d.add.visible());
+        EXPECT_FALSE(d.del.visible());
+    });
+}
+
+TEST_F(ttltest_dialog, tells_on_enter_in_test_mode_that_a_name_is_not_there)
+{
+    in_test_mode([](ttltest& d) {
+        d.Text1.enter("7400");
+        d.Text1.press_enter();
+        EXPECT_EQ(d.List1.index(), -1);
+    });
+    ASSERT_EQ(boxes().size(), 1U);
+    EXPECT_EQ(boxes()[0],
+              (message_box{"Device Not Found!", "Warning! TTL & CMOS Test", icon::error, buttons_of_box::ok}));
+}
+
+TEST_F(ttltest_dialog, does_nothing_on_test_without_a_selection)
+{
+    in_test_mode([this](ttltest& d) {
+        d.OKButton.click();
+        EXPECT_EQ(calls(), lines{});
+    });
+    EXPECT_TRUE(boxes().empty());
+}
+
+TEST_F(ttltest_dialog, tests_nothing_without_hardware)
+{
+    session.ok = bool16_false;
+    in_test_mode([this](ttltest& d) {
+        d.List1.pick(0);
+        d.OKButton.click();
+        EXPECT_EQ(calls(), lines{});
+        EXPECT_TRUE(d.is_open());
+    });
+    EXPECT_TRUE(boxes().empty());
+}
+
+TEST_F(ttltest_dialog, tells_a_passed_test_and_releases_the_hardware)
+{
+    in_test_mode([this](ttltest& d) {
+        d.List1.pick(0);
+        d.OKButton.click();
+        EXPECT_EQ(calls(), (lines{"hwreset", "boardsel2 3 0", "busmode 0", "setvcc 5000", "hwrelease"}));
+        EXPECT_TRUE(d.is_open());
+    });
+    EXPECT_EQ(boxes(), std::vector{passed});
+}
+
+TEST_F(ttltest_dialog, selects_the_board_by_the_first_two_letters_of_the_name)
+{
+    for (const auto& [name, call] :
+         {std::pair{"4511", "boardsel2 3 45"}, std::pair{"4000", "boardsel2 3 45"}, std::pair{"NPX", "boardsel2 3 45"},
+          std::pair{"np1", "boardsel2 3 0"}, std::pair{"4", "boardsel2 3 0"}, std::pair{"7445", "boardsel2 3 0"}}) {
+        write_library({{name, 14, passing.rows}, failing});
+        in_test_mode([&, call = call](ttltest& d) {
+            d.List1.pick(0);
+            d.OKButton.click();
+            EXPECT_EQ(calls(), (lines{"hwreset", call, "busmode 0", "setvcc 5000", "hwrelease"})) << d.List1.text();
+        });
+    }
+}
+
+TEST_F(ttltest_dialog, prepares_everything_anew_on_retry_after_a_pass)
+{
+    shell.answer_next_box(answer::retry);
+    shell.answer_next_box(answer::retry);
+    shell.answer_next_box(answer::cancel);
+    in_test_mode([this](ttltest& d) {
+        d.List1.pick(2);
+        d.OKButton.click();
+        const lines attempt{"hwreset", "boardsel2 3 45", "busmode 0", "setvcc 5000"};
+        lines all;
+        for (int i = 0; i < 3; ++i) all.insert(all.end(), attempt.begin(), attempt.end());
+        all.emplace_back("hwrelease");
+        EXPECT_EQ(calls(), all);
+    });
+    EXPECT_EQ(boxes(), (std::vector{passed, passed, passed}));
+}
+
+TEST_F(ttltest_dialog, stops_at_a_reset_that_fails_and_stays_open)
+{
+    in_test_mode([this](ttltest& d) {
+        programmer.resets = {1};
+        d.List1.pick(0);
+        d.OKButton.click();
+        EXPECT_EQ(calls(), (lines{"hwreset", "hwfault"}));
+        EXPECT_TRUE(d.is_open());
+        d.OKButton.click();
+        EXPECT_EQ(calls().back(), "hwrelease") << "and can test again";
+    });
+    EXPECT_EQ(boxes(), std::vector{passed});
+}
+
+TEST_F(ttltest_dialog, leaves_a_plain_failure_to_the_report_of_the_run)
+{
+    shell.answer_next_box(answer::abort);
+    in_test_mode([this](ttltest& d) {
+        d.List1.pick(1);
+        d.OKButton.click();
+        EXPECT_EQ(calls().back(), "hwrelease");
+        EXPECT_TRUE(d.is_open());
+    });
+    ASSERT_EQ(boxes().size(), 1U);
+    EXPECT_EQ(boxes()[0].buttons, buttons_of_box::abort_retry_ignore);
+}
+
+TEST_F(ttltest_dialog, tells_a_communication_error_when_no_reply_came_in_time)
+{
+    session.blocks.usbable(0) = bool16_true;
+    session.blocks.modeltype(0) = 22;  // which does not ask again
+    std::filesystem::create_directories(folder.path("lib1"));
+    folder.write("lib1/test190.lib", library());
+    shell.on_doevents = [this] { shell.advance(0.5); };
+    in_test_mode([this](ttltest& d) {
+        d.List1.pick(0);
+        d.OKButton.click();
+        EXPECT_EQ(calls().back(), "hwrelease");
+        EXPECT_TRUE(d.is_open());
+    });
+    ASSERT_EQ(boxes().size(), 1U);
+    EXPECT_EQ(boxes()[0],
+              (message_box{"Communication error!", "TTL & CMOS Test", icon::information, buttons_of_box::ok}));
+    EXPECT_EQ(session.blocks.prgresult(0), 3);
+}
+
+TEST_F(ttltest_dialog, counts_a_name_without_a_record_as_passed)
+{
+    in_test_mode([this](ttltest& d) {
+        write_library({failing, cmos});  // the list still has the name
+        d.List1.pick(0);
+        d.OKButton.click();
+        EXPECT_EQ(calls(), (lines{"hwreset", "boardsel2 3 0", "busmode 0", "setvcc 5000", "hwrelease"}));
+    });
+    EXPECT_EQ(boxes(), std::vector{passed});
+}
+
+TEST_F(ttltest_dialog, is_deaf_to_its_buttons_while_a_test_runs)
+{
+    session.blocks.usbable(0) = bool16_true;
+    session.blocks.modeltype(0) = 22;
+    std::filesystem::create_directories(folder.path("lib1"));
+    folder.write("lib1/test190.lib", library());
+    in_test_mode([this](ttltest& d) {
+        d.List1.pick(0);
+        int rounds = 0;
+        shell.on_doevents = [&] {
+            ++rounds;
+            d.OKButton.click();
+            d.CancelButton.click();
+            d.Text1.press_enter();
+            EXPECT_TRUE(d.is_open());
+            shell.advance(0.5);
+        };
+        d.OKButton.click();
+        EXPECT_GT(rounds, 0);
+        EXPECT_EQ(calls(), (lines{"hwreset", "busmode 0", "setvcc 5000", "busmode 0", "hwrelease"})) << "one test";
+        d.CancelButton.click();
+        EXPECT_FALSE(d.is_open());
+    });
+}
+
+}  // namespace
+}  // namespace tamrix::tests
