@@ -113,6 +113,10 @@ press F4
 picture device-values '^Values of AT89C51'
 press Escape
 
+press ctrl+m
+picture parameters '^Modify Algorithm Parameters'
+press Escape
+
 # Test a logic IC: a sound 7400, then one with a broken pin.
 press ctrl+t
 xdotool type --delay 20 7400
@@ -152,4 +156,10 @@ window 'Load A File To Buffer' >/dev/null
 sleep 0.5
 press Return
 picture failed-load '^tamrix workbench'
+
+press ctrl+d
+xdotool type --delay 20 PIC16F877A
+press Return
+picture device-note '^Note!'
+press Return
 press ctrl+q

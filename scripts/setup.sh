@@ -11,6 +11,7 @@ build_packages=(
     libwxgtk3.2-dev    # the dialogs and the workbench
     libcli11-dev       # the arguments of the command line
     fonts-dejavu-core  # a proportional and a fixed-width font for the windows
+    fonts-wqy-microhei  # Chinese and Korean letters for them, in 2 MB
     librsvg2-common    # the symbols in the windows (check marks, bullets, icons)
 )
 test_packages=(

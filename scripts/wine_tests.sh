@@ -28,8 +28,8 @@ vector_test() {
 enter_wine_system
 cp build/windows/bin/*.exe build/windows/bin/*.dll build/windows/src/com/tamrix.tlb tests/windows/*/*.vbs \
     "$wine_system/project/"
-cp -r fuzz src/plugin/messages tests/ttl/transcripts tests/plugin/english_messages.txt data/{chips,lib,lib1} \
-    "$wine_system/project/"
+cp -r fuzz src/plugin/messages tests/ttl/transcripts tests/device/notes tests/plugin/english_messages.txt \
+    data/{chips,lib,lib1} "$wine_system/project/"
 
 echo '== the core'
 in_wine_system timeout 900 wine tests_windows.exe --gtest_brief=1

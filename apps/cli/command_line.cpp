@@ -5,6 +5,7 @@
 #include "cli/fuse_files.h"
 #include "cli/logic_test.h"
 #include "cli/tour.h"
+#include "host/languages.h"
 
 #include <CLI/CLI.hpp>
 
@@ -18,6 +19,9 @@ namespace {
 constexpr const char* about = "Loads, converts and examines the files of a device programmer.";
 
 constexpr const char* exit_statuses = "Exit status: 0 done, 1 failed, 2 rejected values or wrong usage.";
+
+constexpr const char* about_language =
+    "--language CODE before or behind the command chooses the language of messages (tamrix --help).\n";
 
 constexpr const char* about_convert =
     "Loads IN into a buffer and saves the buffer to OUT, through the same steps as the load and the save dialog.";
@@ -124,7 +128,7 @@ CLI::App* add_command(CLI::App& app, const std::string& name, const std::string&
     CLI::App* command = app.add_subcommand(name, description);
     command->set_help_flag("-h,--help", "prints this and ends");
     command->fallthrough();
-    command->footer(exit_statuses);
+    command->footer(std::string{about_language} + exit_statuses);
     return command;
 }
 
@@ -176,8 +180,9 @@ void add_commands(CLI::App& app, arguments_of_commands& arguments)
 {
     app.set_help_flag("-h,--help", "prints this and ends");
     app.set_version_flag("--version", "tamrix " TAMRIX_VERSION, "prints the version and ends");
-    app.add_option("--language", arguments.language, "offset of the messages' language: " + language_offsets())
-        ->type_name("N");
+    app.add_option("--language", arguments.language,
+                   "the language of the plug-in's messages: " + host::language_codes())
+        ->type_name("CODE");
     app.footer("tamrix COMMAND --help tells more.\n" + std::string{exit_statuses});
 
     CLI::App* convert = add_command(app, "convert", about_convert);
@@ -187,7 +192,7 @@ void add_commands(CLI::App& app, arguments_of_commands& arguments)
     add_device_options(*convert, arguments.convert);
     add_load_options(*convert, arguments.convert);
     add_save_options(*convert, arguments.convert);
-    convert->footer(std::string{convert_details} + "tamrix --help tells of the language.\n\n" + exit_statuses);
+    convert->footer(std::string{convert_details} + "\n" + about_language + exit_statuses);
 
     CLI::App* detect = add_command(app, "detect", "Tells the format of each file as a host passes it: index and name.");
     detect->add_option("FILE", arguments.files, "the files to look at")->type_name("")->required();

@@ -1,7 +1,8 @@
 #include "cli/convert_options.h"
 
 #include "base/arith.h"
-#include "plugin/catalogue_data.h"
+#include "host/languages.h"
+#include "plugin/catalogue.h"
 #include "transfer/formats.h"
 
 #include <algorithm>
@@ -97,26 +98,16 @@ std::string loadable_formats() { return joined(format_names(true), "|"); }
 
 std::string savable_formats() { return joined(format_names(false), "|"); }
 
-std::string language_offsets()
-{
-    std::string text;
-    for (const auto& block : catalogue_data::blocks()) {
-        text += (text.empty() ? "" : ", ") + std::to_string(block.offset);
-    }
-    return text;
-}
-
 std::int32_t check_language(const std::optional<std::string>& word)
 {
     if (!word) return 0;
-    std::int32_t offset = 0;
-    const auto [end, error] = std::from_chars(word->data(), word->data() + word->size(), offset);
-    const auto blocks = catalogue_data::blocks();
-    const bool known = std::ranges::any_of(blocks, [&](const auto& block) { return block.offset == offset; });
-    if (error != std::errc{} || end != word->data() + word->size() || !known) {
-        refuse("--language " + *word + ": one of " + language_offsets() + " is expected");
+    const std::optional<std::int32_t> offset = host::language_offset(*word);
+    if (!offset) refuse("--language " + *word + ": one of " + host::language_codes() + " is expected");
+    if (!has_language(*offset)) {
+        refuse("--language " + *word + ": this version has no texts in " +
+               std::string{host::find_language(*offset)->english});
     }
-    return offset;
+    return *offset;
 }
 
 convert_options check(const convert_words& words)

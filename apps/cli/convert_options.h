@@ -37,12 +37,10 @@ inline constexpr std::array<std::string_view, 3> clear_names{"ff", "00", "none"}
 /// The names of the formats that this version loads or saves, with "|" between.
 std::string loadable_formats();
 std::string savable_formats();
-/// The languages that the catalogue has, as "0 English, ...".
-std::string language_offsets();
 
 /// Throws command_error, "--to-buffer 12G: not a hexadecimal number".
 convert_options check(const convert_words& words);
-/// The offset of a language that the catalogue has; 0 where none was given. Throws command_error.
+/// The offset of the language that `word` names by its code or its offset; 0 where none was given. Throws command_error.
 std::int32_t check_language(const std::optional<std::string>& word);
 
 }  // namespace tamrix::cli

@@ -1,6 +1,7 @@
 // The vectors of a programmable device, played on the chip in the socket as after programming.
 #include "cli/fuse_files.h"
 #include "cli/logic_test.h"
+#include "host/device_preset.h"
 
 #include <algorithm>
 
@@ -10,13 +11,6 @@ namespace {
 
 constexpr std::int64_t most_pins = 40, most_fuses = 0x1000000, room_behind = 1000;
 constexpr std::int64_t most_rows = 100;  // of one test
-
-/// The code by which the programmer knows a pin, counted from 1, of a package of `pins` pins.
-std::uint8_t pin_code(std::int64_t pin, std::int64_t pins)
-{
-    const std::int64_t half = pins / 2;
-    return static_cast<std::uint8_t>(pin <= half ? half - pin + 1 : pin - half + 100);
-}
 
 void load(attached_plug_in& plug_in, const std::string& jedec_file)
 {
@@ -44,8 +38,8 @@ void vectors(const ttl_options& options, const std::string& jedec_file, console&
         return package{static_cast<int>(*pins), static_cast<int>(*pins), static_cast<int>(*pins) / 2};
     }());
     plug_in.blocks.value<std::int16_t>("chippin") = static_cast<std::int16_t>(chip.pins);
-    plug_in.blocks.value<std::uint8_t>("bvccpin") = pin_code(chip.vcc_pin, chip.pins);
-    plug_in.blocks.value<std::uint8_t>("bgndpin") = pin_code(chip.gnd_pin, chip.pins);
+    plug_in.blocks.value<std::uint8_t>("bvccpin") = host::pin_code(chip.vcc_pin, chip.pins);
+    plug_in.blocks.value<std::uint8_t>("bgndpin") = host::pin_code(chip.gnd_pin, chip.pins);
     plug_in.blocks.value<std::int16_t>("bvcc") = 500;  // in units of 10 mV
     const std::int64_t rows = plug_in.state.pld.pldvectcnt - 1;
     std::uint8_t mode = 1, with_device_data = 1;

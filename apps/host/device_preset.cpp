@@ -1,12 +1,20 @@
 #include "host/device_preset.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace tamrix::host {
 
 std::int64_t image_bytes(const device_preset& device)
 {
     return std::int64_t{device.words} * device.word_bytes + 16 * std::int64_t{device.spare_units};
+}
+
+std::uint8_t pin_code(std::int64_t pin, std::int64_t pins)
+{
+    if (pin < 1 || pin > pins) return 0;
+    const std::int64_t half = pins / 2;
+    return static_cast<std::uint8_t>(pin <= half ? half - pin + 1 : pin - half + 100);
 }
 
 void apply(const device_preset& device, host_blocks& blocks)
@@ -18,8 +26,8 @@ void apply(const device_preset& device, host_blocks& blocks)
     blocks.value<std::uint8_t>("wordmode", 0) = device.word_bytes;
     blocks.value<std::uint8_t>("wordmode", 1) = device.spare_units;
     blocks.value<std::int16_t>("chippin") = device.pins;
-    blocks.value<std::uint8_t>("bvccpin") = device.vcc_pin;
-    blocks.value<std::uint8_t>("bgndpin") = device.gnd_pin;
+    blocks.value<std::uint8_t>("bvccpin") = pin_code(device.vcc_pin, device.pins);
+    blocks.value<std::uint8_t>("bgndpin") = pin_code(device.gnd_pin, device.pins);
     blocks.value<std::int16_t>("bvcc") = device.vcc_centivolts;
     blocks.value<std::int16_t>("bvpp") = device.vpp_centivolts;
     blocks.value<std::int16_t>("pagelength") = device.page_length;
@@ -29,6 +37,10 @@ void apply(const device_preset& device, host_blocks& blocks)
     blocks.value<std::uint8_t>("prgmode") = device.program_mode;
     blocks.value<std::uint8_t>("typeformat", 0) = device.family;
     blocks.value<std::uint8_t>("typeformat", 1) = static_cast<std::uint8_t>(device.clear);
+    blocks.value<std::uint8_t>("wwarnno") = device.note;
+    blocks.value<std::int16_t>("bvcch") = device.vcc_high;
+    const std::uint8_t options[] = {device.option_0, device.option_1, device.option_2, device.option_3};
+    for (std::size_t i = 0; i < std::size(options); ++i) blocks.value<std::uint8_t>("woption", i) = options[i];
 }
 
 const device_preset* find_preset(std::span<const device_preset> list, std::string_view name)

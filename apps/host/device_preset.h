@@ -23,8 +23,8 @@ struct device_preset {
     std::uint8_t spare_units = 0;                // wordmode(1): 16-byte units behind the main area
     std::int32_t buffer_bytes = 0;               // buflength(0); at least what the device needs
     std::int16_t pins = 0;                       // chippin(0)
-    std::uint8_t vcc_pin = 0;                    // bvccpin(0)
-    std::uint8_t gnd_pin = 0;                    // bgndpin(0)
+    std::uint8_t vcc_pin = 0;                    // from 1; its code goes to bvccpin(0)
+    std::uint8_t gnd_pin = 0;                    // from 1; its code goes to bgndpin(0)
     std::int16_t vcc_centivolts = 500;           // bvcc(0), 0.01 V
     std::int16_t vpp_centivolts = 0;             // bvpp(0), 0.01 V
     std::int16_t page_length = 0;                // pagelength(0): bytes a page; of a logic device fuses a row
@@ -33,12 +33,21 @@ struct device_preset {
     std::uint8_t program_mode = 0;               // prgmode(0)
     std::uint8_t family = 0;                     // typeformat(0): 2 is the class of the vendor formats
     clear_choice clear = clear_choice::fill_ff;  // typeformat(1)
+    std::uint8_t note = 0;                       // wwarnno(0): what warn is called with; 0 where there is none
+    std::int16_t vcc_high = 0;                   // bvcch(0): a count in some notes
+    std::uint8_t option_0 = 0;                   // woption(0) to woption(3): what the notes go by
+    std::uint8_t option_1 = 0;
+    std::uint8_t option_2 = 0;
+    std::uint8_t option_3 = 0;
 
     bool operator==(const device_preset&) const = default;
 };
 
 /// Bytes that the main area and the spare units take in the buffer.
 std::int64_t image_bytes(const device_preset& device);
+
+/// The code by which the programmer knows a supply pin, counted from 1, of a package of `pins` pins; 0 for no pin.
+std::uint8_t pin_code(std::int64_t pin, std::int64_t pins);
 
 /// Puts the device's values into the blocks. The buffer is the caller's: create_buffer(device.buffer_bytes) where that
 /// changed.

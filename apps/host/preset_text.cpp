@@ -31,7 +31,7 @@ struct key_line {
     bool volts = false;
 };
 
-constexpr std::array<key_line, 16> keys{{
+constexpr std::array<key_line, 22> keys{{
     {"maker", &device_preset::maker},
     {"algorithm", &device_preset::algorithm},
     {"words", &device_preset::words},
@@ -48,6 +48,12 @@ constexpr std::array<key_line, 16> keys{{
     {"retries", &device_preset::retries},
     {"mode", &device_preset::program_mode},
     {"family", &device_preset::family},
+    {"note", &device_preset::note},
+    {"vcc-high", &device_preset::vcc_high},
+    {"option-0", &device_preset::option_0},
+    {"option-1", &device_preset::option_1},
+    {"option-2", &device_preset::option_2},
+    {"option-3", &device_preset::option_3},
 }};
 
 constexpr std::array<std::string_view, 3> clear_names{"ff", "00", "none"};  // in the order of clear_choice

@@ -64,7 +64,13 @@ device_dialog::device_dialog(wxWindow* parent, const host::device_preset& start,
                                {"spare-units", "Behind the main area", "× 16 bytes"},
                                {"buffer-bytes", "Buffer", "bytes"}}),
               wxSizerFlags{}.Expand().Border(wxTOP, FromDIP(12)));
-    left->Add(last_group(), wxSizerFlags{}.Expand().Border(wxTOP, FromDIP(12)));
+    left->Add(group("Note and options", {{"note", "Note", ""},
+                                         {"option-0", "Option 0", ""},
+                                         {"option-1", "Option 1", ""},
+                                         {"option-2", "Option 2", ""},
+                                         {"option-3", "Option 3", ""},
+                                         {"vcc-high", "VCC high", ""}}),
+              wxSizerFlags{}.Expand().Border(wxTOP, FromDIP(12)));
     auto* right = new wxBoxSizer{wxVERTICAL};
     right->Add(group("Pins", {{"pins", "Number of pins", ""}, {"vcc-pin", "VCC pin", ""}, {"gnd-pin", "GND pin", ""}}),
                wxSizerFlags{}.Expand());
@@ -76,6 +82,7 @@ device_dialog::device_dialog(wxWindow* parent, const host::device_preset& start,
                                      {"mode", "Mode", ""},
                                      {"family", "Family class", ""}}),
                wxSizerFlags{}.Expand().Border(wxTOP, FromDIP(12)));
+    right->Add(last_group(), wxSizerFlags{}.Expand().Border(wxTOP, FromDIP(12)));
     auto* columns = new wxBoxSizer{wxHORIZONTAL};
     columns->Add(left, wxSizerFlags{1});
     columns->Add(right, wxSizerFlags{1}.Border(wxLEFT, FromDIP(12)));

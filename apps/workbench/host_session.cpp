@@ -167,6 +167,29 @@ outcome host_session::import_svf(std::string file)
     return told;
 }
 
+outcome host_session::show_note()
+{
+    std::uint8_t note = device_.note;
+    bool16 external_supply = bool16_false;
+    return run([&](Clstamrix& plug_in) { return plug_in.warn(note, external_supply); });
+}
+
+outcome host_session::vector_test(bool hardware)
+{
+    constexpr int most_rows = 100;
+    std::uint8_t vectors_of_file = 1, supply_of_device = 1;
+    auto rows_and_one = static_cast<std::uint8_t>(std::min(vector_count(), most_rows) + 1);
+    bool16 ok = hardware ? bool16_true : bool16_false;
+    return run(
+        [&](Clstamrix& plug_in) { return plug_in.vecttest0(vectors_of_file, rows_and_one, supply_of_device, ok); });
+}
+
+void host_session::use_language(std::int32_t offset)
+{
+    blocks_->value<std::int32_t>("Language") = offset;
+    language_ = offset;
+}
+
 outcome host_session::attach_small()
 {
     std::vector<std::uint8_t> kept;
@@ -178,6 +201,7 @@ outcome host_session::attach_small()
     const std::int16_t free_instance = host::first_free_instance(name_space_);
     blocks_ = std::make_unique<host::host_blocks>(name_space_, free_instance, library_.texts);
     host::apply(device_, *blocks_);
+    use_language(language_);
     outcome told = run([this](Clstamrix& plug_in) {
         std::int16_t num = blocks_->num();
         return plug_in.bufcomopt(num);

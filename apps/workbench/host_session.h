@@ -59,6 +59,10 @@ public:
     void remember_options(std::string options) { programmer_.options = std::move(options); }
     const programmer_choice& programmer() const { return programmer_; }
 
+    /// The language of the texts from now on, an offset that the plug-in has texts for.
+    void use_language(std::int32_t offset);
+    std::int32_t language() const { return language_; }
+
     bool offers(const char* method) const { return library_.offers(plug_in_.get(), method) != 0; }
     /// How far a method that takes its time has come, in percent.
     int progress() const { return std::as_const(*blocks_).value<std::uint8_t>("prgmode", 1); }
@@ -71,6 +75,12 @@ public:
     outcome save_jedec(std::string file);
     /// Brings an SVF file into the work folder.
     outcome import_svf(std::string file);
+    /// The note of the device in use; nothing where it has none.
+    outcome show_note();
+    /// How many vectors the device has for vector_test.
+    int vector_count() const { return library_.vector_count(plug_in_.get()); }
+    /// Plays the vectors of the device, 100 at most, with its own supply.
+    outcome vector_test(bool hardware);
 
     /// The three methods that attach and release, as a person calls them one by one. Attaching makes the blocks anew
     /// and the buffer with them; what stands in it stays. Throw std::runtime_error where a block cannot be made.
@@ -102,6 +112,7 @@ private:
     std::unique_ptr<Clstamrix, destroyer> plug_in_;
     host::device_preset device_{};
     programmer_choice programmer_{};
+    std::int32_t language_ = 0;
     bool in_use_ = false;
 };
 

@@ -61,6 +61,7 @@ main_frame::main_frame(const start_options& options)
     SetIcon(wxIcon{to_wx(data_folder_ + "icons/tamrix.png"), wxBITMAP_TYPE_PNG});
     SetSize(FromDIP(wxSize{1080, 720}));
     choose_programmer(options);
+    take_language_of_settings();
     build_panels();
     build_menus();
     build_tool_bar();
@@ -114,7 +115,8 @@ void main_frame::build_panels()
     sides->SetSashGravity(0.0);
     sides->SplitVertically(sides_, right, FromDIP(330));
 
-    device_panel_->on_choose = [this](const host::device_preset& device) { select_device(device); };
+    device_panel_->on_choose = [this](const host::device_preset& device) { choose_device(device); };
+    note_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { note_when_idle(); });
     hex_view_->on_move = [this] { show_caret(); };
     hex_view_->on_edit = [this] { session_.buffer_is_in_use(); };
     SetDropTarget(new file_target{[this](const std::string& file) {
@@ -278,6 +280,7 @@ void main_frame::update_title()
 void main_frame::update_menus()
 {
     for (const method_item& one : method_items_) one.item->Enable(session_.offers(one.method));
+    if (session_.device().note == 0) note_item_->Enable(false);
 }
 
 }  // namespace tamrix::workbench

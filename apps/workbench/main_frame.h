@@ -1,6 +1,7 @@
 // The workbench's window: devices, buffer and log, and a menu entry for each method of the plug-in.
 #pragma once
 
+#include "host/languages.h"
 #include "workbench/device_catalogue.h"
 #include "workbench/device_panel.h"
 #include "workbench/hex_view.h"
@@ -11,12 +12,14 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
 #include <wx/filehistory.h>
 #include <wx/frame.h>
 #include <wx/notebook.h>
+#include <wx/timer.h>
 
 namespace tamrix::workbench {
 
@@ -53,14 +56,15 @@ private:
     wxMenu* test_menu();
     wxMenu* tools_menu();
     wxMenu* plug_in_menu();
+    wxMenu* language_menu();
     wxMenu* help_menu();
     void build_tool_bar();
     void build_panels();
 
     wxMenuItem* add(wxMenu* menu, const char* label, const wxString& help, std::function<void()> action);
     /// An entry for the plug-in's method of that name, grey where the plug-in says that it does not work.
-    void add_method(wxMenu* menu, const char* label, const wxString& help, const char* method,
-                    std::function<void()> action);
+    wxMenuItem* add_method(wxMenu* menu, const char* label, const wxString& help, const char* method,
+                           std::function<void()> action);
     void add_call(wxMenu* menu, const char* label, const wxString& help, const char* method, method_call call);
     using logic_call = std::function<reply(Clstamrix&, std::string& folder, bool16& hardware)>;
     void add_logic_call(wxMenu* menu, const char* label, const wxString& help, const char* method, logic_call call);
@@ -82,6 +86,12 @@ private:
     void tell_hazards();
 
     void select_device(const host::device_preset& device);
+    void choose_device(const host::device_preset& device);
+    void note_when_idle();
+    void show_note();
+    void test_vectors();
+    void choose_language(const host::language& chosen);
+    void take_language_of_settings();
     void load_buffer_file(const std::string& path);
     void load_jedec(const std::string& path);
     void save_jedec(const std::string& path);
@@ -117,6 +127,9 @@ private:
         const char* method;
     };
     std::vector<method_item> method_items_;
+    wxMenuItem* note_item_ = nullptr;
+    wxTimer note_timer_;
+    std::set<std::string> noted_;  // devices whose note came by itself
     wxFileHistory recent_;
     std::string data_folder_;  // with "/" at its end
     std::string file_;         // the last one loaded or saved

@@ -25,10 +25,12 @@ wxMenuItem* main_frame::add(wxMenu* menu, const char* label, const wxString& hel
     return item;
 }
 
-void main_frame::add_method(wxMenu* menu, const char* label, const wxString& help, const char* method,
-                            std::function<void()> action)
+wxMenuItem* main_frame::add_method(wxMenu* menu, const char* label, const wxString& help, const char* method,
+                                   std::function<void()> action)
 {
-    method_items_.push_back({add(menu, label, help, std::move(action)), method});
+    wxMenuItem* item = add(menu, label, help, std::move(action));
+    method_items_.push_back({item, method});
+    return item;
 }
 
 void main_frame::add_call(wxMenu* menu, const char* label, const wxString& help, const char* method, method_call call)
@@ -60,6 +62,7 @@ void main_frame::build_menus()
     bar->Append(test_menu(), "&Test");
     bar->Append(tools_menu(), "T&ools");
     bar->Append(plug_in_menu(), "&Plug-in");
+    bar->Append(language_menu(), "&Language");
     bar->Append(help_menu(), "&Help");
     SetMenuBar(bar);
     Bind(wxEVT_MENU_OPEN, [this](wxMenuEvent& event) {
@@ -130,13 +133,10 @@ wxMenu* main_frame::device_menu()
     add(menu, "&Values…\tF4", "Look at the device's values, and change them", [this] { device_panel_->edit_chosen(); });
     add(menu, "&New Device…", "Add a device to your own list", [this] { device_panel_->add_device(); });
     menu->AppendSeparator();
-    add_call(menu, "&Algorithm Parameters…", "Supply, pulse and retries of programming", "algoparameter0",
-             [](Clstamrix& plug_in) { return plug_in.algoparameter0(); });
-    add_call(menu, "Device &Note", "How the device's memories lie in the buffer", "warn", [](Clstamrix& plug_in) {
-        std::uint8_t note = 0;
-        bool16 external_supply = bool16_false;
-        return plug_in.warn(note, external_supply);
-    });
+    add_call(menu, "Modify &Algorithm Parameters…\tCtrl+M", "Supply, pulse and retries of programming",
+             "algoparameter0", [](Clstamrix& plug_in) { return plug_in.algoparameter0(); });
+    note_item_ = add_method(menu, "Device N&ote", "How the device's memories lie in the buffer", "warn",
+                            [this] { show_note(); });
     return menu;
 }
 
@@ -160,11 +160,8 @@ wxMenu* main_frame::test_menu()
                    });
     add_method(menu, "&Find Logic Device…\tF6", "Tell which logic device is in the socket", "mnutestautofind0",
                [this] { find_logic_device(); });
-    add_call(menu, "&Vector Test", "Run the vectors of the selected device", "vecttest0", [](Clstamrix& plug_in) {
-        std::uint8_t mode = 0, vectors = 0, note = 0;
-        bool16 hardware = bool16_false;
-        return plug_in.vecttest0(mode, vectors, note, hardware);
-    });
+    add_method(menu, "&Vector Test", "Play the test vectors of the selected device on the chip in the socket",
+               "vecttest0", [this] { test_vectors(); });
     menu->AppendSeparator();
     add_call(menu, "&Self-Test…", "Test the programmer itself", "mnutesttestksm",
              [](Clstamrix& plug_in) { return plug_in.mnutesttestksm(); });

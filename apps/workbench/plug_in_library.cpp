@@ -53,6 +53,8 @@ plug_in_library::plug_in_library(const std::string& path) : library_{load(path)}
     find(diagnostic, "tamrix_diagnostic");
     find(jedec_note, "tamrix_jedec_note");
     find(help_file, "tamrix_help_file");
+    find(vector_count, "tamrix_vector_count");
+    find(has_language, "tamrix_has_language");
     find(offers, "tamrix_offers");
     find(describe_format, "tamrix_describe_format");
     find(detect_format, "tamrix_detect_format");

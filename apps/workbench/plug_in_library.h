@@ -22,6 +22,8 @@ public:
     decltype(&tamrix_diagnostic) diagnostic;
     decltype(&tamrix_jedec_note) jedec_note;
     decltype(&tamrix_help_file) help_file;
+    decltype(&tamrix_vector_count) vector_count;
+    decltype(&tamrix_has_language) has_language;
     decltype(&tamrix_offers) offers;
     decltype(&tamrix_describe_format) describe_format;
     decltype(&tamrix_detect_format) detect_format;

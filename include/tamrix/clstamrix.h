@@ -14,9 +14,9 @@
 
 namespace tamrix {
 
-/// The 18 entry methods, in their fixed order. All parameters are passed by reference and left as they are. Texts and
-/// paths are UTF-8; "\" and "/" both separate folders. All calls come from one thread, the host's user-interface
-/// thread, one at a time.
+/// The 18 entry methods, in their fixed order. All parameters are passed by reference and left as they are, but for
+/// the note number of warn. Texts and paths are UTF-8; "\" and "/" both separate folders. All calls come from one
+/// thread, the host's user-interface thread, one at a time.
 ///
 /// Order: the host creates the shared blocks, calls bufcomopt(num), sets buflength(0), calls buffercomopt(num), then
 /// any other method; freesharebufferopt(num) before buflength(0) changes, and buffercomopt again after it.
@@ -38,6 +38,7 @@ public:
     virtual reply mnuEditeditvector0(std::uint8_t& icsum0, bool16& ok0, std::string& syspath0) = 0;
     virtual reply mnutesteditttllib0(std::uint8_t& icsum0, bool16& ok0, std::string& syspath0) = 0;
     virtual reply mnutestautofind0(std::string& syspath0) = 0;
+    /// Shows the note `no` of the selected device, if it has one; clears bit 7 of the number.
     virtual reply warn(std::uint8_t& no, bool16& extpower0) = 0;
     virtual reply vecttest0(std::uint8_t& mode, std::uint8_t& ttlcnt0, std::uint8_t& wnote0, bool16& ok0) = 0;
     virtual reply readpldfile(std::string& fname) = 0;
@@ -80,6 +81,11 @@ TAMRIX_EXPORT const char* tamrix_jedec_note(tamrix::Clstamrix* plug_in) noexcept
 /// The help file for the language that bufcomopt found: "PATH::TOPIC", UTF-8; valid until the next call into the
 /// plug-in.
 TAMRIX_EXPORT const char* tamrix_help_file(tamrix::Clstamrix* plug_in) noexcept;
+/// How many test vectors the device has: those of the fuse file that readpldfile read last, or as the vector editor
+/// left them.
+TAMRIX_EXPORT int tamrix_vector_count(tamrix::Clstamrix* plug_in) noexcept;
+/// 1 where this version has texts for an offset in Language(0), else 0.
+TAMRIX_EXPORT int tamrix_has_language(std::int32_t offset) noexcept;
 /// 1 where the entry method called `method` leads to a dialog or routine in this version and on the programmer model in
 /// use, else 0: a host greys its menu entry. Needs an attached plug-in.
 TAMRIX_EXPORT int tamrix_offers(tamrix::Clstamrix* plug_in, const char* method) noexcept;

@@ -30,7 +30,11 @@ hw::programmer_source programmer_of_environment()
 }
 
 struct library_state {
-    library_state() { state.hardware.source = programmer_of_environment(); }
+    library_state()
+    {
+        state.hardware.source = programmer_of_environment();
+        screen.name_answers([this](forms::answer which) { return state.text(which); });
+    }
 
     wxui::wx_shell screen;
     session state{screen, name_space_of_environment()};

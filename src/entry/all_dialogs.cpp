@@ -1,5 +1,6 @@
 #include "entry/all_dialogs.h"
 
+#include "device/algoparameter.h"
 #include "ttl/ttlautotest.h"
 #include "ttl/ttledit.h"
 #include "ttl/ttltest.h"
@@ -19,6 +20,7 @@ std::unique_ptr<forms::form> make(session& plug_in)
 dialog_table all_dialogs()
 {
     dialog_table table;
+    table.add("algoparameter", make<algoparameter>);
     table.add("ttltest", make<ttltest>);
     table.add("ttledit", make<ttledit>);
     table.add("ttlautotest", make<ttlautotest>);

@@ -1,6 +1,7 @@
 #include "entry/entry_methods.h"
 
 #include "base/arith.h"
+#include "device/warnno.h"
 #include "pld/jedec.h"
 #include "pld/svf.h"
 #include "transfer/readfile.h"
@@ -66,7 +67,7 @@ bool entry_methods::offers(std::string_view method) const
                                       {"mnutesteditttllib0", "ttltest"},   {"mnuEditeditvector0", "ttledit"}};
     static constexpr std::string_view always[] = {"readfile0",          "wfile",       "bufcomopt",    "buffercomopt",
                                                   "freesharebufferopt", "readpldfile", "writepldfile", "readsvffile",
-                                                  "mnutestautofind0",   "vecttest0"};
+                                                  "mnutestautofind0",   "vecttest0",   "warn"};
     if (std::ranges::find(always, method) != std::end(always)) return true;
     const auto* found = std::ranges::find(behind, method, &line::method);
     return found != std::end(behind) && dialogs_.has(found->dialog);
@@ -186,7 +187,13 @@ reply entry_methods::mnutestautofind0(std::string& syspath0)
     });
 }
 
-reply entry_methods::warn(std::uint8_t&, bool16&) { return {}; }
+reply entry_methods::warn(std::uint8_t& no, bool16& extpower0)
+{
+    return guarded([&] {
+        tamrix::warn(plug_in_, no, extpower0);
+        return variant{};
+    });
+}
 
 reply entry_methods::vecttest0(std::uint8_t& mode, std::uint8_t& ttlcnt0, std::uint8_t& wnote0, bool16& ok0)
 {

@@ -3,11 +3,13 @@
 #include "entry/entry_methods.h"
 #include "hw/loaded_programmer.h"
 #include "pld/detect.h"
+#include "plugin/catalogue.h"
 #include "tamrix/clstamrix.h"
 #include "tamrix/formats.h"
 #include "transfer/formats.h"
 #include "wxui/wx_shell.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <exception>
 #include <string>
@@ -22,6 +24,11 @@ std::string text_or_empty(const char* text) { return text != nullptr ? text : ""
 std::string name_space_of_environment() { return text_or_empty(std::getenv("TAMRIX_NAMESPACE")); }
 
 struct screen_and_session {
+    screen_and_session()
+    {
+        screen.name_answers([this](forms::answer which) { return state.text(which); });
+    }
+
     wxui::wx_shell screen;
     session state{screen, name_space_of_environment()};
     std::string text_for_host;
@@ -102,6 +109,14 @@ const char* tamrix_help_file(tamrix::Clstamrix* plug_in) noexcept
 {
     return tamrix::text_of(plug_in, [](const session& state) { return state.help_file; });
 }
+
+int tamrix_vector_count(tamrix::Clstamrix* plug_in) noexcept
+{
+    if (plug_in == nullptr) return 0;
+    return std::max(loaded(plug_in).session_state().pld.pldvectcnt - 1, 0);
+}
+
+int tamrix_has_language(std::int32_t offset) noexcept { return tamrix::has_language(offset) ? 1 : 0; }
 
 int tamrix_offers(tamrix::Clstamrix* plug_in, const char* method) noexcept
 {

@@ -4,7 +4,37 @@
 #include "base/utf8.h"
 #include "forms/form.h"
 
+#include <algorithm>
+
 namespace tamrix::forms {
+
+namespace {
+
+/// True where a character begins, or the text ends.
+bool at_character(std::string_view text, std::size_t at)
+{
+    return at >= text.size() || (static_cast<unsigned char>(text[at]) & 0xC0U) != 0x80U;
+}
+
+/// Bytes of the whole characters with which both begin.
+std::size_t same_at_start(std::string_view one, std::string_view other)
+{
+    const auto differs = std::mismatch(one.begin(), one.end(), other.begin(), other.end());
+    auto same = static_cast<std::size_t>(differs.first - one.begin());
+    while (same > 0 && (!at_character(one, same) || !at_character(other, same))) --same;
+    return same;
+}
+
+/// Bytes of the whole characters with which both end.
+std::size_t same_at_end(std::string_view one, std::string_view other)
+{
+    const auto differs = std::mismatch(one.rbegin(), one.rend(), other.rbegin(), other.rend());
+    auto same = static_cast<std::size_t>(differs.first - one.rbegin());
+    while (same > 0 && !at_character(one, one.size() - same)) --same;
+    return same;
+}
+
+}  // namespace
 
 control::control(form& owner) : owner_{owner} { owner.controls_.push_back(this); }
 
@@ -53,7 +83,12 @@ void text_box::type(std::string_view typed)
 
 void text_box::enter(std::string_view typed)
 {
-    if (usable()) assign(filtered(typed));
+    if (!usable()) return;
+    const std::size_t before = same_at_start(text_, typed);
+    const std::string_view rest = typed.substr(before);
+    const std::size_t behind = same_at_end(std::string_view{text_}.substr(before), rest);
+    const std::string_view fresh = rest.substr(0, rest.size() - behind);
+    assign(std::string{typed.substr(0, before)} + filtered(fresh) + std::string{rest.substr(fresh.size())});
 }
 
 void text_box::leave()

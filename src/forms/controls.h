@@ -56,7 +56,8 @@ public:
     std::string filtered(std::string_view typed) const;
     /// Types or pastes at the end of the text.
     void type(std::string_view typed);
-    /// Replaces the whole text, as after "select all". The renderer calls it with the text that stands in its widget.
+    /// Replaces the whole text. The renderer calls it with the text that stands in its widget after an edit. What stood
+    /// at either end before and still stands there was not typed now, so it does not pass the filter.
     void enter(std::string_view typed);
     void leave();
     void press_enter();

@@ -11,11 +11,12 @@ namespace tamrix::forms {
 
 struct layout {
     enum class kind {
-        item,     // one control
-        row,      // children from left to right
-        column,   // children from top to bottom
-        fields,   // children in pairs, label and field, in two aligned columns
-        buttons,  // a row of buttons of equal width, at the right edge
+        item,      // one control
+        row,       // children from left to right
+        column,    // children from top to bottom
+        fields,    // children in pairs, label and field, in two aligned columns
+        measures,  // children in threes, label, field and unit, in three aligned columns
+        buttons,   // a row of buttons of equal width, at the right edge
     };
 
     kind what = kind::column;
@@ -31,6 +32,9 @@ struct layout {
 inline layout row(std::initializer_list<layout> parts) { return {layout::kind::row, parts}; }
 inline layout column(std::initializer_list<layout> parts) { return {layout::kind::column, parts}; }
 inline layout fields(std::initializer_list<layout> parts) { return {layout::kind::fields, parts}; }
+inline layout measures(std::initializer_list<layout> parts) { return {layout::kind::measures, parts}; }
+/// Where a cell of an arrangement stays empty.
+inline layout nothing() { return {layout::kind::row, {}}; }
 inline layout buttons(std::initializer_list<layout> parts) { return {layout::kind::buttons, parts}; }
 
 inline layout framed(frame& border, layout inside)

@@ -17,6 +17,7 @@ struct message_box {
     std::string title{};  // empty: the program's name
     icon picture = icon::none;
     buttons_of_box buttons = buttons_of_box::ok;
+    bool in_columns = false;  // letters behind the colon of a line belong to those above and below them
 
     bool operator==(const message_box&) const = default;
 };

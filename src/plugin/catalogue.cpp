@@ -19,4 +19,19 @@ std::string LoadResString(int number)
     throw resource_error{"no text with number " + std::to_string(number)};
 }
 
+std::string answer_text(int language, forms::answer which)
+{
+    const auto index = static_cast<std::size_t>(which);
+    for (const auto& block : catalogue_data::blocks()) {
+        if (block.offset == language && index < block.answers.size()) return std::string{block.answers[index]};
+    }
+    throw resource_error{"no language with offset " + std::to_string(language)};
+}
+
+bool has_language(int offset)
+{
+    const auto blocks = catalogue_data::blocks();
+    return std::ranges::find(blocks, offset, &catalogue_data::language_block::offset) != blocks.end();
+}
+
 }  // namespace tamrix

@@ -1,6 +1,8 @@
 // The numbered message catalogue: 12 language blocks of 3000 numbers each.
 #pragma once
 
+#include "forms/shell.h"
+
 #include <string>
 
 namespace tamrix {
@@ -8,5 +10,12 @@ namespace tamrix {
 /// The text of `number`, a language offset (a multiple of 3000) plus a base number. UTF-8. Throws resource_error for a
 /// number without a text.
 std::string LoadResString(int number);
+
+/// What stands on the button for an answer, with its mnemonic, in the language with that offset. UTF-8. Throws
+/// resource_error for an offset without a language.
+std::string answer_text(int language, forms::answer which);
+
+/// True where there are texts under a language offset.
+bool has_language(int offset);
 
 }  // namespace tamrix

@@ -15,6 +15,7 @@ struct message {
 struct language_block {
     int offset;
     std::span<const message> texts;
+    std::span<const std::string_view> answers;  // in the order of forms::answer
 };
 
 std::span<const language_block> blocks();

@@ -35,6 +35,8 @@ public:
 
     /// The catalogue's text in the language of Language(0), looked up afresh. Throws resource_error.
     std::string text(int base_number) const;
+    /// What stands on the button of a message box, in the same language.
+    std::string text(forms::answer which) const;
     /// Bytes of the device's main area: wordmode(0) times tlength(0), recomputed at each use.
     std::int64_t devbytes() const;
     /// Shows a catalogue text with an OK button.

@@ -31,7 +31,8 @@ after_report report_failed_row(session& plug_in, std::uint8_t logmode, const fai
         {.text = expected + std::string{indent} + result + plug_in.text(test_text) + plug_in.text(fail_text),
          .title = plug_in.text(warning_title),
          .picture = forms::icon::error,
-         .buttons = forms::buttons_of_box::abort_retry_ignore});
+         .buttons = forms::buttons_of_box::abort_retry_ignore,
+         .in_columns = true});
     switch (answer) {
     case forms::answer::retry: return after_report::start_again;
     case forms::answer::ignore: return after_report::forgive;

@@ -99,7 +99,8 @@ wxSizer* arranger::nested(const layout& part, wxWindow* parent)
 {
     const int direction = is_row(part) ? wxHORIZONTAL : wxVERTICAL;
     if (part.border == nullptr) {
-        if (part.what == kind::fields) return pairs(part, parent);
+        if (part.what == kind::fields) return table(part, parent, 2);
+        if (part.what == kind::measures) return table(part, parent, 3);
         if (part.what == kind::buttons) return button_row(part, parent);
         return line_up(part, parent, new wxBoxSizer{direction});
     }
@@ -124,18 +125,22 @@ wxSizer* arranger::line_up(const layout& part, wxWindow* parent, wxSizer* into)
     return into;
 }
 
-wxSizer* arranger::pairs(const layout& part, wxWindow* parent)
+/// A label, its field and, in three columns, the unit.
+wxSizer* arranger::table(const layout& part, wxWindow* parent, int columns)
 {
-    auto* grid = new wxFlexGridSizer{2, wxSize{pixels(label_gap), pixels(line_gap)}};
-    grid->AddGrowableCol(1);
-    bool field = false;
+    constexpr int field_column = 1;
+    auto* grid = new wxFlexGridSizer{columns, wxSize{pixels(label_gap), pixels(line_gap)}};
+    grid->AddGrowableCol(field_column);
+    int column = 0;
     std::vector<wxWindow*> boxes;
     for (const layout& child : part.children) {
+        const bool field = column == field_column;
         wxSizerFlags flags;
         if (field) {
             flags.Expand();
         } else {
-            flags.CenterVertical().Right();
+            flags.CenterVertical();
+            if (column == 0) flags.Right();
         }
         if (child.what != kind::item) {
             grid->Add(nested(child, parent), flags);
@@ -144,7 +149,7 @@ wxSizer* arranger::pairs(const layout& part, wxWindow* parent)
             grid->Add(made, flags);
             if (field && as<forms::label>(child) == nullptr) boxes.push_back(made);
         }
-        field = !field;
+        column = (column + 1) % columns;
     }
     make_equally_high(boxes);
     return grid;

@@ -26,7 +26,7 @@ private:
     void add(wxSizer& into, const forms::layout& part, wxWindow* parent);
     wxSizer* nested(const forms::layout& part, wxWindow* parent);
     wxSizer* line_up(const forms::layout& part, wxWindow* parent, wxSizer* into);
-    wxSizer* pairs(const forms::layout& part, wxWindow* parent);
+    wxSizer* table(const forms::layout& part, wxWindow* parent, int columns);
     wxSizer* button_row(const forms::layout& part, wxWindow* parent);
     wxWindow* make(forms::control& control, wxWindow* parent, label_use use);
     wxWindow* make_group(forms::option& member, wxWindow* parent);

@@ -1,5 +1,6 @@
 #include "wxui/grid_panel.h"
 
+#include "wxui/letters.h"
 #include "wxui/text.h"
 #include "wxui/widgets.h"
 
@@ -14,9 +15,6 @@ namespace tamrix::wxui {
 namespace {
 
 constexpr int pad = 4;  // between the edge and the letters
-constexpr int font_points = 10;
-
-wxFont letters_of_one_width() { return wxFontInfo{font_points}.FaceName("Courier New").Family(wxFONTFAMILY_TELETYPE); }
 
 wxColour to_wx_colour(forms::colour value)
 {

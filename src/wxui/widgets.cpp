@@ -9,6 +9,7 @@
 #include <wx/button.h>
 #include <wx/choice.h>
 #include <wx/radiobut.h>
+#include <wx/sizer.h>
 #include <wx/statbox.h>
 #include <wx/stattext.h>
 #include <wx/timer.h>
@@ -78,7 +79,15 @@ private:
 class frame_widget final : public window_widget<forms::frame, wxWindow> {
 public:
     using window_widget::window_widget;
-    bool update() override { return window_widget::update() | show_caption(); }
+
+    bool update() override
+    {
+        const bool other_room = window_widget::update() | show_caption();
+        // The toolkit asks only what stands inside for its width.
+        const int width_of_caption = window_->GetTextExtent(window_->GetLabel()).x + 2 * window_->GetCharWidth();
+        if (wxSizer* const inside = window_->GetContainingSizer()) inside->SetMinSize({width_of_caption, 0});
+        return other_room;
+    }
 };
 
 class button_widget final : public window_widget<forms::button, wxButton> {

@@ -2,13 +2,11 @@
 
 #include "wxui/form_dialog.h"
 #include "wxui/host_window.h"
-#include "wxui/text.h"
 
 #include <chrono>
 
 #include <wx/app.h>
 #include <wx/evtloop.h>
-#include <wx/msgdlg.h>
 
 namespace tamrix::wxui {
 
@@ -19,43 +17,6 @@ wxWindow* window_in_front()
 {
     wxWindow* active = wxGetActiveWindow();
     return active != nullptr ? wxGetTopLevelParent(active) : wxTheApp->GetTopWindow();
-}
-
-long style_of(const forms::message_box& box)
-{
-    long style = wxCENTRE;
-    switch (box.picture) {
-    case forms::icon::none: style |= wxICON_NONE; break;
-    case forms::icon::information: style |= wxICON_INFORMATION; break;
-    case forms::icon::warning: style |= wxICON_WARNING; break;
-    case forms::icon::error: style |= wxICON_ERROR; break;
-    case forms::icon::question: style |= wxICON_QUESTION; break;
-    }
-    switch (box.buttons) {
-    case forms::buttons_of_box::ok: return style | wxOK;
-    case forms::buttons_of_box::ok_cancel: return style | wxOK | wxCANCEL;
-    case forms::buttons_of_box::retry_cancel: return style | wxOK | wxCANCEL;
-    case forms::buttons_of_box::yes_no: return style | wxYES_NO;
-    case forms::buttons_of_box::abort_retry_ignore: return style | wxYES_NO | wxCANCEL;
-    }
-    return style;
-}
-
-forms::answer answer_of(int result, forms::buttons_of_box buttons)
-{
-    const bool three = buttons == forms::buttons_of_box::abort_retry_ignore;
-    switch (result) {
-    case wxID_OK: return buttons == forms::buttons_of_box::retry_cancel ? forms::answer::retry : forms::answer::ok;
-    case wxID_YES: return three ? forms::answer::abort : forms::answer::yes;
-    case wxID_NO: return three ? forms::answer::retry : forms::answer::no;
-    default: break;
-    }
-    switch (buttons) {  // the box was closed without one of its buttons
-    case forms::buttons_of_box::ok: return forms::answer::ok;
-    case forms::buttons_of_box::yes_no: return forms::answer::no;
-    case forms::buttons_of_box::abort_retry_ignore: return forms::answer::ignore;
-    default: return forms::answer::cancel;
-    }
 }
 
 }  // namespace
@@ -73,13 +34,7 @@ forms::answer wx_shell::box(const forms::message_box& box)
 {
     toolkit_.need_display();
     const host_window host;
-    const wxString title = box.title.empty() ? wxTheApp->GetAppDisplayName() : to_wx(box.title);
-    wxMessageDialog window{window_in_front(), to_wx(box.text), title, style_of(box)};
-    if (box.buttons == forms::buttons_of_box::abort_retry_ignore) {
-        window.SetYesNoCancelLabels("&Abort", "&Retry", "&Ignore");
-    }
-    if (box.buttons == forms::buttons_of_box::retry_cancel) window.SetOKCancelLabels("&Retry", "&Cancel");
-    return answer_of(window.ShowModal(), box.buttons);
+    return ask(window_in_front(), box, answer_texts_);
 }
 
 void wx_shell::beep() { wxBell(); }

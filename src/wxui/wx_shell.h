@@ -2,7 +2,10 @@
 #pragma once
 
 #include "forms/shell.h"
+#include "wxui/message_window.h"
 #include "wxui/toolkit.h"
+
+#include <utility>
 
 namespace tamrix::wxui {
 
@@ -15,6 +18,9 @@ public:
     void doevents() override;
     double seconds() override;
 
+    /// Names the buttons of boxes, which are English before; asked anew for each box.
+    void name_answers(answer_texts texts) { answer_texts_ = std::move(texts); }
+
     /// Ends what the dialogs needed; the next one starts it anew. False where another thread has to do that.
     bool rest() { return toolkit_.end(); }
 
@@ -22,6 +28,7 @@ private:
     void run_modal(forms::form& dialog) override;
 
     toolkit toolkit_;
+    answer_texts answer_texts_ = english_text;
 };
 
 }  // namespace tamrix::wxui

@@ -1,5 +1,7 @@
 #include "cli/convert_options.h"
 #include "cli/run_command.h"
+#include "host/languages.h"
+#include "plugin/catalogue.h"
 #include "support/temp_files.h"
 #include "transfer/formats.h"
 
@@ -95,6 +97,8 @@ std::string loadable()
     return names;
 }
 
+const std::string language_list = "en, zh-cn, zh-tw, ko, pl, it, nl, pt-br, tr, hu, ru";
+
 std::vector<std::string> with(std::vector<std::string> options)
 {
     std::vector<std::string> arguments{"convert", "in.bin", "out.bin"};
@@ -141,9 +145,12 @@ INSTANTIATE_TEST_SUITE_P(
                 "--buffer-bytes 0x80000000: a number from 0 to 2147481447 is expected"},
         refused{with({"--device-words", "0x40000000", "--word-bytes", "2"}),
                 "--device-words 1073741824: a device of 2147483648 bytes, less than 2 GiB is expected"},
-        refused{with({"--language", "7"}), "--language 7: one of " + cli::language_offsets() + " is expected"},
-        refused{with({"--language", "english"}),
-                "--language english: one of " + cli::language_offsets() + " is expected"}),
+        refused{with({"--language", "7"}), "--language 7: one of " + language_list + " is expected"},
+        refused{with({"--language", ""}), "--language : one of " + language_list + " is expected"},
+        refused{with({"--language", "36000"}), "--language 36000: one of " + language_list + " is expected"},
+        refused{with({"--language", "3000x"}), "--language 3000x: one of " + language_list + " is expected"},
+        refused{with({"--language", "EN"}), "--language EN: one of " + language_list + " is expected"},
+        refused{with({"--language", "english"}), "--language english: one of " + language_list + " is expected"}),
     name_of);
 
 TEST(usage, a_language_is_taken_before_and_behind_the_command)
@@ -152,8 +159,37 @@ TEST(usage, a_language_is_taken_before_and_behind_the_command)
     folder.write("in.bin", "0123456789");
     const command_setting there{.folder = folder.path("")};
     EXPECT_EQ(tamrix_command({"--language", "15000", "convert", "in.bin", "out.bin"}, there).status, 0);
+    EXPECT_EQ(tamrix_command({"--language", "en", "convert", "in.bin", "out.bin"}, there).status, 0);
     EXPECT_EQ(tamrix_command({"convert", "in.bin", "out.bin", "--language", "15000"}, there).status, 0);
     EXPECT_EQ(tamrix_command({"detect", "in.bin", "--language", "3"}, there).status, 2);
+}
+
+TEST(usage, the_help_tells_the_languages)
+{
+    EXPECT_THAT(tamrix_command({"--help"}).out, HasSubstr("--language CODE"));
+    EXPECT_THAT(tamrix_command({"--help"}).out, HasSubstr("en, zh-cn, zh-tw, ko, pl, it, nl, pt-br, tr, hu, ru"));
+    EXPECT_THAT(tamrix_command({"ttl", "test", "--help"}).out, HasSubstr("--language CODE"));
+}
+
+TEST(usage, the_messages_of_a_command_are_those_of_the_language)
+{
+    const temp_folder folder;
+    folder.write("in.bin", "0123456789");
+    for (const host::language& one : host::languages()) {
+        for (const std::string& word : {std::string{one.code}, std::to_string(one.offset)}) {
+            const auto result =
+                tamrix_command({"convert", "in.bin", "out.bin", "--language", word}, {.folder = folder.path("")});
+            if (has_language(one.offset)) {
+                EXPECT_EQ(result.status, 0) << word;
+                EXPECT_THAT(result.out, StartsWith(LoadResString(one.offset + 1134))) << word;
+                EXPECT_THAT(result.out, HasSubstr(LoadResString(one.offset + 1141))) << word;
+            } else {
+                EXPECT_EQ(result.status, 2) << word;
+                EXPECT_EQ(result.err, "tamrix: --language " + word + ": this version has no texts in " +
+                                          std::string{one.english} + "\n");
+            }
+        }
+    }
 }
 
 TEST(usage, a_standard_output_that_takes_nothing_is_a_failure)

@@ -93,6 +93,29 @@ TEST_F(text_boxes, raise_a_change_only_where_the_text_differs)
     EXPECT_EQ(changes, 3);
 }
 
+TEST_F(text_boxes, keep_what_stood_there_while_a_person_edits_around_it)
+{
+    shell.during(dialog, [&] {
+        dialog.Text1.text("1.5");  // a point that nobody could type
+        dialog.Text1.enter("1.52");
+        EXPECT_EQ(dialog.Text1.text(), "1.52");
+        dialog.Text1.enter("71.52");
+        dialog.Text1.enter("71.2");
+        EXPECT_EQ(dialog.Text1.text(), "71.2");
+        EXPECT_EQ(shell.beeps(), 0);
+        dialog.Text1.enter("71.x2");
+        dialog.Text1.enter("7.1.2");
+        EXPECT_EQ(dialog.Text1.text(), "71.2");
+        EXPECT_EQ(shell.beeps(), 2);
+        dialog.Text1.text("\xC3\xA9");
+        dialog.Text1.enter("\xC3\xA8");  // shares its first byte with the letter before
+        EXPECT_EQ(dialog.Text1.text(), "");
+        dialog.Text1.text("\xE7\x94\xA9");
+        dialog.Text1.enter("1\xC3\xA9");  // shares its last byte
+        EXPECT_EQ(dialog.Text1.text(), "1");
+    });
+}
+
 TEST_F(text_boxes, take_from_the_program_what_a_person_could_not_type)
 {
     shell.during(dialog, [&] {

@@ -38,6 +38,8 @@ TEST(presets, a_stanza_gives_a_device)
                                        "    pins 40\n    vcc-pin 39\n    gnd-pin 30\n"
                                        "    vcc 6.5\n    vpp 13.05\n"
                                        "    page 64\n    pulse-us 50\n    retries 10\n    mode 1\n    family 2\n"
+                                       "    note 129\n    vcc-high 0x40\n"
+                                       "    option-0 1\n    option-1 2\n    option-2 3\n    option-3 0xFF\n"
                                        "    clear none",
                                        "devices.txt");
     ASSERT_EQ(devices.size(), 1u);
@@ -58,7 +60,13 @@ TEST(presets, a_stanza_gives_a_device)
                                          .retries = 10,
                                          .program_mode = 1,
                                          .family = 2,
-                                         .clear = clear_choice::none}));
+                                         .clear = clear_choice::none,
+                                         .note = 129,
+                                         .vcc_high = 0x40,
+                                         .option_0 = 1,
+                                         .option_1 = 2,
+                                         .option_2 = 3,
+                                         .option_3 = 255}));
 }
 
 TEST(presets, what_a_stanza_leaves_out_has_its_default_and_the_buffer_fits)
@@ -172,7 +180,13 @@ TEST(presets, a_device_goes_into_its_blocks)
            .retries = 3,
            .program_mode = 6,
            .family = 2,
-           .clear = clear_choice::fill_00},
+           .clear = clear_choice::fill_00,
+           .note = 2,
+           .vcc_high = 64,
+           .option_0 = 10,
+           .option_1 = 11,
+           .option_2 = 12,
+           .option_3 = 13},
           blocks);
     EXPECT_EQ(blocks.text("wtype"), "93C46");
     EXPECT_EQ(blocks.text("wcompany"), "Microchip");
@@ -181,8 +195,8 @@ TEST(presets, a_device_goes_into_its_blocks)
     EXPECT_EQ(blocks.value<std::uint8_t>("wordmode", 0), 2);
     EXPECT_EQ(blocks.value<std::uint8_t>("wordmode", 1), 1);
     EXPECT_EQ(blocks.value<std::int16_t>("chippin"), 8);
-    EXPECT_EQ(blocks.value<std::uint8_t>("bvccpin"), 7);
-    EXPECT_EQ(blocks.value<std::uint8_t>("bgndpin"), 5);
+    EXPECT_EQ(blocks.value<std::uint8_t>("bvccpin"), 103);
+    EXPECT_EQ(blocks.value<std::uint8_t>("bgndpin"), 101);
     EXPECT_EQ(blocks.value<std::int16_t>("bvcc"), 330);
     EXPECT_EQ(blocks.value<std::int16_t>("bvpp"), 1200);
     EXPECT_EQ(blocks.value<std::int16_t>("pagelength"), 4);
@@ -192,6 +206,21 @@ TEST(presets, a_device_goes_into_its_blocks)
     EXPECT_EQ(blocks.value<std::uint8_t>("prgmode"), 6);
     EXPECT_EQ(blocks.value<std::uint8_t>("typeformat", 0), 2);
     EXPECT_EQ(blocks.value<std::uint8_t>("typeformat", 1), 1);
+    EXPECT_EQ(blocks.value<std::uint8_t>("wwarnno"), 2);
+    EXPECT_EQ(blocks.value<std::int16_t>("bvcch"), 64);
+    for (std::uint8_t i = 0; i < 4; ++i) EXPECT_EQ(blocks.value<std::uint8_t>("woption", i), 10 + i);
+}
+
+TEST(presets, supply_pins_go_by_the_code_of_the_programmer)
+{
+    EXPECT_EQ(pin_code(20, 20), 110);
+    EXPECT_EQ(pin_code(10, 20), 1);
+    EXPECT_EQ(pin_code(1, 20), 10);
+    EXPECT_EQ(pin_code(11, 20), 101);
+    EXPECT_EQ(pin_code(48, 48), 124);
+    EXPECT_EQ(pin_code(0, 20), 0) << "no pin";
+    EXPECT_EQ(pin_code(21, 20), 0);
+    EXPECT_EQ(pin_code(5, 0), 0);
 }
 
 TEST(presets, the_list_of_the_program_is_sound)
@@ -219,6 +248,14 @@ TEST(presets, the_list_holds_a_device_of_every_kind)
     EXPECT_TRUE(has([](const device_preset& d) { return d.words >= 0x10800000; }));
     EXPECT_TRUE(has([](const device_preset& d) { return d.name.starts_with("GAL"); }));
     EXPECT_TRUE(has([](const device_preset& d) { return d.page_length > 1 && d.vpp_centivolts <= 500; }));
+    EXPECT_TRUE(has([](const device_preset& d) { return d.page_length <= 1 && d.vpp_centivolts < 130; }));
+    EXPECT_TRUE(has([](const device_preset& d) { return d.vpp_centivolts > 500; }));
+    EXPECT_TRUE(has([](const device_preset& d) { return d.algorithm == "WSEPM" && d.program_mode == 1; }));
+    EXPECT_TRUE(has([](const device_preset& d) { return d.pulse_us >= 1000; }));
+    EXPECT_TRUE(has([](const device_preset& d) { return d.note > 128; })) << "asks for the external supply";
+    for (const int note : {1, 2, 4, 6, 8, 13, 17, 18, 21, 24, 25}) {
+        EXPECT_TRUE(has([&](const device_preset& d) { return (d.note & 0x7F) == note; })) << "note " << note;
+    }
 }
 
 }  // namespace tamrix::host

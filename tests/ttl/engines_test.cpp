@@ -88,7 +88,8 @@ TEST(report, is_a_box_with_the_critical_icon_that_asks_how_to_go_on)
         .text = "Expected: V0001:00H00HGH00H00V\n  Result: V0001:00L00HGH00H00V\n\nTTL & CMOS Test fail!",
         .title = "Warning! ",
         .picture = forms::icon::error,
-        .buttons = forms::buttons_of_box::abort_retry_ignore};
+        .buttons = forms::buttons_of_box::abort_retry_ignore,
+        .in_columns = true};
     EXPECT_EQ(f.shell.whole_boxes(), std::vector{expected});
 }
 

@@ -160,6 +160,68 @@ TEST_F(sessions, the_plug_in_tells_which_methods_work)
     EXPECT_FALSE(session.offers("nothing of the kind"));
 }
 
+TEST_F(sessions, the_language_is_that_of_the_next_call_and_stays_when_the_blocks_are_attached_anew)
+{
+    host_session session{PLUG_IN};
+    session.select(small);
+    EXPECT_EQ(session.library().has_language(0), 1);
+    EXPECT_EQ(session.library().has_language(15000), 1);
+    EXPECT_EQ(session.library().has_language(36000), 0);
+    EXPECT_EQ(session.library().has_language(1), 0);
+    const auto parameters = [](Clstamrix& plug_in) { return plug_in.algoparameter0(); };
+    session.use_language(36000);
+    EXPECT_EQ(session.run(parameters).result.error, "no text with number 37016") << "no text, and nothing breaks";
+    EXPECT_TRUE(session.attach_small().result.ok());
+    EXPECT_EQ(session.run(parameters).result.error, "no text with number 37016");
+    session.use_language(15000);
+    EXPECT_EQ(session.language(), 15000);
+}
+
+TEST_F(sessions, a_device_with_a_note_of_another_number_shows_nothing)
+{
+    host_session session{PLUG_IN};
+    session.select({.name = "plain", .words = 16, .buffer_bytes = 16});
+    EXPECT_TRUE(session.show_note().cancelled());
+    session.select({.name = "odd", .words = 16, .buffer_bytes = 16, .note = 26});
+    EXPECT_TRUE(session.show_note().cancelled());
+}
+
+TEST_F(sessions, a_note_without_a_box_leaves_its_line_on_the_external_supply)
+{
+    host_session session{PLUG_IN};
+    session.use_programmer({.model = 23});
+    session.select({.name = "hungry", .words = 16, .buffer_bytes = 16, .note = 128 + 19});
+    EXPECT_EQ(session.show_note().lines, ">>Note! Need AC adaptor!\n");
+    EXPECT_EQ(session.device().note, 128 + 19) << "the device still asks for it";
+}
+
+TEST_F(sessions, the_vectors_of_a_device_are_those_of_its_fuse_file)
+{
+    host_session session{PLUG_IN};
+    session.select(logic);
+    EXPECT_EQ(session.vector_count(), 0);
+    session.load_jedec(write("a.jed", "L0000 0101*\nV0001 01*\nV0002 10*\n"));
+    EXPECT_EQ(session.vector_count(), 2);
+    session.load_jedec(write("b.jed", "L0000 0101*\n"));
+    EXPECT_EQ(session.vector_count(), 0);
+    EXPECT_EQ(session.library().vector_count(nullptr), 0);
+}
+
+TEST_F(sessions, a_vector_test_without_a_programmer_does_nothing_and_one_with_it_tells_how_it_ended)
+{
+    host_session session{PLUG_IN};
+    host::device_preset two_pins = logic;
+    two_pins.pins = two_pins.vcc_pin = 2;
+    two_pins.gnd_pin = 1;
+    session.select(two_pins);
+    session.load_jedec(write("a.jed", "L0000 0101*\nV0001 NN*\n"));
+    EXPECT_TRUE(session.vector_test(false).cancelled());
+    session.use_programmer({.library = SIMULATOR});
+    const auto told = session.vector_test(true);
+    EXPECT_EQ(told.result.error, "");
+    EXPECT_EQ(told.lines, ">> Vector Test OK!\n");
+}
+
 TEST_F(sessions, a_plug_in_that_is_missing_is_told_with_its_path)
 {
     try {

@@ -1,3 +1,4 @@
+#include "dialog_checks.h"
 #include "person.h"
 
 #include <string>
@@ -50,19 +51,6 @@ public:
     forms::button* default_button() override { return &accept_button; }
     forms::button* cancel_button() override { return &leave_button; }
 };
-
-void expect_nothing_clipped(const wxWindow& parent)
-{
-    for (const wxWindow* child : parent.GetChildren()) {
-        if (!child->IsShown() || child->IsTopLevel()) continue;
-        const wxRect room{wxPoint{}, parent.GetClientSize()};
-        EXPECT_TRUE(room.Contains(child->GetRect())) << child->GetLabel();
-        const wxSize least = child->GetEffectiveMinSize();  // which names as much as a text of any length needs
-        EXPECT_GE(child->GetSize().x, least.x) << child->GetLabel();
-        EXPECT_GE(child->GetSize().y, least.y) << child->GetLabel();
-        expect_nothing_clipped(*child);
-    }
-}
 
 class layouts : public testing::Test {
 protected:

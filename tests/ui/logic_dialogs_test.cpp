@@ -1,5 +1,5 @@
 // The dialogs of the logic IC test on a real screen.
-#include "person.h"
+#include "over_host.h"
 
 #include "plugin/session.h"
 #include "support/plug_in_fixture.h"
@@ -19,36 +19,11 @@
 #include <gtest/gtest.h>
 
 #include <wx/listbox.h>
-#include <wx/timer.h>
-#include <wx/toplevel.h>
 
 using namespace tamrix;
 using namespace tamrix::tests;
 
 namespace {
-
-/// Stands behind the dialogs, as a host's window would.
-class host_window final : public scripted_form {
-public:
-    forms::label text{*this};
-    forms::layout arrangement() override { return forms::column({text}); }
-};
-
-class script_timer final : public wxTimer {
-public:
-    explicit script_timer(std::function<void()> script) : script_{std::move(script)} { StartOnce(20); }
-    void Notify() override
-    {
-        try {
-            script_();
-        } catch (const std::exception& error) {
-            ADD_FAILURE() << error.what();
-        }
-    }
-
-private:
-    std::function<void()> script_;
-};
 
 template <class Window>
 Window& find(wxWindow& parent, int which)
@@ -93,20 +68,7 @@ protected:
     }
 
     /// Shows a dialog of the plug-in and runs `script` meanwhile.
-    void with(forms::form& shown, const std::function<void()>& script)
-    {
-        host_window host;
-        during(screen, host, [&] {
-            wxWindow* const behind = &dialog();
-            script_timer starter{[&] {
-                comes_true([&] { return &dialog() != behind && static_cast<wxTopLevelWindow&>(dialog()).IsActive(); });
-                press("shift");  // and lets the keyboard arrive
-                script();
-                shown.close();
-            }};
-            screen.show_modal(shown);
-        });
-    }
+    void with(forms::form& shown, const std::function<void()>& script) { over_host(screen, shown, script); }
     static wxui::grid_panel& ruler() { return find<wxui::grid_panel>(dialog(), 0); }
     static wxui::grid_panel& grid() { return find<wxui::grid_panel>(dialog(), 1); }
     static wxListBox& list() { return find<wxListBox>(dialog(), 0); }

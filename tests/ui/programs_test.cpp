@@ -1,74 +1,11 @@
-#include "person.h"
-#include "program.h"
+#include "programs_fixture.h"
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <string>
-#include <vector>
-
-#include <gtest/gtest.h>
-
-#include <unistd.h>
 
 using namespace tamrix::tests;
-namespace fs = std::filesystem;
 
 namespace {
-
-/// A home of its own for the program, and names of its own for the shared blocks.
-class programs : public testing::Test {
-protected:
-    programs()
-    {
-        folder = fs::temp_directory_path() / ("tamrix-ui-" + std::to_string(getpid()));
-        fs::create_directories(folder);
-        std::ofstream{folder / "demo.hex"} << ":10000000000102030405060708090A0B0C0D0E0F78\n:00000001FF\n";
-    }
-    ~programs() override { fs::remove_all(folder); }
-
-    std::vector<std::string> settings(std::vector<std::string> more = {}) const
-    {
-        std::vector<std::string> all{"HOME=" + folder.string(), "XDG_CONFIG_HOME=" + (folder / "config").string(),
-                                     "XDG_CACHE_HOME=" + (folder / "cache").string(), "TAMRIX_NAMESPACE=" + name_space,
-                                     "LD_LIBRARY_PATH=" PROGRAM_FOLDER};
-        all.insert(all.end(), more.begin(), more.end());
-        return all;
-    }
-    std::string file(const char* name) const { return (folder / name).string(); }
-    static std::vector<std::string> shared_objects(const std::string& name_space)
-    {
-        std::vector<std::string> names;
-        for (const auto& entry : fs::directory_iterator{"/dev/shm"}) {
-            const std::string name = entry.path().filename();
-            if (name.starts_with(name_space)) names.push_back(name);
-        }
-        return names;
-    }
-
-    fs::path folder;
-    std::string name_space = "ui" + std::to_string(getpid()) + ".";
-};
-
-std::string content(const fs::path& path)
-{
-    std::ifstream file{path, std::ios::binary};
-    return {std::istreambuf_iterator<char>{file}, {}};
-}
-
-/// What another program put on the clipboard.
-std::string clipboard()
-{
-    struct empty_form final : scripted_form {
-        tamrix::forms::layout arrangement() override { return tamrix::forms::column({}); }
-    } form;
-    tamrix::wxui::wx_shell screen;
-    std::string text;
-    during(screen, form, [&] { text = copied(); });
-    return text;
-}
 
 std::string without_time(std::string text)
 {

@@ -32,7 +32,7 @@ Expect "result", plugin.readsvffile(file, folder), 0
 Expect "result", plugin.readsvffile(file & "x", folder), 0
 Expect "file", file, "missing.svf"
 Expect "empty result", TypeName(plugin.readpldfile(file)), "Empty"
-plugin.warn 1, True
+plugin.warn 0, True
 plugin.freesharebufferopt
 
 On Error Resume Next

@@ -1,0 +1,25 @@
+// Numbers as a person types them into the parameter dialog, and as it shows them. The decimal point is always ".".
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace tamrix {
+
+struct typed_number {
+    double value = 0;
+    bool found = false;  // false where the text holds no digit; the value is 0 then
+    bool whole = false;  // the number is all of the text
+};
+
+/// The number that the text begins with, up to a second point or anything else that does not belong to it.
+typed_number read_number(std::string_view text);
+
+/// The nearest whole number, halves to the even one, held within the limits.
+std::int32_t whole_number(double value, std::int32_t least, std::int32_t most);
+
+/// Microseconds as milliseconds with the decimals that it takes: "10", "1.5", "2.048".
+std::string milliseconds_text(std::int32_t microseconds);
+
+}  // namespace tamrix

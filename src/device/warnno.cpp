@@ -1,0 +1,85 @@
+#include "device/warnno.h"
+
+#include "device/note_text.h"
+
+namespace tamrix {
+
+namespace {
+
+constexpr int note_title = 1095, needs_adaptor = 1313;
+constexpr std::uint8_t generation_17 = 17;
+
+bool has_low_power_socket(std::int16_t modeltype)
+{
+    return modeltype == 23 || modeltype == 24 || modeltype == 28 || modeltype == 29;
+}
+
+/// The line for the host's log.
+std::string add_power_line(session& plug_in)
+{
+    std::string line = ">>" + plug_in.text(note_title) + plug_in.text(needs_adaptor) + "\n";
+    plug_in.blocks.MainRtstr(0) += line;
+    return line;
+}
+
+/// True where a programmer is there that needs the external supply for such a device.
+bool needs_power(const session& plug_in, bool16 extpower0)
+{
+    const auto& blocks = plug_in.blocks;
+    return extpower0 == 0 && is_true(plug_in.ok) && blocks.wfig(1) == generation_17 && is_true(blocks.usbable(0));
+}
+
+/// Addresses of the auxiliary memory; 0 for a value without a meaning.
+std::int64_t auxiliary_length(std::uint8_t option)
+{
+    constexpr std::int64_t lengths[] = {0x8000, 0x80, 0x40, 0x100, 0x800, 0x200, 0x8000};
+    return option < std::size(lengths) ? lengths[option] : 0;
+}
+
+notes::device_values values_of(const sharemap& blocks)
+{
+    notes::device_values values{};
+    values[notes::total_length] = blocks.tlength(0);
+    values[notes::page_length] = blocks.pagelength(0);
+    values[notes::vcc_high] = blocks.bvcch(0);
+    values[notes::option_0] = blocks.woption(0);
+    values[notes::option_3] = blocks.woption(3);
+    values[notes::auxiliary] = auxiliary_length(blocks.woption(1));
+    return values;
+}
+
+/// A device of note 4 tells by an option that its memory lies as that of note 2 does.
+std::uint8_t number_of_table(const session& plug_in, std::uint8_t no)
+{
+    return no == 4 && plug_in.blocks.woption(3) != 0 ? 2 : no;
+}
+
+/// The supply is lowered whether or not the external one is needed.
+void lower_vcc(sharemap& blocks)
+{
+    constexpr std::int16_t asked = 390, lowered = 360;  // in 0.01 V
+    if (blocks.bvcc(0) == asked && blocks.wfig(1) == generation_17) blocks.bvcc(0) = lowered;
+}
+
+}  // namespace
+
+void warn(session& plug_in, std::uint8_t& no, bool16 extpower0)
+{
+    constexpr std::uint8_t power_bit = 0x80;
+    if (has_low_power_socket(plug_in.blocks.modeltype(0)) && (no & power_bit) != 0 && extpower0 == 0) {
+        add_power_line(plug_in);
+    }
+    no &= static_cast<std::uint8_t>(~power_bit);
+    if (no == 20) lower_vcc(plug_in.blocks);
+    std::string power_line;
+    if ((no == 19 || no == 20 || no == 21) && needs_power(plug_in, extpower0)) power_line = add_power_line(plug_in);
+    const notes::note* const shown = notes::find_note(number_of_table(plug_in, no));
+    if (shown == nullptr) return;
+    // A note that added the power line has it as its title too: meant.
+    plug_in.screen.box(
+        {.text = notes::note_text(*shown, values_of(plug_in.blocks), [&](int number) { return plug_in.text(number); }),
+         .title = power_line.empty() ? plug_in.text(note_title) : power_line,
+         .picture = forms::icon::information});
+}
+
+}  // namespace tamrix

@@ -1,0 +1,16 @@
+// Notes on a device that the host shows when it is selected: how its memories lie in the buffer, and whether it needs
+// the external supply.
+#pragma once
+
+#include "plugin/session.h"
+#include "tamrix/types.h"
+
+#include <cstdint>
+
+namespace tamrix {
+
+/// Shows note `no`, 1 to 25; every other number shows nothing. Bit 7 asks for the line on the external supply on models
+/// that can do without it; it is cleared in the caller's variable. `extpower0` tells that the supply is connected.
+void warn(session& plug_in, std::uint8_t& no, bool16 extpower0);
+
+}  // namespace tamrix

@@ -1,0 +1,29 @@
+// Message boxes on the screen, with the answers in the language of their text.
+#pragma once
+
+#include "forms/shell.h"
+
+#include <functional>
+#include <span>
+#include <string>
+
+#include <wx/window.h>
+
+namespace tamrix::wxui {
+
+/// What stands on the button for an answer, UTF-8 with its mnemonic.
+using answer_texts = std::function<std::string(forms::answer)>;
+
+std::string english_text(forms::answer which);
+
+/// The answers that a box offers. Enter gives the first, closing the box the last.
+std::span<const forms::answer> answers_of(forms::buttons_of_box buttons);
+
+/// The title and the text that a box is shown with, the lines of the text parted by line feeds.
+wxString title_of(const forms::message_box& box);
+wxString text_of(const forms::message_box& box);
+
+/// Shows the box until the person answers. `parent` may be null.
+forms::answer ask(wxWindow* parent, const forms::message_box& box, const answer_texts& texts);
+
+}  // namespace tamrix::wxui

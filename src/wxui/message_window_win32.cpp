@@ -1,0 +1,64 @@
+// The system's own box.
+#include "wxui/message_window.h"
+
+#include "wxui/text.h"
+
+#include <array>
+#include <cstddef>
+
+#include <wx/msgdlg.h>
+
+namespace tamrix::wxui {
+
+namespace {
+
+long style_of(const forms::message_box& box)
+{
+    long style = wxCENTRE;
+    switch (box.picture) {
+    case forms::icon::none: style |= wxICON_NONE; break;
+    case forms::icon::information: style |= wxICON_INFORMATION; break;
+    case forms::icon::warning: style |= wxICON_WARNING; break;
+    case forms::icon::error: style |= wxICON_ERROR; break;
+    case forms::icon::question: style |= wxICON_QUESTION; break;
+    }
+    switch (box.buttons) {
+    case forms::buttons_of_box::ok: return style | wxOK;
+    case forms::buttons_of_box::ok_cancel:
+    case forms::buttons_of_box::retry_cancel: return style | wxOK | wxCANCEL;
+    case forms::buttons_of_box::yes_no: return style | wxYES_NO;
+    case forms::buttons_of_box::abort_retry_ignore: return style | wxYES_NO | wxCANCEL;
+    }
+    return style;
+}
+
+/// The system's button for an answer, by its place in answers_of().
+int button_of(std::size_t place, forms::buttons_of_box buttons)
+{
+    constexpr std::array yes_first{wxID_YES, wxID_NO, wxID_CANCEL}, ok_first{wxID_OK, wxID_CANCEL, wxID_NONE};
+    const bool yes = buttons == forms::buttons_of_box::yes_no || buttons == forms::buttons_of_box::abort_retry_ignore;
+    return yes ? yes_first.at(place) : ok_first.at(place);
+}
+
+}  // namespace
+
+forms::answer ask(wxWindow* parent, const forms::message_box& box, const answer_texts& texts)
+{
+    wxMessageDialog window{parent, text_of(box), title_of(box), style_of(box)};
+    const auto answers = answers_of(box.buttons);
+    const auto label = [&](std::size_t place) { return to_wx(texts(answers[place])); };
+    switch (box.buttons) {
+    case forms::buttons_of_box::ok: window.SetOKLabel(label(0)); break;
+    case forms::buttons_of_box::ok_cancel:
+    case forms::buttons_of_box::retry_cancel: window.SetOKCancelLabels(label(0), label(1)); break;
+    case forms::buttons_of_box::yes_no: window.SetYesNoLabels(label(0), label(1)); break;
+    case forms::buttons_of_box::abort_retry_ignore: window.SetYesNoCancelLabels(label(0), label(1), label(2)); break;
+    }
+    const int result = window.ShowModal();
+    for (std::size_t place = 0; place < answers.size(); ++place) {
+        if (button_of(place, box.buttons) == result) return answers[place];
+    }
+    return answers.back();
+}
+
+}  // namespace tamrix::wxui

@@ -1,0 +1,215 @@
+// What the workbench does with the device: its parameters, its note, its test vectors, the language of all that.
+#include "programs_fixture.h"
+
+#include "plugin/catalogue.h"
+
+#include <chrono>
+#include <cstdint>
+#include <cstring>
+#include <thread>
+
+using namespace tamrix::tests;
+
+namespace {
+
+using namespace std::chrono_literals;
+
+const std::string title = "^tamrix workbench";
+
+class workbench_with_device : public programs {
+protected:
+    template <class Number>
+    Number block(const char* name, std::size_t index = 0) const
+    {
+        const std::string bytes = content("/dev/shm/" + name_space + "qorfan" + name + "0");
+        Number value{};
+        if (bytes.size() >= (index + 1) * sizeof value)
+            std::memcpy(&value, bytes.data() + index * sizeof value, sizeof value);
+        return value;
+    }
+    static void choose(const program& workbench, const std::string& device)
+    {
+        workbench.press("ctrl+d ctrl+a");
+        workbench.type(device);
+        workbench.press("Return");
+    }
+    static void quit(program& workbench)
+    {
+        workbench.focus(title);
+        workbench.press("ctrl+q");
+        EXPECT_EQ(workbench.wait(), 0);
+        EXPECT_EQ(workbench.output(), "");
+    }
+    static bool stays_away(const program& workbench, const char* window)
+    {
+        std::this_thread::sleep_for(1s);
+        return workbench.shown(window) == 0;
+    }
+};
+
+}  // namespace
+
+TEST_F(workbench_with_device, changes_the_parameters_of_the_device)
+{
+    program workbench{"tamrix-workbench", {"--device", "27C64"}, settings()};
+    workbench.focus(title);
+    workbench.press("ctrl+m");
+    workbench.focus("Modify Algorithm Parameters");
+    workbench.press("ctrl+a");
+    workbench.type("5.75");
+    workbench.press("Return");
+    workbench.focus(title);
+    EXPECT_EQ(block<std::int16_t>("bvcc"), 575);
+    EXPECT_EQ(block<std::int16_t>("bvpp"), 1300);
+    EXPECT_EQ(block<std::int32_t>("pwte", 1), 1);
+    quit(workbench);
+}
+
+TEST_F(workbench_with_device, shows_the_note_of_a_device_when_it_is_chosen_and_once_more_when_asked)
+{
+    program workbench{"tamrix-workbench", {"--device", "PIC16C54"}, settings()};
+    workbench.focus(title);
+    EXPECT_TRUE(stays_away(workbench, "^Note!")) << "not at the start";
+    choose(workbench, "PIC16C57");
+    workbench.focus("^Note!");
+    workbench.press("Return");
+    workbench.focus(title);
+    choose(workbench, "27C64");
+    choose(workbench, "PIC16C57");
+    EXPECT_TRUE(stays_away(workbench, "^Note!")) << "not by itself again";
+    workbench.press("alt+d");
+    workbench.press("o");
+    workbench.focus("^Note!");
+    workbench.press("Return");
+    quit(workbench);
+}
+
+TEST_F(workbench_with_device, waits_with_a_note_until_a_dialog_is_closed)
+{
+    program workbench{"tamrix-workbench", {"--device", "27C64"}, settings()};
+    workbench.focus(title);
+    choose(workbench, "PIC16C54");
+    workbench.press("F4");
+    workbench.focus("^Values of PIC16C54");
+    EXPECT_TRUE(stays_away(workbench, "^Note!"));
+    workbench.press("Escape");
+    workbench.focus("^Note!");
+    workbench.press("Return");
+    quit(workbench);
+}
+
+TEST_F(workbench_with_device, tells_of_the_external_supply_in_its_log)
+{
+    fs::create_directories(folder / "config" / "tamrix");
+    std::ofstream{folder / "config" / "tamrix" / "workbench.conf"} << "[Socket]\nModel=23\n";
+    program workbench{"tamrix-workbench", {"--device", "27C64"}, settings()};
+    workbench.focus(title);
+    choose(workbench, "PIC16C57");
+    workbench.focus("^Note!");
+    workbench.press("Return");
+    workbench.focus(title);
+    workbench.click_at(0.6, 0.9);
+    workbench.press("ctrl+a ctrl+c");
+    const std::string log = clipboard();
+    EXPECT_TRUE(log.ends_with("\n>>Note! Need AC adaptor!\n")) << log;
+    quit(workbench);
+}
+
+TEST_F(workbench_with_device, edits_the_test_vectors_of_a_fuse_file)
+{
+    const std::string row = "00000000NN1111111111";
+    std::ofstream{folder / "in.jed"} << "\x02My part\nQP20*\nQF2194*\nL0000 " << std::string(2194, '1') << "*\nV0001 "
+                                     << row << "*\nV0002 " << row << "*\n";
+    program workbench{"tamrix-workbench", {"--device", "GAL16V8", file("in.jed")}, settings()};
+    workbench.focus("in.jed.*tamrix workbench");
+    workbench.press("alt+e");
+    workbench.press("v");
+    workbench.focus("^PLD Test Vector Edit");
+    workbench.press("Down");
+    workbench.type("hl");
+    workbench.press("Return");  // a row behind it
+    workbench.type("c");
+    workbench.press("alt+d");
+    workbench.focus("in.jed.*tamrix workbench");
+    workbench.press("alt+f");
+    workbench.press("e");
+    workbench.focus("^Save JEDEC$");
+    workbench.type(file("out.jed"));
+    workbench.press("Return");
+    EXPECT_TRUE(
+        comes_true_within_ten_seconds([&] { return content(file("out.jed")).find("V000003 ") != std::string::npos; }));
+    const std::string saved = content(file("out.jed"));
+    EXPECT_NE(saved.find("V000001 " + row + " *\r\nV000002 HL000000NN1111111111 *\r\nV000003 CNNNNNNNNNNNNNNNNNNN *"),
+              std::string::npos)
+        << saved;
+    workbench.focus("tamrix workbench");
+    workbench.press("ctrl+q");
+    EXPECT_EQ(workbench.wait(), 0);
+    EXPECT_EQ(workbench.output(), "");
+}
+
+TEST_F(workbench_with_device, plays_the_test_vectors_of_a_fuse_file)
+{
+    std::ofstream{folder / "in.jed"} << "\x02My part\nQP20*\nQF16*\nL0000 0101010101010101*\nV0001 "
+                                     << "000000000N0000000HLN*\n";
+    program workbench{"tamrix-workbench", {"--device", "GAL16V8", file("in.jed")}, settings()};
+    workbench.focus("in.jed.*tamrix workbench");
+    workbench.press("alt+t");
+    workbench.press("v");
+    workbench.click_at(0.6, 0.9);
+    workbench.press("ctrl+a ctrl+c");
+    const std::string log = clipboard();
+    EXPECT_NE(log.find("Vector Test fail!"), std::string::npos) << "nothing in the socket pulls a pin low\n" << log;
+    workbench.press("ctrl+q");
+    EXPECT_EQ(workbench.wait(), 0);
+}
+
+TEST_F(workbench_with_device, says_that_there_are_no_vectors_to_play)
+{
+    program workbench{"tamrix-workbench", {"--device", "GAL16V8"}, settings()};
+    workbench.focus(title);
+    workbench.press("alt+t");
+    workbench.press("v");
+    workbench.click_at(0.6, 0.9);
+    workbench.press("ctrl+a ctrl+c");
+    const std::string log = clipboard();
+    EXPECT_NE(log.find("Vector Test: the device has no vectors"), std::string::npos) << log;
+    quit(workbench);
+}
+
+TEST_F(workbench_with_device, follows_the_language_menu_with_its_next_dialog_and_keeps_it)
+{
+    constexpr std::int32_t chinese = 3000;
+    const std::int32_t second = tamrix::has_language(chinese) ? chinese : 0;  // a language that is missing is grey
+    {
+        program workbench{"tamrix-workbench", {"--device", "27C64"}, settings()};
+        workbench.focus(title);
+        EXPECT_EQ(block<std::int32_t>("Language"), 0);
+        workbench.press("alt+l");
+        workbench.press("Down Return");
+        EXPECT_TRUE(comes_true_within_ten_seconds([&] { return block<std::int32_t>("Language") == second; }));
+        workbench.press("ctrl+m");
+        workbench.focus("^" + tamrix::LoadResString(second + 1016) + "$");
+        workbench.press("Escape");
+        quit(workbench);
+    }
+    program workbench{"tamrix-workbench", {"--device", "27C64"}, settings()};
+    workbench.focus(title);
+    EXPECT_EQ(block<std::int32_t>("Language"), second);
+    quit(workbench);
+}
+
+TEST_F(workbench_with_device, starts_in_english_where_its_settings_name_a_language_that_is_not_there)
+{
+    fs::create_directories(folder / "config" / "tamrix");
+    for (const char* word : {"tlh", "36000", "", "15000"}) {
+        std::ofstream{folder / "config" / "tamrix" / "workbench.conf"} << "Language=" << word << "\n";
+        program workbench{"tamrix-workbench", {"--device", "27C64"}, settings()};
+        workbench.focus(title);
+        EXPECT_EQ(block<std::int32_t>("Language"), 0) << word;
+        workbench.press("ctrl+m");
+        workbench.focus("^Modify Algorithm Parameters$");
+        workbench.press("Escape");
+        quit(workbench);
+    }
+}

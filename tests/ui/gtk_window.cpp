@@ -1,0 +1,39 @@
+#include "gtk_window.h"
+
+#include <stdexcept>
+
+#include <dlfcn.h>
+
+namespace tamrix::tests {
+
+namespace {
+
+template <class Function>
+Function* function(const char* name)
+{
+    void* const found = dlsym(RTLD_DEFAULT, name);
+    if (found == nullptr) throw std::runtime_error{std::string{"the toolkit has no "} + name};
+    return reinterpret_cast<Function*>(found);
+}
+
+}  // namespace
+
+gtk_window gtk_window::in_front() { return gtk_window{function<void*()>("gtk_grab_get_current")()}; }
+
+unsigned long gtk_window::number() const
+{
+    if (widget_ == nullptr) return 0;
+    return function<unsigned long(void*)>("gdk_x11_window_get_xid")(
+        function<void*(void*)>("gtk_widget_get_window")(widget_));
+}
+
+int letters_without_picture(const wxWindow& window, const std::string& text)
+{
+    void* const layout =
+        function<void*(void*, const char*)>("gtk_widget_create_pango_layout")(window.GetHandle(), text.c_str());
+    const int count = function<int(void*)>("pango_layout_get_unknown_glyphs_count")(layout);
+    function<void(void*)>("g_object_unref")(layout);
+    return count;
+}
+
+}  // namespace tamrix::tests

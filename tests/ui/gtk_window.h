@@ -1,0 +1,29 @@
+// What wxWidgets does not tell of the windows on the screen. Asked of the toolkit under it, whose functions are found
+// in the running program, so that no headers of it are needed.
+#pragma once
+
+#include <string>
+
+#include <wx/window.h>
+
+namespace tamrix::tests {
+
+class gtk_window {
+public:
+    /// The modal window in front, also where it is a message box; one with a null widget where there is none.
+    static gtk_window in_front();
+
+    const void* widget() const { return widget_; }
+    /// The number by which the display knows it.
+    unsigned long number() const;
+
+private:
+    explicit gtk_window(void* widget) : widget_{widget} {}
+
+    void* widget_;
+};
+
+/// How many letters of a text no installed font has, drawn as `window` draws its own texts.
+int letters_without_picture(const wxWindow& window, const std::string& text);
+
+}  // namespace tamrix::tests

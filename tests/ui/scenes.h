@@ -1,0 +1,42 @@
+// Every dialog and message box of the plug-in, each with contents as a person meets them.
+#pragma once
+
+#include "forms/form.h"
+#include "plugin/session.h"
+#include "support/temp_files.h"
+#include "wxui/wx_shell.h"
+
+#include <functional>
+#include <span>
+#include <string_view>
+
+namespace tamrix::tests {
+
+/// A plug-in in one language, at the screen.
+class stage {
+public:
+    explicit stage(int language);
+
+    /// Shows a dialog; `fill` brings its contents once it stands there, then `look` is called.
+    void show(
+        forms::form& shown, const std::function<void()>& fill = [] {});
+    /// Calls `asks`, which shows a message box, and `look` while the box stands there.
+    void ask(const std::function<void()>& asks);
+
+    wxui::wx_shell screen;
+    tamrix::session session;
+    temp_folder folder;
+    std::function<void()> look = [] {};
+
+private:
+    void write_library() const;
+};
+
+struct scene {
+    std::string_view name;  // of the dialog, in letters that serve for a file's name
+    void (*play)(stage& on);
+};
+
+std::span<const scene> scenes();
+
+}  // namespace tamrix::tests
