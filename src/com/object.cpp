@@ -89,8 +89,10 @@ HRESULT object::Invoke(DISPID id, REFIID reserved, LCID, WORD flags, DISPPARAMS*
         arguments taken;
         if (const HRESULT failed = taken.take(type_info(), id, *parameters, bad_argument); FAILED(failed))
             return failed;
-        return type_info()->Invoke(static_cast<_Clstamrix*>(this), id, flags, taken.parameters(), result, exception,
-                                   bad_argument);
+        const HRESULT outcome = type_info()->Invoke(static_cast<_Clstamrix*>(this), id, flags, taken.parameters(),
+                                                    result, exception, bad_argument);
+        if (SUCCEEDED(outcome)) taken.give_back(*parameters);
+        return outcome;
     } catch (const std::bad_alloc&) {
         return E_OUTOFMEMORY;
     }
