@@ -3,6 +3,7 @@
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/scripts/setup.sh"
 source "$root/scripts/windows.sh"
+source "$root/packaging/windows/try-zip.sh"
 cd "$root"
 
 usage() {
@@ -15,9 +16,9 @@ Installs the packages that are missing (Debian 12; as root or through sudo), bui
   (nothing)    runs every test, those of real windows on a display of their own (Xvfb)
   --sanitize   runs the tests that need no display, with address, leak and undefined behaviour checks
   --threads    runs the tests of the programmer with checks of what its threads share
-  --windows    builds for 32-bit Windows and runs the tests of that under wine, those of dialogs on a display of their own
-               (as root; the first time it makes a small 32-bit system for wine and builds wxWidgets in the cache folder,
-               which takes about fifteen minutes)
+  --windows    builds for 32-bit Windows and runs the tests of that under wine, those of dialogs on a display of their own,
+               and tries the package (as root; the first time it makes a small 32-bit system for wine and builds
+               wxWidgets in the cache folder, which takes about fifteen minutes)
   --fuzz S     feeds every reader damaged files for S seconds each, with the same checks
   --bench      measures the release side by side with other tools and writes docs/performance.md
   --format     formats every .h and .cpp file that git knows
@@ -69,7 +70,7 @@ fuzz() {
 }
 
 run_windows() {
-    need "${windows_packages[@]}"
+    need "${windows_packages[@]}" "${unzip_packages[@]}"
     need_windows_wx
     build windows
     exec xvfb-run -a -s '-screen 0 1280x1024x24 -noreset -nolisten tcp' scripts/wine_tests.sh

@@ -3,22 +3,59 @@
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 source "$root/scripts/windows.sh"
+source "$root/tests/windows/examples.sh"
+source "$root/packaging/windows/try-zip.sh"
 cd "$root"
 
+register() { in_wine_system timeout 60 wine regsvr32 /s "$@"; }
+
+# script NAME.vbs [ARGUMENT...], with the environment variables in `settings`. Its last words are looked for, since wine's
+# cscript ends with 0 also where a script breaks down.
+settings=()
+script() {
+    local said
+    said=$(in_wine_system timeout 300 env "${settings[@]}" wine cscript //nologo "$@") || true
+    echo "$said"
+    [[ $said == *'found all as it should be.'* ]]
+}
+
+# vector_test ERROR [VARIABLE=VALUE...]: the script, with the error that it has to meet, or "none".
+vector_test() {
+    local settings=("${@:2}")
+    script vector_test.vbs "$1" vector_test.txt
+}
+
 enter_wine_system
-cp build/windows/bin/*.exe build/windows/bin/*.dll tests/windows/*/*.vbs "$wine_system/project/"
-cp -r fuzz src/plugin/messages tests/ttl/transcripts tests/device/notes tests/plugin/english_messages.txt "$wine_system/project/"
+cp build/windows/bin/*.exe build/windows/bin/*.dll build/windows/src/com/tamrix.tlb tests/windows/*/*.vbs \
+    "$wine_system/project/"
+cp -r fuzz src/plugin/messages tests/ttl/transcripts tests/device/notes tests/plugin/english_messages.txt \
+    data/{chips,lib,lib1} "$wine_system/project/"
 
 echo '== the core'
 in_wine_system timeout 900 wine tests_windows.exe --gtest_brief=1
 echo '== the COM server'
 in_wine_system timeout 300 wine tests_com.exe --gtest_brief=1
+echo '== the programmer of an installation'
+in_wine_system timeout 300 wine tests_programmer.exe --gtest_brief=1
+in_wine_system timeout 300 wine tests_programmer.exe --model=22 --gtest_filter='installed.*' --gtest_brief=1
 
-in_wine_system timeout 60 wine regsvr32 /s tamrix.dll
-in_wine_system timeout 60 wine regsvr32 /s script_blocks.dll
+register tamrix.dll
+register script_blocks.dll
 echo '== the COM server, registered and driven by a script'
-in_wine_system timeout 60 wine cscript //nologo late_binding.vbs
+script late_binding.vbs
 echo '== the dialogs, driven by a script and a person'
-in_wine_system timeout 300 wine cscript //nologo load_and_save.vbs
-in_wine_system timeout 60 wine regsvr32 /s /u script_blocks.dll
-in_wine_system timeout 60 wine regsvr32 /s /u tamrix.dll
+script load_and_save.vbs
+echo '== the programmer of an installation, driven by a script'
+unknown='no such class is registered'
+vector_test "device object lumbat.devobj: $unknown"
+register lumbat.dll
+vector_test none TAMRIX_SIMULATOR='chips chips; socket 7400; speed 1000; transcript vector_test.txt'
+vector_test 'device object lumbat.devobj: hwreset: option "model moon"' TAMRIX_SIMULATOR='model moon'
+vector_test "device object nobodys.devobj: $unknown" TAMRIX_DEVOBJ=nobodys.devobj
+register /u lumbat.dll
+register /u script_blocks.dll
+echo '== the examples'
+try_examples
+register /u tamrix.dll
+echo '== the package'
+try_zip

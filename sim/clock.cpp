@@ -57,7 +57,8 @@ wall_clock::wall::time_point wall_clock::wall_time(microseconds when) const
 
 void wall_clock::advance(microseconds time)
 {
-    if (time > microseconds{0}) std::this_thread::sleep_until(wall_time(now() + time));
+    const microseconds target = now() + time;
+    while (now() < target) std::this_thread::sleep_until(wall_time(target));  // which some systems end a moment early
 }
 
 clock::alarm wall_clock::at(microseconds when, std::function<void()> act)

@@ -22,15 +22,15 @@ setup completed(setup wanted)
     return wanted;
 }
 
-parts_of_programmer parts_of(const setup& wanted, const hw::reply_memory& replies)
+parts_of_programmer parts_of(const setup& wanted, reply_place replies)
 {
-    return parts_of_programmer{wanted.model, banks_of(wanted), wanted.time, wanted.log, replies};
+    return parts_of_programmer{wanted.model, banks_of(wanted), wanted.time, wanted.log, std::move(replies)};
 }
 
 }  // namespace
 
-programmer::programmer(const setup& wanted, const hw::reply_memory& replies)
-    : shared_{parts_of(completed(wanted), replies)}
+programmer::programmer(const setup& wanted, reply_place replies)
+    : shared_{parts_of(completed(wanted), std::move(replies))}
 {}
 
 programmer::~programmer()
@@ -54,7 +54,7 @@ void programmer::clear_faults()
 hw::programmer_source source_of(setup wanted, std::function<void(programmer&)> prepare)
 {
     return [wanted = std::move(wanted), prepare = std::move(prepare)](const hw::reply_memory& replies) {
-        auto made = std::make_unique<programmer>(wanted, replies);
+        auto made = std::make_unique<programmer>(wanted, place_in(replies));
         if (prepare) prepare(*made);
         return made;
     };

@@ -20,7 +20,7 @@ struct setup {
 /// All calls come from one thread. Only bulk reads arrive in the clock's context.
 class programmer final : public hw::programmer {
 public:
-    explicit programmer(const setup& wanted, const hw::reply_memory& replies = {nullptr, 0});
+    explicit programmer(const setup& wanted, reply_place replies = {});
     /// What is still on then is a hazard in the journal.
     ~programmer() override;
     programmer(const programmer&) = delete;

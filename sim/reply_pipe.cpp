@@ -6,6 +6,15 @@
 
 namespace tamrix::sim {
 
+reply_place place_in(const hw::reply_memory& memory)
+{
+    if (memory.ibuf1 == nullptr) return {};
+    return [memory](std::span<const std::uint8_t> bytes) {
+        for (std::size_t i = 0; i < bytes.size() && static_cast<std::int32_t>(i) < memory.ibuf1_length; ++i)
+            hw::write_other_side(memory.ibuf1[i], bytes[i]);
+    };
+}
+
 void reply_pipe::send(std::vector<std::uint8_t> bytes, bool by_itself)
 {
     on_its_way_ = std::move(bytes);
@@ -25,9 +34,8 @@ void reply_pipe::arrive()
     if (!bytes) return;
     if (faults_.no_answer || faults_.lost_replies.take()) return log_.line("-> the reply is lost");
     came_ = true;
-    if (memory_.ibuf1 == nullptr) return;
-    for (std::size_t i = 0; i < bytes->size() && static_cast<std::int32_t>(i) < memory_.ibuf1_length; ++i)
-        hw::write_other_side(memory_.ibuf1[i], (*bytes)[i]);
+    if (!place_) return;
+    place_(*bytes);
     log_.line("-> ibuf1 " + hex_text(*bytes));
 }
 

@@ -6,15 +6,24 @@
 #include "sim/journal.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
+#include <span>
+#include <utility>
 #include <vector>
 
 namespace tamrix::sim {
 
+/// Takes a reply that comes in. An empty one stands for nowhere.
+using reply_place = std::function<void(std::span<const std::uint8_t>)>;
+
+/// Where a host's memory is the place; what does not fit is dropped.
+reply_place place_in(const hw::reply_memory& memory);
+
 class reply_pipe {
 public:
-    reply_pipe(const hw::reply_memory& memory, fault_set& faults, journal& log)
-        : memory_{memory}, faults_{faults}, log_{log}
+    reply_pipe(reply_place place, fault_set& faults, journal& log)
+        : place_{std::move(place)}, faults_{faults}, log_{log}
     {}
 
     /// The hardware answers. Of two replies on their way the last one counts. `by_itself`: it comes in whether or not
@@ -30,7 +39,7 @@ public:
 private:
     void arrive();
 
-    hw::reply_memory memory_;
+    reply_place place_;
     fault_set& faults_;
     journal& log_;
     std::optional<std::vector<std::uint8_t>> on_its_way_;

@@ -18,12 +18,12 @@ constexpr microseconds frame_time{125}, pipe_time{1000}, byte_time{1};
 }  // namespace
 
 parts_of_programmer::parts_of_programmer(int model, int banks, std::shared_ptr<clock> its_time,
-                                         std::shared_ptr<journal> its_log, const hw::reply_memory& reply_memory)
+                                         std::shared_ptr<journal> its_log, reply_place place_of_replies)
     : time{std::move(its_time)},
       log{std::move(its_log)},
       hardware{model, faults, *log},
       ram{banks, faults},
-      replies{reply_memory, faults, *log}
+      replies{std::move(place_of_replies), faults, *log}
 {}
 
 void transport::reset()

@@ -26,7 +26,7 @@ struct parts_of_programmer {
     microseconds script_done{0};  // the time at which the hardware has played the script
 
     parts_of_programmer(int model, int banks, std::shared_ptr<clock> its_time, std::shared_ptr<journal> its_log,
-                        const hw::reply_memory& reply_memory);
+                        reply_place place_of_replies);
     parts_of_programmer(const parts_of_programmer&) = delete;
     parts_of_programmer& operator=(const parts_of_programmer&) = delete;
 };

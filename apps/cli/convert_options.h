@@ -40,7 +40,8 @@ std::string savable_formats();
 
 /// Throws command_error, "--to-buffer 12G: not a hexadecimal number".
 convert_options check(const convert_words& words);
-/// The offset of the language that `word` names by its code or its offset; 0 where none was given. Throws command_error.
+/// The offset of the language that `word` names by its code or its offset; 0 where none was given. Throws
+/// command_error.
 std::int32_t check_language(const std::optional<std::string>& word);
 
 }  // namespace tamrix::cli

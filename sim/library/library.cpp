@@ -36,7 +36,7 @@ tamrix_programmer* create(const char* options, const tamrix_reply_memory* replie
 {
     try {
         const hw::reply_memory memory{replies->ibuf1, replies->ibuf1_length};
-        auto made = std::make_unique<tamrix_programmer>(sim::read_options(options), memory);
+        auto made = std::make_unique<tamrix_programmer>(sim::read_options(options), sim::place_in(memory));
         sim::running_programmers::of_this_process().add(made.get());
         return made.release();
     } catch (const std::exception& problem) {

@@ -55,6 +55,8 @@ public:
             return into_.memory_banks = number_of(entry_, *number, 1, 16), true;
         if (const auto number = behind("speed")) return into_.speed = number_of(entry_, *number, 0.001, 1e6), true;
         if (const auto file = behind("transcript")) return into_.transcript_file = *file, true;
+        if (const auto number = behind("instance"))
+            return into_.host_instance = number_of(entry_, *number, 0, 32767), true;
         return false;
     }
     [[noreturn]] void refuse(const char* expected) const
@@ -92,7 +94,7 @@ library_options read_options(std::string_view text)
 {
     return read_entries(text, [](entry_reader entry) {
         if (entry.is_change() || entry.is_option()) return;
-        entry.refuse("model, ram banks, fault, no faults, socket, chips, speed or transcript");
+        entry.refuse("model, ram banks, fault, no faults, socket, chips, speed, transcript or instance");
     });
 }
 

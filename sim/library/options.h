@@ -19,7 +19,8 @@ namespace tamrix::sim {
 ///     socket NAME         "empty", "test board" or a chip of the folder that "chips" names
 ///     chips FOLDER        where the *.chip files are
 ///     speed 10            times as fast as the clock on the wall
-///     transcript FILE     written at the end: the calls with their times, hazards and notes among them
+///     transcript FILE     the calls with their times, hazards and notes among them
+///     instance 0          number of the host whose blocks replies go to, for a programmer that finds them itself
 struct library_options {
     int model = 40;
     int memory_banks = 0;
@@ -29,6 +30,7 @@ struct library_options {
     std::optional<std::string> socket{};  // none: not told
     std::string chips_folder{};           // empty: not told
     std::string transcript_file{};        // empty: none
+    std::optional<int> host_instance{};   // none: not told
 };
 
 /// Throws std::invalid_argument that says what was found and what can stand there.

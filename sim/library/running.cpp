@@ -1,22 +1,23 @@
 #include "sim/library/running.h"
 
 #include <exception>
+#include <filesystem>
 #include <stdexcept>
 #include <utility>
 
 using namespace tamrix;
 
-tamrix_programmer::tamrix_programmer(const sim::library_options& options, const hw::reply_memory& replies)
+tamrix_programmer::tamrix_programmer(const sim::library_options& options, sim::reply_place replies)
     : model_{options.model},
       chips_folder_{options.chips_folder},
       time_{std::make_shared<sim::wall_clock>(options.speed)},
       log_{std::make_shared<sim::journal>(time_)},
       inner_{std::make_unique<sim::programmer>(
           sim::setup{.model = options.model, .memory_banks = options.memory_banks, .time = time_, .log = log_},
-          replies)}
+          std::move(replies))}
 {
     if (!options.transcript_file.empty()) {
-        transcript_.open(options.transcript_file);
+        transcript_.open(std::filesystem::path{options.transcript_file}, std::ios::binary);
         if (!transcript_) throw std::runtime_error{"cannot write " + options.transcript_file};
     }
     log_->record(transcript_.is_open());
@@ -27,13 +28,20 @@ tamrix_programmer::~tamrix_programmer()
 {
     inner_.reset();
     try {
-        if (transcript_.is_open()) transcript_ << log_->transcript(true);
+        write_transcript();
         std::vector<std::string> last;
         take_hazards(last);
         sim::running_programmers::of_this_process().leave_hazards(std::move(last));
     } catch (const std::exception&) {
         return;  // the texts found no memory; nobody is left to be told
     }
+}
+
+void tamrix_programmer::write_transcript()
+{
+    if (!transcript_.is_open()) return;
+    transcript_ << log_->transcript(true) << std::flush;
+    log_->clear_transcript();
 }
 
 void tamrix_programmer::change(const sim::library_options& changes)

@@ -11,7 +11,7 @@
 
 /// A programmer that runs with the clock on the wall.
 struct tamrix_programmer {
-    tamrix_programmer(const tamrix::sim::library_options& options, const tamrix::hw::reply_memory& replies);
+    tamrix_programmer(const tamrix::sim::library_options& options, tamrix::sim::reply_place replies);
     /// Leaves its last hazards to the others.
     ~tamrix_programmer();
     tamrix_programmer(const tamrix_programmer&) = delete;
@@ -22,6 +22,8 @@ struct tamrix_programmer {
 
     /// All or nothing. Throws std::invalid_argument.
     void change(const tamrix::sim::library_options& changes);
+    /// Writes to the transcript's file what came since the last call.
+    void write_transcript();
     /// Moves what came since the last call to the end of `into`.
     void take_hazards(std::vector<std::string>& into);
 
@@ -30,8 +32,6 @@ struct tamrix_programmer {
     std::string error;
 
 private:
-    void finish_transcript();
-
     int model_;
     std::string chips_folder_;
     std::shared_ptr<tamrix::sim::wall_clock> time_;

@@ -39,6 +39,30 @@ private:
     FUNCDESC* function_ = nullptr;
 };
 
+/// Puts a number into a variable of the caller, if it has room for it.
+void store(const VARIANT& number, const VARIANTARG& variable)
+{
+    const bool of_any_type = variable.vt == (VT_BYREF | VT_VARIANT);
+    const auto type =
+        static_cast<VARTYPE>(of_any_type ? variable.pvarVal->vt : static_cast<VARTYPE>(variable.vt & ~VT_BYREF));
+    VARIANT converted;
+    ::VariantInit(&converted);
+    if (FAILED(::VariantChangeType(&converted, const_cast<VARIANT*>(&number), 0, type))) return;
+    switch (type) {
+    case VT_I1:
+    case VT_UI1: (of_any_type ? variable.pvarVal->bVal : *variable.pbVal) = converted.bVal; break;
+    case VT_BOOL:
+    case VT_UI2:
+    case VT_I2: (of_any_type ? variable.pvarVal->iVal : *variable.piVal) = converted.iVal; break;
+    case VT_INT:
+    case VT_UINT:
+    case VT_UI4:
+    case VT_I4: (of_any_type ? variable.pvarVal->lVal : *variable.plVal) = converted.lVal; break;
+    case VT_R8: (of_any_type ? variable.pvarVal->dblVal : *variable.pdblVal) = converted.dblVal; break;
+    default: ::VariantClear(&converted);
+    }
+}
+
 }  // namespace
 
 arguments::~arguments()
@@ -56,6 +80,7 @@ HRESULT arguments::take_one(UINT place, const VARIANTARG& given, VARTYPE type)
     VARIANTARG& reference = references_[place];
     reference.vt = static_cast<VARTYPE>(VT_BYREF | type);
     reference.byref = &value.byref;  // all members of a variant's value begin at one address
+    before_[place] = value.llVal;
     return S_OK;
 }
 
@@ -64,14 +89,20 @@ HRESULT arguments::take(ITypeInfo* info, DISPID method, const DISPPARAMS& given,
     const description declared{info, method};
     if (!declared) return DISP_E_MEMBERNOTFOUND;
     if (given.cArgs != declared.count() || given.cNamedArgs > given.cArgs) return DISP_E_BADPARAMCOUNT;
+    if (given.cArgs != 0 && given.rgvarg == nullptr) return E_INVALIDARG;
+    if (given.cNamedArgs != 0 && given.rgdispidNamedArgs == nullptr) return E_INVALIDARG;
     values_.resize(given.cArgs);
     references_.resize(given.cArgs);
+    before_.resize(given.cArgs);
     for (VARIANT& one : values_) ::VariantInit(&one);
-    named_.assign(given.rgdispidNamedArgs, given.rgdispidNamedArgs + given.cNamedArgs);
+    if (given.cNamedArgs != 0) named_.assign(given.rgdispidNamedArgs, given.rgdispidNamedArgs + given.cNamedArgs);
+    std::vector<bool> met(given.cArgs);
     for (UINT place = 0; place < given.cArgs; ++place) {
         // The named ones stand first, the others behind them from the last to the first.
         const auto index = place < given.cNamedArgs ? static_cast<UINT>(named_[place]) : given.cArgs - 1 - place;
         if (index >= declared.count()) return DISP_E_PARAMNOTFOUND;
+        if (met[index]) return DISP_E_PARAMNOTOPTIONAL;  // given twice, so that another one lacks
+        met[index] = true;
         if (const HRESULT failed = take_one(place, given.rgvarg[place], declared.type(index)); FAILED(failed)) {
             if (bad_argument != nullptr) *bad_argument = place;
             return failed;
@@ -79,6 +110,14 @@ HRESULT arguments::take(ITypeInfo* info, DISPID method, const DISPPARAMS& given,
     }
     parameters_ = {references_.data(), named_.data(), given.cArgs, given.cNamedArgs};
     return S_OK;
+}
+
+void arguments::give_back(const DISPPARAMS& given) const
+{
+    for (UINT place = 0; place < given.cArgs; ++place) {
+        const bool changed = values_[place].llVal != before_[place] && values_[place].vt != VT_BSTR;
+        if (changed && (given.rgvarg[place].vt & VT_BYREF) != 0) store(values_[place], given.rgvarg[place]);
+    }
 }
 
 }  // namespace tamrix::com

@@ -10,8 +10,7 @@
 namespace tamrix::com {
 
 /// Copies of the caller's arguments, each behind a reference of the declared type. Scripts pass variables as references
-/// to variants and numbers in widths of their own, which no typed parameter takes; and since the methods leave their
-/// arguments as they are, nothing has to go back.
+/// to variants and numbers in widths of their own, which no typed parameter takes. What the method changed goes back.
 class arguments {
 public:
     arguments() = default;
@@ -24,11 +23,14 @@ public:
     HRESULT take(ITypeInfo* info, DISPID method, const DISPPARAMS& given, UINT* bad_argument);
     /// What the type library's own dispatcher takes. Valid as long as this object.
     DISPPARAMS* parameters() { return &parameters_; }
+    /// Writes numbers that the method changed to the caller's variables, in their own types. `given` is what was taken.
+    void give_back(const DISPPARAMS& given) const;
 
 private:
     HRESULT take_one(UINT place, const VARIANTARG& given, VARTYPE type);
 
     std::vector<VARIANT> values_;
+    std::vector<LONGLONG> before_;  // the same, as they came
     std::vector<VARIANTARG> references_;
     std::vector<DISPID> named_;
     DISPPARAMS parameters_{};

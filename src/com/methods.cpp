@@ -1,5 +1,6 @@
 // The 18 methods of the COM object.
 #include "base/utf16.h"
+#include "com/module.h"
 #include "com/object.h"
 
 #include <exception>

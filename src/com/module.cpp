@@ -1,10 +1,12 @@
 #include "com/module.h"
 
+#include "base/environment_win32.h"
 #include "entry/all_dialogs.h"
+#include "hw/loaded_programmer.h"
+#include "hw/windows_programmer_win32.h"
 #include "plugin/session.h"
 #include "wxui/wx_shell.h"
 
-#include <atomic>
 #include <cstdlib>
 #include <mutex>
 #include <string>
@@ -14,18 +16,23 @@ namespace tamrix::com {
 
 namespace {
 
-std::atomic<long> reasons_to_stay = 0;
-HINSTANCE the_module = nullptr;
-
 std::string name_space_of_environment()
 {
     const char* value = std::getenv("TAMRIX_NAMESPACE");
     return value != nullptr ? value : "";
 }
 
+/// A library with the C table where one is named, else what the host's installation has.
+hw::programmer_source programmer_of_environment()
+{
+    const std::string library = environment_text(L"TAMRIX_PROGRAMMER");
+    return library.empty() ? hw::windows_source() : hw::library_source(library);
+}
+
 struct library_state {
     library_state()
     {
+        state.hardware.source = programmer_of_environment();
         screen.name_answers([this](forms::answer which) { return state.text(which); });
     }
 
@@ -53,30 +60,17 @@ std::mutex of_the_state;
 
 }  // namespace
 
-void lock_library() { ++reasons_to_stay; }
-
-void unlock_library() { --reasons_to_stay; }
-
-bool may_unload()
-{
-    if (reasons_to_stay != 0) return false;
-    const std::lock_guard held{of_the_state};
-    return the_state == nullptr || the_state->rest();
-}
-
-stay::stay() { lock_library(); }
-
-stay::~stay() { unlock_library(); }
-
-void remember_module(HINSTANCE module) { the_module = module; }
-
-HINSTANCE module() { return the_module; }
-
 entry_methods& plug_in()
 {
     const std::lock_guard held{of_the_state};
     if (the_state == nullptr) the_state = new library_state;
     return the_state->methods;
+}
+
+bool rest_plug_in()
+{
+    const std::lock_guard held{of_the_state};
+    return the_state == nullptr || the_state->rest();
 }
 
 void forget_plug_in()

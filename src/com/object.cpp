@@ -71,6 +71,9 @@ HRESULT object::GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID
 {
     if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
     if (names == nullptr || ids == nullptr) return E_POINTER;
+    for (UINT i = 0; i < count; ++i) {
+        if (names[i] == nullptr) return E_POINTER;
+    }
     if (type_info() == nullptr) return TYPE_E_CANTLOADLIBRARY;
     return type_info()->GetIDsOfNames(names, count, ids);
 }
@@ -86,8 +89,10 @@ HRESULT object::Invoke(DISPID id, REFIID reserved, LCID, WORD flags, DISPPARAMS*
         arguments taken;
         if (const HRESULT failed = taken.take(type_info(), id, *parameters, bad_argument); FAILED(failed))
             return failed;
-        return type_info()->Invoke(static_cast<_Clstamrix*>(this), id, flags, taken.parameters(), result, exception,
-                                   bad_argument);
+        const HRESULT outcome = type_info()->Invoke(static_cast<_Clstamrix*>(this), id, flags, taken.parameters(),
+                                                    result, exception, bad_argument);
+        if (SUCCEEDED(outcome)) taken.give_back(*parameters);
+        return outcome;
     } catch (const std::bad_alloc&) {
         return E_OUTOFMEMORY;
     }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "com/interface.h"
-#include "com/module.h"
+#include "com/server/stay.h"
 
 #include <atomic>
 

@@ -1,18 +1,11 @@
 #include "com/type_info.h"
 
 #include "com/interface.h"
-#include "com/module.h"
+#include "com/server/stay.h"
 
 #include <oleauto.h>
 
 namespace tamrix::com {
-
-std::wstring module_path()
-{
-    std::wstring path(32768, L'\0');  // the longest that there is
-    path.resize(::GetModuleFileNameW(module(), path.data(), static_cast<DWORD>(path.size())));
-    return path;
-}
 
 HRESULT load_type_info(ITypeInfo** info)
 {

@@ -1,5 +1,6 @@
 #include "hw/library_symbol.h"
 
+#include "base/system_message_win32.h"
 #include "base/wide_path_win32.h"
 
 #include <windows.h>
@@ -9,7 +10,7 @@ namespace tamrix::hw {
 void* load_library(const std::string& path, std::string& why)
 {
     const HMODULE library = ::LoadLibraryW(wide_path(path).c_str());
-    if (library == nullptr) why = "cannot be loaded (error " + std::to_string(::GetLastError()) + ")";
+    if (library == nullptr) why = system_message(::GetLastError());
     return library;
 }
 

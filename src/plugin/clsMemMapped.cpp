@@ -11,6 +11,7 @@ clsMemMapped::clsMemMapped(std::string name_space) : name_space_{std::move(name_
 clsMemMapped::~clsMemMapped()
 {
     if (file_ != 0 && !UnMapFile()) close();
+    for (const auto& [probe, probed] : probes_) named_memory::close(probe, probed);
 }
 
 void clsMemMapped::close()
@@ -51,7 +52,8 @@ std::int16_t clsMemMapped::findnum()
         const std::string probed = object(small_block_object("ibuf1", number));
         const named_memory::handle probe = named_memory::open(probed);
         if (probe == 0) break;
-        named_memory::close(probe, probed);
+        // Stays open: meant. A number that was found taken remains so for as long as the one who looked is there.
+        probes_.emplace_back(probe, probed);
     }
     return number;
 }

@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace tamrix {
 
@@ -34,7 +36,8 @@ public:
     /// Opens the mapping `name`, or creates it with `size` bytes, and maps all of it. `size` counts only for a mapping
     /// that this call creates.
     bool OpenAndMapMemoryBlock(const std::string& name, std::int32_t size);
-    /// The first instance number, 0 to 100, that has no block set yet; 101 if all are taken.
+    /// The first instance number, 0 to 100, that has no block set yet; 101 if all are taken. What it finds stays open
+    /// until this object goes.
     std::int16_t findnum();
 
 private:
@@ -48,6 +51,7 @@ private:
     std::size_t reach_bytes_ = 0;
     std::string mapped_file_;
     std::int32_t mapped_size_ = 0;
+    std::vector<std::pair<named_memory::handle, std::string>> probes_;
 };
 
 }  // namespace tamrix

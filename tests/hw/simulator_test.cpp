@@ -1,6 +1,7 @@
 // What the library of the simulated programmer exports beside the programmer: its socket, its hazards, its chips.
 #include "tamrix/simulator.h"
 
+#include "hw/library_symbol.h"
 #include "hw/loaded_programmer.h"
 
 #include <gtest/gtest.h>
@@ -14,8 +15,6 @@
 #include <thread>
 #include <vector>
 
-#include <dlfcn.h>
-
 namespace tamrix::tests {
 
 namespace {
@@ -26,8 +25,9 @@ const std::string chips_entry = "chips " TAMRIX_CHIPS "\nspeed 1000\n";
 template <class Function>
 Function* exported(const char* name)
 {
-    static void* const handle = ::dlopen(library, RTLD_NOW);
-    return reinterpret_cast<Function*>(::dlsym(handle, name));
+    std::string why;
+    static void* const handle = hw::load_library(library, why);
+    return reinterpret_cast<Function*>(hw::symbol_of(handle, name));
 }
 
 /// "" where it was done.

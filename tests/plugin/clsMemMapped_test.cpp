@@ -169,9 +169,24 @@ TEST_F(mapped_memory, finds_the_first_free_instance_number)
         instances.push_back(std::make_unique<clsMemMapped>(prefix));
         ASSERT_TRUE(instances.back()->OpenAndMapMemoryBlock(name, 400));
     }
-    EXPECT_EQ(block.findnum(), 3);
-    EXPECT_EQ(block.findnum(), 3) << "looking takes nothing away";
-    instances.front().reset();
+    clsMemMapped prober{prefix};
+    EXPECT_EQ(prober.findnum(), 3);
+    EXPECT_EQ(prober.findnum(), 3) << "looking takes nothing away";
+}
+
+TEST_F(mapped_memory, keeps_open_what_it_met_on_the_way_to_a_free_number)
+{
+    auto instance = std::make_unique<clsMemMapped>(prefix);
+    ASSERT_TRUE(instance->OpenAndMapMemoryBlock("qorfanibuf10", 400));
+    {
+        clsMemMapped prober{prefix};
+        EXPECT_EQ(prober.findnum(), 1);
+        EXPECT_EQ(prober.hFile(), 0);
+        EXPECT_FALSE(prober.UnMapFile()) << "nothing is mapped";
+        instance.reset();
+        EXPECT_EQ(shared_objects(prefix), names{object("qorfanibuf10")});
+        EXPECT_EQ(prober.findnum(), 1);
+    }
     EXPECT_EQ(block.findnum(), 0);
 }
 
@@ -180,9 +195,9 @@ TEST_F(mapped_memory, finds_101_where_all_instances_are_taken)
     std::vector<std::unique_ptr<plain_object>> instances;
     for (int i = 0; i <= 100; ++i)
         instances.push_back(std::make_unique<plain_object>(object("qorfanibuf1" + std::to_string(i)), 400));
-    EXPECT_EQ(block.findnum(), 101);
-    instances.back().reset();
-    EXPECT_EQ(block.findnum(), 100);
+    EXPECT_EQ(clsMemMapped{prefix}.findnum(), 101);
+    instances.pop_back();
+    EXPECT_EQ(clsMemMapped{prefix}.findnum(), 100);
 }
 
 }  // namespace

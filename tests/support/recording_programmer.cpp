@@ -167,9 +167,9 @@ std::string recording::text() const
     return all;
 }
 
-hw::programmer_source recording_programmer(recording& log)
+std::unique_ptr<hw::programmer> make_recorder(recording& log, const hw::reply_memory& replies)
 {
-    return [&log](const hw::reply_memory& replies) { return std::make_unique<recorder>(log, replies); };
+    return std::make_unique<recorder>(log, replies);
 }
 
 }  // namespace tamrix::tests

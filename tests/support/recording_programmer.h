@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -39,7 +40,10 @@ struct recording {
     std::string text() const;
 };
 
-/// Makes programmers for a session's door that write to `log`.
+/// A programmer that writes to `log`.
+std::unique_ptr<hw::programmer> make_recorder(recording& log, const hw::reply_memory& replies);
+
+/// Makes such programmers for a session's door.
 hw::programmer_source recording_programmer(recording& log);
 
 }  // namespace tamrix::tests

@@ -1,5 +1,6 @@
 #include "program.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
@@ -74,8 +75,13 @@ program::~program()
 
 std::string program::windows(const std::string& title, const std::string& which) const
 {
-    const std::string command = "xdotool search --onlyvisible --all --pid " + std::to_string(process_) + " --name '" +
-                                title + "' 2>/dev/null | " + which;
+    const std::string search = "xdotool search --onlyvisible --all --pid " + std::to_string(process_);
+    const bool ascii = std::ranges::all_of(title, [](unsigned char letter) { return letter < 0x80; });
+    // xdotool itself compares no other letters than those of ASCII.
+    const std::string command = ascii ? search + " --name '" + title + "' 2>/dev/null | " + which
+                                      : "for w in $(" + search +
+                                            " 2>/dev/null); do xdotool getwindowname $w 2>/dev/null | grep -q -e '" +
+                                            title + "' && echo $w; done | " + which;
     const std::unique_ptr<FILE, int (*)(FILE*)> pipe{popen(command.c_str(), "r"), pclose};
     std::array<char, 64> text{};
     return std::fgets(text.data(), text.size(), pipe.get()) != nullptr ? text.data() : "";

@@ -52,6 +52,46 @@ TEST(blocks, of_the_com_server_are_seen_by_a_second_process_with_their_names_and
     EXPECT_EQ(seen_from_outside({"qorfanibuffer", "qorfanibuffer66"}), "qorfanibuffer -\nqorfanibuffer66 -\n");
 }
 
+TEST(blocks, carry_what_a_second_process_writes_to_the_plug_in_and_back)
+{
+    const server dll;
+    const client plug_in{dll};
+    ASSERT_EQ(plug_in.call(L"bufcomopt", {value{short{9}}}).result, S_OK);
+    EXPECT_EQ(seen_from_outside({"qorfanbuflength9=5000", "qorfantlength9=8", "qorfanbuflength9"}),
+              "qorfanbuflength9 4096 5000\nqorfantlength9 4096 8\nqorfanbuflength9 4096 5000\n");
+    ASSERT_EQ(plug_in.call(L"buffercomopt", {value{short{9}}}).result, S_OK);
+    std::ofstream{"in.jed", std::ios::binary} << "\x02QF8*F0*L00000 11010000*\x03";
+    ASSERT_EQ(plug_in.call(L"readpldfile", {value{L"in.jed"}}).result, S_OK);
+    const long first_fuses = '1' | '1' << 8 | '0' << 16 | '1' << 24;
+    EXPECT_EQ(seen_from_outside({"qorfanibuffer"}), "qorfanibuffer 8192 " + std::to_string(first_fuses) + "\n")
+        << "5000 bytes and the margin, in whole pages; a fuse a character";
+    ASSERT_EQ(plug_in.call(L"freesharebufferopt").result, S_OK);
+}
+
+TEST(blocks, of_the_small_kind_live_until_the_library_goes_not_until_the_object_does)
+{
+    let_com_unload();
+    std::size_t small_ones = 0;
+    std::vector<std::string> names;
+    for (const auto& line : small_blocks) names.push_back("qorfan" + std::string{line.name} + "11");
+    const auto count_seen = [&] {
+        const std::string seen = seen_from_outside(names);
+        small_ones = 0;
+        for (std::size_t at = 0; (at = seen.find(" 0\n", at)) != std::string::npos; ++at) ++small_ones;
+        return small_ones;
+    };
+    {
+        const server dll;
+        {
+            const client plug_in{dll};
+            ASSERT_EQ(plug_in.call(L"bufcomopt", {value{short{11}}}).result, S_OK);
+            EXPECT_EQ(count_seen(), 60u);
+        }
+        EXPECT_EQ(count_seen(), 60u);
+    }
+    EXPECT_EQ(count_seen(), 0u);
+}
+
 TEST(blocks, carry_fuses_and_texts_between_the_host_and_the_plug_in)
 {
     const host_block buflength{"qorfanbuflength8", 40}, tlength{"qorfantlength8", 40},

@@ -21,6 +21,9 @@ number = 1
 plugin.bufcomopt number
 plugin.buffercomopt number
 Expect "number", number, 1
+number = 128  ' bit 7 is cleared in the variable; note 0 shows nothing
+plugin.warn number, True
+Expect "number of the note", number, 0
 
 ' Texts as literals, as variables, as expressions.
 file = "missing.svf"

@@ -5,6 +5,13 @@
 
 namespace tamrix::tests {
 
+void let_com_unload()
+{
+    ::CoFreeUnusedLibrariesEx(0, 0);  // notes what is not in use
+    ::Sleep(20);
+    ::CoFreeUnusedLibrariesEx(0, 0);  // unloads it
+}
+
 server::server() : module_{::LoadLibraryA("tamrix.dll")}
 {
     if (module_ == nullptr) throw std::runtime_error{"tamrix.dll cannot be loaded"};

@@ -169,5 +169,77 @@ TEST_F(type_library, names_the_library_the_class_and_its_default_interface)
     the_class->Release();
 }
 
+TYPEATTR attributes_of(ITypeInfo* info)
+{
+    TYPEATTR* attributes = nullptr;
+    EXPECT_EQ(info->GetTypeAttr(&attributes), S_OK);
+    const TYPEATTR copy = *attributes;
+    info->ReleaseTypeAttr(attributes);
+    return copy;
+}
+
+TEST_F(type_library, says_that_the_interface_serves_early_and_late_binding)
+{
+    const TYPEATTR late = attributes_of(dispatch);
+    EXPECT_EQ(late.typekind, TKIND_DISPATCH);
+    constexpr WORD both = TYPEFLAG_FDUAL | TYPEFLAG_FDISPATCHABLE | TYPEFLAG_FNONEXTENSIBLE | TYPEFLAG_FHIDDEN;
+    EXPECT_EQ(late.wTypeFlags & ~TYPEFLAG_FOLEAUTOMATION, both);  // wine hides that flag from this side
+    EXPECT_EQ(late.cVars, 0);
+    for (UINT i = 0; i < late.cFuncs; ++i) {
+        FUNCDESC* function = nullptr;
+        ASSERT_EQ(dispatch->GetFuncDesc(i, &function), S_OK);
+        if (function->memid >= 0x60030000) {
+            EXPECT_EQ(function->invkind, INVOKE_FUNC);
+            EXPECT_EQ(function->cParamsOpt, 0);
+            EXPECT_EQ(function->wFuncFlags, 0);
+        }
+        dispatch->ReleaseFuncDesc(function);
+    }
+    HREFTYPE reference = 0;
+    ITypeInfo* binary = nullptr;
+    ASSERT_EQ(dispatch->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference), S_OK);
+    ASSERT_EQ(dispatch->GetRefTypeInfo(reference, &binary), S_OK);
+    const TYPEATTR early = attributes_of(binary);
+    EXPECT_EQ(early.typekind, TKIND_INTERFACE);
+    EXPECT_EQ(early.wTypeFlags, both | TYPEFLAG_FOLEAUTOMATION);
+    EXPECT_TRUE(early.guid == late.guid);
+    binary->Release();
+}
+
+TEST_F(type_library, says_that_the_class_can_be_made_and_has_no_second_interface)
+{
+    ITypeInfo* the_class = nullptr;
+    ASSERT_EQ(library->GetTypeInfoOfGuid(class_id, &the_class), S_OK);
+    const TYPEATTR attributes = attributes_of(the_class);
+    EXPECT_EQ(attributes.typekind, TKIND_COCLASS);
+    EXPECT_EQ(attributes.wTypeFlags, TYPEFLAG_FCANCREATE);
+    EXPECT_EQ(attributes.cImplTypes, 1);
+    the_class->Release();
+    EXPECT_EQ(library->GetTypeInfoCount(), 2u) << "the interface and the class";
+}
+
+TEST_F(type_library, tells_people_what_it_is)
+{
+    BSTR help = nullptr;
+    ASSERT_EQ(library->GetDocumentation(-1, nullptr, &help, nullptr, nullptr), S_OK);
+    EXPECT_EQ(narrow(help), "tamrix option library");
+    TLIBATTR* attributes = nullptr;
+    ASSERT_EQ(library->GetLibAttr(&attributes), S_OK);
+    EXPECT_EQ(attributes->syskind, SYS_WIN32);
+    EXPECT_EQ(attributes->lcid, 0u);
+    library->ReleaseTLibAttr(attributes);
+}
+
+TEST_F(type_library, stands_beside_the_dll_as_well_for_compilers)
+{
+    ITypeLib* beside = nullptr;
+    ITypeInfo* info = nullptr;
+    ASSERT_EQ(::LoadTypeLibEx(L"tamrix.tlb", REGKIND_NONE, &beside), S_OK);
+    ASSERT_EQ(beside->GetTypeInfoOfGuid(interface_id, &info), S_OK);
+    EXPECT_EQ(own_methods(info), own_methods(dispatch));
+    info->Release();
+    beside->Release();
+}
+
 }  // namespace
 }  // namespace tamrix::tests

@@ -76,6 +76,30 @@ TEST(save_library_on_windows, replaces_the_file_and_leaves_no_other)
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator{files.path("")}, {}), 1);
 }
 
+TEST(save_library_on_windows, clears_away_what_killed_saves_left)
+{
+    const temp_folder files;
+    const std::string library = files.write("test.lib", "old");
+    const std::string nobody = "2147483644";
+    const std::string own = std::to_string(::GetCurrentProcessId());
+    files.write("test.lib.saving-" + nobody + "-1234", "ha");
+    std::vector<std::string> others{"test.lib.saving-" + own + "-1234", "other.lib.saving-" + nobody + "-1234",
+                                    "test.lib." + nobody + "-1234", "test.lib.backup"};
+    for (const char* end : {"-", "-1234x", "x-1234", "", "-1234-1", "-12345678901", "0-1234"})
+        others.push_back("test.lib.saving-" + nobody + end);
+    for (const std::string& name : others) files.write(name, "mine");
+    const std::string held = files.write("test.lib.saving-" + nobody + "-5678", "mine");
+    const HANDLE user = ::CreateFileA(held.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    save_library(library, "new");
+    EXPECT_EQ(read_text(library), "new");
+    EXPECT_FALSE(std::filesystem::exists(files.path("test.lib.saving-" + nobody + "-1234")));
+    for (const std::string& name : others) EXPECT_EQ(read_text(files.path(name)), "mine") << name;
+    EXPECT_EQ(read_text(held), "mine");
+    ::CloseHandle(user);
+    save_library(library, "newer");
+    EXPECT_FALSE(std::filesystem::exists(held));
+}
+
 TEST(save_library_on_windows, does_not_replace_a_file_that_may_not_be_written)
 {
     const temp_folder files;

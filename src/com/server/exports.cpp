@@ -1,8 +1,7 @@
-// What tamrix.dll exports; tamrix.def names it.
-#include "com/class_factory.h"
-#include "com/interface.h"
-#include "com/module.h"
-#include "com/registration.h"
+// What a DLL with a class exports; its .def file names it.
+#include "com/server/class_factory.h"
+#include "com/server/registration.h"
+#include "com/server/served_class.h"
 
 #include <new>
 
@@ -38,7 +37,7 @@ BOOL WINAPI DllMain(HINSTANCE module, DWORD why, void* process_ends)
         remember_module(module);
         ::DisableThreadLibraryCalls(module);
     }
-    if (why == DLL_PROCESS_DETACH && process_ends == nullptr) forget_plug_in();
+    if (why == DLL_PROCESS_DETACH && process_ends == nullptr) the_served_class().forget();
     return TRUE;
 }
 
@@ -46,7 +45,7 @@ HRESULT WINAPI DllGetClassObject(REFCLSID which, REFIID wanted, void** found)
 {
     if (found == nullptr) return E_POINTER;
     *found = nullptr;
-    if (which != class_id) return CLASS_E_CLASSNOTAVAILABLE;
+    if (which != the_served_class().id) return CLASS_E_CLASSNOTAVAILABLE;
     auto* const factory = new (std::nothrow) class_factory;
     if (factory == nullptr) return E_OUTOFMEMORY;
     const HRESULT result = factory->QueryInterface(wanted, found);
@@ -54,7 +53,10 @@ HRESULT WINAPI DllGetClassObject(REFCLSID which, REFIID wanted, void** found)
     return result;
 }
 
-HRESULT WINAPI DllCanUnloadNow() { return may_unload() ? S_OK : S_FALSE; }
+HRESULT WINAPI DllCanUnloadNow()
+{
+    return guarded([] { return may_unload() && the_served_class().rest() ? S_OK : S_FALSE; });
+}
 
 HRESULT WINAPI DllRegisterServer()
 {

@@ -1,7 +1,7 @@
-// Makes the objects of the one class.
+// Makes the objects of the one class that a DLL serves.
 #pragma once
 
-#include "com/module.h"
+#include "com/server/stay.h"
 
 #include <atomic>
 

@@ -1,6 +1,6 @@
-#include "com/class_factory.h"
+#include "com/server/class_factory.h"
 
-#include "com/object.h"
+#include "com/server/served_class.h"
 
 #include <exception>
 
@@ -31,11 +31,7 @@ HRESULT class_factory::CreateInstance(IUnknown* outer, REFIID wanted, void** mad
     *made = nullptr;
     if (outer != nullptr) return CLASS_E_NOAGGREGATION;
     try {
-        plug_in();  // a plug-in that cannot be made is told here, not at the first call
-        auto* const fresh = new object;
-        const HRESULT result = fresh->QueryInterface(wanted, made);
-        fresh->Release();
-        return result;
+        return the_served_class().make(wanted, made);
     } catch (const std::exception&) {
         return E_OUTOFMEMORY;
     }

@@ -1,4 +1,4 @@
-// What the registry has to know of the class, its interface and its type library, and nothing else.
+// Writes what the registry has to know of the class that the DLL serves, and takes it back.
 #pragma once
 
 #include <windows.h>
