@@ -79,7 +79,8 @@ void warn(session& plug_in, std::uint8_t& no, bool16 extpower0)
     plug_in.screen.box(
         {.text = notes::note_text(*shown, values_of(plug_in.blocks), [&](int number) { return plug_in.text(number); }),
          .title = power_line.empty() ? plug_in.text(note_title) : power_line,
-         .picture = forms::icon::information});
+         .picture = forms::icon::information,
+         .lines = forms::lines_of_box::cells});
 }
 
 }  // namespace tamrix

@@ -32,7 +32,7 @@ after_report report_failed_row(session& plug_in, std::uint8_t logmode, const fai
          .title = plug_in.text(warning_title),
          .picture = forms::icon::error,
          .buttons = forms::buttons_of_box::abort_retry_ignore,
-         .in_columns = true});
+         .lines = forms::lines_of_box::letters});
     switch (answer) {
     case forms::answer::retry: return after_report::start_again;
     case forms::answer::ignore: return after_report::forgive;

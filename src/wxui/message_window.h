@@ -7,7 +7,8 @@
 #include <span>
 #include <string>
 
-#include <wx/window.h>
+class wxString;
+class wxWindow;
 
 namespace tamrix::wxui {
 

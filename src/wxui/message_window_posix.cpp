@@ -18,7 +18,7 @@ namespace tamrix::wxui {
 
 namespace {
 
-constexpr int margin = 12, line_gap = 6, label_gap = 9, least_button = 88;
+constexpr int margin = 12, line_gap = 6, label_gap = 9, cell_gap = 18, least_button = 88;
 constexpr int beside_title = 120;  // the buttons of a title bar
 constexpr int longest_line = 100;  // in letters
 
@@ -42,11 +42,11 @@ public:
                    wxDefaultSize, wxCAPTION | wxSYSTEM_MENU | wxCLOSE_BOX},
           answer_{answers_of(box.buttons).back()}
     {
-        auto* content = new wxBoxSizer{wxHORIZONTAL};
-        add_picture(*content, box.picture);
-        content->Add(box.in_columns ? columns(text_of(box)) : text(text_of(box)), wxSizerFlags{1}.CenterVertical());
+        auto* content_row = new wxBoxSizer{wxHORIZONTAL};
+        add_picture(*content_row, box.picture);
+        content_row->Add(content(box), wxSizerFlags{1}.CenterVertical());
         auto* outer = new wxBoxSizer{wxVERTICAL};
-        outer->Add(content, wxSizerFlags{1}.Expand().Border(wxALL, FromDIP(margin)));
+        outer->Add(content_row, wxSizerFlags{1}.Expand().Border(wxALL, FromDIP(margin)));
         outer->Add(buttons(answers_of(box.buttons), texts),
                    wxSizerFlags{}.Right().Border(wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(margin)));
         SetSizer(outer);
@@ -90,24 +90,61 @@ private:
         return around;
     }
 
+    wxSizer* content(const forms::message_box& box)
+    {
+        switch (box.lines) {
+        case forms::lines_of_box::free: break;
+        case forms::lines_of_box::letters: return rows_of_letters(text_of(box));
+        case forms::lines_of_box::cells: return table(text_of(box));
+        }
+        return text(text_of(box));
+    }
+
     /// What stands before the colon of a line is its label; what stands behind it has letters of one width.
-    wxSizer* columns(const wxString& shown)
+    wxSizer* rows_of_letters(const wxString& shown)
     {
         auto* lines = new wxBoxSizer{wxVERTICAL};
         auto* grid = new wxFlexGridSizer{2, wxSize{FromDIP(label_gap), FromDIP(line_gap)}};
         lines->Add(grid);
         for (const wxString& line : wxSplit(shown, '\n', '\0')) {
-            const int colon = line.Find(':');
-            if (colon == wxNOT_FOUND) {
+            if (line.Find(':') == wxNOT_FOUND) {
                 lines->Add(words(line));
                 continue;
             }
-            grid->Add(words(line.Left(colon + 1).Trim(false)), wxSizerFlags{}.Right().CenterVertical());
-            wxStaticText* row = words(line.Mid(colon + 1).Trim(false));
+            add_label(*grid, line);
+            wxStaticText* row = words(behind_label(line));
             row->SetFont(letters_of_one_width());
             grid->Add(row, wxSizerFlags{}.CenterVertical());
         }
         return lines;
+    }
+
+    wxSizer* table(const wxString& shown)
+    {
+        auto* grid = new wxFlexGridSizer{3, wxSize{FromDIP(cell_gap), FromDIP(margin)}};
+        for (const wxString& line : wxSplit(shown, '\n', '\0')) {
+            if (wxString{line}.Trim().empty()) continue;
+            add_label(*grid, line);
+            const wxString cells = behind_label(line);
+            const int gap = cells.Find("  ");
+            grid->Add(words(gap == wxNOT_FOUND ? cells : cells.Left(gap)));
+            grid->Add(words(gap == wxNOT_FOUND ? wxString{} : wxString{cells.Mid(gap)}.Trim(false)));
+        }
+        return grid;
+    }
+
+    void add_label(wxSizer& into, const wxString& line)
+    {
+        into.Add(words(wxString{line.Left(line.Find(':') + 1)}.Trim(false)), wxSizerFlags{}.Right().CenterVertical());
+    }
+
+    /// A heading has no label, only blanks in its place.
+    static wxString behind_label(const wxString& line)
+    {
+        const int colon = line.Find(':');
+        if (colon == wxNOT_FOUND) return wxString{line}.Trim(false);
+        const wxString rest = line.Mid(colon + 1);
+        return rest.StartsWith("  ") ? rest : wxString{rest}.Trim(false);
     }
 
     wxSizer* buttons(std::span<const forms::answer> answers, const answer_texts& texts)

@@ -33,7 +33,8 @@ TEST_F(device_notes, show_their_text_in_a_box_with_the_information_picture_and_o
     EXPECT_EQ(shell.whole_boxes(), (std::vector<forms::message_box>{{.text = reviewed("note_01"),
                                                                      .title = "Note!",
                                                                      .picture = forms::icon::information,
-                                                                     .buttons = forms::buttons_of_box::ok}}));
+                                                                     .buttons = forms::buttons_of_box::ok,
+                                                                     .lines = forms::lines_of_box::cells}}));
     EXPECT_EQ(status_text(), "");
 }
 

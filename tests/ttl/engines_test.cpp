@@ -89,7 +89,7 @@ TEST(report, is_a_box_with_the_critical_icon_that_asks_how_to_go_on)
         .title = "Warning! ",
         .picture = forms::icon::error,
         .buttons = forms::buttons_of_box::abort_retry_ignore,
-        .in_columns = true};
+        .lines = forms::lines_of_box::letters};
     EXPECT_EQ(f.shell.whole_boxes(), std::vector{expected});
 }
 

@@ -67,7 +67,11 @@ inline void box_over_host(forms::shell& screen, const std::function<void()>& ask
         script_timer starter{[&] {
             comes_true([&] { return &dialog() != behind; });
             press("shift");
-            script();
+            try {
+                script();
+            } catch (const std::exception& error) {
+                ADD_FAILURE() << error.what();
+            }
             press("Escape");
         }};
         asks();
