@@ -79,12 +79,12 @@ struct lifetime : testing::Test {
 TEST_F(lifetime, of_many_objects_leaves_nothing)
 {
     const server dll;
-    for (int i = 0; i < 50; ++i) {  // what is kept once stands then
+    for (int i = 0; i < 20; ++i) {  // what is kept once stands then
         use(dll);
         read_fuses(dll);
     }
     const figures before = figures_now();
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < 100; ++i) {
         use(dll);
         read_fuses(dll);
         ASSERT_EQ(dll.can_unload_now(), S_OK);
@@ -121,12 +121,12 @@ int places_for_thread_data()
 
 long heap_bytes()
 {
-    HANDLE heaps[64];
-    const DWORD count = ::GetProcessHeaps(64, heaps);
+    std::vector<HANDLE> heaps(::GetProcessHeaps(0, nullptr));
+    heaps.resize(::GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data()));
     long bytes = 0;
-    for (DWORD i = 0; i < count && i < 64; ++i) {
+    for (const HANDLE heap : heaps) {
         PROCESS_HEAP_ENTRY one{};
-        while (::HeapWalk(heaps[i], &one) != FALSE)
+        while (::HeapWalk(heap, &one) != FALSE)
             if ((one.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0) bytes += static_cast<long>(one.cbData);
     }
     return bytes;
