@@ -1,6 +1,7 @@
 // What a DLL with a class exports; its .def file names it.
 #include "com/server/class_factory.h"
 #include "com/server/registration.h"
+#include "com/server/run_time_leftovers.h"
 #include "com/server/served_class.h"
 
 #include <new>
@@ -37,7 +38,10 @@ BOOL WINAPI DllMain(HINSTANCE module, DWORD why, void* process_ends)
         remember_module(module);
         ::DisableThreadLibraryCalls(module);
     }
-    if (why == DLL_PROCESS_DETACH && process_ends == nullptr) the_served_class().forget();
+    if (why == DLL_PROCESS_DETACH && process_ends == nullptr) {
+        the_served_class().forget();
+        give_back_run_time();
+    }
     return TRUE;
 }
 
