@@ -77,11 +77,11 @@ TEST(wall_clock, a_cancelled_act_never_runs_and_an_ended_clock_runs_none)
 
 TEST(wall_clock, reads_arrive_while_the_caller_looks_on)
 {
+    std::vector<std::uint8_t> buffer(32769);  // longer than the programmer, whose last read may still run
+    std::uint8_t status = 0;
     const auto time = std::make_shared<sim::wall_clock>(20.0);
     sim::programmer programmer{{.time = time}};
-    std::vector<std::uint8_t> buffer(32769);
     const std::uint8_t frame[] = {10, 0, 64};
-    std::uint8_t status = 0;
     for (int round = 0; round < 50; ++round) {
         hw::write_other_side(status, 0);
         hw::write_other_side(buffer.back(), 0);
