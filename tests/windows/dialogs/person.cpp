@@ -3,8 +3,10 @@
 //   BUTTON     presses the button with this caption
 //   keys:TEXT  types; {enter}, {esc}, {tab} and {alt+X} are keys
 //   read       tells the captions and texts in the window, a line each
-// Ends with 1 where a window, a button or a key does not exist.
+// Ends with 1 where a window, a button or a key does not exist, and tells so in person.log too, since nobody sees the
+// output of a program that a script starts.
 #include <cstdio>
+#include <fstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -13,7 +15,7 @@
 
 namespace {
 
-constexpr int patience_ms = 30000, step_ms = 50;
+constexpr int patience_ms = 120000, step_ms = 50;
 
 std::string utf8(const std::wstring& text)
 {
@@ -179,6 +181,7 @@ int wmain(int count, wchar_t** words)
         return 0;
     } catch (const std::exception& fault) {
         std::fprintf(stderr, "person: %s\n", fault.what());
+        std::ofstream{"person.log", std::ios::app} << fault.what() << "\n";
         return 1;
     }
 }
