@@ -4,10 +4,6 @@
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
-picture_packages=(
-    openbox  # gives the windows their title bars
-)
-
 if [[ ${1-} == --help || ${1-} == -h ]]; then
     echo 'usage: scripts/screenshots.sh [FOLDER-OF-THE-PROGRAMS]   (default: build/release/bin, which it builds)'
     exit

@@ -28,6 +28,11 @@ test_packages=(
     imagemagick       # takes their screenshots
 )
 
+# For the pictures of the documentation.
+picture_packages=(
+    openbox  # gives the windows their title bars
+)
+
 fuzz_packages=(
     clang               # the compiler that has libFuzzer
     libclang-rt-14-dev  # libFuzzer itself, and its checks

@@ -7,7 +7,6 @@
 #include "plugin/session.h"
 #include "wxui/wx_shell.h"
 
-#include <cstdlib>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -15,12 +14,6 @@
 namespace tamrix::com {
 
 namespace {
-
-std::string name_space_of_environment()
-{
-    const char* value = std::getenv("TAMRIX_NAMESPACE");
-    return value != nullptr ? value : "";
-}
 
 /// A library with the C table where one is named, else what the host's installation has.
 hw::programmer_source programmer_of_environment()
@@ -37,7 +30,7 @@ struct library_state {
     }
 
     wxui::wx_shell screen;
-    session state{screen, name_space_of_environment()};
+    session state{screen, environment_text(L"TAMRIX_NAMESPACE")};
     entry_methods methods{state, all_dialogs()};
 
     /// Lets go what cannot be let go while the library is being unloaded: windows, and what came from COM. False on a

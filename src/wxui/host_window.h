@@ -5,7 +5,8 @@ class wxWindow;
 
 namespace tamrix::wxui {
 
-/// From construction to destruction the host's window in front takes no input. Where the host's windows are wxWidgets'
+/// From construction to destruction the host's window in front takes no input, and controls that are made have the
+/// system's present look, whatever the host's are made to look like. Where the host's windows are wxWidgets'
 /// own, that does all this itself and nothing is left to do here.
 class host_window {
 public:

@@ -166,7 +166,9 @@ TEST_P(in_every_language, the_texts_reach_the_windows_as_they_stand_in_its_file)
     attach(plug_in);
     *language.as<LONG>() = GetParam().offset;
     std::vector<std::wstring> seen;
-    const onlooker person{texts.at(1115), [&](HWND dialog) { seen = texts_in(dialog); }};
+    const onlooker person{texts.at(1115), [&](HWND dialog) {
+                              for (const HWND child : seen_in(dialog)) seen.push_back(text_of(child));
+                          }};
     EXPECT_EQ(load(plug_in).result, S_OK);
     *language.as<LONG>() = 0;
     for (const int number : {1107, 1117, 1118, 1119, 1120, 1121, 1122, 1125, 1126, 1309, 1067, 1068}) {

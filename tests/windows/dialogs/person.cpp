@@ -5,6 +5,8 @@
 //   read       tells the captions and texts in the window, a line each
 // Ends with 1 where a window, a button or a key does not exist, and tells so in person.log too, since nobody sees the
 // output of a program that a script starts.
+#include "dialogs/window_texts.h"
+
 #include <cstdio>
 #include <fstream>
 #include <stdexcept>
@@ -12,6 +14,9 @@
 #include <vector>
 
 #include <windows.h>
+
+using tamrix::tests::seen_in;
+using tamrix::tests::text_of;
 
 namespace {
 
@@ -26,32 +31,10 @@ std::string utf8(const std::wstring& text)
     return out;
 }
 
-std::wstring text_of(HWND window)
-{
-    std::wstring text(4096, L'\0');
-    // Not GetWindowText: that does not look into the controls of another process.
-    const LRESULT length = ::SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
-    text.resize(static_cast<std::size_t>(length));
-    return text;
-}
-
 std::wstring without_mnemonic(std::wstring caption)
 {
     std::erase(caption, L'&');
     return caption;
-}
-
-BOOL CALLBACK collect(HWND child, LPARAM into)
-{
-    if (::IsWindowVisible(child) != FALSE) reinterpret_cast<std::vector<HWND>*>(into)->push_back(child);
-    return TRUE;
-}
-
-std::vector<HWND> seen_in(HWND parent)
-{
-    std::vector<HWND> children;
-    ::EnumChildWindows(parent, collect, reinterpret_cast<LPARAM>(&children));
-    return children;
 }
 
 /// A person does nothing before it can be done.
