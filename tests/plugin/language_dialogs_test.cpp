@@ -143,7 +143,7 @@ TEST_F(dialogs_in_a_language, change_their_language_at_the_next_opening)
     });
     readfile next{session};
     plug_in.shell.during(next, [&] {
-        EXPECT_EQ(next.caption(), "Wczytanie pliku do bufora");
+        EXPECT_EQ(next.caption(), "Wczytywanie pliku do bufora");
         EXPECT_EQ(next.exitcom.caption(), "Anuluj");
     });
 }
