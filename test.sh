@@ -4,6 +4,7 @@ set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/scripts/setup.sh"
 source "$root/scripts/windows.sh"
 source "$root/packaging/windows/try-zip.sh"
+source "$root/scripts/displays.sh"
 cd "$root"
 
 usage() {
@@ -13,7 +14,7 @@ usage: ./test.sh [--sanitize | --threads | --windows | --fuzz SECONDS | --bench 
 
 Installs the packages that are missing (Debian 12; as root or through sudo), builds, and then
 
-  (nothing)    runs every test, those of real windows on a display of their own (Xvfb)
+  (nothing)    runs every test, those of real windows on displays of their own (Xvfb)
   --sanitize   runs the tests that need no display, with address, leak and undefined behaviour checks
   --threads    runs the tests of the programmer with checks of what its threads share
   --windows    builds for 32-bit Windows and runs the tests of that under wine, those of dialogs on a display of their own,
@@ -39,7 +40,8 @@ sources() { git ls-files -z '*.h' '*.cpp'; }
 
 run_all() {
     build dev
-    exec xvfb-run -a -s '-screen 0 1600x1200x24 -noreset -nolisten tcp' ctest --preset dev "$@"
+    start_displays 4
+    ctest --preset dev "$@"
 }
 
 run_sanitized() {
