@@ -23,7 +23,7 @@ Installs the packages that are missing (Debian 12; as root or through sudo), bui
   --fuzz S     feeds every reader damaged files for S seconds each, with the same checks
   --bench      measures the release side by side with other tools and writes docs/performance.md
   --format     formats every .h and .cpp file that git knows
-  --check      tells whether they are formatted and whether the shell scripts parse
+  --check      checks the formatting and the scripts
   --help       shows this
 
 Arguments after -- go to ctest: ./test.sh -- -R readfile
@@ -87,6 +87,8 @@ check() {
     local script
     sources | xargs -0r clang-format --dry-run -Werror
     git ls-files '*.sh' .ci/run | while read -r script; do bash -n "$script"; done
+    need "${mutation_packages[@]}"
+    python3 -B -m unittest discover -q -s scripts -p '*_test.py'
     say 'The formatting and the scripts are in order.'
 }
 

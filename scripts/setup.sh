@@ -33,6 +33,11 @@ picture_packages=(
     openbox  # gives the windows their title bars
 )
 
+# For changes of the sources that the tests have to notice.
+mutation_packages=(
+    python3  # the program that makes and tries them
+)
+
 fuzz_packages=(
     clang               # the compiler that has libFuzzer
     libclang-rt-14-dev  # libFuzzer itself, and its checks
