@@ -27,7 +27,8 @@ library_directory read_directory(session& plug_in);
 std::optional<bool> ttlload(session& plug_in, const std::string& name, std::int16_t stopfirst, std::int16_t loadonly);
 
 /// Removes a device; asks first unless `silent` is not 0. True where the person refused. A library with fewer than two
-/// devices, or without this name, is left as it is. Throws std::runtime_error where the library has no end line.
+/// devices, or without this name, is left as it is. Throws std::runtime_error, and leaves the file, where the library
+/// has no end line or an earlier name holds this one; the text says which.
 bool ttldelete(session& plug_in, const std::string& name, std::uint8_t silent);
 
 /// Adds or replaces the device of `ttlname`, `ttlpin` and `ttlcnt` with the vectors `rows`. `list` holds the names as

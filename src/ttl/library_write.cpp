@@ -30,12 +30,25 @@ void append_other_lines(std::string& text, library_lines& lines, std::string_vie
     }
 }
 
-/// The field of the name that marks a record, by the length that the directory gives. Where that is no length at all,
-/// because the name was found inside another one, the field is filled up by the name itself.
-std::string record_mark(const std::string& name, std::size_t entry_length)
+/// The name of the directory that holds column `q` of the header; empty where the column is none of the directory's.
+std::string name_around(std::string_view header, std::size_t q)
 {
-    const std::size_t length = entry_length > name_width ? std::min(name.size(), name_width) : entry_length;
-    return name + std::string(name_width - length, ' ');
+    if (q < directory_column) return {};
+    std::size_t column = directory_column;
+    while (const auto entry = directory_entry_at(header, column)) {
+        if (q < entry->next_column) return std::string{entry->name};
+        column = entry->next_column;
+    }
+    return {};
+}
+
+/// What was found at `q` is no entry of its own: no length byte goes before it.
+[[noreturn]] void refuse_to_delete(const std::string& name, std::string_view header, std::size_t q)
+{
+    const std::string in_the_way = name_around(header, q);
+    const std::string refused = name + " cannot be deleted or replaced";
+    if (in_the_way.empty()) throw std::runtime_error{refused + ": the header of the library holds the same letters"};
+    throw std::runtime_error{refused + " while " + in_the_way + " is in the library, whose name holds it"};
 }
 
 bool asked_to_delete(session& plug_in)
@@ -96,16 +109,16 @@ bool ttldelete(session& plug_in, const std::string& name, std::uint8_t silent)
     const std::int32_t count = device_count(*header);
     if (count < fewest_devices) return false;
 
-    // Meant: the name is looked for anywhere in the line, so one that is part of an earlier name meets that one, and
-    // the letter before it counts as a length.
+    // Intentional: the name is looked for anywhere in the line, so one that is part of an earlier name meets that one.
     const std::size_t q = column_of(*header, name);
     const auto length = q == 0 ? std::nullopt : byte_at(*header, q - 1);
     if (!length) return false;
+    if (*length > name_width) refuse_to_delete(name, *header, q);
     std::string text{columns(*header, 1, 11)};
     text += four_digits(count - 1);
     if (q - 1 > directory_column) text += columns(*header, directory_column, q - 1 - directory_column);
     text.append(columns(*header, q + *length)).append(line_end);
-    append_other_lines(text, lines, record_mark(name, *length));
+    append_other_lines(text, lines, name + std::string(name_width - *length, ' '));
     save_library(path, text);
     return false;
 }

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <stdexcept>
+
 namespace tamrix::tests {
 namespace {
 
@@ -60,14 +63,44 @@ TEST(ttldelete, of_an_unknown_or_empty_name_does_nothing)
     EXPECT_EQ(f.library(), slow::library_text({nand, nor}));
 }
 
-TEST(ttldelete, of_a_name_inside_an_earlier_one_takes_the_letter_before_it_as_a_length)
+/// What a change says that the library refuses; empty where it took place.
+std::string refusal(const std::function<void()>& change)
+{
+    try {
+        change();
+    } catch (const std::runtime_error& error) {
+        return error.what();
+    }
+    return {};
+}
+
+TEST(ttldelete, of_a_name_inside_an_earlier_one_names_that_one_and_leaves_the_file)
 {
     ttl_fixture f;
-    // 47400 sorts before 7400. The 4 before the name found counts as 52, which reaches behind the end of the line.
-    f.write_library(slow::library_text({"47400", "7400", "7402"}, {named("47400"), nand, nor}));
-    EXPECT_FALSE(ttldelete(f.session, "7400", 1));
-    EXPECT_EQ(f.library(),
-              std::string{"$KSM00000000002\x05\r\n"} + named("47400").line() + "\r\n" + nor.line() + "\r\nend-ksm\r\n");
+    const lines directory{"37400", "7400", "7402", "A7400"};
+    f.write_library(slow::library_text(directory, {nand, nor, named("A7400"), named("37400")}));
+    const std::string before = f.library();
+    EXPECT_EQ(refusal([&] { ttldelete(f.session, "7400", 1); }),
+              "7400 cannot be deleted or replaced while 37400 is in the library, whose name holds it");
+    EXPECT_EQ(refusal([&] { ttldelete(f.session, "400", 1); }),
+              "400 cannot be deleted or replaced while 37400 is in the library, whose name holds it")
+        << "a name that is not listed";
+    EXPECT_EQ(refusal([&] { ttldelete(f.session, "402", 1); }),
+              "402 cannot be deleted or replaced while 7402 is in the library, whose name holds it");
+    EXPECT_EQ(f.library(), before);
+    EXPECT_EQ(refusal([&] { ttldelete(f.session, "37400", 1); }), "");
+    EXPECT_EQ(refusal([&] { ttldelete(f.session, "7400", 1); }), "") << "nothing is in the way any more";
+    EXPECT_EQ(f.library(), slow::library_text(lines{"7402", "A7400"}, {nor, named("A7400")}));
+}
+
+TEST(ttldelete, of_a_name_that_the_header_has_before_its_directory_says_so_and_leaves_the_file)
+{
+    ttl_fixture f;
+    f.write_library(slow::library_text({"000", "7402"}, {named("000"), nor}));
+    const std::string before = f.library();
+    EXPECT_EQ(refusal([&] { ttldelete(f.session, "000", 1); }),
+              "000 cannot be deleted or replaced: the header of the library holds the same letters");
+    EXPECT_EQ(f.library(), before);
 }
 
 TEST(ttldelete, of_the_beginning_of_an_earlier_name_takes_that_entry)
@@ -131,6 +164,20 @@ TEST(ttlinsert, of_a_listed_device_moves_its_record_to_the_top_and_keeps_its_ent
               slow::library_text({"7400", "7401", "7402"}, {{"7402", {"11L11LGL11L11V"}}, named("7401"), nand}));
     EXPECT_EQ(list.size(), 3u);
     EXPECT_EQ(f.shell.boxes(), lines{});
+}
+
+TEST(ttlinsert, that_replaces_a_name_inside_an_earlier_one_fails_before_anything_is_written)
+{
+    ttl_fixture f;
+    f.write_library(slow::library_text({"37400", "7400", "7402"}, {named("37400"), nand, nor}));
+    const std::string before = f.library();
+    lines list{"37400", "7400", "7402"};
+    EXPECT_EQ(refusal([&] {
+                  f.insert({"7400", {"11L11LGL11L11V"}}, list);
+              }),
+              "7400 cannot be deleted or replaced while 37400 is in the library, whose name holds it");
+    EXPECT_EQ(f.library(), before);
+    EXPECT_EQ(list.size(), 3u);
 }
 
 TEST(ttlinsert, of_a_name_in_the_other_case_adds_a_second_entry)
