@@ -13,6 +13,7 @@ namespace {
 
 constexpr int rows_of_a_page = 12;
 constexpr int most_pins = 40;
+constexpr char not_tested = 'N';  // fills the rows of a programmable device
 
 }  // namespace
 
@@ -53,11 +54,13 @@ forms::layout ttledit::arrangement()
 
 void ttledit::on_load()
 {
+    ttlcnt_before_ = plug_in_.ttl.ttlcnt;
+    ttlpin_before_ = plug_in_.ttl.ttlpin;
     load_captions();
     if (edits_device()) take_device_vectors();
     grid_ = vector_grid{plug_in_.ttl.ttlpin};
     lastrow = std::max(plug_in_.ttl.ttlcnt - 2, -1);
-    emptyrow.assign(static_cast<std::size_t>(grid_.pins()), edits_device() ? 'N' : 'X');
+    emptyrow.assign(static_cast<std::size_t>(grid_.pins()), edits_device() ? not_tested : 'X');
     yankrow = emptyrow;
     Text1.background = 0xFF80FF;
     Text2.background = 0x8080FF;
@@ -69,6 +72,12 @@ void ttledit::on_load()
     rowmin = 0;
     go_to(rowmin, colmin);
     focus(Text1);
+}
+
+void ttledit::on_unload()
+{
+    plug_in_.ttl.ttlcnt = ttlcnt_before_;
+    plug_in_.ttl.ttlpin = ttlpin_before_;
 }
 
 void ttledit::load_captions()
@@ -100,7 +109,7 @@ void ttledit::take_device_vectors()
     work.ttlpin = static_cast<std::int16_t>(pins);
     const int count = std::min<int>(plug_in_.pld.pldvectcnt, vector_list::entries + 1);
     if (count < 2) {
-        work.ttlvect.store(0, std::string(static_cast<std::size_t>(pins), 'N'));
+        work.ttlvect.store(0, std::string(static_cast<std::size_t>(pins), not_tested));
         work.ttlcnt = 2;
         return;
     }
@@ -113,9 +122,10 @@ void ttledit::take_device_vectors()
 void ttledit::show_rows()
 {
     Text2.text(grid_.ruler());
+    const char fill = edits_device() ? not_tested : vector_grid::unfilled;
     std::string text;
     for (int row = 0; row < row_count(); ++row) {
-        text += vector_grid::line(row, grid_.fitted(plug_in_.ttl.ttlvect(static_cast<std::size_t>(row))));
+        text += vector_grid::line(row, grid_.fitted(plug_in_.ttl.ttlvect(static_cast<std::size_t>(row)), fill));
     }
     Text1.text(std::move(text));
 }

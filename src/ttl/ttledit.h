@@ -33,6 +33,7 @@ public:
 
 private:
     void on_load() override;
+    void on_unload() override;
     void load_captions();
     void take_device_vectors();
     void show_rows();
@@ -60,7 +61,8 @@ private:
     session& plug_in_;
     forms::list_box* names_;
     vector_grid grid_{0};
-    bool busy_ = false;  // a test is running
+    bool busy_ = false;                                   // a test is running
+    std::int16_t ttlcnt_before_ = 0, ttlpin_before_ = 0;  // of the device in work, which has them back at the end
 
     int curcol = 0, currow = 0;  // the caret
     int colmin = 0, colmax = 0;  // first letter, and behind the last one

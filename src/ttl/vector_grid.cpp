@@ -44,13 +44,13 @@ std::string vector_grid::ruler() const
     return tens + '\n' + units;
 }
 
-std::string vector_grid::fitted(std::string_view stored) const
+std::string vector_grid::fitted(std::string_view stored, char fill) const
 {
     stored = stored.substr(0, stored.find('\0'));  // nothing was ever stored behind one
     while (stored.starts_with(' ')) stored.remove_prefix(1);
     while (stored.ends_with(' ')) stored.remove_suffix(1);
     std::string letters{stored};
-    letters.resize(static_cast<std::size_t>(pins_), unfilled);
+    letters.resize(static_cast<std::size_t>(pins_), fill);
     return letters;
 }
 

@@ -30,8 +30,8 @@ public:
     void renumber(std::string& text, int first, int last) const;
     /// The two lines above the grid: tens and units of each pin's number.
     std::string ruler() const;
-    /// A stored row as it fills a line: cut or filled up to one letter a pin.
-    std::string fitted(std::string_view stored) const;
+    /// A stored row as it fills a line: cut to one letter a pin, or filled up with `fill`.
+    std::string fitted(std::string_view stored, char fill) const;
 
     /// "." stands for a letter that is not filled in yet.
     static constexpr char unfilled = '.';

@@ -124,25 +124,25 @@ TEST_F(ttledit_keys, backspace_does_nothing) { EXPECT_EQ(after(3, {1, 8}, key::b
 TEST_F(ttledit_keys, insert_puts_the_copied_row_before_the_row_of_the_caret)
 {
     device_of(3);
-    edit([](ttledit& d) {
+    edit([this](ttledit& d) {
         put_caret(d, 1, 9);
         press(d, key::insert);
         EXPECT_EQ(d.Text1.text(), "V0001 0000\nV0002 XXXX\nV0003 1111\nV0004 HHHH\n");
         EXPECT_EQ((place{row_of(d), column_of(d)}), (place{1, 6}));
+        EXPECT_EQ(session.ttl.ttlcnt, 5);
     });
-    EXPECT_EQ(session.ttl.ttlcnt, 5);
 }
 
 TEST_F(ttledit_keys, enter_puts_the_copied_row_behind_the_row_of_the_caret)
 {
     device_of(3);
-    edit([](ttledit& d) {
+    edit([this](ttledit& d) {
         put_caret(d, 1, 9);
         press(d, key::enter);
         EXPECT_EQ(d.Text1.text(), "V0001 0000\nV0002 1111\nV0003 XXXX\nV0004 HHHH\n");
         EXPECT_EQ((place{row_of(d), column_of(d)}), (place{2, 6}));
+        EXPECT_EQ(session.ttl.ttlcnt, 5);
     });
-    EXPECT_EQ(session.ttl.ttlcnt, 5);
 }
 
 TEST_F(ttledit_keys, insert_and_enter_both_go_behind_the_last_row)
@@ -154,21 +154,21 @@ TEST_F(ttledit_keys, insert_and_enter_both_go_behind_the_last_row)
             press(d, pressed);
             EXPECT_EQ(d.Text1.text(), "V0001 0000\nV0002 1111\nV0003 XXXX\n");
             EXPECT_EQ((place{row_of(d), column_of(d)}), (place{2, 6}));
+            EXPECT_EQ(session.ttl.ttlcnt, 4);
         });
-        EXPECT_EQ(session.ttl.ttlcnt, 4);
     }
 }
 
 TEST_F(ttledit_keys, delete_takes_the_row_out)
 {
     device_of(3);
-    edit([](ttledit& d) {
+    edit([this](ttledit& d) {
         put_caret(d, 1, 8);
         press(d, key::remove);
         EXPECT_EQ(d.Text1.text(), "V0001 0000\nV0002 HHHH\n");
         EXPECT_EQ((place{row_of(d), column_of(d)}), (place{1, 6}));
+        EXPECT_EQ(session.ttl.ttlcnt, 3);
     });
-    EXPECT_EQ(session.ttl.ttlcnt, 3);
 }
 
 TEST_F(ttledit_keys, every_letter_of_the_library_is_taken_in_either_case_as_a_capital)

@@ -85,9 +85,11 @@ TEST_F(ttledit_dialog, has_a_ruler_with_tens_over_units)
 TEST_F(ttledit_dialog, takes_the_vectors_of_a_programmable_device)
 {
     programmable_device(4, {"01HL", "NNZZ", "CKXX"});
-    edit([](ttledit& d) { EXPECT_EQ(d.Text1.text(), "V0001 01HL\nV0002 NNZZ\nV0003 CKXX\n"); });
-    EXPECT_EQ(session.ttl.ttlpin, 4);
-    EXPECT_EQ(session.ttl.ttlcnt, 4);
+    edit([this](ttledit& d) {
+        EXPECT_EQ(d.Text1.text(), "V0001 01HL\nV0002 NNZZ\nV0003 CKXX\n");
+        EXPECT_EQ(session.ttl.ttlpin, 4);
+        EXPECT_EQ(session.ttl.ttlcnt, 4);
+    });
     EXPECT_EQ(session.ttl.ttlvect(1).substr(0, 5), "NNZZ ");
 }
 
@@ -96,23 +98,70 @@ TEST_F(ttledit_dialog, makes_one_row_for_a_programmable_device_without_vectors)
     for (const std::int32_t count : {-1, 0, 1}) {
         programmable_device(6, {});
         session.pld.pldvectcnt = count;
-        edit([](ttledit& d) { EXPECT_EQ(d.Text1.text(), "V0001 NNNNNN\n"); });
-        EXPECT_EQ(session.ttl.ttlcnt, 2);
+        edit([this](ttledit& d) {
+            EXPECT_EQ(d.Text1.text(), "V0001 NNNNNN\n");
+            EXPECT_EQ(session.ttl.ttlcnt, 2);
+        });
     }
 }
 
 TEST_F(ttledit_dialog, shows_40_pins_of_a_programmable_device_at_most)
 {
     programmable_device(44, {std::string(44, '1')});
-    edit([](ttledit& d) { EXPECT_EQ(d.Text1.text(), "V0001 " + std::string(40, '1') + "\n"); });
-    EXPECT_EQ(session.ttl.ttlpin, 40);
+    edit([this](ttledit& d) {
+        EXPECT_EQ(d.Text1.text(), "V0001 " + std::string(40, '1') + "\n");
+        EXPECT_EQ(session.ttl.ttlpin, 40);
+    });
 }
 
-TEST_F(ttledit_dialog, shows_vectors_that_were_never_stored_as_open)
+TEST_F(ttledit_dialog, fills_short_rows_of_a_programmable_device_so_that_they_can_be_saved)
 {
-    programmable_device(4, {"01HL"});
-    session.pld.pldvectcnt = 3;
-    edit([](ttledit& d) { EXPECT_EQ(d.Text1.text(), "V0001 01HL\nV0002 ....\n"); });
+    programmable_device(6, {"01HLZC", "01", "", " KX "});
+    session.pld.pldvectcnt = 6;  // the last row was never stored
+    edit([](ttledit& d) {
+        EXPECT_EQ(d.Text1.text(), "V0001 01HLZC\nV0002 01NNNN\nV0003 NNNNNN\nV0004 KXNNNN\nV0005 NNNNNN\n");
+        put_caret(d, 1, 8);
+        type(d, "H");
+        d.OKButton.click();
+    });
+    EXPECT_EQ(session.pld.pldvectcnt, 6);
+    EXPECT_EQ(session.pld.pldvect(1), "01HNNN" + std::string(42, ' '));
+    EXPECT_EQ(session.pld.pldvect(4), "NNNNNN" + std::string(42, ' '));
+}
+
+TEST_F(ttledit_dialog, gives_the_device_in_work_its_pins_and_rows_back_however_it_is_left)
+{
+    using way_out = void (*)(ttledit&);
+    const way_out ways[] = {[](ttledit& d) { d.OKButton.click(); }, [](ttledit& d) { d.CancelButton.click(); },
+                            [](ttledit& d) { d.ask_to_leave(); }, [](ttledit&) {}};
+    for (const way_out leave : ways) {
+        programmable_device(4, {"01HL", "NNZZ", "CKXX"});
+        session.ttl.ttlpin = 14;
+        session.ttl.ttlcnt = 9;
+        edit([&](ttledit& d) {
+            d.Command2.click();
+            leave(d);
+        });
+        EXPECT_EQ(session.ttl.ttlpin, 14);
+        EXPECT_EQ(session.ttl.ttlcnt, 9);
+        device("7400", 4, {"GHLV", "GLHV"});
+        edit([&](ttledit& d) {
+            d.Command4.click();
+            leave(d);
+        });
+        EXPECT_EQ(session.ttl.ttlcnt, 3);
+    }
+}
+
+TEST_F(ttledit_dialog, gives_the_device_in_work_its_rows_back_when_it_cannot_be_saved)
+{
+    device("THIRTEENCHARS", 4, {"GHLV"});
+    const auto insert_and_save = [](ttledit& d) {
+        d.Command2.click();
+        d.OKButton.click();
+    };
+    EXPECT_THROW(edit(insert_and_save), std::runtime_error);
+    EXPECT_EQ(session.ttl.ttlcnt, 2);
 }
 
 TEST_F(ttledit_dialog, holds_the_most_vectors_that_a_file_can_have)
@@ -169,14 +218,14 @@ TEST_F(ttledit_dialog, inserts_an_empty_row_again_when_it_is_opened_anew)
 TEST_F(ttledit_dialog, deletes_the_last_row_and_goes_one_up)
 {
     device_of(3);
-    edit([](ttledit& d) {
+    edit([this](ttledit& d) {
         put_caret(d, 2, 8);
         d.Command4.click();
         EXPECT_EQ(d.Text1.text(), "V0001 0000\nV0002 1111\n");
         EXPECT_EQ(row_of(d), 1);
         EXPECT_EQ(column_of(d), 6);
+        EXPECT_EQ(session.ttl.ttlcnt, 3);
     });
-    EXPECT_EQ(session.ttl.ttlcnt, 3);
 }
 
 TEST_F(ttledit_dialog, leaves_dots_in_place_of_the_only_row_and_saves_nothing_then)
@@ -206,8 +255,8 @@ TEST_F(ttledit_dialog, has_its_rows_back_after_insert_and_cut)
             EXPECT_EQ(session.ttl.ttlcnt, 5);
             d.Command4.click();
             EXPECT_EQ(d.Text1.text(), before);
+            EXPECT_EQ(session.ttl.ttlcnt, 4);
         });
-        EXPECT_EQ(session.ttl.ttlcnt, 4);
     }
 }
 
