@@ -18,7 +18,8 @@ namespace {
 
 constexpr const char* about = "Loads, converts and examines the files of a device programmer.";
 
-constexpr const char* exit_statuses = "Exit status: 0 done, 1 failed, 2 rejected values or wrong usage.";
+constexpr const char* exit_statuses =
+    "Exit status: 0 done, 1 failed, 2 rejected values or wrong usage, 3 a test could not be carried out.";
 
 constexpr const char* about_language =
     "--language CODE before or behind the command chooses the language of messages (tamrix --help).\n";

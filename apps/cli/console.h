@@ -8,7 +8,7 @@
 
 namespace tamrix::cli {
 
-enum exit_status : int { exit_done = 0, exit_failed = 1, exit_wrong_usage = 2 };
+enum exit_status : int { exit_done = 0, exit_failed = 1, exit_wrong_usage = 2, exit_not_carried_out = 3 };
 
 /// What ends a command: a text for the person, and the exit status.
 class command_error : public std::runtime_error {

@@ -4,6 +4,35 @@
 
 namespace tamrix::cli {
 
+namespace {
+
+/// Why the last test did not reach the chip, and what to do; empty where it did.
+std::string obstacle(const session& plug_in)
+{
+    using kind = run_outcome::kind;
+    const std::string error = plug_in.text(1075) + " ";
+    const std::string remedy = "; check the cable and the supply of the programmer, then test again";
+    switch (plug_in.ttl.outcome.what) {
+    case kind::passed:
+    case kind::failed:
+    case kind::not_played: break;
+    case kind::no_answer: return "the programmer does not answer" + remedy;
+    case kind::lost_reply: return error + "The reply to a vector did not come" + remedy;
+    case kind::refused_frame: return error + "The programmer did not take a command" + remedy;
+    case kind::timed_out: return error + "The results did not come" + remedy;
+    }
+    return {};
+}
+
+}  // namespace
+
+void check_carried_out(const std::string& tested, const session& plug_in, const std::string& nothing_to_play)
+{
+    const bool played = plug_in.ttl.outcome.what != run_outcome::kind::not_played;
+    const std::string why_not = played ? obstacle(plug_in) : nothing_to_play;
+    if (!why_not.empty()) throw command_error{exit_not_carried_out, tested + ": " + why_not};
+}
+
 void logic_test(const ttl_words& words, std::int32_t language, console& con)
 {
     const std::string installed = host::data_folder() + "/";

@@ -1,6 +1,7 @@
 // The logic IC in work, shared by the library, the vector runs and the vector editor.
 #pragma once
 
+#include "plugin/run_outcome.h"
 #include "plugin/vector_list.h"
 
 #include <cstdint>
@@ -16,6 +17,7 @@ struct ttl_variables {
     vector_list ttlvect;            // row 0 in entry 0
     std::string ttlmap;             // the last row as it was wired to a socket of 40 positions
     std::vector<std::string> hits;  // the devices that the last auto find found
+    run_outcome outcome;            // of the last logic test, auto find or vector test
 };
 
 }  // namespace tamrix

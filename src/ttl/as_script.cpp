@@ -4,11 +4,14 @@
 #include "hw/send.h"
 #include "ttl/resultwait.h"
 
+#include <optional>
+#include <utility>
+
 namespace tamrix {
 
 namespace {
 
-enum class outcome : std::uint8_t { passed, failed, again };
+using kind = run_outcome::kind;
 
 /// Opens a script and, once it has been started, asks for its results.
 bool send_script_frame(session& plug_in)
@@ -34,60 +37,55 @@ void queue_script(const vector_run& run, queued_pins& pins, supply_pins& supply)
     pins.queue_release();
 }
 
-bool fetch_results(const vector_run& run, const queued_pins& pins)
+/// What kept the results from coming; nothing where they are there.
+std::optional<kind> fetch_results(const vector_run& run, const queued_pins& pins)
 {
     const std::int32_t length = 64 * (run.rows * 6 / 64) + 129;
     for (int attempt = 0; attempt < pins.attempts_to_fetch(); ++attempt) {
-        if (!send_script_frame(run.plug_in)) return false;
-        if (resultwait(run.plug_in, 1, 0, length) == 0) return true;
+        if (!send_script_frame(run.plug_in)) return kind::refused_frame;
+        if (resultwait(run.plug_in, 1, 0, length) == 0) return std::nullopt;
     }
-    return false;
+    return kind::timed_out;
 }
 
-outcome compare_rows(const vector_run& run, queued_pins& pins)
+/// Nothing where the script is to be played again.
+std::optional<run_outcome> compare_rows(const vector_run& run, queued_pins& pins)
 {
-    bool failed = false;
+    run_outcome outcome{.what = kind::passed};
     for (int j = 0; j < run.row_count(); ++j) {
         group_bytes readback{};
         for (std::size_t b = 0; b < byte_groups; ++b)
             readback[b] = run.plug_in.blocks.ibuf2(6 * std::int64_t{j} + static_cast<std::int64_t>(b));
         const std::string_view row = run.row(j);
         std::string result{row};
-        if (pins.compare(row, readback, result)) failed = true;
-        if (failed && run.stopfirst == -1) return outcome::failed;
-        if (!failed || run.stopfirst != 0) continue;
-        const failed_row told{j + 1, std::string{row}, shown_row(run, result)};
-        switch (report_failed_row(run.plug_in, run.logmode, told, pins.report_indent())) {
-        case after_report::go_on: break;
-        case after_report::forgive: failed = false; break;
-        case after_report::start_again: return outcome::again;
-        case after_report::end_as_failed: return outcome::failed;
+        const bool failed = pins.compare(row, readback, result);
+        switch (judge_row(run, {j, failed, std::move(result)}, outcome, pins.report_indent())) {
+        case after_row::go_on: break;
+        case after_row::start_again: return std::nullopt;
+        case after_row::end: return outcome;
         }
     }
-    return failed ? outcome::failed : outcome::passed;
+    return outcome;
 }
 
 }  // namespace
 
-bool run_as_script(const vector_run& run, queued_pins& pins)
+run_outcome run_as_script(const vector_run& run, queued_pins& pins)
 {
     session& plug_in = run.plug_in;
     std::uint8_t& prgresult = plug_in.blocks.prgresult(0);
-    // Meant, though the result says "passed": a communication error that stands is for the caller to tell.
-    if (hw::read_other_side(prgresult) == hw::prgresult_timed_out) return false;
+    if (hw::read_other_side(prgresult) == hw::prgresult_timed_out) return {.what = kind::not_played};
     plug_in.blocks.ubuflg(0) = 16368;
-    outcome result = outcome::again;
-    while (result == outcome::again) {
-        if (!send_script_frame(plug_in)) return true;
+    for (;;) {
+        if (!send_script_frame(plug_in)) return {.what = kind::refused_frame};
         supply_pins supply;
         queue_script(run, pins, supply);
         plug_in.hardware.device().vecstart();
         plug_in.hardware.device().delayms(pins.run_ms());
-        if (!fetch_results(run, pins)) return true;
+        if (const auto broken_off = fetch_results(run, pins)) return {.what = *broken_off};
         hw::write_other_side(prgresult, 0);
-        result = compare_rows(run, pins);
+        if (auto outcome = compare_rows(run, pins)) return *std::move(outcome);
     }
-    return result == outcome::failed;
 }
 
 void queue_data(hw::devobj& device, const group_bytes& data)

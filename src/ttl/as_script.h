@@ -27,11 +27,11 @@ public:
     virtual std::string_view report_indent() const { return {}; }
 };
 
-bool run_as_script(const vector_run& run, queued_pins& pins);
+run_outcome run_as_script(const vector_run& run, queued_pins& pins);
 
 /// The same with pin electronics that are made for this run.
 template <class Electronics>
-bool run_as_script(const vector_run& run)
+run_outcome run_as_script(const vector_run& run)
 {
     Electronics electronics{run};
     return run_as_script(run, electronics);

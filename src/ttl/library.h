@@ -1,10 +1,10 @@
 // The library of logic devices: its names, its test vectors, and the changes that a person makes to it.
 #pragma once
 
+#include "plugin/run_outcome.h"
 #include "plugin/session.h"
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,9 +22,8 @@ struct library_directory {
 /// Names behind the line buffer's end are left out. A missing library gives an empty directory.
 library_directory read_directory(session& plug_in);
 
-/// Fetches a device into `ttlpin`, `ttlcnt` and `ttlvect` and, unless `loadonly` is -1, plays its vectors. Yields
-/// whether the run failed; nothing where none ran.
-std::optional<bool> ttlload(session& plug_in, const std::string& name, std::int16_t stopfirst, std::int16_t loadonly);
+/// Fetches a device into `ttlpin`, `ttlcnt` and `ttlvect` and, unless `loadonly` is -1, plays its vectors.
+run_outcome ttlload(session& plug_in, const std::string& name, std::int16_t stopfirst, std::int16_t loadonly);
 
 /// Removes a device; asks first unless `silent` is not 0. True where the person refused. A library with fewer than two
 /// devices, or without this name, is left as it is. Throws std::runtime_error, and leaves the file, where the library

@@ -19,6 +19,7 @@ bool reset_hardware(session& plug_in)
 {
     if (plug_in.hardware.device().hwreset() != 1) return true;
     plug_in.hardware.device().hwfault();
+    plug_in.ttl.outcome = {.what = run_outcome::kind::no_answer};
     return false;
 }
 

@@ -19,7 +19,7 @@ constexpr bool selects_board(std::int16_t modeltype) { return modeltype >= 40; }
 void select_family_board(session& plug_in, bool cmos);
 /// On models from 40: the board of the device's family.
 void select_board(session& plug_in, std::string_view name);
-/// Drops everything. False where the hardware is in trouble, which hwfault was told then.
+/// Drops everything. False where the hardware is in trouble: hwfault was told then, and the outcome is no_answer.
 bool reset_hardware(session& plug_in);
 /// Reset, board, bus mode and 5 V. False where the reset failed; the attempt is over then.
 bool prepare_supply(session& plug_in, std::string_view name);

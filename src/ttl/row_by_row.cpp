@@ -4,38 +4,42 @@
 #include "hw/send.h"
 #include "ttl/prepare.h"
 
+#include <optional>
+#include <utility>
+
 namespace tamrix {
 
 namespace {
 
-enum class outcome : std::uint8_t { passed, failed, again };
+using kind = run_outcome::kind;
 
-outcome play_rows(const vector_run& run, immediate_pins& pins, supply_pins& supply)
+/// Nothing where the rows are to be played again.
+std::optional<run_outcome> play_rows(const vector_run& run, immediate_pins& pins, supply_pins& supply)
 {
-    bool failed = false;
+    run_outcome outcome{.what = kind::passed};
     for (int j = 0; j < run.row_count(); ++j) {
         if (j == 0 && run.powers_the_device()) {
             supply = run.supply();
             power_on(run.plug_in, supply);
         }
         const std::string_view row = run.row(j);
-        if (!pins.play(row, supply)) return outcome::failed;
+        const bool driven = pins.drive(row, supply);
+        if (!driven || !pins.read()) {
+            outcome.what = driven ? kind::lost_reply : kind::refused_frame;
+            return outcome;
+        }
         std::string result{row};
-        if (pins.compare(row, result)) failed = true;
-        if (failed && run.stopfirst == -1) return outcome::failed;
-        if (!failed || run.stopfirst != 0) continue;
-        // In the log every later row is reported too, passing or not: meant, the flag is not cleared there.
-        switch (report_failed_row(run.plug_in, run.logmode, {j + 1, std::string{row}, shown_row(run, result)})) {
-        case after_report::go_on: break;
-        case after_report::forgive: failed = false; break;
-        case after_report::start_again: return outcome::again;
-        case after_report::end_as_failed: return outcome::failed;
+        const bool failed = pins.compare(row, result);
+        switch (judge_row(run, {j, failed, std::move(result)}, outcome)) {
+        case after_row::go_on: break;
+        case after_row::start_again: return std::nullopt;
+        case after_row::end: return outcome;
         }
     }
-    return failed ? outcome::failed : outcome::passed;
+    return outcome;
 }
 
-/// VCC goes by its own driver here, whatever the model: meant, the reset that follows drops what is left.
+/// Intentional: VCC goes by its own driver here, whatever the model. The reset that follows drops what is left.
 bool prepare_again(session& plug_in, immediate_pins& pins, const supply_pins& supply)
 {
     hw::devobj& device = plug_in.hardware.device();
@@ -51,16 +55,17 @@ bool prepare_again(session& plug_in, immediate_pins& pins, const supply_pins& su
 
 }  // namespace
 
-bool run_row_by_row(const vector_run& run, immediate_pins& pins)
+run_outcome run_row_by_row(const vector_run& run, immediate_pins& pins)
 {
     supply_pins supply;
-    outcome result = outcome::again;
-    while ((result = play_rows(run, pins, supply)) == outcome::again) {
-        if (!prepare_again(run.plug_in, pins, supply)) return true;
+    std::optional<run_outcome> played;
+    while (!(played = play_rows(run, pins, supply))) {
+        if (!prepare_again(run.plug_in, pins, supply)) return {.what = kind::refused_frame};
     }
     power_off(run.plug_in, supply);
-    const bool released = pins.release();
-    return result == outcome::failed || !released;
+    // Told even after a failed row: the socket is still driven.
+    if (!pins.release() && !played->communication_failed()) played->what = kind::refused_frame;
+    return *played;
 }
 
 bool send_pin_frame(session& plug_in, const group_bytes& first, const group_bytes& second)

@@ -13,20 +13,21 @@ class immediate_pins {
 public:
     virtual ~immediate_pins() = default;
 
-    /// Drives a row with its clocks and reads the socket back. False where the programmer did not take it or did not
-    /// answer.
-    virtual bool play(std::string_view row, const supply_pins& supply) = 0;
+    /// Drives a row with its clocks. False where the programmer did not take it.
+    virtual bool drive(std::string_view row, const supply_pins& supply) = 0;
+    /// Reads the socket back. False where no reply came.
+    virtual bool read() = 0;
     /// Compares the row just played. True where it failed; `result` becomes the row to show.
     virtual bool compare(std::string_view row, std::string& result) const = 0;
     /// Releases all ports. False where the programmer did not take it.
     virtual bool release() = 0;
 };
 
-bool run_row_by_row(const vector_run& run, immediate_pins& pins);
+run_outcome run_row_by_row(const vector_run& run, immediate_pins& pins);
 
 /// The same with pin electronics that are made for this run.
 template <class Electronics>
-bool run_row_by_row(const vector_run& run)
+run_outcome run_row_by_row(const vector_run& run)
 {
     Electronics electronics{run};
     return run_row_by_row(run, electronics);

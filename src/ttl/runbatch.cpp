@@ -62,7 +62,8 @@ private:
 
 }  // namespace
 
-bool runbatch(session& plug_in, std::int16_t rows, std::int16_t pins, std::int16_t stopfirst, std::uint8_t logmode)
+run_outcome runbatch(session& plug_in, std::int16_t rows, std::int16_t pins, std::int16_t stopfirst,
+                     std::uint8_t logmode)
 {
     return run_as_script<script48>({plug_in, rows, pins, stopfirst, logmode});
 }

@@ -62,7 +62,8 @@ private:
 
 }  // namespace
 
-bool runbatch40(session& plug_in, std::int16_t rows, std::int16_t pins, std::int16_t stopfirst, std::uint8_t logmode)
+run_outcome runbatch40(session& plug_in, std::int16_t rows, std::int16_t pins, std::int16_t stopfirst,
+                       std::uint8_t logmode)
 {
     return run_as_script<script40>({plug_in, rows, pins, stopfirst, logmode});
 }

@@ -24,10 +24,20 @@ public:
         : run_{run}, plug_in_{run.plug_in}, usb_{hw::usb_is_true(run.plug_in.blocks.usbable(0))}
     {}
 
-    bool play(std::string_view row, const supply_pins&) override
+    bool drive(std::string_view row, const supply_pins&) override
     {
         bytes_ = bytes_of_row(row, run_.pins);
-        return usb_ ? play_by_frames() : play_by_registers();
+        if (usb_) return drive_by_frames();
+        drive_by_registers();
+        return true;
+    }
+
+    bool read() override
+    {
+        if (usb_) return fetch_pin_reply(plug_in_, readback_);
+        for (std::size_t b = 0; b < byte_groups; ++b)
+            readback_[b] = static_cast<std::uint8_t>(device().regin(data_port(b)));
+        return true;
     }
 
     bool compare(std::string_view row, std::string& result) const override
@@ -54,7 +64,7 @@ private:
     }
 
     /// K has no effect on this route: meant.
-    bool play_by_registers()
+    void drive_by_registers()
     {
         for (std::size_t b = 0; b < byte_groups; ++b) {
             device().regout(bytes_.drvdata[b], data_port(b));
@@ -64,22 +74,18 @@ private:
             write_data(with_clocks(bytes_));
             write_data(bytes_.drvdata);
         }
-        for (std::size_t b = 0; b < byte_groups; ++b)
-            readback_[b] = static_cast<std::uint8_t>(device().regin(data_port(b)));
-        return true;
     }
 
     bool send_plain() { return send_pin_frame(plug_in_, bytes_.drvdata, bytes_.drvmask); }
     bool send_clocked() { return send_pin_frame(plug_in_, with_clocks(bytes_), bytes_.drvmask); }
 
     /// K leaves its pin high until the next row's first frame pulls it low.
-    bool play_by_frames()
+    bool drive_by_frames()
     {
         device().regout(254, 15);
         if (!send_plain()) return false;
         if (bytes_.hasc && !(send_clocked() && send_plain())) return false;
-        if (bytes_.hask && !(send_plain() && send_clocked())) return false;
-        return fetch_pin_reply(plug_in_, readback_);
+        return !bytes_.hask || (send_plain() && send_clocked());
     }
 
     const vector_run& run_;
@@ -91,7 +97,8 @@ private:
 
 }  // namespace
 
-bool runport(session& plug_in, std::int16_t rows, std::int16_t pins, std::int16_t stopfirst, std::uint8_t logmode)
+run_outcome runport(session& plug_in, std::int16_t rows, std::int16_t pins, std::int16_t stopfirst,
+                    std::uint8_t logmode)
 {
     return run_row_by_row<pins48>({plug_in, rows, pins, stopfirst, logmode});
 }

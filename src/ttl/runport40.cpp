@@ -14,7 +14,7 @@ class pins40 final : public immediate_pins {
 public:
     explicit pins40(const vector_run& run) : plug_in_{run.plug_in} {}
 
-    bool play(std::string_view row, const supply_pins& supply) override
+    bool drive(std::string_view row, const supply_pins& supply) override
     {
         plug_in_.ttl.ttlmap = tosocket40(row);
         bytes_ = bytes_of_socket_row(plug_in_.ttl.ttlmap, supply.vcode == supply_at_the_tied_position
@@ -30,9 +30,10 @@ public:
         };
         if (!send(plain, plain)) return false;
         if (bytes_.hasc && !(send(clocked, clocked) && send(plain, plain))) return false;
-        if (bytes_.hask && !(send(plain, plain) && send(clocked, plain))) return false;
-        return fetch_pin_reply(plug_in_, readback_);
+        return !bytes_.hask || (send(plain, plain) && send(clocked, plain));
     }
+
+    bool read() override { return fetch_pin_reply(plug_in_, readback_); }
 
     bool compare(std::string_view, std::string& result) const override
     {
@@ -49,7 +50,8 @@ private:
 
 }  // namespace
 
-bool runport40(session& plug_in, std::int16_t rows, std::int16_t pins, std::int16_t stopfirst, std::uint8_t logmode)
+run_outcome runport40(session& plug_in, std::int16_t rows, std::int16_t pins, std::int16_t stopfirst,
+                      std::uint8_t logmode)
 {
     return run_row_by_row<pins40>({plug_in, rows, pins, stopfirst, logmode});
 }

@@ -2,11 +2,11 @@
 
 #include "ttl/library.h"
 #include "ttl/prepare.h"
+#include "ttl/row_report.h"
 #include "ttl/ttladd.h"
 #include "ttl/ttledit.h"
 
 #include <algorithm>
-#include <optional>
 
 namespace tamrix {
 
@@ -170,16 +170,13 @@ void ttltest::test_in_loop()
     plug_in_.hardware.device().hwrelease();
 }
 
-/// A name without a record runs nothing, and that counts as a pass. A plain failure was told while the vectors ran.
+/// A name without a record runs nothing, and that counts as a pass. A failed row was told while the vectors ran.
 bool ttltest::passes(const std::string& name)
 {
-    const std::optional<bool> failed = ttlload(plug_in_, name, 0, 0);
-    if (!failed.value_or(false)) return true;
-    if (plug_in_.blocks.prgresult(0) == result_of_time_out) {
-        plug_in_.screen.box(
-            {.text = plug_in_.text(1075), .title = plug_in_.text(1019), .picture = forms::icon::information});
-    }
-    return false;
+    run_outcome& outcome = plug_in_.ttl.outcome;
+    outcome = ttlload(plug_in_, name, 0, 0);
+    if (outcome.communication_failed()) tell_communication_error(plug_in_, 1019);
+    return !outcome.ended_in_failure();
 }
 
 bool ttltest::wants_repetition()

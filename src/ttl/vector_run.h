@@ -1,12 +1,12 @@
 // One run of the rows in `ttlvect`: what all engines are given, and what they compare and report alike.
 #pragma once
 
+#include "plugin/run_outcome.h"
 #include "plugin/session.h"
 #include "ttl/alphabet.h"
 #include "ttl/row_report.h"
 #include "ttl/supply.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -30,11 +30,17 @@ struct vector_run {
     supply_pins supply() const { return supply_of_row(stored_row(0), pins); }
 };
 
-/// A result row as it is shown.
-inline std::string shown_row(const vector_run& run, std::string text)
-{
-    text.resize(std::min(text.size(), static_cast<std::size_t>(run.pins < 0 ? 0 : run.pins)));
-    return text;
-}
+struct compared_row {
+    int j;  // from 0
+    bool failed;
+    std::string result;  // with its fail marks, as it is to be shown
+};
+
+enum class after_row : std::uint8_t { go_on, start_again, end };
+
+/// What a row does to its run, whose `outcome` begins as passed: counts and reports it where it failed, and says how
+/// the run goes on. `indent` goes before the second line of the report's box.
+after_row judge_row(const vector_run& run, const compared_row& compared, run_outcome& outcome,
+                    std::string_view indent = {});
 
 }  // namespace tamrix

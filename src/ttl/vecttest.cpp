@@ -2,6 +2,7 @@
 
 #include "ttl/engines.h"
 #include "ttl/prepare.h"
+#include "ttl/row_report.h"
 #include "ttl/socket40.h"
 
 #include <algorithm>
@@ -11,7 +12,8 @@ namespace tamrix {
 namespace {
 
 constexpr std::int16_t most_rows = 101;  // plus one, as all row counts
-constexpr int vector_test_text = 1092, fail_text = 1088, ok_text = 1165, test_title = 1019;
+constexpr int vector_test_text = 1092, fail_text = 1088, ok_text = 1165, test_title = 1019,
+              communication_error_text = 1075;
 
 void take_rows(session& plug_in, std::uint8_t mode, const std::vector<std::string>& editor_rows)
 {
@@ -37,11 +39,22 @@ void supply_by_device_data(session& plug_in)
     plug_in.ttl.ttlpin = std::min<std::int16_t>(blocks.chippin(0), 40);
 }
 
-bool run_engine(session& plug_in, std::uint8_t mode)
+run_outcome run_engine(session& plug_in, std::uint8_t mode)
 {
     const auto& ttl = plug_in.ttl;
     const auto engine = has_socket40(plug_in.blocks.modeltype(0)) ? runport40 : runport;
     return engine(plug_in, ttl.ttlcnt, ttl.ttlpin, 0, mode);
+}
+
+/// A communication error is told like everything else: in a box, or in the host's log. That the test failed goes into
+/// the log of the host in either case.
+void tell_failure(session& plug_in, std::uint8_t mode)
+{
+    if (plug_in.ttl.outcome.communication_failed()) {
+        if (mode == 0) tell_communication_error(plug_in, test_title);
+        if (mode != 0) plug_in.blocks.MainRtstr(0) += ">> " + plug_in.text(communication_error_text) + "\n";
+    }
+    plug_in.blocks.MainRtstr(0) += ">> " + plug_in.text(vector_test_text) + plug_in.text(fail_text) + "\n";
 }
 
 /// Tells of a pass; true where the person wants to test again.
@@ -61,8 +74,9 @@ bool again_after_pass(session& plug_in, std::uint8_t mode)
 
 void vecttest(session& plug_in, std::uint8_t mode, const std::vector<std::string>& editor_rows)
 {
-    if (!is_true(plug_in.ok)) return;
     auto& ttl = plug_in.ttl;
+    ttl.outcome = {};
+    if (!is_true(plug_in.ok)) return;
     ttl.ttlcnt = std::min(ttl.ttlcnt, most_rows);
     if (ttl.ttlcnt < 2) return;
     take_rows(plug_in, mode, editor_rows);
@@ -70,9 +84,9 @@ void vecttest(session& plug_in, std::uint8_t mode, const std::vector<std::string
     do {
         if (!prepare_supply(plug_in, ttl.ttlname)) return;
         if (plug_in.wnote == powered_by_device_data) supply_by_device_data(plug_in);
-        if (run_engine(plug_in, mode)) {
-            // In the host's log also when the run was reported in boxes: meant.
-            plug_in.blocks.MainRtstr(0) += ">> " + plug_in.text(vector_test_text) + plug_in.text(fail_text) + "\n";
+        ttl.outcome = run_engine(plug_in, mode);
+        if (ttl.outcome.ended_in_failure()) {
+            tell_failure(plug_in, mode);
             break;
         }
     } while (again_after_pass(plug_in, mode));

@@ -13,7 +13,10 @@ namespace {
 
 using testing::EndsWith;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
+
+const std::string remedy = "; check the cable and the supply of the programmer, then test again\n";
 
 /// A copy of the shipped library, and the command run on it.
 class logic : public testing::Test {
@@ -72,7 +75,9 @@ TEST_F(logic, every_failing_row_is_told_and_the_command_fails)
     const auto result = ttl({"test", "7400", "--socket", "7400", "--fault", "pin 3 stuck 0"});
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.out, StartsWith("Expected: V000"));
-    EXPECT_THAT(result.out, HasSubstr("  Result: V000"));
+    EXPECT_THAT(result.out, HasSubstr("\n  Result: V000"));
+    EXPECT_EQ(std::ranges::count(result.out, '\n') % 2, 0) << "two lines a row";
+    EXPECT_THAT(result.out, Not(HasSubstr("fail!")));
     EXPECT_EQ(result.err, "tamrix: 7400: TTL & CMOS Test fail!\n");
 }
 
@@ -86,11 +91,54 @@ TEST_F(logic, a_chip_that_drives_against_the_vectors_of_another_is_told)
 
 TEST_F(logic, a_silent_programmer_is_told)
 {
-    EXPECT_EQ(ttl({"test", "7400", "--socket", "7400", "--fault", "no answer"}).err,
-              "tamrix: 7400: the programmer does not answer\n");
-    const auto result = ttl({"test", "7400", "--socket", "7400", "--fault", "read never ends"});
-    EXPECT_EQ(result.err, "tamrix: 7400: Communication error!\n");
-    EXPECT_EQ(result.status, 1);
+    const auto silent = ttl({"test", "7400", "--socket", "7400", "--fault", "no answer"});
+    EXPECT_EQ(silent.err, "tamrix: 7400: the programmer does not answer" + remedy);
+    EXPECT_EQ(silent.status, 3);
+    EXPECT_EQ(ttl({"find", "--socket", "7400", "--fault", "no answer"}).err,
+              "tamrix: auto find: the programmer does not answer" + remedy);
+    const auto timed_out = ttl({"test", "7400", "--socket", "7400", "--fault", "read never ends"});
+    EXPECT_EQ(timed_out.err, "tamrix: 7400: Communication error! The results did not come" + remedy);
+    EXPECT_EQ(timed_out.out, "");
+    EXPECT_EQ(timed_out.status, 3);
+}
+
+TEST_F(logic, auto_find_after_a_lost_read_names_nothing_and_is_not_done)
+{
+    const auto result = ttl({"find", "--socket", "7400", "--fault", "read never ends 3"});
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "tamrix: auto find: Communication error! The results did not come" + remedy);
+    EXPECT_EQ(result.status, 3);
+    EXPECT_EQ(ttl({"find", "--socket", "74193", "--fault", "read never ends 2"}).status, 0) << "the engine asks again";
+}
+
+TEST_F(logic, without_vectors_in_the_library_no_test_was_carried_out)
+{
+    const std::string whole = library();
+    folder.write("lib/test.lib", whole.substr(0, whole.find("\r\n") + 2) + "end-ksm\r\n");
+    const auto test = ttl({"test", "7400"});
+    EXPECT_EQ(test.err, "tamrix: 7400: no record in the library (a name of 12 letters is never found); add it under a "
+                        "shorter name\n");
+    EXPECT_EQ(test.out, "");
+    EXPECT_EQ(test.status, 3);
+    const auto find = ttl({"find"});
+    EXPECT_EQ(find.err, "tamrix: auto find: the library is damaged; name a sound one with --syspath\n");
+    EXPECT_EQ(find.status, 3);
+}
+
+TEST_F(logic, a_device_whose_name_stands_inside_an_earlier_one_cannot_be_deleted_or_replaced)
+{
+    folder.write("rows.txt", "0H0H0HGH0H0H0V\n");
+    EXPECT_EQ(ttl({"add", "37400", "14", "rows.txt"}).status, 0);
+    const std::string before = library();
+    const std::string in_the_way =
+        "tamrix: 7400 cannot be deleted or replaced while 37400 is in the library, whose name holds it\n";
+    const auto deleted = ttl({"delete", "7400"});
+    EXPECT_EQ(deleted.err, in_the_way);
+    EXPECT_EQ(deleted.status, 1);
+    EXPECT_EQ(ttl({"add", "7400", "14", "rows.txt"}).err, in_the_way);
+    EXPECT_TRUE(library() == before);
+    EXPECT_EQ(ttl({"delete", "37400"}).status, 0);
+    EXPECT_EQ(ttl({"delete", "7400"}).status, 0);
 }
 
 TEST_F(logic, find_names_what_the_chip_could_be)
@@ -174,6 +222,15 @@ TEST_F(logic, the_vectors_of_a_fuse_file_are_played_on_the_chip)
     EXPECT_THAT(bad.out, HasSubstr(">>   Result: V0001:11L11HNL11H01N"));
     EXPECT_THAT(bad.out, EndsWith(">> Vector Test fail!\n"));
     EXPECT_EQ(bad.err, "tamrix: gate.jed: the chip in the socket fails\n");
+    for (const std::string model : {"22", "40"}) {
+        const auto lost = run({"vectors", "gate.jed", "--socket", "7400", "--model", model, "--fault", "lost reply"});
+        EXPECT_EQ(lost.out, ">> Communication error!\n>> Vector Test fail!\n");
+        EXPECT_EQ(lost.err, "tamrix: gate.jed: Communication error! The reply to a vector did not come" + remedy);
+        EXPECT_EQ(lost.status, 3);
+    }
+    const auto silent = run({"vectors", "gate.jed", "--socket", "7400", "--fault", "no answer"});
+    EXPECT_EQ(silent.err, "tamrix: gate.jed: the programmer does not answer" + remedy);
+    EXPECT_EQ(silent.status, 3);
 }
 
 TEST_F(logic, a_fuse_file_without_vectors_or_pins_is_told)

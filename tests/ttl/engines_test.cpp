@@ -11,6 +11,7 @@ namespace tamrix::tests {
 namespace {
 
 using forms::answer;
+using kind = run_outcome::kind;
 
 const std::string passing = "00H00HGH00H00V";
 const std::string failing = "00L00HGH00H00V";  // what the socket shows then
@@ -18,10 +19,19 @@ const std::string failing = "00L00HGH00H00V";  // what the socket shows then
 struct engine_fixture : ttl_fixture {
     engine_fixture(std::int16_t modeltype, bool usb) { use_model(modeltype, usb); }
 
-    bool run(bool (*engine)(tamrix::session&, std::int16_t, std::int16_t, std::int16_t, std::uint8_t),
+    /// True where the run ended in failure.
+    bool run(run_outcome (*engine)(tamrix::session&, std::int16_t, std::int16_t, std::int16_t, std::uint8_t),
              std::int16_t stopfirst = 0, std::uint8_t logmode = 0)
     {
-        return engine(session, session.ttl.ttlcnt, session.ttl.ttlpin, stopfirst, logmode);
+        outcome = engine(session, session.ttl.ttlcnt, session.ttl.ttlpin, stopfirst, logmode);
+        return outcome.ended_in_failure();
+    }
+    /// The numbers of the rows that the last run reported as failed.
+    std::vector<int> failed_rows() const
+    {
+        std::vector<int> numbers;
+        for (const failed_row& row : outcome.rows) numbers.push_back(row.number);
+        return numbers;
     }
     std::uint8_t& prgresult() { return session.blocks.prgresult(0); }
     /// Time goes on while something waits.
@@ -29,6 +39,8 @@ struct engine_fixture : ttl_fixture {
     {
         shell.on_doevents = [this] { shell.advance(0.1); };
     }
+
+    run_outcome outcome;
 };
 
 TEST(runport, on_the_registers_a_K_neither_pulses_nor_fails)
@@ -53,6 +65,8 @@ TEST(runport, that_stops_at_the_first_failure_powers_off_and_shows_nothing)
     EXPECT_EQ(f.log.count("vccpin 107 0"), 1);
     EXPECT_EQ(f.log.count("gndpin 1 0"), 1);
     EXPECT_EQ(f.log.lines.back(), "regout 255 10");
+    EXPECT_EQ(f.outcome.what, kind::failed);
+    EXPECT_EQ(f.failed_rows(), std::vector<int>{}) << "none was reported";
 }
 
 TEST(runport, after_Ignore_a_clean_rest_is_a_pass)
@@ -63,6 +77,10 @@ TEST(runport, after_Ignore_a_clean_rest_is_a_pass)
     f.shell.answer_next_box(answer::ignore);
     EXPECT_FALSE(f.run(runport));
     EXPECT_EQ(f.shell.boxes().size(), 1u);
+    EXPECT_EQ(f.outcome.what, kind::passed);
+    EXPECT_EQ(f.failed_rows(), std::vector{1}) << "the outcome still names what was ignored";
+    EXPECT_EQ(f.outcome.rows[0].row, passing);
+    EXPECT_EQ(f.outcome.rows[0].result, failing);
 }
 
 TEST(runport, in_the_log_every_row_from_the_failing_one_on_is_reported)
@@ -75,6 +93,8 @@ TEST(runport, in_the_log_every_row_from_the_failing_one_on_is_reported)
                           ">> Expected: V0004:00H00HGH00H00V\n>>   Result: V0004:00H00HGH00H00V\n\n"
                           ">> Expected: V0005:00H00HGH00H00V\n>>   Result: V0005:00H00HGH00H00V\n\n");
     EXPECT_EQ(f.shell.boxes(), lines{});
+    EXPECT_EQ(f.outcome.what, kind::failed);
+    EXPECT_EQ(f.failed_rows(), std::vector{3});
 }
 
 TEST(report, is_a_box_with_the_critical_icon_that_asks_how_to_go_on)
@@ -113,6 +133,7 @@ TEST(runport, without_a_reply_fails_and_still_powers_off)
         f.put_rows({passing, passing});
         f.log.replywait_results = {false};
         EXPECT_TRUE(f.run(engine));
+        EXPECT_EQ(f.outcome.what, kind::lost_reply);
         EXPECT_EQ(f.shell.boxes(), lines{});
         EXPECT_EQ(f.log.count("replywait"), 1);
         EXPECT_EQ(f.log.lines.back(), "usbcomwrite 13: 05 FF FF FF FF FF FF FF FF FF FF FF FF");
@@ -136,10 +157,66 @@ TEST(runport, ends_in_failure_where_any_of_its_frames_is_not_taken)
             f.log.usbcomwrite_results.assign(static_cast<std::size_t>(refused), 0);
             f.log.usbcomwrite_results.push_back(1);
             EXPECT_TRUE(f.run(engine)) << refused;
+            EXPECT_EQ(f.outcome.what, kind::refused_frame) << refused;
             EXPECT_EQ(f.log.count("gndpin 1 0"), 1) << refused;
             EXPECT_EQ(f.log.lines.back(), "usbcomwrite 13: 05 FF FF FF FF FF FF FF FF FF FF FF FF");
             EXPECT_EQ(f.prgresult(), refused == frames - 1 ? 1 : 0) << "what the last frame gave";
         }
+    }
+}
+
+TEST(runport, that_cannot_release_the_socket_says_so_even_after_a_failed_row)
+{
+    for (const auto engine : {runport, runport40}) {
+        engine_fixture f{23, true};
+        f.put_rows({passing});
+        f.log.socket = {six_bytes{}};
+        f.log.usbcomwrite_results = {0, 1};
+        EXPECT_TRUE(f.run(engine, -1));
+        EXPECT_EQ(f.outcome.what, kind::refused_frame);
+    }
+}
+
+TEST(runport, without_a_reply_says_so_even_after_a_failed_row)
+{
+    for (const auto engine : {runport, runport40}) {
+        engine_fixture f{23, true};
+        f.put_rows({passing, passing});
+        f.log.socket = {six_bytes{}};
+        f.log.replywait_results = {true, false};
+        f.log.usbcomwrite_results = {0, 0, 1};  // the release is not taken either
+        EXPECT_TRUE(f.run(engine, 0, 1));
+        EXPECT_EQ(f.outcome.what, kind::lost_reply);
+        EXPECT_EQ(f.failed_rows(), std::vector{1});
+    }
+}
+
+TEST(runport, that_cannot_begin_again_on_Retry_says_so)
+{
+    for (const auto engine : {runport, runport40}) {
+        engine_fixture f{23, true};
+        f.put_rows({passing});
+        f.log.socket = {six_bytes{}};
+        f.log.usbcomwrite_results = {0, 1};
+        f.shell.answer_next_box(answer::retry);
+        EXPECT_TRUE(f.run(engine));
+        EXPECT_EQ(f.outcome.what, kind::refused_frame);
+        EXPECT_EQ(f.log.count("hwreset"), 0);
+    }
+}
+
+TEST(Retry, forgets_the_rows_that_failed_before)
+{
+    for (const auto engine : {runport, runport40, runbatch, runbatch40}) {
+        engine_fixture f{23, true};
+        const bool socket40 = engine == runport40 || engine == runbatch40;
+        f.put_rows({passing, passing});
+        const six_bytes good = socket40 ? slow::ports_of_40(passing) : slow::ports_of(passing);
+        f.log.socket = {six_bytes{}, good, good, good};
+        f.shell.answer_next_box(answer::retry);
+        EXPECT_FALSE(f.run(engine));
+        EXPECT_EQ(f.outcome.what, kind::passed);
+        EXPECT_EQ(f.failed_rows(), std::vector<int>{});
     }
 }
 
@@ -220,11 +297,13 @@ TEST(runbatch, survives_two_lost_reads_and_not_three)
     EXPECT_FALSE(f.run(runbatch));
     EXPECT_EQ(f.log.count("usbbulkread"), 3);
     EXPECT_EQ(f.prgresult(), 0);
+    EXPECT_EQ(f.outcome.what, kind::passed) << "what came at last is what counts";
 
     f.log.bulk_ends = {bulk_end::never, bulk_end::fails, bulk_end::never};
     EXPECT_TRUE(f.run(runbatch));
     EXPECT_EQ(f.log.count("usbbulkread"), 6);
     EXPECT_EQ(f.prgresult(), 3);
+    EXPECT_EQ(f.outcome.what, kind::timed_out);
     EXPECT_EQ(f.shell.boxes(), lines{});
 }
 
@@ -236,6 +315,18 @@ TEST(runbatch40, survives_no_lost_read)
     EXPECT_TRUE(f.run(runbatch40));
     EXPECT_EQ(f.log.count("usbbulkread"), 1);
     EXPECT_EQ(f.prgresult(), 3);
+    EXPECT_EQ(f.outcome.what, kind::timed_out);
+}
+
+TEST(runbatch, whose_results_cannot_be_asked_for_again_ends_by_that)
+{
+    engine_fixture f{50, true};
+    f.put_rows(nand_rows);
+    f.log.bulk_ends = {bulk_end::fails};
+    f.log.usbcomwrite_results = {0, 0, 1};
+    EXPECT_TRUE(f.run(runbatch));
+    EXPECT_EQ(f.outcome.what, kind::refused_frame);
+    EXPECT_EQ(f.prgresult(), 1);
 }
 
 TEST(runbatch, does_nothing_while_a_communication_error_stands)
@@ -245,6 +336,7 @@ TEST(runbatch, does_nothing_while_a_communication_error_stands)
         f.put_rows(nand_rows);
         f.prgresult() = 3;
         EXPECT_FALSE(f.run(engine));
+        EXPECT_EQ(f.outcome.what, kind::not_played);
         EXPECT_EQ(f.log.lines, lines{});
         EXPECT_EQ(f.prgresult(), 3);
         EXPECT_EQ(f.session.blocks.ubuflg(0), 0);
@@ -259,6 +351,7 @@ TEST(runbatch, ends_in_failure_where_a_frame_is_not_taken)
             f.put_rows(nand_rows);
             f.log.usbcomwrite_results = results;
             EXPECT_TRUE(f.run(engine));
+            EXPECT_EQ(f.outcome.what, kind::refused_frame);
             EXPECT_EQ(f.prgresult(), 1);
             EXPECT_EQ(f.log.count("usbbulkread"), 0);
             EXPECT_EQ(f.log.count("vecbyte") > 0, results.size() == 2);

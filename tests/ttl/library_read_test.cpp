@@ -8,6 +8,8 @@
 namespace tamrix::tests {
 namespace {
 
+using kind = run_outcome::kind;
+
 TEST(library_path, is_the_older_file_below_model_30)
 {
     ttl_fixture f;
@@ -127,7 +129,7 @@ TEST(ttlload, a_device_with_one_row_has_exactly_that_row)
                     "1*\r\n$1           02\x02"
                     "04\x04"
                     "01VG*\r\nend-ksm\r\n");
-    EXPECT_EQ(ttlload(f.session, "1", 0, -1), std::nullopt);
+    EXPECT_EQ(ttlload(f.session, "1", 0, -1).what, kind::not_played);
     EXPECT_EQ(f.session.ttl.ttlcnt, 2);
     EXPECT_EQ(f.session.ttl.ttlpin, 4);
     EXPECT_EQ(f.row(0), "01VG" + std::string(44, ' '));
@@ -161,7 +163,7 @@ TEST(ttlload, does_not_find_a_name_of_12_letters)
 {
     ttl_fixture f;
     f.write_library(std::vector{nand, {"ABCDEFGHIJKL", nor.rows}});
-    EXPECT_EQ(ttlload(f.session, "ABCDEFGHIJKL", 0, -1), std::nullopt);
+    EXPECT_EQ(ttlload(f.session, "ABCDEFGHIJKL", 0, -1).what, kind::not_played);
     EXPECT_EQ(f.session.ttl.ttlcnt, 0) << "no blank stands behind it";
     ttlload(f.session, "ABCDEFGHIJK", 0, -1);
     EXPECT_EQ(f.session.ttl.ttlcnt, 0);
@@ -182,7 +184,7 @@ TEST(ttlload, of_an_unknown_name_clears_the_result_and_leaves_the_rest)
     f.put_rows({"kept"});
     for (const char* name : {"7404", "7402"}) {  // the second one stands behind the end line
         f.session.blocks.prgresult(0) = 3;
-        EXPECT_EQ(ttlload(f.session, name, 0, 0), std::nullopt);
+        EXPECT_EQ(ttlload(f.session, name, 0, 0).what, kind::not_played);
         EXPECT_EQ(f.session.blocks.prgresult(0), 0);
         EXPECT_EQ(f.session.ttl.ttlcnt, 2);
         EXPECT_EQ(f.session.ttl.ttlpin, 4);
@@ -245,10 +247,10 @@ TEST(ttlload, plays_the_vectors_and_tells_whether_they_failed)
     f.write_library(std::vector{nand, nor});
     f.socket_shows(nand_rows);
     f.session.blocks.prgresult(0) = 3;
-    EXPECT_EQ(ttlload(f.session, "7400", 0, 0), std::optional{false}) << "an older time-out does not count";
-    EXPECT_EQ(ttlload(f.session, "7400", 0, 0), std::optional{true}) << "the socket is empty";
+    EXPECT_EQ(ttlload(f.session, "7400", 0, 0).what, kind::passed) << "an older time-out does not count";
+    EXPECT_EQ(ttlload(f.session, "7400", 0, 0).what, kind::failed) << "the socket is empty";
     EXPECT_EQ(f.shell.boxes().size(), 1u);
-    EXPECT_EQ(ttlload(f.session, "7400", -1, 0), std::optional{true});
+    EXPECT_EQ(ttlload(f.session, "7400", -1, 0).what, kind::failed);
     EXPECT_EQ(f.shell.boxes().size(), 1u) << "silently";
 }
 

@@ -8,7 +8,7 @@
 namespace tamrix::tests {
 namespace {
 
-using engine = bool (*)(session&, std::int16_t, std::int16_t, std::int16_t, std::uint8_t);
+using engine = run_outcome (*)(session&, std::int16_t, std::int16_t, std::int16_t, std::uint8_t);
 using forms::answer;
 
 struct played {
@@ -69,7 +69,8 @@ std::string record(const transcript& which)
         f.log.add("== " + one.title);
         EXPECT_TRUE(prepare_supply(f.session, "7400"));
         const auto& ttl = f.session.ttl;
-        const bool failed = which.play(f.session, ttl.ttlcnt, ttl.ttlpin, one.stopfirst, one.logmode);
+        const bool failed =
+            which.play(f.session, ttl.ttlcnt, ttl.ttlpin, one.stopfirst, one.logmode).ended_in_failure();
         if (!f.status().empty()) f.log.add("status " + ttl_fixture::one_line(f.status()));
         f.log.add(failed ? "result 1" : "result 0");
         text += f.log.text();

@@ -31,6 +31,9 @@ struct scan_fixture : ttl_fixture {
     lines hits;
 };
 
+const forms::message_box communication_error{
+    .text = "Communication error!", .title = "Auto Find Device Result", .picture = forms::icon::information};
+
 const lines gate_rows{"00H00HGH00H00V"};
 
 slow::device_record gate(const std::string& name) { return {name, gate_rows}; }
@@ -46,6 +49,7 @@ TEST(ttlscan, of_an_empty_socket_finds_nothing_and_says_so)
         EXPECT_EQ(f.shell.whole_boxes(), std::vector{expected});
         EXPECT_EQ(f.shown, 0);
         EXPECT_EQ(f.shell.beeps(), 0);
+        EXPECT_EQ(f.session.ttl.outcome.what, run_outcome::kind::failed);
     }
 }
 
@@ -96,7 +100,9 @@ TEST(ttlscan, without_header_or_with_hardware_in_trouble_ends_without_a_message)
 {
     scan_fixture missing{50, false};
     missing.session.blocks.prgmode(1) = 5;
+    missing.session.ttl.outcome.what = run_outcome::kind::passed;  // of an earlier test
     missing.scan();
+    EXPECT_EQ(missing.session.ttl.outcome.what, run_outcome::kind::not_played);
     EXPECT_EQ(missing.log.lines, lines{});
     EXPECT_EQ(missing.session.blocks.prgmode(1), 0);
     scan_fixture absent{50, false};
@@ -105,6 +111,7 @@ TEST(ttlscan, without_header_or_with_hardware_in_trouble_ends_without_a_message)
     absent.scan();
     EXPECT_EQ(absent.log.lines, (lines{"hwreset", "hwfault"}));
     EXPECT_EQ(absent.shown, 0);
+    EXPECT_EQ(absent.session.ttl.outcome.what, run_outcome::kind::no_answer);
 }
 
 TEST(ttlscan, that_meets_the_end_before_the_count_ends_without_a_message_or_a_list)
@@ -117,6 +124,7 @@ TEST(ttlscan, that_meets_the_end_before_the_count_ends_without_a_message_or_a_li
         f.write_library(text);
         f.scan();
         EXPECT_EQ(f.log.count("regin 0"), 2);
+        EXPECT_EQ(f.session.ttl.outcome.what, run_outcome::kind::not_played);
         EXPECT_EQ(f.shown, 0);
         EXPECT_EQ(f.shell.boxes(), lines{});
     }
@@ -189,6 +197,49 @@ TEST(ttlscan, after_a_lost_read_lists_every_later_device)
     f.scan();
     EXPECT_EQ(f.hits, (lines{"7408", "7410"}));
     EXPECT_EQ(f.log.count("usbbulkread"), 4) << "the later ones are not played at all";
+    EXPECT_EQ(f.shell.whole_boxes(), std::vector{communication_error}) << "once, though two were not played";
+    EXPECT_EQ(f.session.ttl.outcome.what, run_outcome::kind::timed_out);
+}
+
+TEST(ttlscan, survives_lost_reads_that_the_engine_survives_without_a_word)
+{
+    scan_fixture f{50, true};
+    f.shell.on_doevents = [&] { f.shell.advance(0.5); };
+    f.write_library(std::vector{gate("7408"), nor});
+    f.put_chip(gate_rows);
+    f.log.bulk_ends = {bulk_end::never, bulk_end::fails, bulk_end::arrives};
+    f.scan();
+    EXPECT_EQ(f.hits, lines{"7408"});
+    EXPECT_EQ(f.shell.boxes(), lines{});
+    EXPECT_EQ(f.session.ttl.outcome.what, run_outcome::kind::passed);
+}
+
+TEST(ttlscan, tells_once_that_frames_were_not_taken_and_goes_on)
+{
+    scan_fixture f{50, true};
+    f.write_library(std::vector{gate("7408"), gate("7410"), gate("7420")});
+    f.put_chip(gate_rows);
+    f.log.usbcomwrite_results = {1, 1};
+    f.scan();
+    EXPECT_EQ(f.hits, lines{"7420"});
+    EXPECT_EQ(f.shell.whole_boxes(), std::vector{communication_error});
+    EXPECT_EQ(f.session.ttl.outcome.what, run_outcome::kind::refused_frame);
+}
+
+TEST(ttlscan, tells_a_communication_error_before_it_says_that_nothing_was_found_and_in_a_damaged_library_too)
+{
+    scan_fixture f{50, true};
+    f.write_library(std::vector{gate("7408")});
+    f.log.usbcomwrite_results = {1};
+    f.scan();
+    EXPECT_EQ(f.shell.boxes(), (lines{"Communication error!", "Device Not Found!"}));
+
+    scan_fixture cut{50, true};
+    cut.write_library(slow::library_text({"7400", "7437"}, {gate("7400")}));
+    cut.log.usbcomwrite_results = {1};
+    cut.scan();
+    EXPECT_EQ(cut.shell.whole_boxes(), std::vector{communication_error});
+    EXPECT_EQ(cut.session.ttl.outcome.what, run_outcome::kind::refused_frame);
 }
 
 TEST(ttlscan, plays_40_positions_on_their_models)

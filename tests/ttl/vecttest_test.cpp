@@ -60,7 +60,9 @@ TEST(vecttest, of_no_rows_does_nothing_at_all)
 TEST(vecttest, without_hardware_does_nothing)
 {
     vecttest_fixture f;
+    f.session.ttl.outcome.what = run_outcome::kind::passed;  // of an earlier test
     EXPECT_TRUE(f.call(1, 2, 1, bool16_false).ok());
+    EXPECT_EQ(f.session.ttl.outcome.what, run_outcome::kind::not_played);
     EXPECT_EQ(f.log.lines, lines{});
 }
 
@@ -112,6 +114,56 @@ TEST(vecttest, of_a_host_reports_failures_in_its_log_alone)
     EXPECT_EQ(f.log.lines.back(), "hwrelease");
 }
 
+struct broken {
+    const char* name;
+    std::deque<std::int32_t> frames;
+    std::deque<bool> replies;
+    run_outcome::kind what;
+};
+const broken ways_to_break[] = {{"refused frame", {1}, {}, run_outcome::kind::refused_frame},
+                                {"refused release", {0, 1}, {}, run_outcome::kind::refused_frame},
+                                {"lost reply", {}, {false}, run_outcome::kind::lost_reply}};
+
+TEST(vecttest, of_a_host_tells_a_communication_error_in_its_log_alone)
+{
+    for (const std::int16_t model : {23, 50}) {
+        for (const broken& one : ways_to_break) {
+            SCOPED_TRACE(one.name);
+            vecttest_fixture f{model};
+            f.use_model(model, true);
+            f.log.read_socket = [&] { return model == 23 ? slow::ports_of_40(passing) : slow::ports_of(passing); };
+            f.log.usbcomwrite_results = one.frames;
+            f.log.replywait_results = one.replies;
+            EXPECT_TRUE(f.call(1, 2, 1).ok());
+            EXPECT_EQ(f.status(), ">> Communication error!\n>> Vector Test fail!\n");
+            EXPECT_EQ(f.shell.boxes(), lines{});
+            EXPECT_EQ(f.session.ttl.outcome.what, one.what);
+            EXPECT_EQ(f.log.lines.back(), "hwrelease");
+        }
+    }
+}
+
+TEST(vecttest, of_the_editor_tells_a_communication_error_in_a_box)
+{
+    const forms::message_box expected{
+        .text = "Communication error!", .title = "TTL & CMOS Test", .picture = forms::icon::information};
+    for (const std::int16_t model : {23, 50}) {
+        for (const broken& one : ways_to_break) {
+            SCOPED_TRACE(one.name);
+            vecttest_fixture f{model};
+            f.use_model(model, true);
+            f.session.ttl.ttlcnt = 2;
+            f.log.read_socket = [&] { return model == 23 ? slow::ports_of_40(passing) : slow::ports_of(passing); };
+            f.log.usbcomwrite_results = one.frames;
+            f.log.replywait_results = one.replies;
+            vecttest(f.session, 0, {passing});
+            EXPECT_EQ(f.shell.whole_boxes(), std::vector{expected});
+            EXPECT_EQ(f.status(), ">> Vector Test fail!\n");
+            EXPECT_EQ(f.log.lines.back(), "hwrelease");
+        }
+    }
+}
+
 TEST(vecttest, of_the_editor_takes_its_rows_and_repeats_on_Retry)
 {
     vecttest_fixture f;
@@ -139,6 +191,7 @@ TEST(vecttest, of_the_editor_leaves_its_failure_in_the_hosts_log_too)
     vecttest(f.session, 0, {passing});
     EXPECT_EQ(f.shell.boxes().size(), 1u);
     EXPECT_EQ(f.status(), ">> Vector Test fail!\n");
+    EXPECT_EQ(f.session.ttl.outcome.what, run_outcome::kind::failed);
 }
 
 TEST(vecttest, of_an_editor_with_fewer_rows_plays_blank_ones)
@@ -158,6 +211,23 @@ TEST(vecttest, with_hardware_in_trouble_ends_without_releasing_it)
     f.log.hwreset_results = {1};
     EXPECT_TRUE(f.call(1, 2, 1).ok());
     EXPECT_EQ(f.log.lines, (lines{"hwreset", "hwfault"}));
+    EXPECT_EQ(f.session.ttl.outcome.what, run_outcome::kind::no_answer);
+    EXPECT_EQ(f.status(), "");
+}
+
+TEST(vecttest, calls_busmode_before_a_run_and_never_after)
+{
+    for (const std::int16_t model : {23, 50}) {
+        for (const bool usb : {false, true}) {
+            vecttest_fixture f{model};
+            f.use_model(model, usb);
+            EXPECT_TRUE(f.call(1, 2, 1).ok());
+            const auto rest = std::ranges::find(f.log.lines, std::string{"delayms 100"});
+            ASSERT_NE(rest, f.log.lines.end());
+            EXPECT_EQ(std::find(rest, f.log.lines.end(), "busmode 0"), f.log.lines.end());
+            EXPECT_EQ(f.log.count("busmode"), 1);
+        }
+    }
 }
 
 TEST(vecttest, plays_row_by_row_on_every_model)

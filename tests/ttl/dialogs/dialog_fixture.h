@@ -33,6 +33,7 @@ struct programmer_notes {
     lines calls;
     std::vector<std::int32_t> resets;  // what the next resets yield; 0 when used up
     std::int32_t pins = 0xFF;          // what each port reads
+    bool takes_frames = true, replies = true;
 };
 
 class noting_programmer final : public hw::programmer, private hw::lumbat, private hw::devobj {
@@ -44,7 +45,7 @@ public:
 private:
     void note(const std::string& call) { notes_.calls.push_back(call); }
 
-    std::int32_t usbcomwrite(const std::uint8_t*, std::int32_t) override { return 0; }
+    std::int32_t usbcomwrite(const std::uint8_t*, std::int32_t) override { return notes_.takes_frames ? 0 : 1; }
     std::int32_t usbbulkwrite(const std::uint8_t*, std::int32_t) override { return 0; }
     std::int32_t usbbulkread(std::uint8_t*, std::int32_t, std::uint8_t*) override { return 0; }  // which never ends
 
@@ -76,7 +77,7 @@ private:
     void regout(std::int32_t, std::uint8_t) override {}
     void delayms(std::int32_t) override {}
     void delayus(std::int32_t) override {}
-    bool replywait(std::uint8_t, std::uint8_t, std::int32_t) override { return true; }
+    bool replywait(std::uint8_t, std::uint8_t, std::int32_t) override { return notes_.replies; }
     void vecout(std::int32_t, std::uint8_t) override {}
     void vecstart() override {}
     void vecbyte(std::uint8_t) override {}

@@ -107,6 +107,7 @@ TEST_F(ttltest_dialog, stops_at_a_reset_that_fails_and_stays_open)
         d.List1.pick(0);
         d.OKButton.click();
         EXPECT_EQ(calls(), (lines{"hwreset", "hwfault"}));
+        EXPECT_EQ(session.ttl.outcome.what, run_outcome::kind::no_answer);
         EXPECT_TRUE(d.is_open());
         d.OKButton.click();
         EXPECT_EQ(calls().back(), "hwrelease") << "and can test again";
@@ -125,9 +126,26 @@ TEST_F(ttltest_dialog, leaves_a_plain_failure_to_the_report_of_the_run)
     });
     ASSERT_EQ(boxes().size(), 1U);
     EXPECT_EQ(boxes()[0].buttons, buttons_of_box::abort_retry_ignore);
+    EXPECT_EQ(session.ttl.outcome.what, run_outcome::kind::failed);
 }
 
-TEST_F(ttltest_dialog, tells_a_communication_error_when_no_reply_came_in_time)
+const message_box communication_error{"Communication error!", "TTL & CMOS Test", icon::information, buttons_of_box::ok};
+
+TEST_F(ttltest_dialog, tells_a_communication_error_when_a_frame_is_not_taken)
+{
+    session.blocks.usbable(0) = bool16_true;
+    programmer.takes_frames = false;
+    in_test_mode([this](ttltest& d) {
+        d.List1.pick(0);
+        d.OKButton.click();
+        EXPECT_EQ(calls().back(), "hwrelease");
+        EXPECT_TRUE(d.is_open());
+    });
+    EXPECT_EQ(boxes(), std::vector{communication_error});
+    EXPECT_EQ(session.ttl.outcome.what, run_outcome::kind::refused_frame);
+}
+
+TEST_F(ttltest_dialog, tells_a_communication_error_when_no_results_came_in_time)
 {
     session.blocks.usbable(0) = bool16_true;
     session.blocks.modeltype(0) = 22;  // which does not ask again
@@ -140,10 +158,9 @@ TEST_F(ttltest_dialog, tells_a_communication_error_when_no_reply_came_in_time)
         EXPECT_EQ(calls().back(), "hwrelease");
         EXPECT_TRUE(d.is_open());
     });
-    ASSERT_EQ(boxes().size(), 1U);
-    EXPECT_EQ(boxes()[0],
-              (message_box{"Communication error!", "TTL & CMOS Test", icon::information, buttons_of_box::ok}));
+    EXPECT_EQ(boxes(), std::vector{communication_error});
     EXPECT_EQ(session.blocks.prgresult(0), 3);
+    EXPECT_EQ(session.ttl.outcome.what, run_outcome::kind::timed_out);
 }
 
 TEST_F(ttltest_dialog, counts_a_name_without_a_record_as_passed)
@@ -155,6 +172,7 @@ TEST_F(ttltest_dialog, counts_a_name_without_a_record_as_passed)
         EXPECT_EQ(calls(), (lines{"hwreset", "boardsel2 3 0", "busmode 0", "setvcc 5000", "hwrelease"}));
     });
     EXPECT_EQ(boxes(), std::vector{passed});
+    EXPECT_EQ(session.ttl.outcome.what, run_outcome::kind::not_played);
 }
 
 TEST_F(ttltest_dialog, is_deaf_to_its_buttons_while_a_test_runs)
