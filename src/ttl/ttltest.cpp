@@ -10,13 +10,6 @@
 
 namespace tamrix {
 
-namespace {
-
-constexpr int read_time_out_ms = 4000;
-constexpr std::uint8_t result_of_time_out = 3;  // in prgresult(0)
-
-}  // namespace
-
 ttltest::ttltest(session& plug_in) : plug_in_{plug_in}
 {
     Text1.on_change = [this] { select_typed(); };
@@ -43,11 +36,6 @@ ttltest::ttltest(session& plug_in) : plug_in_{plug_in}
     del.on_click = [this] { delete_selected(); };
     CancelButton.on_click = [this] {
         if (!busy_) close();
-    };
-    Timer1.interval_ms = read_time_out_ms;
-    Timer1.on_tick = [this] {
-        Timer1.enabled = false;
-        plug_in_.blocks.prgresult(0) = result_of_time_out;
     };
 }
 

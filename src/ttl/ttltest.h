@@ -20,7 +20,6 @@ public:
     forms::label Label3{*this};    // total
     forms::button add{*this}, del{*this};
     forms::button OKButton{*this}, CancelButton{*this};
-    forms::timer Timer1{*this};  // read time-out
 
     forms::layout arrangement() override;
     // Enter in the search field only searches, so no button is the default.

@@ -119,23 +119,6 @@ TEST_F(ttltest_dialog, does_nothing_on_enter_at_a_known_name)
     EXPECT_EQ(shell.dialogs_shown(), 2) << "the two of this test";
 }
 
-TEST_F(ttltest_dialog, times_a_read_out_once)
-{
-    in_test_mode([this](ttltest& d) {
-        EXPECT_FALSE(d.Timer1.enabled());
-        session.blocks.prgresult(0) = 0;
-        d.Timer1.enabled = true;
-        shell.advance(3.9);
-        EXPECT_EQ(session.blocks.prgresult(0), 0);
-        shell.advance(0.2);
-        EXPECT_EQ(session.blocks.prgresult(0), 3);
-        EXPECT_FALSE(d.Timer1.enabled());
-        session.blocks.prgresult(0) = 0;
-        shell.advance(60);
-        EXPECT_EQ(session.blocks.prgresult(0), 0);
-    });
-}
-
 TEST_F(ttltest_dialog, is_closed_by_cancel_and_by_escape)
 {
     in_test_mode([](ttltest& d) {
