@@ -36,7 +36,6 @@ void form::focus(control& which)
 
 void form::ask_to_leave()
 {
-    if (!may_be_left()) return;
     if (button* cancel = cancel_button(); cancel != nullptr) {
         cancel->click();
     } else {

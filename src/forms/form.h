@@ -41,9 +41,6 @@ public:
     /// Escape and the window's own close button press this one; without one they close the form.
     virtual button* cancel_button() { return nullptr; }
 
-    /// False keeps the form open until its program closes it: Escape and the window's own close button do nothing.
-    virtual bool may_be_left() const { return true; }
-
     /// Hands the keyboard to a control; before the form is shown, to the one that it begins with.
     void focus(control& which);
     /// The control that the keyboard was handed to last; null where it was left to the renderer.

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tamrix {
@@ -24,6 +25,9 @@ library_directory read_directory(session& plug_in);
 
 /// Fetches a device into `ttlpin`, `ttlcnt` and `ttlvect` and, unless `loadonly` is -1, plays its vectors.
 run_outcome ttlload(session& plug_in, const std::string& name, std::int16_t stopfirst, std::int16_t loadonly);
+
+/// Whether a record has room for the name. Blanks around it are not stored.
+bool name_fits(std::string_view name);
 
 /// Removes a device; asks first unless `silent` is not 0. True where the person refused. A library with fewer than two
 /// devices, or without this name, is left as it is. Throws std::runtime_error, and leaves the file, where the library

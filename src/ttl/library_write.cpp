@@ -98,6 +98,8 @@ std::string record_line(const ttl_variables& ttl, const std::vector<std::string>
 
 }  // namespace
 
+bool name_fits(std::string_view name) { return without_blanks_around(name).size() <= name_width; }
+
 bool ttldelete(session& plug_in, const std::string& name, std::uint8_t silent)
 {
     if (silent == 0 && !asked_to_delete(plug_in)) return true;
@@ -126,8 +128,7 @@ bool ttldelete(session& plug_in, const std::string& name, std::uint8_t silent)
 void ttlinsert(session& plug_in, std::vector<std::string>& list, const std::vector<std::string>& rows)
 {
     auto& ttl = plug_in.ttl;
-    if (without_blanks_around(ttl.ttlname).size() > name_width)
-        throw std::runtime_error{"the name of a device has at most 12 letters"};
+    if (!name_fits(ttl.ttlname)) throw std::runtime_error{"the name of a device has at most 12 letters"};
     const bool listed = std::ranges::find(list, ttl.ttlname) != list.end();
     if (listed) ttldelete(plug_in, ttl.ttlname, 1);
 

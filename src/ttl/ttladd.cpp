@@ -1,5 +1,6 @@
 #include "ttl/ttladd.h"
 
+#include "ttl/library.h"
 #include "ttl/vector_grid.h"
 
 #include <charconv>
@@ -45,11 +46,10 @@ void ttladd::on_load()
     Text2.text("");
 }
 
-/// The length of the name is not looked at, though a library has room for 12 letters.
 void ttladd::confirm()
 {
     const int pins = whole_number(Text2.text()).value_or(0);
-    const bool valid = pins % 2 == 0 && !Text1.text().empty() && pins <= 40 && pins > 0;
+    const bool valid = pins % 2 == 0 && !Text1.text().empty() && pins <= 40 && pins > 0 && name_fits(Text1.text());
     if (!valid) {
         plug_in_.screen.box(
             {.text = plug_in_.text(1189), .title = plug_in_.text(1186), .picture = forms::icon::warning});
@@ -60,6 +60,7 @@ void ttladd::confirm()
     device.ttlpin = static_cast<std::int16_t>(pins);
     device.ttlvect.store(0, vector_grid::unfilled_row(pins));
     device.ttlcnt = 2;
+    accepted_ = true;
     close();
 }
 

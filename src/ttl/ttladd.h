@@ -17,14 +17,15 @@ public:
 
     forms::layout arrangement() override;
     forms::button* default_button() override { return &OKButton; }
-    /// What follows needs a name and a pin count, so only valid ones lead out.
-    bool may_be_left() const override { return false; }
+    /// False where the person left without a valid entry: nothing has changed then.
+    bool accepted() const { return accepted_; }
 
 private:
     void on_load() override;
     void confirm();
 
     session& plug_in_;
+    bool accepted_ = false;
 };
 
 }  // namespace tamrix

@@ -7,6 +7,7 @@
 #include "ttl/ttledit.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tamrix {
 
@@ -29,9 +30,7 @@ ttltest::ttltest(session& plug_in) : plug_in_{plug_in}
     };
     add.on_click = [this] {
         if (!asks_to_add()) return;
-        plug_in_.ttl.ttlname.clear();
-        plug_in_.wnote = 0;
-        edit_new_device();
+        edit_new_device({}, 0);
     };
     del.on_click = [this] { delete_selected(); };
     CancelButton.on_click = [this] {
@@ -111,8 +110,7 @@ void ttltest::search()
         return;
     }
     if (!asks_to_add()) return;
-    plug_in_.ttl.ttlname = Text1.text();
-    edit_new_device();  // wnote stays as it is, which the Add button would clear
+    edit_new_device(Text1.text(), plug_in_.wnote);  // the Add button would clear wnote
 }
 
 bool ttltest::asks_to_add()
@@ -123,10 +121,16 @@ bool ttltest::asks_to_add()
                                 .buttons = forms::buttons_of_box::yes_no}) == forms::answer::yes;
 }
 
-void ttltest::edit_new_device()
+void ttltest::edit_new_device(std::string proposed_name, std::uint8_t wnote)
 {
+    const std::string name_before = std::exchange(plug_in_.ttl.ttlname, std::move(proposed_name));
     ttladd name_and_pins{plug_in_};
     plug_in_.screen.show_modal(name_and_pins);
+    if (!name_and_pins.accepted()) {
+        plug_in_.ttl.ttlname = name_before;
+        return;
+    }
+    plug_in_.wnote = wnote;
     ttledit editor{plug_in_, &List1};
     plug_in_.screen.show_modal(editor);
 }
@@ -135,6 +139,11 @@ void ttltest::edit_selected()
 {
     if (List1.index() < 0) return;
     const std::string name = List1.text();
+    if (!name_fits(name)) {  // of a library that was made elsewhere; the editor could not save it
+        plug_in_.screen.box(
+            {.text = plug_in_.text(1189), .title = plug_in_.text(1021), .picture = forms::icon::warning});
+        return;
+    }
     plug_in_.wnote = 0;
     ttlload(plug_in_, name, 0, -1);
     plug_in_.ttl.ttlname = name;

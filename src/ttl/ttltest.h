@@ -5,6 +5,7 @@
 #include "forms/list_box.h"
 #include "plugin/session.h"
 
+#include <cstdint>
 #include <string>
 
 namespace tamrix {
@@ -40,7 +41,9 @@ private:
     bool wants_repetition();
     void edit_selected();
     bool asks_to_add();
-    void edit_new_device();
+    /// Asks for name and pins and opens the editor, which looks at `wnote`. Nothing changes where the person gives
+    /// none.
+    void edit_new_device(std::string proposed_name, std::uint8_t wnote);
     void delete_selected();
 
     session& plug_in_;

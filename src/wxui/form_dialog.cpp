@@ -12,15 +12,12 @@ namespace tamrix::wxui {
 
 namespace {
 
-long style_of(const forms::form& shown)
-{
-    return wxCAPTION | wxRESIZE_BORDER | (shown.may_be_left() ? wxSYSTEM_MENU | wxCLOSE_BOX : 0);
-}
+constexpr long style = wxCAPTION | wxRESIZE_BORDER | wxSYSTEM_MENU | wxCLOSE_BOX;
 
 }  // namespace
 
 form_dialog::form_dialog(forms::form& shown, wxWindow* parent)
-    : wxDialog{parent, wxID_ANY, to_wx(shown.caption()), wxDefaultPosition, wxDefaultSize, style_of(shown)},
+    : wxDialog{parent, wxID_ANY, to_wx(shown.caption()), wxDefaultPosition, wxDefaultSize, style},
       shown_{shown},
       view_before_{shown.view()},
       guard_{[this] { shown_.close(); }}

@@ -96,30 +96,17 @@ TEST_F(list_boxes, tell_the_renderer_of_each_change)
     });
 }
 
-struct form_that_stays final : form {
+struct form_of_two_buttons final : form {
     button first{*this}, second{*this};
     layout arrangement() override { return column({first, second}); }
-    bool may_be_left() const override { return false; }
 };
 
 TEST(forms_focus, goes_where_the_program_hands_it_before_and_while_the_form_is_shown)
 {
-    form_that_stays dialog;
+    form_of_two_buttons dialog;
     EXPECT_EQ(dialog.focused(), nullptr);
     dialog.focus(dialog.second);
     EXPECT_EQ(dialog.focused(), &dialog.second);
-}
-
-TEST(forms_that_may_not_be_left, stay_open_until_their_program_closes_them)
-{
-    tests::scripted_shell shell;
-    form_that_stays dialog;
-    shell.during(dialog, [&] {
-        dialog.ask_to_leave();
-        EXPECT_TRUE(dialog.is_open());
-        dialog.close();
-        EXPECT_FALSE(dialog.is_open());
-    });
 }
 
 TEST(text_boxes_with_an_enter_key, raise_it_while_they_can_be_used)

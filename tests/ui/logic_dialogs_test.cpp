@@ -148,14 +148,27 @@ TEST_F(logic_dialogs, the_library_loses_an_entry_of_its_list)
     });
 }
 
-TEST_F(logic_dialogs, a_new_device_is_asked_for_until_it_is_valid)
+TEST_F(logic_dialogs, a_new_device_is_not_entered_by_escape_or_the_close_button)
+{
+    ttladd left_by_key{session}, left_by_button{session};
+    with(left_by_key, [&] {
+        press("Escape");
+        EXPECT_FALSE(left_by_key.is_open());
+    });
+    with(left_by_button, [&] {
+        EXPECT_TRUE(dialog().HasFlag(wxCLOSE_BOX));
+        dialog().Close();
+        EXPECT_FALSE(left_by_button.is_open());
+    });
+    EXPECT_FALSE(left_by_key.accepted());
+    EXPECT_FALSE(left_by_button.accepted());
+}
+
+TEST_F(logic_dialogs, a_new_device_is_entered_by_keyboard)
 {
     ttladd ask{session};
     with(ask, [&] {
         EXPECT_EQ(dialog().GetLabel(), "New Pattern:");
-        press("Escape");
-        dialog().Close();
-        EXPECT_TRUE(ask.is_open());
         type("7499");
         press("Tab");
         type("14");

@@ -64,9 +64,28 @@ TEST_F(ttladd_dialog, takes_blanks_around_the_count)
     EXPECT_EQ(session.ttl.ttlpin, 16);
 }
 
-TEST_F(ttladd_dialog, takes_a_name_longer_than_the_library_has_room_for)
+TEST_F(ttladd_dialog, refuses_a_name_that_the_library_has_no_room_for_and_keeps_what_was_typed)
 {
-    EXPECT_TRUE(takes("74LS0000000000000", "14"));
+    EXPECT_TRUE(takes("TWELVECHARS0", "14"));
+    EXPECT_TRUE(takes(" TWELVECHARS0 ", "14")) << "the blanks are not stored";
+    EXPECT_TRUE(boxes().empty());
+    session.ttl.ttlname = "before";
+    for (const char* name : {"THIRTEENCHARS", "ÄÄÄÄÄÄÄ"}) {  // the second one has 14 bytes
+        open([&](ttladd& d) {
+            d.Text1.enter(name);
+            d.Text2.enter("14");
+            d.OKButton.click();
+            EXPECT_TRUE(d.is_open());
+            EXPECT_EQ(d.Text1.text(), name);
+            EXPECT_EQ(d.Text2.text(), "14");
+            ASSERT_FALSE(boxes().empty());
+            EXPECT_EQ(boxes().back(), (forms::message_box{"Invalid Input!", "New Pattern:", forms::icon::warning,
+                                                          forms::buttons_of_box::ok}));
+            EXPECT_FALSE(d.accepted());
+        });
+    }
+    EXPECT_EQ(boxes().size(), 2u);
+    EXPECT_EQ(session.ttl.ttlname, "before");
 }
 
 TEST_F(ttladd_dialog, refuses_what_is_no_count)
@@ -98,17 +117,30 @@ TEST_F(ttladd_dialog, tells_that_an_entry_is_invalid_and_changes_nothing)
     EXPECT_EQ(session.ttl.ttlcnt, 7);
 }
 
-TEST_F(ttladd_dialog, is_not_left_without_a_valid_entry)
+TEST_F(ttladd_dialog, is_left_by_escape_without_an_entry)
 {
+    session.ttl.ttlname = "before";
+    session.ttl.ttlpin = 20;
     open([](ttladd& d) {
-        d.ask_to_leave();
-        EXPECT_TRUE(d.is_open());
         d.Text1.enter("7400");
         d.Text2.enter("14");
         d.ask_to_leave();
-        EXPECT_TRUE(d.is_open()) << "only OK accepts";
+        EXPECT_FALSE(d.is_open());
+        EXPECT_FALSE(d.accepted());
+    });
+    EXPECT_TRUE(boxes().empty());
+    EXPECT_EQ(session.ttl.ttlname, "before");
+    EXPECT_EQ(session.ttl.ttlpin, 20);
+}
+
+TEST_F(ttladd_dialog, takes_the_entry_on_enter)
+{
+    open([](ttladd& d) {
+        d.Text1.enter("7400");
+        d.Text2.enter("14");
         d.accept();
-        EXPECT_FALSE(d.is_open()) << "which Enter presses";
+        EXPECT_FALSE(d.is_open());
+        EXPECT_TRUE(d.accepted());
     });
 }
 

@@ -33,7 +33,12 @@ TEST_F(ttltest_dialog, adds_a_typed_name_on_enter_in_library_mode)
     session.wnote = 1;  // what was left there counts
     in_library([&](ttltest& d) {
         std::string asked_name, editor_title;
-        shell.on_next_dialog([&](forms::form& shown) { asked_name = dynamic_cast<ttladd&>(shown).Text1.text(); });
+        shell.on_next_dialog([&](forms::form& shown) {
+            auto& asked = dynamic_cast<ttladd&>(shown);
+            asked_name = asked.Text1.text();
+            asked.Text2.type("4");
+            asked.accept();
+        });
         shell.on_next_dialog([&](forms::form& shown) { editor_title = shown.caption(); });
         d.Text1.enter("7400");
         d.Text1.press_enter();
@@ -91,6 +96,51 @@ TEST_F(ttltest_dialog, adds_a_device_by_the_add_button)
     });
     EXPECT_EQ(boxes(), std::vector{add_question});
     EXPECT_NE(library().find(std::string{"$7499        02\x02"} + "04\x04GHLV*"), std::string::npos);
+}
+
+TEST_F(ttltest_dialog, shows_no_editor_and_changes_nothing_when_name_and_pins_are_left_without_an_entry)
+{
+    const std::string before = library();
+    session.wnote = 1;
+    session.ttl.ttlname = "before";
+    session.ttl.ttlpin = 20;
+    session.ttl.ttlcnt = 7;
+    in_library([&](ttltest& d) {
+        const auto leave = [](forms::form& shown) {
+            dynamic_cast<ttladd&>(shown).Text2.type("4");
+            shown.ask_to_leave();
+        };
+        shell.on_next_dialog(leave);
+        d.add.click();
+        shell.on_next_dialog(leave);
+        d.Text1.enter("7400");
+        d.Text1.press_enter();
+        EXPECT_TRUE(d.is_open());
+        EXPECT_EQ(d.Text1.text(), "7400");
+        EXPECT_EQ(d.List1.items().size(), 3u);
+    });
+    EXPECT_EQ(shell.dialogs_shown(), 3) << "this one, and twice the one that asks";
+    EXPECT_EQ(session.ttl.ttlname, "before");
+    EXPECT_EQ(session.ttl.ttlpin, 20);
+    EXPECT_EQ(session.ttl.ttlcnt, 7);
+    EXPECT_EQ(session.wnote, 1);
+    EXPECT_EQ(library(), before);
+}
+
+TEST_F(ttltest_dialog, refuses_to_edit_a_listed_name_that_no_record_has_room_for)
+{
+    write_library({passing, {"FOURTEEN-CHARS", 4, {"GHLV"}}});
+    session.wnote = 1;
+    session.ttl.ttlname = "before";
+    in_library([](ttltest& d) {
+        d.List1.pick(1);
+        d.OKButton.click();
+        EXPECT_TRUE(d.is_open());
+    });
+    EXPECT_EQ(boxes(), (std::vector{message_box{"Invalid Input!", "Edit Pattern", icon::warning, buttons_of_box::ok}}));
+    EXPECT_EQ(shell.dialogs_shown(), 1);
+    EXPECT_EQ(session.ttl.ttlname, "before");
+    EXPECT_EQ(session.wnote, 1);
 }
 
 TEST_F(ttltest_dialog, edits_the_selected_device)
