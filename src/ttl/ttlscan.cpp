@@ -7,8 +7,6 @@
 #include "ttl/prepare.h"
 #include "ttl/row_report.h"
 
-#include <algorithm>
-#include <cmath>
 #include <optional>
 #include <utility>
 
@@ -54,10 +52,10 @@ run_outcome play(session& plug_in, const library_record& record)
     return run_library_vectors(plug_in, n, record.pins(), -1, 0);
 }
 
-/// In percent, and below 100 up to the last device.
+/// In percent, the fraction cut off: below 100 up to the last device.
 std::uint8_t progress(std::int32_t i, std::int32_t count)
 {
-    return static_cast<std::uint8_t>(std::min(99.0, std::nearbyint(100.0 * i / count)));
+    return static_cast<std::uint8_t>(100 * std::int64_t{i} / count);
 }
 
 /// Plays record after record, and yields the names of those that passed; nothing where the library ends too early. The
