@@ -54,6 +54,7 @@ struct transcript {
     engine play;
     std::int16_t modeltype;
     bool usb;
+    std::uint8_t wnote = 0;  // 1: the device data of the host switch the supply
 };
 
 std::string record(const transcript& which)
@@ -62,6 +63,7 @@ std::string record(const transcript& which)
     for (const played& one : all_runs()) {
         ttl_fixture f;
         f.use_model(which.modeltype, which.usb);
+        f.session.wnote = which.wnote;
         f.put_rows(one.rows);
         const bool socket40 = which.play == runport40 || which.play == runbatch40;
         socket40 ? f.socket40_shows(one.shown) : f.socket_shows(one.shown);
@@ -91,15 +93,27 @@ TEST_P(transcripts, every_call_is_as_it_stands_in_the_file)
 INSTANTIATE_TEST_SUITE_P(
     of, transcripts,
     testing::Values(
-        transcript{"runport-registers-15", runport, 15, false}, transcript{"runport-registers-22", runport, 22, false},
-        transcript{"runport-registers-23", runport, 23, false}, transcript{"runport-registers-40", runport, 40, false},
+        transcript{"runport-registers-15", runport, 15, false}, transcript{"runport-registers-16", runport, 16, false},
+        transcript{"runport-registers-22", runport, 22, false}, transcript{"runport-registers-23", runport, 23, false},
+        transcript{"runport-registers-24", runport, 24, false}, transcript{"runport-registers-28", runport, 28, false},
+        transcript{"runport-registers-29", runport, 29, false}, transcript{"runport-registers-40", runport, 40, false},
         transcript{"runport-registers-50", runport, 50, false}, transcript{"runport-usb-15", runport, 15, true},
-        transcript{"runport-usb-22", runport, 22, true}, transcript{"runport-usb-23", runport, 23, true},
+        transcript{"runport-usb-16", runport, 16, true}, transcript{"runport-usb-22", runport, 22, true},
+        transcript{"runport-usb-23", runport, 23, true}, transcript{"runport-usb-24", runport, 24, true},
+        transcript{"runport-usb-28", runport, 28, true}, transcript{"runport-usb-29", runport, 29, true},
         transcript{"runport-usb-40", runport, 40, true}, transcript{"runport-usb-50", runport, 50, true},
-        transcript{"runbatch-15", runbatch, 15, true}, transcript{"runbatch-40", runbatch, 40, true},
-        transcript{"runbatch-50", runbatch, 50, true}, transcript{"runport40-22", runport40, 22, true},
-        transcript{"runport40-23", runport40, 23, true}, transcript{"runbatch40-22", runbatch40, 22, true},
-        transcript{"runbatch40-23", runbatch40, 23, true}),
+        transcript{"runbatch-15", runbatch, 15, true}, transcript{"runbatch-16", runbatch, 16, true},
+        transcript{"runbatch-40", runbatch, 40, true}, transcript{"runbatch-50", runbatch, 50, true},
+        transcript{"runport40-22", runport40, 22, true}, transcript{"runport40-23", runport40, 23, true},
+        transcript{"runport40-24", runport40, 24, true}, transcript{"runport40-28", runport40, 28, true},
+        transcript{"runport40-29", runport40, 29, true}, transcript{"runbatch40-22", runbatch40, 22, true},
+        transcript{"runbatch40-23", runbatch40, 23, true}, transcript{"runbatch40-24", runbatch40, 24, true},
+        transcript{"runbatch40-28", runbatch40, 28, true}, transcript{"runbatch40-29", runbatch40, 29, true},
+        transcript{"runport-registers-40-device_data", runport, 40, false, 1},
+        transcript{"runport-usb-40-device_data", runport, 40, true, 1},
+        transcript{"runbatch-40-device_data", runbatch, 40, true, 1},
+        transcript{"runport40-23-device_data", runport40, 23, true, 1},
+        transcript{"runbatch40-23-device_data", runbatch40, 23, true, 1}),
     [](const auto& one) {
         std::string name = one.param.file;
         std::ranges::replace(name, '-', '_');
