@@ -1,39 +1,9 @@
-#include "pld/jedec.h"
-#include "support/plug_in_fixture.h"
-#include "support/temp_files.h"
-
-#include <gtest/gtest.h>
+#include "jedec_fixture.h"
 
 #include <algorithm>
 
 namespace tamrix::tests {
 namespace {
-
-struct jedec_fixture : plug_in_fixture {
-    explicit jedec_fixture(std::int32_t fuses = 100) : plug_in_fixture{{.buflength = 0x1000, .tlength = fuses}} {}
-
-    void read(std::string_view text)
-    {
-        std::string file = files.write("file.jed", text);
-        EXPECT_TRUE(methods.readpldfile(file).ok());
-        EXPECT_EQ(methods.readpldfile(file).value, variant{});
-    }
-    /// Fuses as text, with "." for what was never written.
-    std::string fuses(std::int64_t first, std::int64_t count)
-    {
-        std::string text;
-        for (const auto byte : bytes(first, count)) text += byte == untouched ? '.' : static_cast<char>(byte);
-        return text;
-    }
-    std::string vector(std::size_t number) const
-    {
-        const std::string_view entry = session.pld.pldvect(number - 1);
-        return std::string{entry.substr(0, entry.find_last_not_of(' ') + 1)};
-    }
-    std::string why() const { return session.why_it_failed.found; }
-
-    temp_folder files;
-};
 
 TEST(read_jedec, a_fuse_row_lands_as_characters_and_counts_to_the_checksum)
 {
@@ -101,6 +71,16 @@ TEST(read_jedec, signature_and_extra_fuses_go_behind_the_main_fuses)
     EXPECT_EQ(f.fuses(108, 5), "0110.");
 }
 
+TEST(read_jedec, signature_and_extra_fuses_go_on_over_the_next_lines_up_to_an_asterisk)
+{
+    jedec_fixture f{8};
+    f.read("U01\n10\nN a note*\n11*\n0000\nE0\n1 1\n*\n0000\nL0000 0101*\nU\n11\n");
+    EXPECT_EQ(f.fuses(0, 9), "0101....1");
+    EXPECT_EQ(f.fuses(8, 7), "111011.");
+    EXPECT_EQ(f.fuses(108, 4), "011.");
+    EXPECT_EQ(f.session.pld.note, "\n  N a note*\n  0000\n  0000") << "what belongs to a field is no header";
+}
+
 TEST(read_jedec, a_signature_of_letters_stores_nothing)
 {
     jedec_fixture f{8};
@@ -123,82 +103,37 @@ TEST(read_jedec, other_lines_between_are_passed_over)
     EXPECT_EQ(f.fuses(0, 5), "0110.");
 }
 
-TEST(read_jedec, vectors_are_stored_by_their_number)
+TEST(read_jedec, the_hosts_progress_figure_counts_the_bits_in_twelfths_of_the_file)
 {
-    jedec_fixture f;
-    f.read("L0000 1*\nV0001 01XHL*\nV0003 NNN *\nV0002 ZZZ\nC1234*\n");
-    EXPECT_EQ(f.vector(1), "01XHL");
-    EXPECT_EQ(f.vector(2), "ZZZ");
-    EXPECT_EQ(f.vector(3), "NNN");
-    EXPECT_EQ(f.session.pld.pldvectcnt, 4);
-    EXPECT_EQ(f.session.pld.pldvect(0).size(), 48u);
-    EXPECT_EQ(f.session.pld.pldvect(0).back(), ' ');
-    EXPECT_EQ(f.session.pld.pldvect(3).find(' '), std::string_view::npos) << "an entry never stored holds no blank";
-}
-
-TEST(read_jedec, vectors_with_an_asterisk_in_front_are_read_too)
-{
-    jedec_fixture f;
-    f.read("L0000 1\n*V0001 01\n*V0002 10\n*\n");
-    EXPECT_EQ(f.vector(1), "01");
-    EXPECT_EQ(f.vector(2), "10");
-    EXPECT_EQ(f.session.pld.pldvectcnt, 3);
-}
-
-TEST(read_jedec, a_file_without_vectors_leaves_the_count_at_1_and_the_old_entries)
-{
-    jedec_fixture f;
-    f.read("V0001 01*\n");
-    f.read("L0000 1*\n");
-    EXPECT_EQ(f.session.pld.pldvectcnt, 1);
-    EXPECT_EQ(f.vector(1), "01");
-}
-
-TEST(read_jedec, the_first_3000_vectors_are_kept)
-{
-    jedec_fixture f;
-    std::string text;
-    for (int i = 1; i <= 3001; ++i) text += "V" + std::string(i < 1000 ? "00" : "00") + std::to_string(i) + " 1*\n";
-    f.read(text);
-    EXPECT_EQ(f.session.pld.pldvectcnt, 3001);
-    EXPECT_EQ(f.vector(3000), "1");
-    EXPECT_EQ(f.session.pld.pldvect(3000).front(), '\0');
-}
-
-TEST(read_jedec, a_vector_number_outside_the_list_ends_the_read)
-{
-    for (const std::string number : {"0000", "003002", "00999999999999999"}) {
-        jedec_fixture f;
-        f.read("V0001 1*\nV" + number + " 0*\nL0000 1*\n");
-        EXPECT_NE(f.why(), "") << number;
-        EXPECT_EQ(f.vector(1), "1");
-        EXPECT_EQ(f.fuses(0, 1), ".");
+    jedec_fixture f{1000};
+    for (const std::size_t length : {120u, 131u, 132u, 250u}) {
+        for (std::size_t bits = 0; bits <= length - 10; ++bits) {
+            f.session.blocks.prgmode(1) = 77;
+            const std::string row = "L0000 " + std::string(bits, '1') + "*\n";
+            f.read(row + std::string(length - row.size(), 'N'));
+            const std::size_t steps = bits / (length / 12);
+            EXPECT_EQ(f.session.blocks.prgmode(1), steps == 0 ? 77 : std::min<std::size_t>(10 * steps, 90))
+                << bits << " of " << length;
+        }
     }
 }
 
-TEST(read_jedec, a_vector_longer_than_48_pins_is_cut)
-{
-    jedec_fixture f;
-    f.read("V0001 " + std::string(60, 'N') + "*\n");
-    EXPECT_EQ(f.vector(1), std::string(48, 'N'));
-}
-
-TEST(read_jedec, fuse_rows_behind_the_vectors_are_read)
-{
-    jedec_fixture f;
-    f.read("V0001 1*\nL0000 1*\n");
-    EXPECT_EQ(f.fuses(0, 2), "1.");
-}
-
-TEST(read_jedec, the_hosts_progress_figure_moves_with_each_twelfth)
+TEST(read_jedec, the_hosts_progress_figure_counts_the_bits_of_every_field)
 {
     jedec_fixture f{1000};
     f.session.blocks.prgmode(1) = 77;
-    f.read("L0000 " + std::string(600, '1') + "*\n");  // 608 characters, a step of 50
-    EXPECT_EQ(f.session.blocks.prgmode(1), 90);
+    f.read("L0000 111*L0009 1*\nU11\nE1\n11*\n" + std::string(6, 'N'));  // a step of 3; 9 bits
+    EXPECT_EQ(f.session.blocks.prgmode(1), 30);
+}
+
+TEST(read_jedec, a_file_of_less_than_twelve_characters_tells_no_progress)
+{
+    jedec_fixture f;
     f.session.blocks.prgmode(1) = 77;
-    f.read("L0 1*");  // too short to pace
+    f.read("L0 11111*\n\n");
     EXPECT_EQ(f.session.blocks.prgmode(1), 77);
+    f.read("L0 11111*\n\n\n");
+    EXPECT_EQ(f.session.blocks.prgmode(1), 50);
 }
 
 TEST(read_jedec, a_missing_file_leaves_the_reason_and_no_box)
@@ -218,6 +153,14 @@ TEST(read_jedec, a_device_larger_than_the_buffer_fails_where_the_buffer_ends)
     f.read("L6295 11*\n");
     EXPECT_EQ(f.fuses(6295, 1), "1");
     EXPECT_EQ(f.why(), "subscript out of range: ibuffer(6296)");
+}
+
+TEST(read_jedec, a_device_below_nothing_has_no_place_for_a_signature)
+{
+    jedec_fixture f{-200};
+    f.read("L0000 1*\nU1*\n");
+    EXPECT_EQ(f.why(), "subscript out of range: ibuffer(-200)");
+    EXPECT_TRUE(f.buffer_untouched());
 }
 
 TEST(read_jedec, signature_bits_behind_the_buffer_are_left_out)

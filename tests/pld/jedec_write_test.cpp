@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 namespace tamrix::tests {
 namespace {
 
@@ -135,11 +137,31 @@ TEST(write_jedec, a_page_of_0_ends_the_write_behind_the_header)
     EXPECT_NE(f.why(), "");
 }
 
+/// What the progress figure is after `rows` rows: it moves only at rows that two roundings agree on.
+int figure_after(int rows, int page)
+{
+    int figure = 77;
+    for (int row = 0; row < rows; ++row) {
+        const int tenths = row / (page / 10);
+        if (row == page * tenths / 10 && tenths * 10 < 100) figure = tenths * 10;
+    }
+    return figure;
+}
+
 TEST(write_jedec, the_hosts_progress_figure_follows_the_rows)
 {
-    write_fixture f{2000, 20};
-    f.write();
-    EXPECT_EQ(f.session.blocks.prgmode(1), 90);
+    std::set<int> met;
+    for (const int page : {10, 19, 20, 37, 64}) {
+        for (int rows = 1; rows <= page + 2 && rows * page <= 0x1000; ++rows) {
+            write_fixture f{(rows - 1) * page + 1, static_cast<std::int16_t>(page)};
+            f.session.blocks.prgmode(1) = 77;
+            f.write();
+            const int figure = f.session.blocks.prgmode(1);
+            EXPECT_EQ(figure, figure_after(rows, page)) << rows << " rows of " << page;
+            met.insert(figure);
+        }
+    }
+    EXPECT_EQ(met, (std::set{0, 10, 20, 30, 40, 50, 60, 70, 80, 90}));
 }
 
 TEST(write_jedec, a_file_that_cannot_be_made_leaves_the_reason)
