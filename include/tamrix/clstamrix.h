@@ -19,7 +19,7 @@ namespace tamrix {
 /// thread, the host's user-interface thread, one at a time.
 ///
 /// Order: the host creates the shared blocks, calls bufcomopt(num), sets buflength(0), calls buffercomopt(num), then
-/// any other method; freesharebufferopt(num) before buflength(0) changes, and buffercomopt again after it.
+/// any other method; freesharebufferopt() before buflength(0) changes, and buffercomopt(num) again after it.
 /// No method throws.
 class Clstamrix {
 public:

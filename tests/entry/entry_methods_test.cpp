@@ -115,12 +115,13 @@ TEST(methods_of_a_dialog, show_their_dialog_once_and_yield_nothing)
 TEST(recetwave0, stores_its_argument_before_the_dialog)
 {
     plug_in_with_dialogs f;
-    f.on_dialog = [&](std::string_view) { EXPECT_EQ(f.session.fwave, bool16_true); };
+    std::vector<bool16> seen;
+    f.on_dialog = [&](std::string_view) { seen.push_back(f.session.fwave); };
     f.class_of_host.recetwave0(f.ok);
-    f.on_dialog = nullptr;
     f.ok = bool16_false;
     f.class_of_host.recetwave0(f.ok);
-    EXPECT_EQ(f.session.fwave, bool16_false);
+    EXPECT_EQ(seen, (std::vector{bool16_true, bool16_false}));
+    EXPECT_EQ(f.shown, (names{"recetwave", "recetwave"}));
 }
 
 TEST(mnutestttltest0, stores_its_arguments_before_the_dialog)
