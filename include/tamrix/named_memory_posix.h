@@ -2,7 +2,8 @@
 //
 // Every user holds a shared lock on the object; the last to leave removes the name, and an object that nobody holds is
 // what a crashed process left: it counts as not there. The sticky bit marks objects that follow this rule; an object
-// made by other means is opened as it stands and never removed.
+// made by other means is opened as it stands and never removed. An object of another user is neither opened nor
+// removed: whoever took a name first would otherwise read and change what host and plug-in share.
 #pragma once
 
 #include <cerrno>
@@ -65,7 +66,7 @@ inline handle open(const std::string& object)
         const handle file = detail::as_handle(::shm_open(detail::path_of(object).c_str(), O_RDWR | O_CLOEXEC, 0));
         if (file == 0) return 0;
         struct stat info {};
-        if (::fstat(file, &info) != 0) {
+        if (::fstat(file, &info) != 0 || info.st_uid != ::geteuid()) {
             ::close(file);
             return 0;
         }

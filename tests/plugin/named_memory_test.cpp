@@ -23,6 +23,7 @@ namespace tamrix {
 namespace {
 
 using tests::child_process;
+using tests::foreign_object;
 using tests::line_end;
 using tests::plain_object;
 using tests::shared_objects;
@@ -187,6 +188,31 @@ TEST_F(named_memory_objects, made_by_other_means_are_opened_as_they_stand_and_ne
     EXPECT_EQ(shared_objects(prefix), names{name});
     EXPECT_EQ(named_memory::create(name, 40), 0);
     EXPECT_EQ(shared_objects(prefix), names{name}) << "a create that fails removes nothing";
+}
+
+TEST_F(named_memory_objects, of_another_user_are_neither_opened_nor_removed)
+{
+    for (const mode_t rights : {0666, 0666 | S_ISVTX}) {
+        const foreign_object taken{name, rights};
+        EXPECT_EQ(named_memory::open(name), 0);
+        EXPECT_EQ(named_memory::create(name, 40), 0);
+        EXPECT_EQ(named_memory::open_or_create(name, 40), 0);
+        EXPECT_EQ(shared_objects(prefix), names{name}) << "also one that its user's crash left is not ours to remove";
+    }
+}
+
+TEST_F(named_memory_objects, of_root_are_not_opened_by_others)
+{
+    plain_object made_elsewhere{name, 5000};
+    EXPECT_EQ(::chmod(("/dev/shm/" + name).c_str(), 0666), 0);
+    child_process other{[&](const line_end&) {
+        const bool root = ::geteuid() == 0;
+        if (root && ::setuid(65534) != 0) return 2;
+        const auto file = named_memory::open_or_create(name, 40);
+        named_memory::close(file, name);
+        return (file == 0) == root ? 0 : 1;  // without root it is an object of our own
+    }};
+    EXPECT_EQ(other.wait(), 0);
 }
 
 TEST_F(named_memory_objects, without_a_byte_cannot_be_mapped)

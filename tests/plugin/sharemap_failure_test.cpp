@@ -15,6 +15,7 @@ namespace {
 
 using tests::ask;
 using tests::failure_text;
+using tests::foreign_object;
 using tests::names;
 using tests::plain_object;
 using tests::shared_objects;
@@ -83,6 +84,16 @@ TEST_F(failing_blocks, that_exist_without_a_byte_fail)
     EXPECT_EQ(shell.boxes(), names{failure_text});
     EXPECT_FALSE(plug_in.blocks.order.attached());
     EXPECT_EQ(plug_in.blocks.order.count(), 1u);
+}
+
+TEST_F(failing_blocks, that_belong_to_another_user_fail)
+{
+    const foreign_object taken{object("buflength1"), 0666};
+    session plug_in{shell, prefix};
+    plug_in.blocks.attachsmall(1);
+    EXPECT_EQ(shell.boxes(), names{failure_text});
+    EXPECT_FALSE(plug_in.blocks.buflength.attached());
+    EXPECT_TRUE(plug_in.blocks.Language.attached());
 }
 
 /// A screen on which no box can be shown.

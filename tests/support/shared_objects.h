@@ -32,6 +32,20 @@ private:
     void* address_ = nullptr;
 };
 
+/// An object of 100 bytes that belongs to another user. Only root can give one away; for everybody else it is one that
+/// nobody may open, as objects of other users mostly are.
+class foreign_object {
+public:
+    /// `rights` are those of its owner, its group and all others, and may hold the sticky bit.
+    foreign_object(std::string name, mode_t rights);
+    ~foreign_object();
+    foreign_object(const foreign_object&) = delete;
+    foreign_object& operator=(const foreign_object&) = delete;
+
+private:
+    std::string name_;
+};
+
 /// One end of a line between two processes; each call passes one signal.
 class line_end {
 public:
