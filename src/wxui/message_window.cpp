@@ -39,6 +39,11 @@ std::span<const forms::answer> answers_of(forms::buttons_of_box buttons)
     return only_ok;
 }
 
+forms::answer answer_of_closing(forms::buttons_of_box buttons)
+{
+    return buttons == forms::buttons_of_box::abort_retry_ignore ? answer::abort : answers_of(buttons).back();
+}
+
 /// A title may have been a line of the host's log, with its end.
 wxString title_of(const forms::message_box& box)
 {

@@ -17,8 +17,10 @@ using answer_texts = std::function<std::string(forms::answer)>;
 
 std::string english_text(forms::answer which);
 
-/// The answers that a box offers. Enter gives the first, closing the box the last.
+/// The answers that a box offers. Enter gives the first.
 std::span<const forms::answer> answers_of(forms::buttons_of_box buttons);
+/// The answer of Escape and of the window's close button: Abort where the box offers it, else the last one.
+forms::answer answer_of_closing(forms::buttons_of_box buttons);
 
 /// The title and the text that a box is shown with, the lines of the text parted by line feeds.
 wxString title_of(const forms::message_box& box);

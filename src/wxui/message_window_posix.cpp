@@ -40,7 +40,7 @@ public:
         : wxDialog{parent,        wxID_ANY,
                    title_of(box), wxDefaultPosition,
                    wxDefaultSize, wxCAPTION | wxSYSTEM_MENU | wxCLOSE_BOX},
-          answer_{answers_of(box.buttons).back()}
+          answer_{answer_of_closing(box.buttons)}
     {
         auto* content_row = new wxBoxSizer{wxHORIZONTAL};
         add_picture(*content_row, box.picture);

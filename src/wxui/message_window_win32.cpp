@@ -27,17 +27,22 @@ long style_of(const forms::message_box& box)
     case forms::buttons_of_box::ok_cancel:
     case forms::buttons_of_box::retry_cancel: return style | wxOK | wxCANCEL;
     case forms::buttons_of_box::yes_no: return style | wxYES_NO;
-    case forms::buttons_of_box::abort_retry_ignore: return style | wxYES_NO | wxCANCEL;
+    case forms::buttons_of_box::abort_retry_ignore: return style | wxYES_NO | wxCANCEL | wxCANCEL_DEFAULT;
     }
     return style;
 }
 
-/// The system's button for an answer, by its place in answers_of().
+/// The system's button for an answer, by its place in answers_of(). Abort is the system's Cancel, because Escape and
+/// the close button give that one; a box of the system with Abort, Retry and Ignore would not hear them at all.
 int button_of(std::size_t place, forms::buttons_of_box buttons)
 {
-    constexpr std::array yes_first{wxID_YES, wxID_NO, wxID_CANCEL}, ok_first{wxID_OK, wxID_CANCEL, wxID_NONE};
-    const bool yes = buttons == forms::buttons_of_box::yes_no || buttons == forms::buttons_of_box::abort_retry_ignore;
-    return yes ? yes_first.at(place) : ok_first.at(place);
+    constexpr std::array yes_or_no{wxID_YES, wxID_NO}, ok_or_cancel{wxID_OK, wxID_CANCEL};
+    constexpr std::array abort_or_go_on{wxID_CANCEL, wxID_YES, wxID_NO};
+    switch (buttons) {
+    case forms::buttons_of_box::yes_no: return yes_or_no.at(place);
+    case forms::buttons_of_box::abort_retry_ignore: return abort_or_go_on.at(place);
+    default: return ok_or_cancel.at(place);
+    }
 }
 
 }  // namespace
@@ -52,13 +57,13 @@ forms::answer ask(wxWindow* parent, const forms::message_box& box, const answer_
     case forms::buttons_of_box::ok_cancel:
     case forms::buttons_of_box::retry_cancel: window.SetOKCancelLabels(label(0), label(1)); break;
     case forms::buttons_of_box::yes_no: window.SetYesNoLabels(label(0), label(1)); break;
-    case forms::buttons_of_box::abort_retry_ignore: window.SetYesNoCancelLabels(label(0), label(1), label(2)); break;
+    case forms::buttons_of_box::abort_retry_ignore: window.SetYesNoCancelLabels(label(1), label(2), label(0)); break;
     }
     const int result = window.ShowModal();
     for (std::size_t place = 0; place < answers.size(); ++place) {
         if (button_of(place, box.buttons) == result) return answers[place];
     }
-    return answers.back();
+    return answer_of_closing(box.buttons);
 }
 
 }  // namespace tamrix::wxui

@@ -144,6 +144,8 @@ TEST_F(dialogs, a_box_answers_with_the_button_that_was_pressed)
                           {buttons_of_box::retry_cancel, "alt+r", answer::retry},
                           {buttons_of_box::retry_cancel, "alt+c", answer::cancel},
                           {buttons_of_box::retry_cancel, "Escape", answer::cancel},
+                          {buttons_of_box::abort_retry_ignore, "Return", answer::abort},
+                          {buttons_of_box::abort_retry_ignore, "Escape", answer::abort},
                           {buttons_of_box::abort_retry_ignore, "alt+a", answer::abort},
                           {buttons_of_box::abort_retry_ignore, "alt+r", answer::retry},
                           {buttons_of_box::abort_retry_ignore, "alt+i", answer::ignore}};

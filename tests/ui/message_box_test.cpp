@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <wx/dialog.h>
+
 using namespace tamrix;
 using namespace tamrix::tests;
 
@@ -65,6 +67,28 @@ TEST(message_boxes, have_answers_in_the_language_that_stands_in_the_block_when_t
         on.look = [words = words] { shown_as(words); };
         forms::answer given = forms::answer::ok;
         on.ask([&] { given = on.screen.box({.text = "?", .buttons = forms::buttons_of_box::abort_retry_ignore}); });
-        EXPECT_EQ(given, forms::answer::ignore) << "Escape gives the last answer";
+        EXPECT_EQ(given, forms::answer::abort) << "what Escape gives";
+    }
+}
+
+TEST(message_boxes, that_are_left_without_an_answer_change_the_least)
+{
+    using forms::answer;
+    using enum forms::buttons_of_box;
+    stage on{english};
+    const std::function<void()> by_escape = [] {}, by_close_button = [] {
+        auto& box = dynamic_cast<wxDialog&>(dialog());
+        box.Close();
+        EXPECT_FALSE(box.IsModal());
+    };
+    for (const auto& [buttons, expected] :
+         {std::pair{ok, answer::ok}, std::pair{ok_cancel, answer::cancel}, std::pair{yes_no, answer::no},
+          std::pair{retry_cancel, answer::cancel}, std::pair{abort_retry_ignore, answer::abort}}) {
+        for (const auto& leave : {by_escape, by_close_button}) {
+            on.look = leave;
+            auto given = answer::retry;
+            on.ask([&] { given = on.screen.box({.text = "?", .buttons = buttons}); });
+            EXPECT_EQ(given, expected) << static_cast<int>(buttons);
+        }
     }
 }
