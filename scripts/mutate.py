@@ -93,10 +93,10 @@ def tests_of(file):
 class Workshop:
     """A copy of the tree with a build of its own, in which one change at a time is tried."""
 
-    def __init__(self, number, programs, seconds):
+    def __init__(self, number, programs, options):
         self.tree = ROOT / "build" / "mutate" / str(number)
         self.build = self.tree / "build"
-        self.programs, self.seconds = programs, seconds
+        self.programs, self.seconds, self.filter = programs, options.seconds, options.filter
 
     def make(self):
         files = tracked_files()
@@ -126,7 +126,7 @@ class Workshop:
 
     def failure(self, program):
         """What noticed: the name of the first test that fails, or how the program ended; None if all pass."""
-        command = [self.build / "bin" / program, "--gtest_brief=1", "--gtest_fail_fast"]
+        command = [self.build / "bin" / program, "--gtest_brief=1", "--gtest_fail_fast", f"--gtest_filter={self.filter}"]
         try:
             run = subprocess.run(command, capture_output=True, timeout=self.seconds, cwd=self.build)
         except subprocess.TimeoutExpired:
@@ -164,6 +164,7 @@ def arguments():
     parser.add_argument("--count", type=int, default=20, help="how many changes that compile are tried (default 20)")
     parser.add_argument("--seed", type=int, default=1, help="the changes are drawn at random by this number (default 1)")
     parser.add_argument("--tests", action="append", default=[], help="a test program to run as well; may be repeated")
+    parser.add_argument("--filter", default="*", help="the tests that are run, as --gtest_filter takes them (default all)")
     parser.add_argument("--jobs", type=int, default=2, help="how many are tried at a time (default 2)")
     parser.add_argument("--seconds", type=int, default=120, help="a test program that runs longer has noticed (default 120)")
     parser.add_argument("--list", action="store_true", help="only list what would be tried")
@@ -192,7 +193,7 @@ def main():
     programs = sorted({tests_of(file) for file in files}) + options.tests
     workshops = queue.Queue()
     for number in range(options.jobs):
-        workshop = Workshop(number + 1, programs, options.seconds)
+        workshop = Workshop(number + 1, programs, options)
         print(f"preparing build/mutate/{number + 1}", file=sys.stderr)
         workshop.make()
         workshops.put(workshop)
