@@ -9,7 +9,7 @@ namespace {
 
 class intel16_reader final : public intel_walk {
 public:
-    explicit intel16_reader(transfer_job& job) : intel_walk{job, 16} {}
+    explicit intel16_reader(transfer_job& job) : intel_walk{job, longest_intel16_record, 16} {}
 
 private:
     step take_data(const intel_head& head, text_view record) override;

@@ -12,7 +12,9 @@ namespace {
 
 class intel_reader final : public intel_walk {
 public:
-    explicit intel_reader(transfer_job& job) : intel_walk{job, 15}, buffer_{job.plug_in.blocks.ibuffer.span()} {}
+    explicit intel_reader(transfer_job& job)
+        : intel_walk{job, longest_intel_record, 15}, buffer_{job.plug_in.blocks.ibuffer.span()}
+    {}
 
 private:
     step take_data(const intel_head& head, text_view record) override;

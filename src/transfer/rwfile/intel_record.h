@@ -19,8 +19,9 @@ struct intel_head {
     unsigned sum() const { return length + (address >> 8) + (address & 0xFF) + type; }
 };
 
-/// A record, ":" and line end included, is never longer than this.
+/// No record is longer than this, ":" and line end included. The count of an Intel Hex16 record is in words.
 inline constexpr std::size_t longest_intel_record = 1 + 8 + 2 * 255 + 2 + 2;
+inline constexpr std::size_t longest_intel16_record = 1 + 8 + 4 * 255 + 2 + 2;
 
 /// The head of the record that starts at the front of `text`; none where there is no ":" or one of the eight characters
 /// behind it is no digit.

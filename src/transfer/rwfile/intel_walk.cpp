@@ -7,12 +7,13 @@
 
 namespace tamrix {
 
-intel_walk::intel_walk(transfer_job& job, std::int64_t extension_stride)
+intel_walk::intel_walk(transfer_job& job, std::size_t longest_record, std::int64_t extension_stride)
     : job_{job},
       file_{job.plug_in.fname},
       at_{job.plug_in.transfer},
       buflength_{job.plug_in.blocks.buflength(0)},
       devbytes_{job.plug_in.devbytes()},
+      longest_record_{longest_record},
       extension_stride_{extension_stride},
       pace_{file_.length() / 10},
       next_mark_{pace_ != 0 ? 0 : std::numeric_limits<std::int64_t>::max()}
@@ -21,7 +22,7 @@ intel_walk::intel_walk(transfer_job& job, std::int64_t extension_stride)
 status intel_walk::walk()
 {
     for (p_ = find_colon(0); p_ < file_.length(); p_ = find_colon(p_)) {
-        const text_view record = file_.from(p_, longest_intel_record);
+        const text_view record = file_.from(p_, longest_record_);
         const auto head = intel_head_of(record);
         if (!head) {
             ++p_;

@@ -24,8 +24,9 @@ protected:
     /// Characters from the ":" to the first data digit.
     static constexpr std::size_t digits_at = 9;
 
-    /// `extension_stride`: how far the walk goes on behind an extended address record.
-    intel_walk(transfer_job& job, std::int64_t extension_stride);
+    /// `longest_record`: characters, of this grammar. `extension_stride`: how far the walk goes on after an extended
+    /// address record.
+    intel_walk(transfer_job& job, std::size_t longest_record, std::int64_t extension_stride);
 
     /// Takes the data record at p_ and moves p_ behind it.
     virtual step take_data(const intel_head& head, text_view record) = 0;
@@ -49,6 +50,7 @@ private:
     step take_record(const intel_head& head, text_view record);
     step take_extension(text_view record, unsigned paragraph_bytes);
 
+    const std::size_t longest_record_;
     const std::int64_t extension_stride_;
     const std::int64_t pace_;
     std::int64_t next_mark_;
