@@ -117,18 +117,17 @@ void readfile::confirm()
 bool readfile::take_addresses()
 {
     transfer_variables& at = plug_in_.transfer;
+    const auto refused = [this](int message) {
+        plug_in_.tell(message);
+        return false;
+    };
     const auto bufstart = arith::parse_hex(rfileText1.text());
+    if (!bufstart) return refused(1189);
+    at.bufstart = *bufstart;
+    if (at.bufstart > plug_in_.blocks.buflength(0)) return refused(1136);
     const auto filestart = arith::parse_hex(rfileText2.text());
     const auto loadlength = arith::parse_hex(rfileText3.text());
-    if (!bufstart || !filestart || !loadlength) {
-        plug_in_.tell(1189);
-        return false;
-    }
-    at.bufstart = *bufstart;
-    if (at.bufstart > plug_in_.blocks.buflength(0)) {
-        plug_in_.tell(1136);
-        return false;
-    }
+    if (!filestart || !loadlength) return refused(1189);
     at.filestart = *filestart;
     // The margin makes the limit harmless for a full-size file.
     at.loadlength = *loadlength < plug_in_.devbytes() ? *loadlength : plug_in_.devbytes() + 100;

@@ -110,26 +110,19 @@ void writefile::confirm()
 bool writefile::take_range()
 {
     transfer_variables& at = plug_in_.transfer;
+    const auto refused = [this](int message) {
+        plug_in_.tell(message);
+        return false;
+    };
     const auto bufstart = arith::parse_hex(wfileText1.text());
-    const auto savelength = arith::parse_hex(wfileText2.text());
-    if (!bufstart || !savelength) {
-        plug_in_.tell(1189);
-        return false;
-    }
+    if (!bufstart) return refused(1189);
     at.bufstart = *bufstart;
-    if (at.bufstart > plug_in_.devbytes()) {
-        plug_in_.tell(1136);
-        return false;
-    }
+    if (at.bufstart > plug_in_.devbytes()) return refused(1136);
+    const auto savelength = arith::parse_hex(wfileText2.text());
+    if (!savelength) return refused(1189);
     at.savelength = *savelength;
-    if (at.bufstart + at.savelength > savelimit()) {
-        plug_in_.tell(1146);
-        return false;
-    }
-    if (wfileOption2(tektronix).value() && at.savelength > largest_tektronix) {
-        plug_in_.tell(1147);
-        return false;
-    }
+    if (at.bufstart + at.savelength > savelimit()) return refused(1146);
+    if (wfileOption2(tektronix).value() && at.savelength > largest_tektronix) return refused(1147);
     return true;
 }
 

@@ -155,6 +155,15 @@ TEST(readfile, a_size_that_is_no_number_is_told_and_nothing_changes)
     EXPECT_TRUE(f.buffer_untouched());
 }
 
+TEST(readfile, a_start_outside_the_buffer_is_told_before_a_size_that_is_no_number)
+{
+    temp_folder files;
+    load_fixture f;
+    f.load(files.write("a.bin", "x"), {.to_buffer = "1001", .size = "12 kB"});
+    EXPECT_EQ(f.shell.boxes(), strings{"<To Buffer Address> > Buffer Size!"});
+    EXPECT_TRUE(f.stayed_open);
+}
+
 TEST(readfile, a_size_below_the_device_limits_the_load)
 {
     temp_folder files;

@@ -254,6 +254,23 @@ TEST(writefile, the_checks_come_in_order_start_range_format)
     EXPECT_EQ(f.shell.boxes().back(), "<From Buffer Address> + <Buffer Size> > Buffer Size!");
 }
 
+TEST(writefile, a_start_outside_the_device_is_told_before_a_size_that_is_no_number)
+{
+    save_fixture f;
+    const auto save = [&](const char* start) {
+        f.save(f.files.path("out"), [&](writefile& d) {
+            d.wfileText1.text(start);
+            d.wfileText2.text("12 kB");
+            d.okcom.click();
+        });
+    };
+    save("1001");
+    save("1000");
+    EXPECT_EQ(f.shell.boxes(), (strings{"<To Buffer Address> > Buffer Size!", "Invalid Input!"}));
+    EXPECT_TRUE(f.stayed_open);
+    EXPECT_FALSE(f.written());
+}
+
 TEST(writefile, empty_boxes_count_as_0)
 {
     save_fixture f;
