@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <fstream>
 #include <iterator>
 #include <random>
+
+#include <sys/stat.h>
 
 namespace tamrix::tests {
 
@@ -45,6 +48,15 @@ std::vector<std::uint8_t> read_bytes(const std::string& path)
 {
     const std::string text = read_text(path);
     return {text.begin(), text.end()};
+}
+
+std::string date_and_time_of(const std::string& path)
+{
+    struct stat info {};
+    EXPECT_EQ(::stat(path.c_str(), &info), 0) << path;
+    char text[100];
+    EXPECT_NE(std::strftime(text, sizeof text, "%x %X", std::localtime(&info.st_mtime)), 0u);
+    return text;
 }
 
 std::vector<std::uint8_t> random_bytes(std::size_t count, unsigned random_start)

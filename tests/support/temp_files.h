@@ -31,6 +31,9 @@ private:
 std::string read_text(const std::string& path);
 std::vector<std::uint8_t> read_bytes(const std::string& path);
 
+/// When a file was last written, in the form in which a load or a save reports it.
+std::string date_and_time_of(const std::string& path);
+
 /// `count` bytes that look random and are the same in every run with one `random_start`.
 std::vector<std::uint8_t> random_bytes(std::size_t count, unsigned random_start = 1);
 
