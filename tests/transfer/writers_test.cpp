@@ -134,11 +134,17 @@ TEST(write_intel, records_have_32_bytes_and_the_last_one_the_rest)
 TEST(write_intel, the_saved_length_becomes_the_progress_total)
 {
     write_fixture f;
-    f.write(1, 0, 64000);
-    EXPECT_EQ(f.session.transfer.savelength, 64000 + 201);
-    ASSERT_EQ(f.progress.size(), 9u);
-    EXPECT_LE(f.progress.back(), 100);
-    EXPECT_GT(f.progress.back(), 80);
+    for (const auto& [length, pace] : {std::pair{0, 1}, {319, 1}, {320, 2}, {64000, 201}, {64001, 201}}) {
+        f.progress.clear();
+        f.write(1, 0, length);
+        const int total = length + pace;
+        EXPECT_EQ(f.session.transfer.savelength, total);
+        std::vector<double> expected;  // each time that many records of 32 bytes are written
+        for (int records = pace; records <= (length + 31) / 32; records += pace) {
+            expected.push_back(100.0 * 32 * records / total);
+        }
+        EXPECT_EQ(f.progress, expected) << length;
+    }
 }
 
 TEST(write_motorola, thirty_three_bytes_are_one_record_of_32_and_one_of_1)
