@@ -63,7 +63,9 @@ TEST(fuzz_corpus, every_reader_has_examples_and_takes_them)
 
 TEST(fuzz_corpus, what_was_found_once_stays_mended)
 {
-    for (const auto& [reader, path] : corpus("found")) replay(reader, path);
+    const auto found = corpus("found");
+    ASSERT_FALSE(found.empty()) << "the folder is missing";
+    for (const auto& [reader, path] : found) replay(reader, path);
 }
 
 }  // namespace
