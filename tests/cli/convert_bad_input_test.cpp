@@ -89,8 +89,9 @@ TEST_F(convert_bad_input, a_bad_checksum_is_told_with_its_line)
 {
     folder.write("boot.hex", ":0100000041BE\r\n:0100010042BD\r\n:0100020043BA\r\n:00000001FF\r\n:0100020043BA\r\n");
     folder.write("open.hex", ":0100000041BE\r\n:0100010042BD\r\n:0100020043BA\r\n");
-    expect_failed_load("open.hex", "open.hex:2: checksum BD where BC was expected", {},
-                       ">>CheckSum Error! in line 2\n");
+    for (const std::string file : {"boot.hex", "open.hex"}) {
+        expect_failed_load(file, file + ":2: checksum BD where BC was expected", {}, ">>CheckSum Error! in line 2\n");
+    }
 }
 
 TEST_F(convert_bad_input, a_truncated_record_is_told_with_its_line)
