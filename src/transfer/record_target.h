@@ -23,6 +23,8 @@ public:
 
     /// False where a record that starts at `address` is passed over: below the file start, or behind the device.
     bool takes(std::int64_t address) const { return address >= at_.filestart && address <= last_address_; }
+    /// Bytes of the record from one item to the next.
+    std::int64_t step() const { return at_.filestep; }
     /// Whole items in a record of `length` bytes.
     std::int64_t items(std::int64_t length) const { return length / at_.filestep; }
     /// The byte of the record that is item `item`.

@@ -72,6 +72,8 @@ TEST(read_motorola, an_unknown_record_type_fails_and_says_where)
     motorola_fixture f;
     EXPECT_EQ(f.read(record(1, 0, {1}) + "S4030000FC\n" + end_record), status::failed);
     EXPECT_EQ(f.why(), "file:2: record type 4 where S0 to S9 was expected");
+    EXPECT_EQ(f.read("S6030000FC\n" + end_record), status::failed);
+    EXPECT_EQ(f.why(), "file:1: record type 6 where S0 to S9 was expected");
     EXPECT_EQ(f.read("S"), status::failed);
     EXPECT_EQ(f.why(), "file:1: the end of the file where S0 to S9 was expected");
 }
@@ -102,6 +104,30 @@ TEST(read_motorola, damaged_and_missing_data_fail_and_keep_what_came_before)
               status::failed);
     EXPECT_EQ(f.bytes(0x10, 3), (bytes_of{3, 4, untouched}));
     EXPECT_EQ(f.why(), "file:1: a record that ends early where its data was expected");
+}
+
+TEST(read_motorola, a_letter_between_selected_bytes_begins_no_record)
+{
+    motorola_fixture f;
+    EXPECT_EQ(f.read("S107000001S903S9FF\n" + record(1, 4, {5, 6}) + end_record, {.from_mode = 1}), status::done);
+    EXPECT_EQ(f.bytes(0, 4), (bytes_of{1, 3, 5, untouched}));
+}
+
+TEST(read_motorola, with_byte_selection_a_record_that_claims_more_than_it_has_takes_it_from_the_next)
+{
+    motorola_fixture f;
+    const std::string claims_12 = "S10F000001020304AA\r\n", next = "S1070008090A0B0CC8\r\n";
+    EXPECT_EQ(f.read(claims_12 + next + record(1, 0x20, {7, 8, 9, 10}) + end_record, {.from_mode = 3}), status::done);
+    // 01, the checksum AA, and the first digits of the next record's address; that record is passed over.
+    EXPECT_EQ(f.bytes(0, 4), (bytes_of{1, 0xAA, 0, untouched}));
+    EXPECT_EQ(f.buffer(8), 7);
+}
+
+TEST(read_motorola, a_record_that_is_cut_by_the_end_of_the_device_is_searched_for_the_next)
+{
+    motorola_fixture f{{.tlength = 1}};
+    EXPECT_EQ(f.read("S1080000010203S9FF\n" + record(1, 0, {7}), {}), status::done);
+    EXPECT_EQ(f.bytes(0, 3), (bytes_of{1, 2, untouched}));
 }
 
 TEST(read_motorola, records_below_the_file_start_are_passed_over)

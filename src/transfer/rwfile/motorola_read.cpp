@@ -34,7 +34,7 @@ private:
     record_target target_;
     record_progress progress_;
     address_extent met_;
-    std::int64_t p_ = 0;  // the "S" of the record
+    std::int64_t p_ = 0;  // the "S" of the record, then where the search for the next one goes on
 };
 
 constexpr std::size_t longest_record = 2 + 2 + 2 * 255;
@@ -147,6 +147,7 @@ motorola_reader::step motorola_reader::take_bytes(text_view data, std::int64_t a
         if (at + 2 > data.size()) return fail("a record that ends early", "its data");
         const int value = hex_digits::byte(&data[at]);
         if (value < 0) return fail("a data byte that is not hexadecimal", "a byte of two digits");
+        p_ += 2 * target_.step();  // the search for the next record passes over what lies between selected bytes
         if (!target_.store(position, static_cast<std::uint8_t>(value))) return step::end;
     }
     return step::go_on;
