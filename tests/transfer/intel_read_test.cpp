@@ -3,10 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <map>
-#include <random>
-
 namespace tamrix::tests {
 namespace {
 
@@ -288,47 +284,6 @@ TEST(read_intel, a_file_below_ten_bytes_shows_no_progress)
     intel_fixture f;
     EXPECT_EQ(f.read("123456789"), status::done);
     EXPECT_TRUE(f.shell.progress().empty());
-}
-
-/// A record taken byte by byte, by the rules of the selection and nothing else.
-void model_record(std::map<std::int64_t, int>& memory, std::int64_t relative, const bytes_of& data,
-                  std::pair<int, int> from, std::pair<int, int> to, std::int64_t start, std::int64_t devbytes)
-{
-    const auto [step, phase] = from;
-    if (relative < 0) return;
-    std::int64_t skip = 0;
-    while ((relative + skip) % step != phase % step) ++skip;
-    const std::int64_t b = to.second + to.first * (relative / step) + skip * (relative % step);
-    if (b > devbytes) return;
-    for (std::int64_t i = 0, at = skip; at < static_cast<std::int64_t>(data.size()); at += step, ++i) {
-        memory[start + b + to.first * i] = data[static_cast<std::size_t>(at)];
-    }
-}
-
-TEST(read_intel, every_byte_selection_agrees_with_a_slow_model)
-{
-    std::mt19937 generator{7};
-    for (int from = 0; from < 7; ++from) {
-        for (int to = 0; to < 7; ++to) {
-            intel_fixture f{{.buflength = 0x8000, .tlength = 0x2000}};
-            std::map<std::int64_t, int> memory;
-            std::string text;
-            for (int i = 0; i < 40; ++i) {
-                const unsigned address = generator() % 0x800;
-                const bytes_of data = random_bytes(generator() % 40, generator());
-                text += record(address, 0, data);
-                model_record(memory, static_cast<std::int64_t>(address) - 0x123, data, selections[from], selections[to],
-                             0x31, 0x2000);
-            }
-            EXPECT_EQ(f.read(text, {.to_buffer = "31", .from_file = "123", .from_mode = from, .to_mode = to}),
-                      status::done);
-            for (std::int64_t address = 0; address < 0x4000; ++address) {
-                const auto known = memory.find(address);
-                ASSERT_EQ(f.buffer(address), known != memory.end() ? known->second : untouched)
-                    << from << " to " << to << " at " << address;
-            }
-        }
-    }
 }
 
 std::optional<address_range> measure_intel_text(std::string_view text)

@@ -65,6 +65,7 @@ struct format_fixture : load_fixture {
     status read(std::string_view content, load_entries entries = {})
     {
         entries.format = format;
+        std::filesystem::remove(files.path("file"));  // on some systems writing a file over waits for the disk
         return load(files.write("file", content), entries);
     }
     status read(const std::vector<std::uint8_t>& content, load_entries entries = {})

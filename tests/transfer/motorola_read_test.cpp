@@ -1,9 +1,6 @@
 #include "load_fixture.h"
-#include "record_model.h"
 
 #include <gtest/gtest.h>
-
-#include <random>
 
 namespace tamrix::tests {
 namespace {
@@ -180,16 +177,6 @@ TEST(read_motorola, progress_and_messages_come_every_some_records)
     ASSERT_EQ(f.shell.progress().size(), static_cast<std::size_t>(std::min(200 / pace, 12)));  // 98 stands once
     EXPECT_EQ(f.shell.progress().front(), 9);
     EXPECT_LE(f.shell.progress().back(), 99);
-}
-
-TEST(read_motorola, every_byte_selection_agrees_with_a_slow_model)
-{
-    std::mt19937 generator{11};
-    expect_every_selection_as_the_slow_model(2, end_record, [&] {
-        const unsigned address = generator() % 0x800;
-        const bytes_of data = random_bytes(generator() % 60, static_cast<unsigned>(generator()));
-        return model_record{address, data, record(1 + static_cast<int>(generator() % 3), address, data)};
-    });
 }
 
 }  // namespace

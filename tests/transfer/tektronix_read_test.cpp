@@ -1,9 +1,6 @@
 #include "load_fixture.h"
-#include "record_model.h"
 
 #include <gtest/gtest.h>
-
-#include <random>
 
 namespace tamrix::tests {
 namespace {
@@ -150,16 +147,6 @@ TEST(read_tektronix, progress_comes_every_some_lines_without_messages)
     EXPECT_EQ(f.shell.progress().front(), 10);
     EXPECT_EQ(f.shell.progress().size(), static_cast<std::size_t>(std::min(100 / pace, 11)));
     EXPECT_EQ(f.shell.pumps(), 0);
-}
-
-TEST(read_tektronix, every_byte_selection_agrees_with_a_slow_model)
-{
-    std::mt19937 generator{13};
-    expect_every_selection_as_the_slow_model(3, end_record, [&] {
-        const unsigned address = generator() % 0x800;
-        const bytes_of data = random_bytes(1 + generator() % 60, static_cast<unsigned>(generator()));
-        return model_record{address, data, record(address, data)};
-    });
 }
 
 }  // namespace
