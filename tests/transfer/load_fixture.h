@@ -85,6 +85,17 @@ struct format_fixture : load_fixture {
     temp_folder files;
 };
 
+/// What the bar shows over a file of `records` where it moves by `percent` at each `pace`-th.
+inline std::vector<double> bar_over(int records, int pace, int percent)
+{
+    std::vector<double> values;
+    for (int value = percent; records >= pace; records -= pace, value += percent) {
+        values.push_back(value > 100 ? 98 : value);
+        if (value > 100) break;  // it stays at 98
+    }
+    return values;
+}
+
 /// Two upper-case digits.
 inline std::string hex2(unsigned value)
 {

@@ -138,15 +138,17 @@ TEST(read_tektronix, the_load_ends_with_the_first_byte_above_the_size)
 
 TEST(read_tektronix, progress_comes_every_some_lines_without_messages)
 {
-    tektronix_fixture f;
     std::string text;
-    for (unsigned i = 0; i < 100; ++i) text += record(4 * i, {1, 2, 3, 4});
+    for (unsigned i = 0; i < 50; ++i) text += record(4 * i, {1, 2, 3, 4});
     text += end_record;
-    const auto pace = 1 + static_cast<int>(text.size()) / (20 * (4 + 10));
-    EXPECT_EQ(f.read(text), status::done);
-    EXPECT_EQ(f.shell.progress().front(), 10);
-    EXPECT_EQ(f.shell.progress().size(), static_cast<std::size_t>(std::min(100 / pace, 11)));
-    EXPECT_EQ(f.shell.pumps(), 0);
+    for (const int more : {0, 1}) {  // on both sides of a change of the pace
+        text.resize(static_cast<std::size_t>(8 * 20 * (4 + 10) - 1 + more), '.');
+        const int pace = 8 + more;
+        tektronix_fixture f;
+        EXPECT_EQ(f.read(text), status::done);
+        EXPECT_EQ(f.shell.progress(), bar_over(50, pace, 10));
+        EXPECT_EQ(f.shell.pumps(), 0);
+    }
 }
 
 }  // namespace

@@ -42,6 +42,28 @@ TEST(read_texas, an_empty_line_does_not_move_the_address)
     EXPECT_EQ(f.bytes(0x10, 2), (bytes_of{1, 2}));
 }
 
+TEST(read_texas, a_line_holds_as_many_bytes_as_whole_pairs_with_their_separators)
+{
+    const std::pair<const char*, bytes_of> lines[] = {{"1", {}},
+                                                      {"01", {1}},
+                                                      {"01 ", {1}},
+                                                      {"01 0", {1}},
+                                                      {"01 02", {1, 2}},
+                                                      {"01 02 ", {1, 2}},
+                                                      {"01 02 G", {1, 2}},
+                                                      {"01-02", {1, 2}},
+                                                      {"01 02 03", {1, 2, 3}},
+                                                      {"01 0203", {1, 2}},
+                                                      {"01 02 03\t", {1, 2, 3}}};
+    for (const auto& [line, expected] : lines) {
+        texas_fixture f;
+        EXPECT_EQ(f.read("@0000\n" + std::string{line} + "\nFF\nq\n"), status::done) << line;
+        bytes_of all = expected;
+        all.insert(all.end(), {0xFF, untouched});  // the next line goes on after it
+        EXPECT_EQ(f.bytes(0, static_cast<std::int64_t>(all.size())), all) << line;
+    }
+}
+
 TEST(read_texas, data_before_an_accepted_address_are_ignored)
 {
     texas_fixture f{{.tlength = 0x100}};
@@ -91,14 +113,16 @@ TEST(read_texas, the_load_ends_with_the_first_byte_above_the_size)
 
 TEST(read_texas, progress_comes_every_some_data_lines)
 {
-    texas_fixture f;
     std::string text = "@0000\n";
-    for (int i = 0; i < 100; ++i) text += "01 02 03 04\n";
+    for (int i = 0; i < 50; ++i) text += "01 02 03 04\n";
     text += "q\n";
-    const auto pace = 1 + static_cast<int>(text.size()) / (20 * (4 + 10));
-    EXPECT_EQ(f.read(text), status::done);
-    EXPECT_EQ(f.shell.progress().front(), 10);
-    EXPECT_EQ(f.shell.progress().size(), static_cast<std::size_t>(std::min(100 / pace, 11)));
+    for (const int more : {0, 1}) {  // on both sides of a change of the pace
+        text.resize(static_cast<std::size_t>(5 * 20 * (4 + 10) - 1 + more), '.');
+        const int pace = 5 + more;
+        texas_fixture f;
+        EXPECT_EQ(f.read(text), status::done);
+        EXPECT_EQ(f.shell.progress(), bar_over(50, pace, 10));
+    }
 }
 
 }  // namespace
