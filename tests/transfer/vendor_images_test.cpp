@@ -49,6 +49,15 @@ TEST(read_holtek, the_second_segment_starts_on_a_multiple_of_256)
     EXPECT_EQ(f.buffer(0x900), 2);
 }
 
+TEST(read_holtek, the_second_segment_goes_after_words_of_two_bytes_whatever_the_device_has)
+{
+    holtek_fixture f;
+    f.session.blocks.wordmode(0) = 1;
+    EXPECT_EQ(f.read(image({}, segment(0, {1}), segment(0, {2}))), status::done);
+    EXPECT_EQ(f.buffer(0x900), 2);
+    EXPECT_EQ(f.buffer(0x400), untouched);
+}
+
 TEST(read_holtek, the_typed_start_address_has_no_effect)
 {
     holtek_fixture f;
