@@ -148,6 +148,46 @@ TEST(read_binary_large, a_folder_that_cannot_hold_the_image_is_a_failure_that_na
     EXPECT_EQ(f.session.why_it_failed.text(), f.files.path("missing/tmpbuf.bin") + ": no such file");
 }
 
+TEST(read_binary_large, the_length_in_words_and_the_buffer_choose_the_path)
+{
+    const auto makes_an_image = [](std::int32_t words, std::uint8_t word_bytes, std::int32_t buffer_bytes) {
+        load_fixture f{{.tlength = words, .wordmode = word_bytes}};
+        f.session.blocks.buflength(0) = buffer_bytes;
+        const temp_folder files;
+        f.syspath = files.path("");
+        EXPECT_EQ(f.load(files.write("a.bin", "abc"), {.clear = 2}), status::done);
+        return std::filesystem::exists(files.path("tmpbuf.bin"));
+    };
+    EXPECT_TRUE(makes_an_image(0x10800000, 1, 0x8400000));
+    EXPECT_TRUE(makes_an_image(0x10800000, 2, 0x8400000));
+    EXPECT_FALSE(makes_an_image(0x107FFFFF, 1, 0x8400000));
+    EXPECT_FALSE(makes_an_image(0x8400000, 2, 0x8400000)) << "as many bytes, in half as many words";
+    EXPECT_FALSE(makes_an_image(0x10800000, 1, 0x83FFFFF));
+}
+
+TEST(write_binary_large, the_length_in_bytes_and_the_buffer_choose_the_path)
+{
+    const auto copies_the_image = [](std::int32_t words, std::uint8_t word_bytes, std::int32_t buffer_bytes) {
+        plug_in_fixture f{{.tlength = words, .wordmode = word_bytes}};
+        f.session.blocks.buflength(0) = buffer_bytes;
+        const temp_folder files;
+        files.write("tmpbuf.bin", "");
+        f.shell.on_next_dialog([](forms::form& shown) {
+            auto& dialog = dynamic_cast<writefile&>(shown);
+            dialog.wfileText2.enter("3");
+            dialog.okcom.click();
+        });
+        std::string out = files.path("out.bin"), folder = files.path("");
+        EXPECT_TRUE(f.methods.wfile(out, folder).ok());
+        EXPECT_EQ(f.session.rformat, 0);
+        return std::filesystem::file_size(out) == 0;  // as the image, and not three bytes of the buffer
+    };
+    EXPECT_TRUE(copies_the_image(0x10800000, 1, 0x8400000));
+    EXPECT_TRUE(copies_the_image(0x8400000, 2, 0x8400000)) << "as many bytes, in half as many words";
+    EXPECT_FALSE(copies_the_image(0x107FFFFF, 1, 0x8400000));
+    EXPECT_FALSE(copies_the_image(0x10800000, 1, 0x83FFFFF));
+}
+
 TEST(write_binary_large, the_image_is_copied_whole_and_the_buffer_shows_its_start)
 {
     large_fixture f;
