@@ -202,8 +202,12 @@ TEST(readfile, clearing_to_00_is_left_to_a_binary_load_from_0_to_0)
     load_fixture f;
     f.load(files.path("missing.bin"), {.clear = 1});
     EXPECT_TRUE(f.buffer_untouched());
-    f.load(files.path("missing.bin"), {.from_file = "1", .clear = 1});
-    EXPECT_EQ(f.bytes(0, 0x1001), std::vector<std::uint8_t>(0x1001, 0x00));
+    for (const load_entries& entries :
+         {load_entries{.from_file = "1", .clear = 1}, load_entries{.to_buffer = "1", .clear = 1}}) {
+        load_fixture other;
+        other.load(files.path("missing.bin"), entries);
+        EXPECT_EQ(other.bytes(0, 0x1001), std::vector<std::uint8_t>(0x1001, 0x00)) << entries.to_buffer;
+    }
 }
 
 TEST(readfile, disable_clears_nothing)
@@ -230,6 +234,9 @@ TEST(readfile, a_device_above_the_mapping_limit_is_not_cleared)
     f.session.blocks.buflength(0) = 0x1000;
     f.load(files.path("missing.hex"), {.format = 1, .clear = 0});
     EXPECT_TRUE(f.buffer_untouched());
+    f.session.blocks.tlength(0) = 0x10800000;
+    f.load(files.path("missing.hex"), {.format = 1, .clear = 0});
+    EXPECT_EQ(f.bytes(0, 0x1000), std::vector<std::uint8_t>(0x1000, 0xFF)) << "that of the limit itself is";
 }
 
 TEST(readfile, a_refused_file_address_leaves_the_clear_in_force_and_the_dialog_open)
@@ -304,6 +311,19 @@ TEST(readfile, only_hexadecimal_keys_reach_the_address_boxes_the_others_beep)
         EXPECT_EQ(f.dialog.rfileText2.text(), "0");
     });
     EXPECT_EQ(f.shell.beeps(), 2);
+}
+
+TEST(readfile, the_address_boxes_take_hexadecimal_digits_and_backspace)
+{
+    open_dialog f;
+    for (const auto* box : {&f.dialog.rfileText1, &f.dialog.rfileText2}) {
+        std::string taken;
+        for (char32_t key = 0; key < 0x200; ++key) {
+            if (box->accepts(key)) taken += static_cast<char>(key);
+        }
+        EXPECT_EQ(taken, "\b0123456789ABCDEFabcdef");
+    }
+    EXPECT_FALSE(f.dialog.rfileText3.accepts) << "the size takes any key";
 }
 
 TEST(readfile, a_format_without_an_option_fails_the_call)

@@ -111,6 +111,7 @@ TEST(writefile, only_hexadecimal_keys_reach_the_boxes_the_others_beep)
             box->enter("");
             box->type("1G2");
             EXPECT_EQ(box->text(), "12");
+            EXPECT_TRUE(box->accepts(U'\b'));
         }
     });
     EXPECT_EQ(f.shell.beeps(), 3);
@@ -222,6 +223,17 @@ TEST(writefile, a_start_behind_the_device_is_refused)
     EXPECT_FALSE(f.written());
     f.save_range("1000", "0");
     EXPECT_TRUE(f.written());
+}
+
+TEST(writefile, a_start_after_the_main_area_is_refused_though_units_follow)
+{
+    save_fixture f{{.tlength = 0x400, .spare_units = 2}};
+    f.save_range("401", "1");
+    EXPECT_EQ(f.shell.boxes(), strings{"<To Buffer Address> > Buffer Size!"});
+    EXPECT_TRUE(f.stayed_open);
+    EXPECT_FALSE(f.written());
+    f.save_range("400", "20");
+    EXPECT_EQ(std::filesystem::file_size(f.files.path("out")), 0x20u);
 }
 
 TEST(writefile, a_range_that_ends_at_the_limit_passes_and_one_byte_more_does_not)
