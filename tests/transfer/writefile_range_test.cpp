@@ -1,0 +1,183 @@
+// The three boxes of the save dialog: how they follow each other, and which ranges are refused.
+#include "save_fixture.h"
+
+namespace tamrix::tests {
+namespace {
+
+using strings = std::vector<std::string>;
+
+TEST(writefile, leaving_start_or_end_sets_the_size)
+{
+    save_fixture f;
+    f.save("out", [](writefile& d) {
+        d.wfileText1.enter("100");
+        d.wfileText1.leave();
+        EXPECT_EQ(d.wfileText2.text(), "F00");
+        d.wfileText3.enter("1ff");
+        d.wfileText3.leave();
+        EXPECT_EQ(d.wfileText2.text(), "100");
+        EXPECT_EQ(d.wfileText3.text(), "1FF");
+    });
+}
+
+TEST(writefile, leaving_the_size_sets_the_end)
+{
+    save_fixture f;
+    f.save("out", [](writefile& d) {
+        d.wfileText1.enter("100");
+        d.wfileText1.leave();
+        d.wfileText2.enter("10");
+        d.wfileText2.leave();
+        EXPECT_EQ(d.wfileText3.text(), "10F");
+    });
+}
+
+TEST(writefile, a_value_beyond_the_device_is_pulled_back_to_its_limit)
+{
+    save_fixture f{{.buflength = 0x2000, .tlength = 0x1000}};
+    f.save("out", [](writefile& d) {
+        d.wfileText2.enter("5000");
+        d.wfileText2.leave();
+        EXPECT_EQ(d.wfileText2.text(), "1000");
+        EXPECT_EQ(d.wfileText3.text(), "FFF");
+        d.wfileText3.enter("FFFFFFFF");
+        d.wfileText3.leave();
+        EXPECT_EQ(d.wfileText3.text(), "FFF");
+        d.wfileText1.enter("9999");
+        d.wfileText1.leave();
+        EXPECT_EQ(d.wfileText1.text(), "1000");
+        EXPECT_EQ(d.wfileText2.text(), "0");
+    });
+}
+
+TEST(writefile, a_value_beyond_the_buffer_is_pulled_back_to_its_limit)
+{
+    save_fixture f{{.buflength = 0x800, .tlength = 0x1000}};
+    f.save("out", [](writefile& d) {
+        d.wfileText2.enter("1000");
+        d.wfileText2.leave();
+        EXPECT_EQ(d.wfileText2.text(), "800");
+    });
+}
+
+TEST(writefile, empty_boxes_are_left_as_they_are)
+{
+    save_fixture f;
+    f.save("out", [](writefile& d) {
+        d.wfileText1.enter("");
+        d.wfileText1.leave();
+        EXPECT_EQ(d.wfileText1.text(), "");
+        EXPECT_EQ(d.wfileText2.text(), "1000");
+        d.wfileText2.enter("");
+        d.wfileText2.leave();
+        EXPECT_EQ(d.wfileText3.text(), "FFF");
+    });
+}
+
+TEST(writefile, an_empty_range_stays_empty_when_its_boxes_are_left)
+{
+    save_fixture f;
+    f.save("out", [](writefile& d) {
+        d.wfileText2.enter("0");
+        d.wfileText2.leave();
+        EXPECT_EQ(d.wfileText3.text(), "");
+        d.wfileText3.leave();
+        EXPECT_EQ(d.wfileText2.text(), "0");
+        d.wfileText1.enter("20");
+        d.wfileText1.leave();
+        d.wfileText2.leave();
+        EXPECT_EQ(d.wfileText3.text(), "1F");
+        d.wfileText3.leave();
+        EXPECT_EQ(d.wfileText2.text(), "0");
+    });
+}
+
+TEST(writefile, an_end_before_the_start_is_an_empty_range)
+{
+    save_fixture f;
+    f.save("out", [](writefile& d) {
+        d.wfileText1.enter("200");
+        d.wfileText3.enter("100");
+        d.wfileText3.leave();
+        EXPECT_EQ(d.wfileText2.text(), "0");
+    });
+}
+
+TEST(writefile, a_start_behind_the_device_is_refused)
+{
+    save_fixture f;
+    f.save_range("1001", "0");
+    EXPECT_EQ(f.shell.boxes(), strings{"<To Buffer Address> > Buffer Size!"});
+    EXPECT_TRUE(f.stayed_open);
+    EXPECT_FALSE(f.written());
+    f.save_range("1000", "0");
+    EXPECT_TRUE(f.written());
+}
+
+TEST(writefile, a_start_after_the_main_area_is_refused_though_units_follow)
+{
+    save_fixture f{{.tlength = 0x400, .spare_units = 2}};
+    f.save_range("401", "1");
+    EXPECT_EQ(f.shell.boxes(), strings{"<To Buffer Address> > Buffer Size!"});
+    EXPECT_TRUE(f.stayed_open);
+    EXPECT_FALSE(f.written());
+    f.save_range("400", "20");
+    EXPECT_EQ(std::filesystem::file_size(f.files.path("out")), 0x20u);
+}
+
+TEST(writefile, a_range_that_ends_at_the_limit_passes_and_one_byte_more_does_not)
+{
+    save_fixture f{{.tlength = 0x1000, .spare_units = 1}};
+    f.save_range("10", "1001");
+    EXPECT_EQ(f.shell.boxes(), strings{"<From Buffer Address> + <Buffer Size> > Buffer Size!"});
+    EXPECT_FALSE(f.written());
+    f.save_range("10", "1000");
+    EXPECT_EQ(std::filesystem::file_size(f.files.path("out")), 0x1000u);
+}
+
+TEST(writefile, tektronix_takes_64_KiB_and_not_one_byte_more)
+{
+    save_fixture f{{.buflength = 0x20000, .tlength = 0x20000}};
+    f.save_range("0", "10001", 3);
+    EXPECT_EQ(f.shell.boxes(), strings{"<Buffer Size>  > 64K(Tektronix Format Max Size)!"});
+    EXPECT_TRUE(f.stayed_open);
+    EXPECT_FALSE(f.written());
+    f.save_range("0", "10000", 3);
+    EXPECT_TRUE(f.written());
+}
+
+TEST(writefile, the_checks_come_in_order_start_range_format)
+{
+    save_fixture f;
+    f.save_range("FFFFF", "FFFFF", 3);
+    EXPECT_EQ(f.shell.boxes(), strings{"<To Buffer Address> > Buffer Size!"});
+    f.save_range("0", "FFFFF", 3);
+    EXPECT_EQ(f.shell.boxes().back(), "<From Buffer Address> + <Buffer Size> > Buffer Size!");
+}
+
+TEST(writefile, a_start_outside_the_device_is_told_before_a_size_that_is_no_number)
+{
+    save_fixture f;
+    const auto save = [&](const char* start) {
+        f.save(f.files.path("out"), [&](writefile& d) {
+            d.wfileText1.text(start);
+            d.wfileText2.text("12 kB");
+            d.okcom.click();
+        });
+    };
+    save("1001");
+    save("1000");
+    EXPECT_EQ(f.shell.boxes(), (strings{"<To Buffer Address> > Buffer Size!", "Invalid Input!"}));
+    EXPECT_TRUE(f.stayed_open);
+    EXPECT_FALSE(f.written());
+}
+
+TEST(writefile, empty_boxes_count_as_0)
+{
+    save_fixture f;
+    f.save_range("", "");
+    EXPECT_EQ(std::filesystem::file_size(f.files.path("out")), 0u);
+}
+
+}  // namespace
+}  // namespace tamrix::tests
