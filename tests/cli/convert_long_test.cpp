@@ -100,4 +100,34 @@ TEST_P(a_long_text_file, tells_what_lies_behind_the_device)
 INSTANTIATE_TEST_SUITE_P(formats, a_long_text_file, testing::Values("hex", "s19"),
                          [](const auto& tested) { return std::string{tested.param}; });
 
+TEST_F(convert_test, a_long_intel_hex16_file_with_the_longest_records_is_loaded_whole)
+{
+    constexpr std::size_t words = 255;
+    constexpr char digits[] = "0123456789ABCDEF";
+    const std::string image = long_image();
+    std::string text;
+    unsigned sum = 0;
+    const auto put = [&](std::size_t value) {
+        text += {digits[value >> 4 & 15], digits[value & 15]};
+        sum += static_cast<unsigned>(value);
+    };
+    const auto put_record = [&](std::size_t count, std::size_t address, std::size_t type, std::string_view data) {
+        text += ":";
+        sum = 0;
+        for (const std::size_t field : {count, address >> 8, address, type}) put(field & 0xFF);
+        for (std::size_t i = 0; i < data.size(); ++i) put(static_cast<unsigned char>(data[i ^ 1]));
+        put(0x100 - (sum & 0xFF));
+        text += "\r\n";
+    };
+    for (std::size_t at = 0; at < image.size() / 2; at += words) {
+        const std::string_view data = std::string_view{image}.substr(2 * at, 2 * words);
+        const char segment[] = {static_cast<char>(at >> 16), 0};  // turned round, as words are
+        put_record(2, 0, 4, {segment, 2});
+        put_record(data.size() / 2, at & 0xFFFF, 0, data);
+    }
+    put_record(0, 0, 1, {});
+    folder.write("in.hex", text);
+    EXPECT_TRUE(converted("in.hex", "loaded.bin") == image);
+}
+
 }  // namespace tamrix::tests
