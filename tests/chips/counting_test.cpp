@@ -211,8 +211,8 @@ TEST(shift_registers, a_4094_repeats_its_last_bit_half_a_clock_later)
     ic.put({"OE", "STR", "CLK", "D"}, 0b1101);
     for (int n = 0; n < 7; ++n) ic.pulse("CLK");
     EXPECT_EQ(ic.read({"Q7", "Q8"}), 0b10u);
-    EXPECT_EQ(ic.set("CLK", 1).read({"Q8", "QS", "QSN"}), 0b110u);
-    EXPECT_EQ(ic.set("CLK", 0).read({"QS", "QSN"}), 0b11u);
+    EXPECT_EQ(ic.set("CLK", 1).read({"Q8", "QS1", "QS2"}), 0b110u);
+    EXPECT_EQ(ic.set("CLK", 0).read({"QS1", "QS2"}), 0b11u);
     EXPECT_EQ(ic.set("STR", 0).set("D", 0).pulse("CLK").at("Q1"), 1);
 }
 
