@@ -79,6 +79,18 @@ TEST(decoders, a_74138_pulls_one_output_low_while_all_enables_agree)
     EXPECT_EQ(ic.set("G1", 0).at("Y7"), 1);
 }
 
+TEST(decoders, a_7442_and_a_7445_pick_no_output_above_nine)
+{
+    for (const std::string chip : {"7442", "7445"}) {
+        chip_socket ic{chip};
+        for (unsigned n = 0; n < 16; ++n)
+            EXPECT_EQ(
+                ic.put({"D", "C", "B", "A"}, n).read({"Y9", "Y8", "Y7", "Y6", "Y5", "Y4", "Y3", "Y2", "Y1", "Y0"}),
+                0x3FFu & ~(1u << n))
+                << chip << ' ' << n;
+    }
+}
+
 TEST(decoders, the_first_half_of_a_74155_wants_its_data_high_the_second_low)
 {
     chip_socket ic{"74155"};
@@ -115,6 +127,18 @@ TEST(displays, a_7447_shows_the_ten_digits_without_tails)
     ic.set("LT", 1).set("RBI", 1);
     for (unsigned n = 0; n < 10; ++n)
         EXPECT_EQ(ic.put({"D", "C", "B", "A"}, n).read({"a", "b", "c", "d", "e", "f", "g"}), lit[n] ^ 0x7Fu) << n;
+}
+
+TEST(displays, above_nine_a_7447_shows_signs_of_its_own_and_a_4543_nothing)
+{
+    constexpr std::array<unsigned, 6> lit{0b0001101, 0b0011001, 0b0100011, 0b1001011, 0b0001111, 0};
+    chip_socket ttl{"7447"}, cmos{"4543"};
+    ttl.set("LT", 1).set("RBI", 1);
+    cmos.set("LD", 1).set("BI", 0).set("PH", 0);
+    for (unsigned n = 10; n < 16; ++n) {
+        EXPECT_EQ(ttl.put({"D", "C", "B", "A"}, n).read({"a", "b", "c", "d", "e", "f", "g"}), lit[n - 10] ^ 0x7Fu) << n;
+        EXPECT_EQ(cmos.put({"D", "C", "B", "A"}, n).read({"a", "b", "c", "d", "e", "f", "g"}), 0u) << n;
+    }
 }
 
 TEST(displays, a_7447_blanks_a_leading_zero_and_passes_it_on)
@@ -164,20 +188,32 @@ TEST(arithmetic, a_7483_adds_every_pair_of_numbers)
                           a + b + carry);
 }
 
+/// `in`: the cascade inputs for greater, equal and less; the outputs likewise.
+void compare_all(const std::string& chip, const std::map<unsigned, unsigned>& when_equal)
+{
+    chip_socket ic{chip};
+    for (unsigned a = 0; a < 16; ++a)
+        for (unsigned b = 0; b < 16; ++b) {
+            const auto unequal = a > b ? 0b100u : 0b001u;
+            ic.put({"A3", "A2", "A1", "A0"}, a).put({"B3", "B2", "B1", "B0"}, b);
+            for (const auto& [in, out] : when_equal)
+                EXPECT_EQ(ic.put({"IGT", "IEQ", "ILT"}, in).read({"OGT", "OEQ", "OLT"}), a == b ? out : unequal)
+                    << chip << ' ' << a << ' ' << b << ' ' << in;
+        }
+}
+
 TEST(arithmetic, a_7485_compares_and_looks_at_the_cascade_when_equal)
 {
-    chip_socket ic{"7485"};
-    ic.set("IGT", 0).set("ILT", 0).set("IEQ", 1);
-    for (unsigned a = 0; a < 16; ++a)
-        for (unsigned b = 0; b < 16; ++b)
-            EXPECT_EQ(ic.put({"A3", "A2", "A1", "A0"}, a).put({"B3", "B2", "B1", "B0"}, b).read({"OGT", "OEQ", "OLT"}),
-                      a > b    ? 4u
-                      : a == b ? 2u
-                               : 1u);
-    //              >  =  < in, then out
-    for (const auto& [in, out] : {std::pair{0b100u, 0b100u}, std::pair{0b001u, 0b001u}, std::pair{0b010u, 0b010u},
-                                  std::pair{0b101u, 0b000u}, std::pair{0b000u, 0b101u}})
-        EXPECT_EQ(ic.put({"IGT", "IEQ", "ILT"}, in).read({"OGT", "OEQ", "OLT"}), out) << in;
+    const std::map<unsigned, unsigned> one_high{{0b100, 0b100}, {0b001, 0b001}, {0b010, 0b010}};
+    const std::map<unsigned, unsigned> equal_wins{{0b110, 0b010}, {0b011, 0b010}, {0b111, 0b010}};
+    compare_all("7485", one_high);
+    compare_all("7485", equal_wins);
+    compare_all("7485", {{0b101, 0b000}, {0b000, 0b101}});
+}
+
+TEST(arithmetic, a_4063_hands_the_one_cascade_input_on_that_is_high)
+{
+    compare_all("4063", {{0b100, 0b100}, {0b001, 0b001}, {0b010, 0b010}});
 }
 
 /// The function table of the 74181 for data of which high is 1, logic side: M is high.
