@@ -15,6 +15,9 @@ public:
         : part_{sim::make_part(*sim::find_chip(all_chips(), name))}, tester_(pins, sim::level::open), drives_(tester_)
     {}
 
+    /// A socket without a chip.
+    explicit slow_player(std::size_t pins) : tester_(pins, sim::level::open), drives_(tester_) {}
+
     int stuck_pin = -1;
     sim::level stuck_at = sim::level::low;
 
@@ -59,6 +62,7 @@ private:
     }
     void settle()
     {
+        if (part_ == nullptr) return;
         for (int round = 0; round < 20; ++round) {
             std::vector<sim::level> nodes;
             for (std::size_t pin = 0; pin < tester_.size(); ++pin)
