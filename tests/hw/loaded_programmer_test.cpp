@@ -209,17 +209,55 @@ TEST(loaded_programmer, a_read_that_never_ends_ends_by_the_limit_and_unloading_i
     EXPECT_EQ(f.session.blocks.prgresult(0), 3);
 }
 
+/// One of many programmers, with memory of its own, whose bytes are its number.
+struct one_of_many {
+    explicit one_of_many(std::uint8_t its_number) : number{its_number}
+    {
+        const std::vector<std::uint8_t> data(4096, number);
+        EXPECT_EQ(command(128), 0);
+        EXPECT_EQ(made->transport().usbbulkwrite(data.data(), 4096), 0);
+        EXPECT_EQ(command(64), 0);
+        made->transport().usbbulkread(buffer.data(), 4097, &status);
+    }
+    std::int32_t command(std::uint8_t direction)
+    {
+        const std::uint8_t frame[] = {10, 0, direction};
+        return made->transport().usbcomwrite(frame, 3);
+    }
+    bool arrived() { return hw::read_other_side(status) == 2 && hw::read_other_side(buffer.back()) == hw::end_marker; }
+
+    std::uint8_t number, status = 0;
+    std::array<std::uint8_t, 20> ibuf1{};
+    std::vector<std::uint8_t> buffer = std::vector<std::uint8_t>(4097);
+    std::unique_ptr<hw::programmer> made = hw::library_source(library, "speed 1")({ibuf1.data(), 20});
+};
+
+TEST(loaded_programmer, many_can_be_open_at_once_and_each_reads_its_own_memory)
+{
+    std::vector<std::unique_ptr<one_of_many>> open;
+    for (std::uint8_t number = 1; number <= 8; ++number) open.push_back(std::make_unique<one_of_many>(number));
+    for (const auto& each : open) {
+        while (!each->arrived()) std::this_thread::yield();
+        EXPECT_EQ(std::ranges::count(each->buffer, each->number), 4096);
+    }
+}
+
 TEST(loaded_programmer, many_can_be_open_at_once_and_go_while_they_read)
 {
     for (int round = 0; round < 20; ++round) {
-        live_session one{"model 9; speed 1"}, other{"model 40; speed 1"};
-        for (live_session* const each : {&one, &other}) {
-            const std::uint8_t frame[] = {10, 0, 64};
-            auto& blocks = each->session.blocks;
-            each->session.hardware.transport().usbcomwrite(frame, 3);
-            each->session.hardware.transport().usbbulkread(&blocks.ibuf2(0), 4097, &blocks.usbpip2readresult(0));
-        }
+        std::vector<std::unique_ptr<one_of_many>> open;
+        for (const std::uint8_t number : {1, 2, 3}) open.push_back(std::make_unique<one_of_many>(number));
         std::this_thread::sleep_for(std::chrono::milliseconds{round / 2});
+        for (const auto& each : open) {
+            each->made.reset();
+            each->buffer.assign(4097, 99);
+            each->status = 99;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds{8});  // longer than a read takes
+        for (const auto& each : open) {
+            EXPECT_EQ(each->status, 99) << round;
+            EXPECT_EQ(std::ranges::count(each->buffer, 99), 4097) << round;
+        }
     }
 }
 

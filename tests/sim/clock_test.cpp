@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <stdexcept>
 
@@ -100,15 +101,18 @@ TEST(wall_clock, a_read_that_is_given_up_leaves_its_memory_alone)
     for (int round = 0; round < 200; ++round) {
         const auto time = std::make_shared<sim::wall_clock>(100.0);
         auto programmer = std::make_unique<sim::programmer>(sim::setup{.time = time});
-        auto buffer = std::make_unique<std::vector<std::uint8_t>>(4097);
-        auto status = std::make_unique<std::uint8_t>();
+        std::vector<std::uint8_t> buffer(4097);
+        std::uint8_t status = 0;
         const std::uint8_t frame[] = {10, 0, 64};
         programmer->transport().usbcomwrite(frame, 3);
-        programmer->transport().usbbulkread(buffer->data(), 4097, status.get());
+        programmer->transport().usbbulkread(buffer.data(), 4097, &status);
         time->advance(sim::microseconds{round * 40});
         programmer.reset();
-        buffer->assign(4097, 1);
-        *status = 1;
+        buffer.assign(4097, 1);
+        status = 1;
+        time->advance(10ms);  // longer than the read takes
+        ASSERT_EQ(status, 1) << round;
+        ASSERT_EQ(std::ranges::count(buffer, 1), 4097) << round;
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <memory>
 #include <random>
@@ -118,6 +119,22 @@ TEST(frames, calls_without_bytes_fail)
     EXPECT_EQ(byte, 5);
 }
 
+/// Memory, replies and the gates in the socket do what they do in a new programmer.
+void expect_sound(bench& b)
+{
+    const std::vector<std::uint8_t> data{1, 2, 3, 4};
+    b.frame({10, 0, 128});
+    EXPECT_EQ(b.usb.usbbulkwrite(data.data(), 4), 0);
+    b.frame({10, 0, 64});
+    EXPECT_EQ(read(b, 5), (std::vector<std::uint8_t>{1, 2, 3, 4, 170}));
+    b.frame({10, 0, 0});
+    b.power(1, 107, 1);
+    //                 1A 1B 1Y 2A 2B 2Y GND 3Y 3A 3B 4Y 4A 4B VCC
+    EXPECT_EQ(b.run("11X10XGX01X00V"), "HHLHLHLHLHHLLH");
+    EXPECT_EQ(b.run("01X11XGX11X11V"), "LHHHHLLLHHLHHH");
+    b.power(1, 107, 0);
+}
+
 TEST(frames, random_frames_break_nothing)
 {
     std::mt19937 random{11};
@@ -128,7 +145,7 @@ TEST(frames, random_frames_break_nothing)
             std::vector<std::uint8_t> bytes(1 + random() % 16);
             for (auto& byte : bytes) byte = static_cast<std::uint8_t>(random());
             if (random() % 2 != 0) bytes[0] = static_cast<std::uint8_t>(random() % 2 != 0 ? 10 : 5);
-            b.frame(bytes);
+            ASSERT_EQ(b.frame(bytes), 0);
             if (random() % 8 != 0) continue;
             std::vector<std::uint8_t> block(1 + random() % 300);
             std::uint8_t status = 0;
@@ -137,6 +154,7 @@ TEST(frames, random_frames_break_nothing)
             b.time->advance(std::chrono::milliseconds{random() % 3});
             b.frame({10, 0, 0});  // the block goes away, so the read has to end
         }
+        expect_sound(b);
     }
 }
 
@@ -218,17 +236,19 @@ TEST(bulk_read, arrives_after_its_time_data_before_status_before_marker)
 
 TEST(bulk_read, nothing_is_written_any_more_once_the_programmer_is_gone)
 {
-    auto time = std::make_shared<sim::virtual_clock>();
-    auto programmer = std::make_unique<sim::programmer>(sim::setup{.time = time});
-    auto buffer = std::make_unique<std::vector<std::uint8_t>>(65);
-    auto status = std::make_unique<std::uint8_t>();
-    const std::uint8_t frame[] = {10, 0, 64};
-    programmer->transport().usbcomwrite(frame, 3);
-    programmer->transport().usbbulkread(buffer->data(), 65, status.get());
-    programmer.reset();
-    buffer.reset();
-    status.reset();
-    time->advance(std::chrono::seconds{10});
+    for (const bool gone : {false, true}) {
+        auto time = std::make_shared<sim::virtual_clock>();
+        auto programmer = std::make_unique<sim::programmer>(sim::setup{.time = time});
+        std::vector<std::uint8_t> buffer(65, 0x77);
+        std::uint8_t status = 0x77;
+        const std::uint8_t frame[] = {10, 0, 64};
+        programmer->transport().usbcomwrite(frame, 3);
+        programmer->transport().usbbulkread(buffer.data(), 65, &status);
+        if (gone) programmer.reset();
+        time->advance(std::chrono::seconds{10});
+        EXPECT_EQ(status, gone ? 0x77 : 2);
+        EXPECT_EQ(std::ranges::count(buffer, 0x77), gone ? 65 : 0);
+    }
 }
 
 }  // namespace
