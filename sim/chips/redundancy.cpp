@@ -23,7 +23,7 @@ word shown(const lanes& chip, std::size_t pin)
     return (chip.level(pin) & driven) | ~driven;
 }
 
-bool can_be_shown(const circuit& plan, const pin_fault& fault, const std::vector<std::size_t>& inputs)
+bool can_be_shown(const circuit& plan, const stuck_fault& fault, const std::vector<std::size_t>& inputs)
 {
     const auto shared = std::make_shared<const circuit>(plan);
     lanes good{shared}, bad{shared};
@@ -44,7 +44,7 @@ bool can_be_shown(const circuit& plan, const pin_fault& fault, const std::vector
 
 }  // namespace
 
-std::string why_missed(const circuit& plan, const pin_fault& fault, std::size_t most_rows)
+std::string why_missed(const circuit& plan, const stuck_fault& fault, std::size_t most_rows)
 {
     std::vector<std::size_t> inputs;
     bool bus = false;

@@ -41,28 +41,28 @@ std::vector<std::set<std::size_t>> read_registers(const circuit& plan)
     return made;
 }
 
-void stick(tester& socket, const pin_fault& fault, word lane)
+void stick(tester& socket, const stuck_fault& fault, word lane)
 {
-    if (fault.gate != pin_fault::none) socket.stick_gate(static_cast<gate_id>(fault.gate), lane, fault.high);
-    if (fault.pin != pin_fault::none) socket.stick(fault.pin, lane, fault.high);
+    if (fault.gate != stuck_fault::none) socket.stick_gate(static_cast<gate_id>(fault.gate), lane, fault.high);
+    if (fault.pin != stuck_fault::none) socket.stick(fault.pin, lane, fault.high);
 }
 
 }  // namespace
 
-std::vector<pin_fault> inner_faults_of(const circuit& plan)
+std::vector<stuck_fault> inner_faults_of(const circuit& plan)
 {
-    std::vector<pin_fault> made;
+    std::vector<stuck_fault> made;
     for (std::size_t id = 0; id < plan.gates.size(); ++id) {
         if (plan.gates[id].kind < gate_kind::reg) continue;
-        made.push_back({pin_fault::none, false, id});
-        made.push_back({pin_fault::none, true, id});
+        made.push_back({stuck_fault::none, false, id});
+        made.push_back({stuck_fault::none, true, id});
     }
     return made;
 }
 
-std::vector<pin_fault> faults_of(const circuit& plan)
+std::vector<stuck_fault> faults_of(const circuit& plan)
 {
-    std::vector<pin_fault> made;
+    std::vector<stuck_fault> made;
     for (std::size_t pin = 0; pin < plan.pins.size(); ++pin) {
         const auto role = plan.pins[pin].role;
         if (role != pin_role::input && role != pin_role::output && role != pin_role::both) continue;
@@ -165,7 +165,7 @@ char good_run::letter(std::size_t pin, act done) const
     return level != 0 ? 'H' : 'L';
 }
 
-faulty_runs::faulty_runs(const std::shared_ptr<const circuit>& plan, const std::vector<pin_fault>& faults)
+faulty_runs::faulty_runs(const std::shared_ptr<const circuit>& plan, const std::vector<stuck_fault>& faults)
     : count_{faults.size()}
 {
     constexpr std::array<order, scenarios> orders{order::pins_upward, order::pins_downward, order::shuffled,

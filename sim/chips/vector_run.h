@@ -8,9 +8,9 @@
 
 namespace tamrix::sim {
 
-/// A fault: of one pin, on the chip's side: the pin of the chip is held at a level while the tester has its own.
-/// One without pin and gate is a sound chip, which is wrong in this socket as a whole.
-struct pin_fault {
+/// A level that does not move: of one pin, on the chip's side, while the tester has its own there, or of one gate. One
+/// without pin and gate is a sound chip, which is wrong in this socket as a whole.
+struct stuck_fault {
     static constexpr std::size_t none = ~std::size_t{0};
 
     std::size_t pin = none;
@@ -20,10 +20,10 @@ struct pin_fault {
 
 /// Every gate of the model stuck. They are not graded, since a real chip has others, but rows that show them as well
 /// are rows that look at all of what the chip does.
-std::vector<pin_fault> inner_faults_of(const circuit& plan);
+std::vector<stuck_fault> inner_faults_of(const circuit& plan);
 
 /// Every signal pin stuck low and stuck high. A pin that is open reads high inside and outside, as one stuck high does.
-std::vector<pin_fault> faults_of(const circuit& plan);
+std::vector<stuck_fault> faults_of(const circuit& plan);
 
 /// The good chip: tells whether a row holds whatever the order of its changes, and what it shows.
 class good_run {
@@ -62,7 +62,7 @@ public:
     static constexpr std::size_t scenarios = 4;
 
     /// `plan` with these faults in the socket.
-    faulty_runs(const std::shared_ptr<const circuit>& plan, const std::vector<pin_fault>& faults);
+    faulty_runs(const std::shared_ptr<const circuit>& plan, const std::vector<stuck_fault>& faults);
 
     /// One row as the good chip answered it.
     void apply(const row_acts& row, const std::string& letters);

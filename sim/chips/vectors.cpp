@@ -73,7 +73,7 @@ private:
         run_state all{good_run{plan_}, faulty_runs{plan_, open}, {}};
         played_rows again;
         for (const auto& row : rows_.acts) all.play(row, again);
-        std::vector<pin_fault> rest;
+        std::vector<stuck_fault> rest;
         for (std::size_t i = 0; i < open.size(); ++i)
             if (!all.faulty.found(i)) rest.push_back(open[i]);
         run_state state{good_run{plan_}, faulty_runs{plan_, rest}, {}};
@@ -87,7 +87,7 @@ private:
     /// A chip with the same pins must not pass for this one: it is one more fault to be found.
     bool tell_from(const rival& other)
     {
-        run_state state{good_run{plan_}, faulty_runs{other.plan, {pin_fault{}}}, {}};
+        run_state state{good_run{plan_}, faulty_runs{other.plan, {stuck_fault{}}}, {}};
         played_rows again;
         for (const auto& row : rows_.acts) state.play(row, again);
         if (state.faulty.found(0)) return true;
@@ -116,7 +116,7 @@ private:
         }
     }
 
-    std::string reason(const pin_fault& fault) const
+    std::string reason(const stuck_fault& fault) const
     {
         const std::string_view other_level = fault.high ? "L0C" : "HZ1C";
         const auto shows = [&](const std::string& row) {
@@ -129,7 +129,7 @@ private:
     }
 
     std::shared_ptr<const circuit> plan_;
-    std::vector<pin_fault> faults_;
+    std::vector<stuck_fault> faults_;
     std::size_t limit_, wanted_ = 0;
     random_source random_;
     played_rows rows_;
