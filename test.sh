@@ -9,7 +9,7 @@ cd "$root"
 
 usage() {
     cat <<'END'
-usage: ./test.sh [--sanitize | --threads | --windows | --fuzz SECONDS | --bench | --format | --check | --help]
+usage: ./test.sh [--sanitize | --threads | --odr | --windows | --fuzz SECONDS | --bench | --format | --check | --help]
                  [-- CTEST-ARGUMENT...]
 
 Installs the packages that are missing (Debian 12; as root or through sudo), builds, and then
@@ -17,6 +17,7 @@ Installs the packages that are missing (Debian 12; as root or through sudo), bui
   (nothing)    runs every test, those of real windows on displays of their own (Xvfb)
   --sanitize   runs the tests that need no display, with address, leak and undefined behaviour checks
   --threads    runs the tests of the programmer with checks of what its threads share
+  --odr        compiles everything and tells where two files take one name for different things
   --windows    builds for 32-bit Windows and runs the tests of that under wine, those of dialogs on a display of their own,
                and tries the package (as root; the first time it makes a small 32-bit system for wine and builds
                wxWidgets in the cache folder, which takes about fifteen minutes)
@@ -54,6 +55,19 @@ run_threads() {
     build threads tests_hw tests_sim tamrix_sim_programmer
     build/threads/bin/tests_hw
     build/threads/bin/tests_sim
+}
+
+# Two types of one name make a program without defined behaviour, and an ordinary link does not notice. One with
+# link-time optimisation compares them; here it only merges, the objects of all programs, libraries and tests at once: a
+# program takes out of a static library no more than it needs, and what meets in none today may meet tomorrow.
+run_odr() {
+    local objects
+    build odr build.ninja # knows new files from then on
+    mapfile -t objects < <(ninja -C build/odr -t targets all | sed -n 's/\.o: CXX_COMPILER__.*/.o/p')
+    build odr "${objects[@]}"
+    cd build/odr
+    g++ -r -flto=auto -flinker-output=rel -Werror=odr -Werror=lto-type-mismatch -Wl,-z,muldefs "${objects[@]}" -o everything.o
+    say "The files of ${#objects[@]} objects take each name for the same thing."
 }
 
 # What a run finds goes to fuzz/found/, which the ordinary tests replay from then on.
@@ -97,6 +111,7 @@ if (($#)) && [[ $1 != -- ]]; then
     case $1 in
     --sanitize) mode=run_sanitized ;;
     --threads) mode=run_threads ;;
+    --odr) mode=run_odr ;;
     --fuzz)
         [[ ${2-} =~ ^[1-9][0-9]*$ ]] || wrong_usage '--fuzz wants a number of seconds'
         mode=fuzz seconds=$2

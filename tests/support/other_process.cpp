@@ -99,7 +99,8 @@ std::string obey(const std::string& line)
 
 }  // namespace
 
-int main()
+// With the parameters that main has everywhere: the objects of all programs are compared with each other.
+int main(int /*count*/, char** /*words*/)
 {
     for (std::string line; std::getline(std::cin, line);) std::cout << obey(line) << std::endl;
 }
