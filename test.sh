@@ -52,8 +52,9 @@ run_sanitized() {
 
 # Only the simulated programmer has threads: its clock on the wall, by which bulk reads arrive.
 run_threads() {
-    build threads tests_hw tests_sim tamrix_sim_programmer
-    build/threads/bin/tests_hw
+    build threads tests_programmer tests_channel tests_sim tamrix_sim_programmer
+    build/threads/bin/tests_programmer
+    build/threads/bin/tests_channel
     build/threads/bin/tests_sim
 }
 

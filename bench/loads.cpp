@@ -3,8 +3,8 @@
 // with its separator, gets the temporary image.
 #include "cli/attached_plug_in.h"
 #include "files/file_io.h"
+#include "formats/binary.h"
 #include "transfer/readfile.h"
-#include "transfer/rwfile/binary.h"
 #include "transfer/writefile.h"
 
 #include <cstdio>

@@ -2,7 +2,7 @@
 // each kind; FOLDER, with its separator, gets a library of 500 devices in its folder lib.
 #include "cli/simulated_socket.h"
 #include "host/data_folder.h"
-#include "ttl/library.h"
+#include "ttl/library/library.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 // The vector library under libFuzzer: the first byte of the input picks the device that is looked for, the rest behind
 // the eighth is the file.
 #include "silent_shell.h"
-#include "ttl/library.h"
+#include "ttl/library/library.h"
 
 #include <cstdint>
 #include <cstdlib>

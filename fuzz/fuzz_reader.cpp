@@ -1,10 +1,10 @@
 // One reader under libFuzzer; FUZZ_READER, given by the build, is its name. The first bytes of the input set the
 // dialog's choices, the rest is the file.
+#include "formats/byte_selection.h"
+#include "formats/formats.h"
 #include "pld/jedec.h"
 #include "pld/svf.h"
 #include "silent_shell.h"
-#include "transfer/byte_selection.h"
-#include "transfer/formats.h"
 
 #include <cstdint>
 #include <cstdio>

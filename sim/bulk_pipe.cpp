@@ -1,7 +1,7 @@
 #include "sim/bulk_pipe.h"
 
-#include "hw/bulk.h"
-#include "hw/other_side.h"
+#include "base/other_side.h"
+#include "channel/bulk.h"
 
 #include <algorithm>
 #include <utility>

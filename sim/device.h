@@ -1,7 +1,7 @@
 // The device object of a simulated programmer.
 #pragma once
 
-#include "hw/devobj.h"
+#include "programmer/devobj.h"
 #include "sim/transport.h"
 
 #include <array>

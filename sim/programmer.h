@@ -1,7 +1,7 @@
 // A programmer made of software, with a socket, faults that can be switched on, and a record of all that happened.
 #pragma once
 
-#include "hw/programmer.h"
+#include "programmer/programmer.h"
 #include "sim/device.h"
 
 #include <functional>

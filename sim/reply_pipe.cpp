@@ -1,6 +1,6 @@
 #include "sim/reply_pipe.h"
 
-#include "hw/other_side.h"
+#include "base/other_side.h"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 // The pipe by which replies to command frames arrive in `ibuf1`.
 #pragma once
 
-#include "hw/lumbat.h"
+#include "programmer/lumbat.h"
 #include "sim/faults.h"
 #include "sim/journal.h"
 

@@ -1,6 +1,6 @@
 #include "sim/transport.h"
 
-#include "hw/bulk.h"
+#include "channel/bulk.h"
 
 #include <algorithm>
 #include <utility>

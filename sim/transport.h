@@ -1,7 +1,7 @@
 // The USB side of a simulated programmer: command frames and bulk transfers.
 #pragma once
 
-#include "hw/lumbat.h"
+#include "programmer/lumbat.h"
 #include "sim/bulk_pipe.h"
 #include "sim/machine.h"
 #include "sim/memory.h"

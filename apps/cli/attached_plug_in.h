@@ -5,7 +5,7 @@
 #include "entry/all_dialogs.h"
 #include "entry/entry_methods.h"
 #include "host/host_blocks.h"
-#include "plugin/session.h"
+#include "session/session.h"
 
 #include <string>
 

@@ -1,8 +1,8 @@
 #include "cli/conversion_plan.h"
 
 #include "base/arith.h"
-#include "transfer/byte_selection.h"
-#include "transfer/rwfile/binary.h"
+#include "formats/binary.h"
+#include "formats/byte_selection.h"
 
 #include <algorithm>
 #include <cctype>

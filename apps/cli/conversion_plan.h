@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cli/convert_options.h"
-#include "transfer/formats.h"
+#include "formats/formats.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,9 +1,9 @@
 #include "cli/convert_options.h"
 
 #include "base/arith.h"
+#include "formats/formats.h"
 #include "host/languages.h"
-#include "plugin/catalogue.h"
-#include "transfer/formats.h"
+#include "messages/catalogue.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,8 +1,8 @@
 #include "cli/detect.h"
 
 #include "files/file_io.h"
+#include "formats/formats.h"
 #include "pld/detect.h"
-#include "transfer/formats.h"
 
 namespace tamrix::cli {
 

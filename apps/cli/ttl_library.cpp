@@ -1,6 +1,6 @@
 // The commands on the vector library itself.
 #include "cli/logic_test.h"
-#include "ttl/library.h"
+#include "ttl/library/library.h"
 
 #include "base/native_path.h"
 

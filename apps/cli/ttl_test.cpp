@@ -1,9 +1,9 @@
 // The commands that play vectors on the chip in the socket.
 #include "cli/logic_test.h"
-#include "ttl/library.h"
-#include "ttl/row_report.h"
-#include "ttl/ttlautotest.h"
-#include "ttl/ttltest.h"
+#include "ttl/dialogs/ttlautotest.h"
+#include "ttl/dialogs/ttltest.h"
+#include "ttl/library/library.h"
+#include "ttl/run/row_report.h"
 
 #include "base/native_path.h"
 

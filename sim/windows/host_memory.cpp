@@ -1,7 +1,7 @@
 #include "sim/windows/host_memory.h"
 
 #include "base/environment_win32.h"
-#include "hw/other_side.h"
+#include "base/other_side.h"
 #include "tamrix/blocks.h"
 #include "tamrix/named_memory.h"
 

@@ -1,7 +1,7 @@
 // The operations of a device object as automation calls them: by name, with variants.
 #pragma once
 
-#include "hw/devobj.h"
+#include "programmer/devobj.h"
 
 #include <cstdint>
 #include <span>

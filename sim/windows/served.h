@@ -1,8 +1,8 @@
 // The programmer behind a transport library and a device object, which are two ways to one and the same.
 #pragma once
 
-#include "hw/devobj.h"
-#include "hw/lumbat.h"
+#include "programmer/devobj.h"
+#include "programmer/lumbat.h"
 
 #include <functional>
 

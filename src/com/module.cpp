@@ -2,9 +2,9 @@
 
 #include "base/environment_win32.h"
 #include "entry/all_dialogs.h"
-#include "hw/loaded_programmer.h"
-#include "hw/windows_programmer_win32.h"
-#include "plugin/session.h"
+#include "programmer/loaded_programmer.h"
+#include "programmer/windows_programmer_win32.h"
+#include "session/session.h"
 #include "wxui/wx_shell.h"
 
 #include <mutex>

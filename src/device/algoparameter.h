@@ -2,7 +2,7 @@
 #pragma once
 
 #include "forms/form.h"
-#include "plugin/session.h"
+#include "session/session.h"
 
 #include <cstdint>
 

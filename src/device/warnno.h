@@ -2,7 +2,7 @@
 // the external supply.
 #pragma once
 
-#include "plugin/session.h"
+#include "session/session.h"
 #include "tamrix/types.h"
 
 #include <cstdint>

@@ -1,9 +1,9 @@
 #include "entry/all_dialogs.h"
 
 #include "device/algoparameter.h"
-#include "ttl/ttlautotest.h"
-#include "ttl/ttledit.h"
-#include "ttl/ttltest.h"
+#include "ttl/dialogs/ttlautotest.h"
+#include "ttl/dialogs/ttledit.h"
+#include "ttl/dialogs/ttltest.h"
 
 namespace tamrix {
 

@@ -6,8 +6,8 @@
 #include "pld/svf.h"
 #include "transfer/readfile.h"
 #include "transfer/writefile.h"
-#include "ttl/ttlscan.h"
-#include "ttl/vecttest.h"
+#include "ttl/run/ttlscan.h"
+#include "ttl/run/vecttest.h"
 
 #include <algorithm>
 #include <exception>

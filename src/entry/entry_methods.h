@@ -2,7 +2,7 @@
 #pragma once
 
 #include "entry/dialogs.h"
-#include "plugin/session.h"
+#include "session/session.h"
 #include "tamrix/clstamrix.h"
 
 #include <string_view>

@@ -1,12 +1,12 @@
 // The functions that libtamrix.so exports: the plug-in with its dialogs on the real screen.
 #include "entry/all_dialogs.h"
 #include "entry/entry_methods.h"
-#include "hw/loaded_programmer.h"
+#include "formats/formats.h"
+#include "messages/catalogue.h"
 #include "pld/detect.h"
-#include "plugin/catalogue.h"
+#include "programmer/loaded_programmer.h"
 #include "tamrix/clstamrix.h"
 #include "tamrix/formats.h"
-#include "transfer/formats.h"
 #include "wxui/wx_shell.h"
 
 #include <algorithm>

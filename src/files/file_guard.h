@@ -1,7 +1,7 @@
 // Runs file work and turns its faults into a diagnostic.
 #pragma once
 
-#include "plugin/session.h"
+#include "session/session.h"
 
 #include <functional>
 #include <string>

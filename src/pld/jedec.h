@@ -1,7 +1,7 @@
 // JEDEC fuse files: one character "0" or "1" of the shared buffer a fuse, and the device's test vectors.
 #pragma once
 
-#include "plugin/session.h"
+#include "session/session.h"
 
 #include <string>
 

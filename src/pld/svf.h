@@ -1,7 +1,7 @@
 // Brings an SVF file under the host's system path.
 #pragma once
 
-#include "plugin/session.h"
+#include "session/session.h"
 
 #include <cstdint>
 #include <string>

@@ -1,10 +1,10 @@
 #include "transfer/readfile.h"
 
 #include "base/arith.h"
-#include "transfer/byte_selection.h"
-#include "transfer/fill.h"
-#include "transfer/formats.h"
-#include "transfer/rwfile/binary.h"
+#include "formats/binary.h"
+#include "formats/byte_selection.h"
+#include "formats/fill.h"
+#include "formats/formats.h"
 #include "transfer/transfer_report.h"
 
 namespace tamrix {

@@ -1,9 +1,9 @@
 // Loads a file into the shared buffer: format, addresses and byte selection, then the reader of the format.
 #pragma once
 
+#include "formats/transfer_job.h"
 #include "forms/form.h"
-#include "plugin/session.h"
-#include "transfer/transfer_job.h"
+#include "session/session.h"
 
 namespace tamrix {
 

@@ -1,8 +1,8 @@
 // The lines that a load or save leaves in the host's status text, and the key filter of the address boxes.
 #pragma once
 
-#include "plugin/session.h"
-#include "transfer/transfer_job.h"
+#include "formats/transfer_job.h"
+#include "session/session.h"
 
 namespace tamrix {
 

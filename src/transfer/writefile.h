@@ -1,9 +1,9 @@
 // Saves a range of the shared buffer to a file in one of four formats.
 #pragma once
 
+#include "formats/formats.h"
 #include "forms/form.h"
-#include "plugin/session.h"
-#include "transfer/formats.h"
+#include "session/session.h"
 
 namespace tamrix {
 

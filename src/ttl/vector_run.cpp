@@ -1,4 +1,4 @@
-#include "ttl/vector_run.h"
+#include "ttl/run/vector_run.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 #include "cli/convert_options.h"
 #include "cli/run_command.h"
+#include "formats/formats.h"
 #include "host/languages.h"
-#include "plugin/catalogue.h"
+#include "messages/catalogue.h"
 #include "support/temp_files.h"
-#include "transfer/formats.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

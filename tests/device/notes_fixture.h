@@ -1,7 +1,7 @@
 // The notes of a device that a test describes.
 #pragma once
 
-#include "plugin/catalogue.h"
+#include "messages/catalogue.h"
 #include "support/plug_in_fixture.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // The programmer of a session when its blocks are attached anew.
-#include "hw/programmer.h"
+#include "programmer/programmer.h"
 #include "support/plug_in_fixture.h"
 
 #include <gtest/gtest.h>

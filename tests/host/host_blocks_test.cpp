@@ -1,7 +1,7 @@
 #include "host/host_blocks.h"
 
+#include "blocks/sharemap.h"
 #include "host/own_name_space.h"
-#include "plugin/sharemap.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

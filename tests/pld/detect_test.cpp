@@ -1,8 +1,8 @@
 // Which files are those of a logic device, by their content; and files that could be of two kinds.
 #include "files/file_io.h"
+#include "formats/formats.h"
 #include "pld/detect.h"
 #include "support/temp_files.h"
-#include "transfer/formats.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "sim/clock.h"
 
-#include "hw/other_side.h"
+#include "base/other_side.h"
 #include "sim/bench.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "sim/faults.h"
 
-#include "hw/bulk.h"
+#include "channel/bulk.h"
 #include "sim/bench.h"
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "entry/entry_methods.h"
-#include "plugin/session.h"
+#include "session/session.h"
 #include "support/scripted_shell.h"
 
 #include <cstdint>

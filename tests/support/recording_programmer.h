@@ -1,7 +1,7 @@
 // A programmer for tests: writes every call down as one line of text and answers as the test says.
 #pragma once
 
-#include "hw/programmer.h"
+#include "programmer/programmer.h"
 
 #include <array>
 #include <cstdint>

@@ -1,5 +1,5 @@
 // What the load dialog does with the buffer before it loads.
-#include "load_fixture.h"
+#include "formats/load_fixture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The addresses and the size that are entered in the load dialog.
-#include "load_fixture.h"
+#include "formats/load_fixture.h"
 
 #include <gtest/gtest.h>
 

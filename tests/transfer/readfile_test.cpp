@@ -1,4 +1,4 @@
-#include "load_fixture.h"
+#include "formats/load_fixture.h"
 
 #include <gtest/gtest.h>
 

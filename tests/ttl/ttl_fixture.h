@@ -1,11 +1,11 @@
 // A plug-in with a vector library of its own and a programmer that writes everything down.
 #pragma once
 
-#include "slow_model.h"
 #include "support/plug_in_fixture.h"
 #include "support/recording_programmer.h"
 #include "support/temp_files.h"
-#include "ttl/library.h"
+#include "ttl/library/library.h"
+#include "ttl/run/slow_model.h"
 
 #include <filesystem>
 #include <initializer_list>

@@ -1,7 +1,7 @@
 // What the workbench does with the device: its parameters, its note, its test vectors, the language of all that.
 #include "programs_fixture.h"
 
-#include "plugin/catalogue.h"
+#include "messages/catalogue.h"
 
 #include <chrono>
 #include <cstdint>

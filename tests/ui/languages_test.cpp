@@ -2,8 +2,8 @@
 // there as LANGUAGE-DIALOG.png.
 #include "dialog_checks.h"
 #include "gtk_window.h"
+#include "messages/languages.h"
 #include "person.h"
-#include "plugin/languages.h"
 #include "scenes.h"
 
 #include <cstdlib>

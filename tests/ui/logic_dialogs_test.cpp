@@ -1,13 +1,13 @@
 // The dialogs of the logic IC test on a real screen.
 #include "over_host.h"
 
-#include "plugin/session.h"
+#include "session/session.h"
 #include "support/plug_in_fixture.h"
 #include "support/temp_files.h"
-#include "ttl/ttladd.h"
-#include "ttl/ttlautotest.h"
-#include "ttl/ttledit.h"
-#include "ttl/ttltest.h"
+#include "ttl/dialogs/ttladd.h"
+#include "ttl/dialogs/ttlautotest.h"
+#include "ttl/dialogs/ttledit.h"
+#include "ttl/dialogs/ttltest.h"
 #include "wxui/grid_panel.h"
 
 #include <filesystem>

@@ -3,7 +3,7 @@
 #include "scenes.h"
 
 #include "device/warnno.h"
-#include "ttl/row_report.h"
+#include "ttl/run/row_report.h"
 
 #include <gtest/gtest.h>
 

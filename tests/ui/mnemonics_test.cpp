@@ -1,10 +1,10 @@
 // The letters that work with the Alt key, and the fonts, in languages that are not English.
+#include "messages/catalogue.h"
+#include "messages/languages.h"
 #include "over_host.h"
 #include "person.h"
-#include "plugin/catalogue.h"
-#include "plugin/languages.h"
 #include "scenes.h"
-#include "ttl/ttledit.h"
+#include "ttl/dialogs/ttledit.h"
 
 #include <algorithm>
 #include <array>

@@ -3,7 +3,7 @@
 
 #include "device/algoparameter.h"
 #include "device/warnno.h"
-#include "plugin/session.h"
+#include "session/session.h"
 #include "support/plug_in_fixture.h"
 
 #include <functional>

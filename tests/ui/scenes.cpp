@@ -6,11 +6,11 @@
 #include "support/plug_in_fixture.h"
 #include "transfer/readfile.h"
 #include "transfer/writefile.h"
-#include "ttl/row_report.h"
-#include "ttl/ttladd.h"
-#include "ttl/ttlautotest.h"
-#include "ttl/ttledit.h"
-#include "ttl/ttltest.h"
+#include "ttl/dialogs/ttladd.h"
+#include "ttl/dialogs/ttlautotest.h"
+#include "ttl/dialogs/ttledit.h"
+#include "ttl/dialogs/ttltest.h"
+#include "ttl/run/row_report.h"
 
 #include <algorithm>
 #include <array>

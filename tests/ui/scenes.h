@@ -2,7 +2,7 @@
 #pragma once
 
 #include "forms/form.h"
-#include "plugin/session.h"
+#include "session/session.h"
 #include "support/temp_files.h"
 #include "wxui/wx_shell.h"
 

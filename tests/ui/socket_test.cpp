@@ -1,9 +1,9 @@
 // The logic IC test on the simulated programmer, from the chip that goes into the socket to what the person reads.
 #include "host/simulator.h"
 #include "host/user_folder.h"
-#include "own_settings.h"
 #include "person.h"
 #include "program.h"
+#include "support/own_settings.h"
 #include "workbench/host_session.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // A plug-in with a vector library in a folder of its own and a programmer that writes down what it is asked.
 #pragma once
 
-#include "hw/programmer.h"
+#include "programmer/programmer.h"
 #include "support/plug_in_fixture.h"
 #include "support/temp_files.h"
 

@@ -1,4 +1,4 @@
-#include "ttl/ttladd.h"
+#include "ttl/dialogs/ttladd.h"
 
 #include "ttl/dialogs/dialog_fixture.h"
 

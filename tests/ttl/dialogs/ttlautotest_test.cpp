@@ -1,9 +1,9 @@
-#include "ttl/ttlautotest.h"
+#include "ttl/dialogs/ttlautotest.h"
 
 #include "entry/all_dialogs.h"
 #include "ttl/dialogs/dialog_fixture.h"
-#include "ttl/ttledit.h"
-#include "ttl/ttltest.h"
+#include "ttl/dialogs/ttledit.h"
+#include "ttl/dialogs/ttltest.h"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "ttl/dialogs/dialog_fixture.h"
-#include "ttl/ttledit.h"
+#include "ttl/dialogs/ttledit.h"
 
 #include <functional>
 #include <optional>

@@ -1,4 +1,4 @@
-#include "ttl/ttledit.h"
+#include "ttl/dialogs/ttledit.h"
 
 #include "ttl/dialogs/ttledit_fixture.h"
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "ttl/dialogs/dialog_fixture.h"
-#include "ttl/ttltest.h"
+#include "ttl/dialogs/ttltest.h"
 
 #include <cstdint>
 #include <functional>

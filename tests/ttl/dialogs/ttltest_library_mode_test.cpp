@@ -1,7 +1,7 @@
 // The dialog of the logic IC test with the face that changes the library.
+#include "ttl/dialogs/ttladd.h"
+#include "ttl/dialogs/ttledit.h"
 #include "ttl/dialogs/ttltest_fixture.h"
-#include "ttl/ttladd.h"
-#include "ttl/ttledit.h"
 
 namespace tamrix::tests {
 namespace {

@@ -1,6 +1,6 @@
 // The size of the buffer on both sides of the length from which on it has a fixed one.
 #include "entry/entry_methods.h"
-#include "plugin/session.h"
+#include "session/session.h"
 #include "support/plug_in_fixture.h"
 #include "support/scripted_shell.h"
 

@@ -1,6 +1,6 @@
 // Blocks that can be neither opened nor created: their names stand for something else.
 #include "entry/entry_methods.h"
-#include "plugin/session.h"
+#include "session/session.h"
 #include "support/plug_in_fixture.h"
 #include "support/scripted_shell.h"
 

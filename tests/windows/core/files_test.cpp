@@ -2,7 +2,7 @@
 #include "base/native_path.h"
 #include "files/file_io.h"
 #include "support/temp_files.h"
-#include "ttl/library_save.h"
+#include "ttl/library/library_save.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
+#include "blocks/clsMemMapped.h"
 #include "open_handles.h"
-#include "plugin/clsMemMapped.h"
-#include "plugin/session.h"
+#include "session/session.h"
 #include "support/plug_in_fixture.h"
 #include "support/scripted_shell.h"
 

@@ -1,6 +1,6 @@
 // A text block of a Windows host holds BSTRs.
-#include "plugin/session.h"
-#include "plugin/text_heap.h"
+#include "blocks/text_heap.h"
+#include "session/session.h"
 #include "support/plug_in_fixture.h"
 #include "support/scripted_shell.h"
 

@@ -1,5 +1,5 @@
 // Who frees the BSTRs in a text block: seen at the system's allocator, from which they all come.
-#include "plugin/session.h"
+#include "session/session.h"
 #include "support/plug_in_fixture.h"
 #include "support/scripted_shell.h"
 

@@ -1,8 +1,8 @@
 // How the plug-in calls a device object.
-#include "hw/device_object_win32.h"
+#include "programmer/device_object_win32.h"
 
 #include "fake_device.h"
-#include "hw/programmer.h"
+#include "programmer/programmer.h"
 
 #include <gtest/gtest.h>
 

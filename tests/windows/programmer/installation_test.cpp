@@ -1,14 +1,14 @@
 // The whole way on Windows: session, engines, lumbat.dll and the device object, simulated programmer, chip.
 #include "installation.h"
 
-#include "hw/windows_programmer_win32.h"
-#include "plugin/session.h"
+#include "programmer/windows_programmer_win32.h"
+#include "session/session.h"
 #include "support/plug_in_fixture.h"
 #include "support/scripted_shell.h"
-#include "ttl/engines.h"
-#include "ttl/library.h"
-#include "ttl/prepare.h"
-#include "ttl/socket40.h"
+#include "ttl/library/library.h"
+#include "ttl/run/engines.h"
+#include "ttl/run/prepare.h"
+#include "ttl/run/socket40.h"
 
 #include <gtest/gtest.h>
 

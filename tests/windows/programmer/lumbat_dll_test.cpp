@@ -1,8 +1,8 @@
 // Transport libraries as compilers make them, and what is no transport library.
-#include "hw/lumbat_dll_win32.h"
+#include "programmer/lumbat_dll_win32.h"
 
 #include "base/system_message_win32.h"
-#include "hw/programmer.h"
+#include "programmer/programmer.h"
 
 #include <gtest/gtest.h>
 

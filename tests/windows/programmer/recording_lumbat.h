@@ -1,7 +1,7 @@
 // recording_lumbat.dll: a transport library and a device object whose programmer a test hands over.
 #pragma once
 
-#include "hw/programmer.h"
+#include "programmer/programmer.h"
 
 namespace tamrix::tests {
 

@@ -1,7 +1,7 @@
 // The recording programmer at the far end of lumbat.dll and the device object: the tests of the logic IC test, linked
 // with this, see every call arrive that way.
-#include "hw/library_symbol.h"
-#include "hw/windows_programmer_win32.h"
+#include "programmer/library_symbol.h"
+#include "programmer/windows_programmer_win32.h"
 #include "recording_lumbat.h"
 #include "support/recording_programmer.h"
 

@@ -1,0 +1,67 @@
+#include "ttl/dialogs/ttladd.h"
+
+#include "ttl/dialogs/vector_grid.h"
+#include "ttl/library/library.h"
+
+#include <charconv>
+#include <optional>
+#include <string_view>
+
+namespace tamrix {
+
+namespace {
+
+/// A whole number, with blanks around it at most.
+std::optional<int> whole_number(std::string_view text)
+{
+    while (text.starts_with(' ')) text.remove_prefix(1);
+    while (text.ends_with(' ')) text.remove_suffix(1);
+    int value = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stopped_at, error] = std::from_chars(text.data(), end, value);
+    if (error != std::errc{} || stopped_at != end) return std::nullopt;
+    return value;
+}
+
+}  // namespace
+
+ttladd::ttladd(session& plug_in) : plug_in_{plug_in}
+{
+    OKButton.on_click = [this] { confirm(); };
+}
+
+forms::layout ttladd::arrangement()
+{
+    using namespace forms;
+    return column({fields({Label1, Text1, Label2, Text2}), buttons({OKButton})});
+}
+
+void ttladd::on_load()
+{
+    caption(plug_in_.text(1186));
+    Label1.caption = plug_in_.text(1187);
+    Label2.caption = plug_in_.text(1188);
+    OKButton.caption = plug_in_.text(1067);
+    Text1.text(plug_in_.ttl.ttlname);
+    Text2.text("");
+}
+
+void ttladd::confirm()
+{
+    const int pins = whole_number(Text2.text()).value_or(0);
+    const bool valid = pins % 2 == 0 && !Text1.text().empty() && pins <= 40 && pins > 0 && name_fits(Text1.text());
+    if (!valid) {
+        plug_in_.screen.box(
+            {.text = plug_in_.text(1189), .title = plug_in_.text(1186), .picture = forms::icon::warning});
+        return;
+    }
+    ttl_variables& device = plug_in_.ttl;
+    device.ttlname = Text1.text();
+    device.ttlpin = static_cast<std::int16_t>(pins);
+    device.ttlvect.store(0, vector_grid::unfilled_row(pins));
+    device.ttlcnt = 2;
+    accepted_ = true;
+    close();
+}
+
+}  // namespace tamrix

@@ -1,0 +1,31 @@
+// Asks for the name and the pin count of a new logic IC.
+#pragma once
+
+#include "forms/form.h"
+#include "session/session.h"
+
+namespace tamrix {
+
+class ttladd final : public forms::form {
+public:
+    explicit ttladd(session& plug_in);
+
+    forms::label Label1{*this}, Label2{*this};
+    forms::text_box Text1{*this};  // name
+    forms::text_box Text2{*this};  // pin count
+    forms::button OKButton{*this};
+
+    forms::layout arrangement() override;
+    forms::button* default_button() override { return &OKButton; }
+    /// False where the person left without a valid entry: nothing has changed then.
+    bool accepted() const { return accepted_; }
+
+private:
+    void on_load() override;
+    void confirm();
+
+    session& plug_in_;
+    bool accepted_ = false;
+};
+
+}  // namespace tamrix

@@ -1,0 +1,42 @@
+// The library of logic devices: its names, its test vectors, and the changes that a person makes to it.
+#pragma once
+
+#include "session/session.h"
+#include "ttl/run_outcome.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tamrix {
+
+/// The library of the programmer model in use, told anew at each call: below 30 "lib1\test190.lib", else
+/// "lib\test.lib", behind `syspath` as it stands.
+std::string library_path(const session& plug_in);
+
+struct library_directory {
+    std::int32_t count = 0;          // as the header tells it, even where the list is shorter
+    std::vector<std::string> names;  // in the order of the directory
+};
+
+/// Names behind the line buffer's end are left out. A missing library gives an empty directory.
+library_directory read_directory(session& plug_in);
+
+/// Fetches a device into `ttlpin`, `ttlcnt` and `ttlvect` and, unless `loadonly` is -1, plays its vectors.
+run_outcome ttlload(session& plug_in, const std::string& name, std::int16_t stopfirst, std::int16_t loadonly);
+
+/// Whether a record has room for the name. Blanks around it are not stored.
+bool name_fits(std::string_view name);
+
+/// Removes a device; asks first unless `silent` is not 0. True where the person refused. A library with fewer than two
+/// devices, or without this name, is left as it is. Throws std::runtime_error, and leaves the file, where the library
+/// has no end line or an earlier name holds this one; the text says which.
+bool ttldelete(session& plug_in, const std::string& name, std::uint8_t silent);
+
+/// Adds or replaces the device of `ttlname`, `ttlpin` and `ttlcnt` with the vectors `rows`. `list` holds the names as
+/// the test dialog shows them; a new name goes to its end. A library with fewer than two devices is left as it is.
+/// Throws std::runtime_error where the name does not fit or the library is damaged.
+void ttlinsert(session& plug_in, std::vector<std::string>& list, const std::vector<std::string>& rows);
+
+}  // namespace tamrix

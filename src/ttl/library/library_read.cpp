@@ -1,0 +1,65 @@
+#include "ttl/library/library.h"
+
+#include "ttl/library/library_file.h"
+#include "ttl/run/engines.h"
+
+#include <optional>
+
+namespace tamrix {
+
+std::string library_path(const session& plug_in)
+{
+    constexpr std::int16_t first_with_newer_library = 30;
+    const bool older = plug_in.blocks.modeltype(0) < first_with_newer_library;
+    return plug_in.syspath + (older ? "lib1\\test190.lib" : "lib\\test.lib");
+}
+
+library_directory read_directory(session& plug_in)
+{
+    const std::string content = library_content(library_path(plug_in));
+    library_lines lines{content};
+    library_directory directory;
+    const auto found = find_header(lines);
+    if (!found) return directory;
+    const std::string header = in_line_buffer(*found);
+    directory.count = device_count(header);
+    std::size_t column = directory_column;
+    for (std::int32_t i = 0; i < directory.count; ++i) {
+        const auto entry = directory_entry_at(header, column);
+        if (!entry) break;
+        directory.names.emplace_back(entry->name);
+        column = entry->next_column;
+    }
+    return directory;
+}
+
+namespace {
+
+std::optional<library_record> find_record(const std::string& path, const std::string& name)
+{
+    const std::string content = library_content(path);
+    library_lines lines{content};
+    const std::string wanted = "$" + name + " ";
+    while (const auto line = lines.next()) {
+        if (contains(in_line_buffer(*line), wanted)) return library_record{*line};
+        if (is_end_line(*line)) break;
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+run_outcome ttlload(session& plug_in, const std::string& name, std::int16_t stopfirst, std::int16_t loadonly)
+{
+    plug_in.blocks.prgresult(0) = 0;
+    const auto record = find_record(library_path(plug_in), name);
+    if (!record) return {};
+    auto& ttl = plug_in.ttl;
+    ttl.ttlcnt = record->n();
+    ttl.ttlpin = record->pins();
+    for (int i = 0; i <= ttl.ttlcnt - 2; ++i) ttl.ttlvect.store(static_cast<std::size_t>(i), record->row(i));
+    if (loadonly == -1) return {};
+    return run_library_vectors(plug_in, ttl.ttlcnt, ttl.ttlpin, stopfirst, 0);
+}
+
+}  // namespace tamrix

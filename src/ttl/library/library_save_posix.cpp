@@ -1,0 +1,177 @@
+#include "ttl/library/library_save.h"
+
+#include "base/native_path.h"
+#include "files/file_io.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tamrix {
+
+namespace {
+
+[[noreturn]] void fail(const std::string& path, int error)
+{
+    throw file_error{{.file = path, .found = std::strerror(error)}};
+}
+
+/// Stands between the library's name and the letters that tell one save from another.
+constexpr std::string_view mark_of_a_save = ".saving-";
+constexpr std::size_t letters_of_a_save = 6;
+
+/// A new file beside the library, which goes away again unless it took the library's name. A lock tells others that
+/// it is in work.
+class file_beside {
+public:
+    explicit file_beside(const std::string& library)
+    {
+        do {
+            if (file_ >= 0) ::close(file_);
+            name_ = library + std::string{mark_of_a_save} + std::string(letters_of_a_save, 'X');
+            file_ = ::mkostemp(name_.data(), O_CLOEXEC);
+        } while (file_ >= 0 && !hold());
+    }
+    ~file_beside()
+    {
+        if (file_ < 0) return;
+        ::close(file_);
+        if (!name_.empty()) ::unlink(name_.c_str());
+    }
+    file_beside(const file_beside&) = delete;
+    file_beside& operator=(const file_beside&) = delete;
+
+    bool is_open() const { return file_ >= 0; }
+    /// False where the system does not let us: the new file would be somebody else's.
+    bool take_owner_and_mode(const struct stat& old) const
+    {
+        return ::fchown(file_, old.st_uid, old.st_gid) == 0 && ::fchmod(file_, old.st_mode & 07777) == 0;
+    }
+    void write(std::string_view content) const
+    {
+        while (!content.empty()) {
+            const ssize_t put = ::write(file_, content.data(), content.size());
+            if (put < 0 && errno == EINTR) continue;
+            if (put < 0) fail(name_, errno);
+            content.remove_prefix(static_cast<std::size_t>(put));
+        }
+        if (::fsync(file_) != 0) fail(name_, errno);
+    }
+    bool take_name(const std::string& library)
+    {
+        if (::rename(name_.c_str(), library.c_str()) != 0) return false;
+        name_.clear();
+        return true;
+    }
+
+private:
+    /// False where somebody took the file for a leftover before it was locked, and removed it.
+    bool hold() const
+    {
+        while (::flock(file_, LOCK_EX) != 0 && errno == EINTR) {
+        }
+        struct stat info {};
+        return ::fstat(file_, &info) != 0 || info.st_nlink > 0;
+    }
+
+    std::string name_;
+    int file_ = -1;
+};
+
+std::filesystem::path folder_of(const std::string& library)
+{
+    const std::filesystem::path folder = std::filesystem::path{library}.parent_path();
+    return folder.empty() ? "." : folder;
+}
+
+/// `begin` is the library's name with the mark.
+bool is_name_of_a_save(std::string_view name, std::string_view begin)
+{
+    const auto is_letter = [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+    };
+    return name.starts_with(begin) && name.size() == begin.size() + letters_of_a_save &&
+           std::ranges::all_of(name.substr(begin.size()), is_letter);
+}
+
+void remove_unless_held(const std::filesystem::path& path)
+{
+    const int file = ::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (file < 0) return;
+    struct stat locked {
+    }, named{};
+    // Its save may have ended in between: then the locked file is the library.
+    if (::flock(file, LOCK_EX | LOCK_NB) == 0 && ::fstat(file, &locked) == 0 && S_ISREG(locked.st_mode) &&
+        ::lstat(path.c_str(), &named) == 0 && named.st_dev == locked.st_dev && named.st_ino == locked.st_ino) {
+        ::unlink(path.c_str());
+    }
+    ::close(file);
+}
+
+/// A save that was killed could not take its file away.
+void remove_leftovers(const std::string& library)
+{
+    const std::string begin = std::filesystem::path{library}.filename().string().append(mark_of_a_save);
+    std::error_code none;
+    std::filesystem::directory_iterator entry{folder_of(library), none};
+    for (; !none && entry != std::filesystem::directory_iterator{}; entry.increment(none)) {
+        if (is_name_of_a_save(entry->path().filename().string(), begin)) remove_unless_held(entry->path());
+    }
+}
+
+/// Makes the new name last across a power cut. The content is safe already, so a folder that cannot do it is no fault.
+void flush_folder_of(const std::string& library)
+{
+    const int file = ::open(folder_of(library).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (file < 0) return;
+    ::fsync(file);
+    ::close(file);
+}
+
+/// False where the folder does not take the new file.
+bool replace_in_one_step(const std::string& library, std::string_view content)
+{
+    struct stat old {};
+    if (::stat(library.c_str(), &old) != 0) fail(library, errno);
+    file_beside fresh{library};
+    if (!fresh.is_open() || !fresh.take_owner_and_mode(old)) return false;
+    fresh.write(content);
+    if (!fresh.take_name(library)) return false;
+    flush_folder_of(library);
+    return true;
+}
+
+/// A link to the library stays a link.
+std::string behind_links(const std::string& path)
+{
+    std::error_code none;
+    const auto real = std::filesystem::canonical(path, none);
+    return none ? path : real.string();
+}
+
+}  // namespace
+
+void save_library(const std::string& path, std::string_view content)
+{
+    const std::string library = behind_links(native_path(path));
+    // Whoever may not write the file may not replace it either.
+    if (::access(library.c_str(), W_OK) != 0) fail(path, errno);
+    remove_leftovers(library);
+    if (replace_in_one_step(library, content)) return;
+    output_file file{library};
+    file.write({reinterpret_cast<const std::uint8_t*>(content.data()), content.size()});
+    file.close();
+}
+
+}  // namespace tamrix

@@ -1,0 +1,116 @@
+#include "base/wide_path_win32.h"
+#include "files/file_io.h"
+#include "ttl/library/library_save.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include <windows.h>
+
+namespace tamrix {
+
+namespace {
+
+/// Stands between the library's name and the numbers that tell one save from another: its process and a time.
+constexpr std::string_view mark_of_a_save = ".saving-";
+
+std::string name_beside(const std::string& library)
+{
+    return library + std::string{mark_of_a_save} + std::to_string(::GetCurrentProcessId()) + "-" +
+           std::to_string(::GetTickCount());
+}
+
+/// The process that a save's numbers tell; none where they are something else.
+std::optional<DWORD> process_of_save(std::wstring_view numbers)
+{
+    constexpr std::wstring_view digits = L"0123456789";
+    constexpr std::size_t longest = 10;
+    const std::size_t dash = numbers.find_first_not_of(digits);
+    if (dash == std::wstring_view::npos || numbers[dash] != L'-' || dash == 0 || dash > longest) return std::nullopt;
+    const std::wstring_view time = numbers.substr(dash + 1);
+    if (time.empty() || time.size() > longest || time.find_first_not_of(digits) != std::wstring_view::npos)
+        return std::nullopt;
+    return static_cast<DWORD>(std::stoull(std::wstring{numbers.substr(0, dash)}));
+}
+
+bool has_ended(DWORD process)
+{
+    const HANDLE running = ::OpenProcess(SYNCHRONIZE, FALSE, process);
+    if (running == nullptr) return ::GetLastError() == ERROR_INVALID_PARAMETER;
+    const bool ended = ::WaitForSingleObject(running, 0) == WAIT_OBJECT_0;
+    ::CloseHandle(running);
+    return ended;
+}
+
+/// A save that was killed could not take its file away. What somebody has open stays.
+void remove_leftovers(const std::string& library)
+{
+    const std::filesystem::path whole{wide_path(library)};
+    const std::wstring begin = whole.filename().wstring() + std::wstring{mark_of_a_save.begin(), mark_of_a_save.end()};
+    const std::filesystem::path folder = whole.parent_path();
+    std::error_code none;
+    std::filesystem::directory_iterator entry{folder.empty() ? L"." : folder, none};
+    for (; !none && entry != std::filesystem::directory_iterator{}; entry.increment(none)) {
+        const std::wstring name = entry->path().filename().wstring();
+        if (!name.starts_with(begin)) continue;
+        const auto process = process_of_save(std::wstring_view{name}.substr(begin.size()));
+        if (process && has_ended(*process)) ::DeleteFileW(entry->path().c_str());
+    }
+}
+
+bool may_be_written(const std::string& library)
+{
+    // An administrator may open even what is marked as read-only.
+    const DWORD attributes = ::GetFileAttributesW(wide_path(library).c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_READONLY) != 0) return false;
+    const HANDLE file = ::CreateFileW(wide_path(library).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                      nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return false;
+    ::CloseHandle(file);
+    return true;
+}
+
+void write_whole(const std::string& path, std::span<const std::uint8_t> bytes)
+{
+    output_file file{path};
+    file.write(bytes);
+    file.close();
+}
+
+/// False where the folder does not take the new file. The replacement keeps what belongs to the old name: its owner,
+/// its rights, its attributes.
+bool replace_in_one_step(const std::string& library, std::span<const std::uint8_t> bytes)
+{
+    const std::string fresh = name_beside(library);
+    const std::wstring wide = wide_path(fresh);
+    try {
+        write_whole(fresh, bytes);
+    } catch (const file_error&) {
+        ::DeleteFileW(wide.c_str());
+        return false;
+    }
+    if (::ReplaceFileW(wide_path(library).c_str(), wide.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
+                       nullptr) != 0) {
+        return true;
+    }
+    ::DeleteFileW(wide.c_str());
+    return false;
+}
+
+}  // namespace
+
+void save_library(const std::string& path, std::string_view content)
+{
+    // Whoever may not write the file may not replace it either.
+    if (!may_be_written(path)) throw file_error{{.file = path, .found = "permission denied"}};
+    remove_leftovers(path);
+    const std::span bytes{reinterpret_cast<const std::uint8_t*>(content.data()), content.size()};
+    if (!replace_in_one_step(path, bytes)) write_whole(path, bytes);
+}
+
+}  // namespace tamrix

@@ -1,0 +1,27 @@
+// What a logic test does to the programmer before any vector runs.
+#pragma once
+
+#include "session/session.h"
+
+#include <cstdint>
+#include <string_view>
+
+namespace tamrix {
+
+inline constexpr std::int32_t logic_millivolts = 5000;
+
+/// The names of the CMOS families begin with "45", "40" or "NP".
+bool is_cmos_name(std::string_view name);
+/// These models select their board by family.
+constexpr bool selects_board(std::int16_t modeltype) { return modeltype >= 40; }
+
+/// boardsel2(3, 45) or (3, 0).
+void select_family_board(session& plug_in, bool cmos);
+/// On models from 40: the board of the device's family.
+void select_board(session& plug_in, std::string_view name);
+/// Drops everything. False where the hardware is in trouble: hwfault was told then, and the outcome is no_answer.
+bool reset_hardware(session& plug_in);
+/// Reset, board, bus mode and 5 V. False where the reset failed; the attempt is over then.
+bool prepare_supply(session& plug_in, std::string_view name);
+
+}  // namespace tamrix

@@ -1,0 +1,55 @@
+#include "ttl/run/row_report.h"
+
+#include <cstdio>
+
+namespace tamrix {
+
+namespace {
+
+constexpr int expected_text = 1222, result_text = 1223, test_text = 1019, fail_text = 1088, warning_title = 1066,
+              communication_error_text = 1075;
+
+std::string four_digits(int number)
+{
+    char text[16];
+    std::snprintf(text, sizeof text, "%04d", number);
+    return text;
+}
+
+}  // namespace
+
+row_lines lines_of(const session& plug_in, const failed_row& failed)
+{
+    const std::string number = four_digits(failed.number) + ":";
+    return {plug_in.text(expected_text) + number + failed.row, plug_in.text(result_text) + number + failed.result};
+}
+
+after_report report_failed_row(session& plug_in, std::uint8_t logmode, const failed_row& failed,
+                               std::string_view indent)
+{
+    const auto [expected, result] = lines_of(plug_in, failed);
+    if (logmode != 0) {
+        plug_in.blocks.MainRtstr(0) += ">> " + expected + "\n>> " + result + "\n\n";
+        return after_report::go_on;
+    }
+    const forms::answer answer = plug_in.screen.box({.text = expected + "\n" + std::string{indent} + result + "\n\n" +
+                                                             plug_in.text(test_text) + plug_in.text(fail_text),
+                                                     .title = plug_in.text(warning_title),
+                                                     .picture = forms::icon::error,
+                                                     .buttons = forms::buttons_of_box::abort_retry_ignore,
+                                                     .lines = forms::lines_of_box::letters});
+    switch (answer) {
+    case forms::answer::retry: return after_report::start_again;
+    case forms::answer::ignore: return after_report::forgive;
+    default: return after_report::end_as_failed;
+    }
+}
+
+void tell_communication_error(session& plug_in, int title)
+{
+    plug_in.screen.box({.text = plug_in.text(communication_error_text),
+                        .title = plug_in.text(title),
+                        .picture = forms::icon::information});
+}
+
+}  // namespace tamrix

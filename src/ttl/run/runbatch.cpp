@@ -1,0 +1,71 @@
+#include "ttl/run/engines.h"
+
+#include "ttl/run/as_script.h"
+
+namespace tamrix {
+
+namespace {
+
+/// 48 positions: a data and a mask byte for each port.
+class script48 final : public queued_pins {
+public:
+    explicit script48(const vector_run& run) : run_{run}, plug_in_{run.plug_in} {}
+
+    void queue_power_on(const supply_pins& supply) override
+    {
+        queue_ground(plug_in_, supply);
+        queue_vcc(plug_in_, supply);
+        device().vecdelay2(10);
+    }
+
+    void queue_row(std::string_view row, const supply_pins&) override
+    {
+        const row_bytes bytes = bytes_of_row(row, run_.pins);
+        for (std::size_t b = 0; b < byte_groups; ++b) {
+            device().vecout(bytes.drvdata[b], static_cast<std::uint8_t>(2 * b));
+            device().vecout(bytes.drvmask[b], static_cast<std::uint8_t>(2 * b + 1));
+        }
+        queue_clocks(device(), bytes, bytes.drvdata);
+        device().vecdelay(20);
+        queue_reads(device());
+    }
+
+    void queue_release() override
+    {
+        for (std::size_t b = 0; b < byte_groups; ++b) {
+            device().vecout(255, static_cast<std::uint8_t>(2 * b + 1));
+            device().vecout(255, static_cast<std::uint8_t>(2 * b));
+        }
+    }
+
+    std::int32_t run_ms() const override { return 200; }
+    int attempts_to_fetch() const override { return 3; }
+
+    bool compare(std::string_view row, const group_bytes& readback, std::string& result) override
+    {
+        const row_span span = span_of_48(run_.pins);
+        return mark_failures(row, span, expected_bits(row, span), readback, result);
+    }
+
+    std::string_view report_indent() const override
+    {
+        constexpr std::int32_t second_english = 15000;
+        return plug_in_.blocks.Language(0) == second_english ? "   " : "";
+    }
+
+private:
+    hw::devobj& device() { return plug_in_.hardware.device(); }
+
+    const vector_run& run_;
+    session& plug_in_;
+};
+
+}  // namespace
+
+run_outcome runbatch(session& plug_in, std::int16_t rows, std::int16_t pins, std::int16_t stopfirst,
+                     std::uint8_t logmode)
+{
+    return run_as_script<script48>({plug_in, rows, pins, stopfirst, logmode});
+}
+
+}  // namespace tamrix

@@ -1,0 +1,265 @@
+#include "programmer/loaded_programmer.h"
+
+#include "base/other_side.h"
+#include "channel/bulk.h"
+#include "support/plug_in_fixture.h"
+#include "support/temp_files.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <sstream>
+#include <thread>
+
+#if defined(_WIN32)
+#include "base/system_message_win32.h"
+
+#include <windows.h>
+#endif
+
+namespace tamrix::tests {
+
+namespace {
+
+constexpr const char* library = TAMRIX_SIM_LIBRARY;
+
+/// Why a library does not give a programmer, without its path.
+std::string refusal(const std::string& path, const std::string& options = {})
+{
+    std::array<std::uint8_t, 20> ibuf1{};
+    try {
+        hw::library_source(path, options)({ibuf1.data(), 20});
+    } catch (const hw::programmer_error& error) {
+        const std::string text = error.what(), start = "programmer library " + path + ": ";
+        EXPECT_TRUE(text.starts_with(start)) << text;
+        return text.substr(std::min(start.size(), text.size()));
+    }
+    return "loaded";
+}
+
+std::string bad(const char* defect) { return std::string{TAMRIX_BAD_LIBRARIES} + defect + TAMRIX_LIBRARY_SUFFIX; }
+
+/// The system's own words.
+std::string no_such_library([[maybe_unused]] const std::string& path)
+{
+#if defined(_WIN32)
+    return system_message(ERROR_MOD_NOT_FOUND);
+#else
+    return path + ": cannot open shared object file: No such file or directory";
+#endif
+}
+
+/// What the system finds wrong with a text.
+std::string no_library()
+{
+#if defined(_WIN32)
+    return system_message(ERROR_BAD_EXE_FORMAT);
+#else
+    return "file too short";
+#endif
+}
+
+TEST(loaded_programmer, a_file_that_gives_none_is_told_with_the_reason)
+{
+    EXPECT_EQ(refusal("/nowhere/programmer.so"), no_such_library("/nowhere/programmer.so"));
+    EXPECT_EQ(refusal(bad("NO_SYMBOL")), "is no programmer library: it has no tamrix_hardware_functions");
+    EXPECT_EQ(refusal(bad("NO_TABLE")), "yields no functions");
+    EXPECT_EQ(refusal(bad("OLD")), "has version 0 of the interface where 1 is needed");
+    EXPECT_EQ(refusal(bad("SHORT")), "has too short a table of functions");
+    EXPECT_EQ(refusal(bad("LACKING")), "has no function vecstart");
+    EXPECT_EQ(refusal(bad("NOBODY")), "the cable is off");
+}
+
+TEST(loaded_programmer, no_name_and_a_text_file_are_no_libraries)
+{
+    std::array<std::uint8_t, 20> ibuf1{};
+    EXPECT_THROW(hw::library_source("")({ibuf1.data(), 20}), hw::programmer_error);
+    const temp_folder folder;
+    EXPECT_NE(refusal(folder.write("text.so", std::string_view{"not a library"})).find(no_library()),
+              std::string::npos);
+}
+
+TEST(loaded_programmer, options_that_the_library_does_not_know_are_told)
+{
+    EXPECT_EQ(refusal(library, "colour red"),
+              "option \"colour red\": model, ram banks, fault, no faults, socket, chips, speed, transcript or "
+              "instance was expected");
+    EXPECT_EQ(refusal(library, "model 300"), "option \"model 300\": a number from 0 to 255 was expected");
+    EXPECT_EQ(refusal(library, "fault pin 3"), "fault \"pin 3\": its end where \"open\" or \"stuck\" was expected");
+    EXPECT_EQ(refusal(library, "socket moon"),
+              "socket \"moon\": empty or test board was expected, or an entry \"chips FOLDER\"");
+    EXPECT_EQ(refusal(library, "transcript /nowhere/at/all"), "cannot write /nowhere/at/all");
+    EXPECT_EQ(refusal(library, " model 23 ;\n; socket test board;speed 1000\n"), "loaded");
+}
+
+TEST(loaded_programmer, is_not_loaded_before_it_is_needed)
+{
+    plug_in_fixture f;
+    f.session.hardware.source = hw::library_source("/nowhere/programmer.so");
+    EXPECT_THROW(f.session.hardware.device(), hw::programmer_error);
+    f.session.hardware.source = hw::library_source(library);
+    EXPECT_EQ(f.session.hardware.device().hwreset(), 0);
+}
+
+TEST(loaded_programmer, frames_and_registers_reach_it_and_replies_come_back)
+{
+    plug_in_fixture f;
+    f.session.hardware.source = hw::library_source(library, "model 40; socket test board; speed 1000");
+    hw::devobj& device = f.session.hardware.device();
+    const std::array<std::uint8_t, 13> frame{5, 0xF7, 0xF7, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255};
+    EXPECT_EQ(f.session.hardware.transport().usbcomwrite(frame.data(), 13), 0);
+    EXPECT_TRUE(device.replywait(3, 0, 0));
+    EXPECT_EQ(f.session.blocks.ibuf1(0), 0xE7) << "the lowest contact of either column";
+    EXPECT_EQ(device.regin(0), 0xE7);
+    EXPECT_FALSE(device.replywait(3, 0, 0));
+    device.regout(77, 50);
+    EXPECT_EQ(device.regin(50), 77);
+    EXPECT_EQ(device.ctlout(5, 44), 0);
+    EXPECT_EQ(device.ctlin(44), 5);
+    EXPECT_EQ(device.boardsel(3), 0);
+}
+
+/// Each operation, with arguments that tell their order, seen from the library's own transcript.
+TEST(loaded_programmer, every_operation_arrives_with_its_arguments)
+{
+    const temp_folder folder;
+    const std::string path = folder.path("transcript.txt");
+    {
+        std::array<std::uint8_t, 20> ibuf1{};
+        const auto made = hw::library_source(library, "speed 1000000; transcript " + path)({ibuf1.data(), 20});
+        hw::devobj& device = made->device();
+        device.setvcc(3300);
+        device.setvpp(12000, 1);
+        device.gndpin(1, 0);
+        device.vccpin(2, 0);
+        device.vpppin(3, 0);
+        device.busmode(1);
+        device.hwinit();
+        device.ctlout(4, 5);
+        device.ctlin(6);
+        device.regout(7, 60);
+        device.regin(61);
+        device.delayms(8);
+        device.delayus(9);
+        device.replywait(10, 11, 12);
+        device.vecout(13, 14);
+        device.vecbyte(15);
+        device.vecdelay(16);
+        device.vecdelay2(17);
+        device.vecgnd(18, 0);
+        device.vecvcc(19, 0);
+        device.vecvpp(20, 0);
+        device.vecstart();
+        device.replycheck(21);
+        device.hwfault();
+        device.boardsel(22);
+        device.boardsel2(23, 24);
+        device.hwreset();
+        device.hwrelease();
+        const std::uint8_t byte = 10;
+        made->transport().usbbulkwrite(&byte, 1);
+    }
+    std::string without_times;
+    std::istringstream lines{read_text(path)};
+    for (std::string line; std::getline(lines, line);) without_times += line.substr(line.find("ms  ") + 4) + '\n';
+    EXPECT_EQ(without_times,
+              "setvcc 3300\nsetvpp 12000 1\ngndpin 1 0\nvccpin 2 0\nvpppin 3 0\nbusmode 1\nhwinit\n"
+              "ctlout 4 -> 5\nctlin 6: 0\nregout 7 -> 60\nregin 61: 0\ndelayms 8\ndelayus 9\n"
+              "replywait 10 11 12\n-> ibuf1 FF FF FF FF FF FF\nvecout 13 -> 14\nvecbyte 15\nvecdelay 16\n"
+              "vecdelay2 17\nvecgnd 18 0\nvecvcc 19 0\nvecvpp 20 0\nvecstart\nreplycheck 21\n"
+              "-> nothing came\nhwfault\nboardsel 22\nboardsel2 23 24\nhwreset\nhwrelease\n"
+              "usbbulkwrite 1: 0A\nnote: a bulk write that no frame announced\n");
+}
+
+/// A session whose message pump gives the other threads a moment.
+struct live_session : plug_in_fixture {
+    explicit live_session(const std::string& options)
+    {
+        session.hardware.source = hw::library_source(library, options);
+        shell.on_doevents = [this] {
+            std::this_thread::sleep_for(std::chrono::microseconds{100});
+            const double now = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+            shell.advance(now - shell.seconds());
+        };
+    }
+    std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
+};
+
+TEST(loaded_programmer, blocks_arrive_behind_the_readers_back)
+{
+    live_session f{"model 9; speed 50"};
+    const std::vector<std::uint8_t> data = random_bytes(4 * 32768);
+    ASSERT_TRUE(hw::write_blocks(f.session, data, 32768, hw::bulk_frame::small, 200));
+    for (std::uint8_t block = 0; block < 4; ++block) {
+        ASSERT_TRUE(hw::read_block(f.session, block, 32768, hw::bulk_frame::small));
+        const auto got = f.session.blocks.ibuf2.span().first(32768);
+        EXPECT_TRUE(std::equal(got.begin(), got.end(), data.begin() + block * 32768));
+    }
+    EXPECT_GT(f.shell.pumps(), 4);
+}
+
+TEST(loaded_programmer, a_read_that_never_ends_ends_by_the_limit_and_unloading_is_safe_meanwhile)
+{
+    plug_in_fixture f;
+    f.session.hardware.source = hw::library_source(library, "fault read never ends");
+    f.shell.on_doevents = [&f] { f.shell.advance(0.1); };
+    EXPECT_FALSE(hw::read_block(f.session, 0, 4096, hw::bulk_frame::small));
+    EXPECT_EQ(f.session.blocks.prgresult(0), 3);
+}
+
+/// One of many programmers, with memory of its own, whose bytes are its number.
+struct one_of_many {
+    explicit one_of_many(std::uint8_t its_number) : number{its_number}
+    {
+        const std::vector<std::uint8_t> data(4096, number);
+        EXPECT_EQ(command(128), 0);
+        EXPECT_EQ(made->transport().usbbulkwrite(data.data(), 4096), 0);
+        EXPECT_EQ(command(64), 0);
+        made->transport().usbbulkread(buffer.data(), 4097, &status);
+    }
+    std::int32_t command(std::uint8_t direction)
+    {
+        const std::uint8_t frame[] = {10, 0, direction};
+        return made->transport().usbcomwrite(frame, 3);
+    }
+    bool arrived() { return hw::read_other_side(status) == 2 && hw::read_other_side(buffer.back()) == hw::end_marker; }
+
+    std::uint8_t number, status = 0;
+    std::array<std::uint8_t, 20> ibuf1{};
+    std::vector<std::uint8_t> buffer = std::vector<std::uint8_t>(4097);
+    std::unique_ptr<hw::programmer> made = hw::library_source(library, "speed 1")({ibuf1.data(), 20});
+};
+
+TEST(loaded_programmer, many_can_be_open_at_once_and_each_reads_its_own_memory)
+{
+    std::vector<std::unique_ptr<one_of_many>> open;
+    for (std::uint8_t number = 1; number <= 8; ++number) open.push_back(std::make_unique<one_of_many>(number));
+    for (const auto& each : open) {
+        while (!each->arrived()) std::this_thread::yield();
+        EXPECT_EQ(std::ranges::count(each->buffer, each->number), 4096);
+    }
+}
+
+TEST(loaded_programmer, many_can_be_open_at_once_and_go_while_they_read)
+{
+    for (int round = 0; round < 20; ++round) {
+        std::vector<std::unique_ptr<one_of_many>> open;
+        for (const std::uint8_t number : {1, 2, 3}) open.push_back(std::make_unique<one_of_many>(number));
+        std::this_thread::sleep_for(std::chrono::milliseconds{round / 2});
+        for (const auto& each : open) {
+            each->made.reset();
+            each->buffer.assign(4097, 99);
+            each->status = 99;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds{8});  // longer than a read takes
+        for (const auto& each : open) {
+            EXPECT_EQ(each->status, 99) << round;
+            EXPECT_EQ(std::ranges::count(each->buffer, 99), 4097) << round;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace tamrix::tests
