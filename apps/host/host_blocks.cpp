@@ -42,7 +42,7 @@ unsigned char* host_blocks::element(std::string_view name, std::size_t index, ta
 {
     const std::size_t line = line_of(name);
     const block_info& block = small_blocks[line];
-    const tamrix::element stored = block.kind == element::bool16 ? element::int16 : block.kind;
+    const tamrix::element stored = block.kind == element::boolean ? element::int16 : block.kind;
     if (stored != kind) throw std::invalid_argument{"shared block " + std::string{name} + " is of another type"};
     const std::size_t size = element_bytes(kind);
     if (index >= block.count || (index + 1) * size > small_[line]->reach_bytes()) {

@@ -8,7 +8,7 @@
 
 namespace tamrix {
 
-enum class element : std::uint8_t { byte, int16, int32, bool16, real, text };
+enum class element : std::uint8_t { byte, int16, int32, boolean, real, text };
 
 /// Bytes of one element; a text element is a 32-bit handle.
 constexpr std::uint32_t element_bytes(element kind)
@@ -16,7 +16,7 @@ constexpr std::uint32_t element_bytes(element kind)
     switch (kind) {
     case element::byte: return 1;
     case element::int16:
-    case element::bool16: return 2;
+    case element::boolean: return 2;
     case element::int32:
     case element::text: return 4;
     case element::real: return 8;
@@ -39,7 +39,7 @@ inline constexpr std::array<block_info, 60> small_blocks{{
     {"ubuf1", 400, element::byte, 20},
     {"ubuf2", 400, element::byte, 300},
     {"ibuf2", 33000, element::byte, 33000},
-    {"usbpip0readresult", 400, element::bool16, 2},
+    {"usbpip0readresult", 400, element::boolean, 2},
     {"usbpip2readresult", 400, element::byte, 2},
     {"arrybuf", 400, element::byte, 210},
     {"prgnote", 400, element::text, 30},
@@ -56,7 +56,7 @@ inline constexpr std::array<block_info, 60> small_blocks{{
     {"pagelength", 40, element::int16, 4},
     {"modeltype", 40, element::int16, 4},
     {"wfig", 40, element::byte, 6},
-    {"chipidtestmode", 40, element::bool16, 4},
+    {"chipidtestmode", 40, element::boolean, 4},
     {"pwte", 40, element::int32, 4},
     {"figmode", 40, element::byte, 4},
     {"chippin", 40, element::int16, 4},
@@ -91,7 +91,7 @@ inline constexpr std::array<block_info, 60> small_blocks{{
     {"ICnum", 40, element::byte, 80},
     {"wcompany", 40, element::text, 4},
     {"wtype", 40, element::text, 3},
-    {"usbable", 40, element::bool16, 10},
+    {"usbable", 40, element::boolean, 10},
     {"algorithm", 40, element::text, 4},
     {"selmode", 40, element::byte, 3},
     {"algobuf", 131072, element::byte, 131072},

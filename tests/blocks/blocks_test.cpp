@@ -23,7 +23,7 @@ std::string_view described(element kind)
     case element::byte: return "unsigned byte";
     case element::int16: return "16-bit signed integer";
     case element::int32: return "32-bit signed integer";
-    case element::bool16: return "16-bit boolean";
+    case element::boolean: return "16-bit boolean";
     case element::real: return "double";
     case element::text: return "text";
     }

@@ -79,7 +79,7 @@ TEST(host_blocks, every_element_of_every_block_can_be_reached)
         switch (const std::size_t last = line.count - 1; line.kind) {
         case element::byte: blocks.value<std::uint8_t>(line.name, last) = 1; break;
         case element::int16:
-        case element::bool16: blocks.value<std::int16_t>(line.name, last) = 1; break;
+        case element::boolean: blocks.value<std::int16_t>(line.name, last) = 1; break;
         case element::int32: blocks.value<std::int32_t>(line.name, last) = 1; break;
         case element::real: blocks.value<double>(line.name, last) = 1; break;
         case element::text: blocks.set_text(line.name, last, "last"); break;

@@ -88,7 +88,7 @@ double number(const mapped_block& block, int index)
     switch (block.kind) {
     case element::byte: return get<BYTE>(block, index);
     case element::int16:
-    case element::bool16: return get<SHORT>(block, index);
+    case element::boolean: return get<SHORT>(block, index);
     case element::int32: return get<LONG>(block, index);
     case element::real: return get<double>(block, index);
     case element::text: break;
@@ -101,7 +101,7 @@ void set_number(const mapped_block& block, int index, double value)
     switch (block.kind) {
     case element::byte: return put(block, index, static_cast<BYTE>(value));
     case element::int16:
-    case element::bool16: return put(block, index, static_cast<SHORT>(value));
+    case element::boolean: return put(block, index, static_cast<SHORT>(value));
     case element::int32: return put(block, index, static_cast<LONG>(value));
     case element::real: return put(block, index, value);
     case element::text: break;
