@@ -83,7 +83,8 @@ private:
         std::string file = file_, folder = folder_;
         std::int16_t binary = 0;
         const double started = screen_.seconds();
-        if (!plug_in.methods.readfile0(file, binary, folder).ok() || plug_in.state.rformat != 0) std::abort();
+        if (!plug_in.methods.readfile0(file, binary, folder).ok() || plug_in.variables.transfer.rformat != 0)
+            std::abort();
         report(name, started);
     }
 
@@ -131,7 +132,8 @@ private:
         plug_in.screen.person = [](forms::form& shown) { shown.accept(); };
         std::string folder = folder_;
         const double started = screen_.seconds();
-        if (!plug_in.methods.readfile0(file, format, folder).ok() || plug_in.state.rformat != 0) std::abort();
+        if (!plug_in.methods.readfile0(file, format, folder).ok() || plug_in.variables.transfer.rformat != 0)
+            std::abort();
         report(name, started);
     }
 
@@ -153,7 +155,7 @@ private:
         };
         std::string file = folder_ + name, folder = folder_;
         const double started = screen_.seconds();
-        if (!plug_in.methods.wfile(file, folder).ok() || plug_in.state.rformat != 0) std::abort();
+        if (!plug_in.methods.wfile(file, folder).ok() || plug_in.variables.transfer.rformat != 0) std::abort();
         report(label, started);
         ::unlink(file.c_str());
     }
@@ -165,7 +167,8 @@ private:
         cli::attached_plug_in plug_in{0};
         set_device(plug_in, fuses, fuses);
         const double started = screen_.seconds();
-        if (!plug_in.methods.readpldfile(jedec_).ok() || !plug_in.state.why_it_failed.empty()) std::abort();
+        if (!plug_in.methods.readpldfile(jedec_).ok() || !plug_in.variables.transfer.why_it_failed.empty())
+            std::abort();
         report("jedec", started);
     }
 

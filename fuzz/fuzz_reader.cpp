@@ -27,6 +27,7 @@ struct bench {
     silent_shell shell;
     std::string name = "tamrix-fuzz-" + std::to_string(::getpid());
     session plug_in{shell, name + "-"};
+    transfer_variables transfer;
     std::string folder = "/dev/shm/" + name + "-";
     std::string path = folder + "file";
 
@@ -37,7 +38,7 @@ struct bench {
         blocks.buflength(0) = 0x1000;
         blocks.wordmode(0) = 2;
         blocks.attachbig(ibuffer_bytes(0x1000));
-        plug_in.fname = path;
+        transfer.fname = path;
     }
     ~bench()
     {
@@ -58,25 +59,26 @@ bench& the_bench()
     return one;
 }
 
-void choose(session& plug_in, const std::uint8_t* data)
+void choose(session& plug_in, transfer_variables& at, const std::uint8_t* data)
 {
     const byte_selection& from = byte_selections[data[0] % byte_selections.size()];
     const byte_selection& to = byte_selections[data[1] % byte_selections.size()];
     plug_in.blocks.tlength(0) = data[2] * 16;
-    plug_in.transfer = {.bufstart = data[3] * 32,
-                        .filestart = data[4] % 4 == 0 ? data[5] : 0,
-                        .loadlength = data[6] % 2 == 0 ? 0x2000 : data[7],
-                        .filestep = from.step,
-                        .filephase = from.phase,
-                        .bufstep = to.step,
-                        .bufphase = to.phase};
+    at = {.bufstart = data[3] * 32,
+          .filestart = data[4] % 4 == 0 ? data[5] : 0,
+          .loadlength = data[6] % 2 == 0 ? 0x2000 : data[7],
+          .filestep = from.step,
+          .filephase = from.phase,
+          .bufstep = to.step,
+          .bufphase = to.phase,
+          .fname = at.fname};
     plug_in.blocks.MainRtstr(0) = "";
 }
 
 /// A failed load must say why, and a good one must not.
-void check(bool failed, const session& plug_in)
+void check(bool failed, const diagnostic& why_it_failed)
 {
-    if (failed != !plug_in.why_it_failed.empty()) std::abort();
+    if (failed != !why_it_failed.empty()) std::abort();
 }
 
 }  // namespace
@@ -86,21 +88,23 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size < choices) return 0;
     bench& b = the_bench();
     b.write(data + choices, size - choices);
-    choose(b.plug_in, data);
+    choose(b.plug_in, b.transfer, data);
     if (reader == "jedec") {
-        read_jedec(b.plug_in, b.path);
+        read_jedec(b.plug_in, b.transfer.why_it_failed, b.path);
         return 0;
     }
     if (reader == "svf") {
-        read_svf(b.plug_in, b.path, b.folder);
+        read_svf(b.transfer.why_it_failed, b.path, b.folder);
         return 0;
     }
     for (const format& one : formats()) {
         if (one.name != reader) continue;
-        transfer_job job{
-            .plug_in = b.plug_in, .clear = static_cast<clear_option>(data[4] % 3), .progress = [](double) {}};
+        transfer_job job{.plug_in = b.plug_in,
+                         .transfer = b.transfer,
+                         .clear = static_cast<clear_option>(data[4] % 3),
+                         .progress = [](double) {}};
         const status outcome = run_guarded(job, one.read);
-        check(outcome == status::failed, b.plug_in);
+        check(outcome == status::failed, b.transfer.why_it_failed);
         one.measure(b.path);
         detect_format(b.path);
         return 0;

@@ -25,7 +25,8 @@ public:
     shell screen;
     host::host_blocks blocks;
     session state;
-    entry_methods methods{state, all_dialogs()};
+    module_variables variables;
+    entry_methods methods{state, variables, all_dialogs()};
 };
 
 }  // namespace tamrix::cli

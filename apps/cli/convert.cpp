@@ -118,8 +118,8 @@ private:
         if (!refusal_.empty()) refuse(refusal_);
         const auto& boxes = plug_in_.screen.boxes();
         if (!boxes.empty()) refuse(refusal(boxes.back()));
-        if (plug_in_.state.rformat == 0) return;
-        const std::string why = plug_in_.state.why_it_failed.text();
+        if (plug_in_.variables.transfer.rformat == 0) return;
+        const std::string why = plug_in_.variables.transfer.why_it_failed.text();
         fail(why.empty() ? "it failed without a reason" : why);
     }
 

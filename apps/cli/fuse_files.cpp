@@ -25,10 +25,10 @@ std::int64_t number(const std::string& option, const std::string& text, std::int
     return value;
 }
 
-void check_outcome(const reply& outcome, const session& state)
+void check_outcome(const reply& outcome, const diagnostic& why_it_failed)
 {
     if (!outcome.ok()) fail(outcome.error);
-    if (!state.why_it_failed.empty()) fail(state.why_it_failed.text());
+    if (!why_it_failed.empty()) fail(why_it_failed.text());
 }
 
 /// How many fuses are "1", and how many the file left alone.
@@ -90,13 +90,13 @@ void jedec(const jedec_options& options, std::int32_t language, console& con)
     plug_in.attach_buffer(static_cast<std::int32_t>(words + room_behind));
 
     std::string in = options.in;
-    check_outcome(plug_in.methods.readpldfile(in), plug_in.state);
+    check_outcome(plug_in.methods.readpldfile(in), plug_in.variables.transfer.why_it_failed);
     if (!plug_in.state.pld.note.empty()) con.line("note:" + plug_in.state.pld.note);
     tell_fuses(plug_in.state, words, con);
     if (!options.out) return;
     fill_untold(plug_in.state, words);
     std::string out = *options.out;
-    check_outcome(plug_in.methods.writepldfile(out), plug_in.state);
+    check_outcome(plug_in.methods.writepldfile(out), plug_in.variables.transfer.why_it_failed);
 }
 
 void svf(const std::string& in, const std::string& syspath, std::int32_t language, console& con)
@@ -104,7 +104,7 @@ void svf(const std::string& in, const std::string& syspath, std::int32_t languag
     attached_plug_in plug_in{language};
     std::string source = in, folder = syspath;
     const reply outcome = plug_in.methods.readsvffile(source, folder);
-    check_outcome(outcome, plug_in.state);
+    check_outcome(outcome, plug_in.variables.transfer.why_it_failed);
     if (outcome.value == variant{std::int16_t{1}}) fail(in + ": an empty file");
     con.line(syspath + "pldtmp.svf");
 }

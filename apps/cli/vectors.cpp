@@ -20,7 +20,8 @@ void load(attached_plug_in& plug_in, const std::string& jedec_file)
     std::string name = jedec_file;
     const reply outcome = plug_in.methods.readpldfile(name);
     if (!outcome.ok()) fail(outcome.error);
-    if (!plug_in.state.why_it_failed.empty()) fail(plug_in.state.why_it_failed.text());
+    const diagnostic& why_it_failed = plug_in.variables.transfer.why_it_failed;
+    if (!why_it_failed.empty()) fail(why_it_failed.text());
     if (plug_in.state.pld.pldvectcnt < 2) fail(jedec_file + ": no vectors in it");
 }
 

@@ -31,7 +31,8 @@ struct library_state {
 
     wxui::wx_shell screen;
     session state{screen, environment_text(L"TAMRIX_NAMESPACE")};
-    entry_methods methods{state, all_dialogs()};
+    module_variables variables;
+    entry_methods methods{state, variables, all_dialogs()};
 
     /// Lets go what cannot be let go while the library is being unloaded: windows, and what came from COM. False on a
     /// thread that may not.

@@ -10,7 +10,7 @@ namespace tamrix {
 namespace {
 
 template <class Dialog>
-std::unique_ptr<forms::form> make(session& plug_in)
+std::unique_ptr<forms::form> make(session& plug_in, module_variables&)
 {
     return std::make_unique<Dialog>(plug_in);
 }

@@ -50,7 +50,8 @@ constexpr std::uint8_t pin_map_before_logic_test = 4;  // the pin map's task
 
 }  // namespace
 
-entry_methods::entry_methods(session& plug_in, dialog_table dialogs) : plug_in_{plug_in}, dialogs_{std::move(dialogs)}
+entry_methods::entry_methods(session& plug_in, module_variables& variables, dialog_table dialogs)
+    : plug_in_{plug_in}, variables_{variables}, dialogs_{std::move(dialogs)}
 {}
 
 bool entry_methods::offers(std::string_view method) const
@@ -76,28 +77,30 @@ bool entry_methods::offers(std::string_view method) const
 reply entry_methods::readfile0(std::string& fname, std::int16_t& rformat, std::string& syspath0)
 {
     return guarded([&] {
-        plug_in_.fname = fname;
-        plug_in_.why_it_failed = {};
-        plug_in_.rformat = rformat;
+        transfer_variables& transfer = variables_.transfer;
+        transfer.fname = fname;
+        transfer.why_it_failed = {};
+        transfer.rformat = rformat;
         plug_in_.syspath = syspath0;
-        readfile dialog{plug_in_};
-        dialog.rfileLabel2.caption = plug_in_.fname;
+        readfile dialog{plug_in_, transfer};
+        dialog.rfileLabel2.caption = transfer.fname;
         plug_in_.screen.show_modal(dialog);
-        return plug_in_.frommode;
+        return transfer.frommode;
     });
 }
 
 reply entry_methods::wfile(std::string& fname, std::string& syspath0)
 {
     return guarded([&] {
-        plug_in_.fname = fname;
-        plug_in_.why_it_failed = {};
+        transfer_variables& transfer = variables_.transfer;
+        transfer.fname = fname;
+        transfer.why_it_failed = {};
         plug_in_.syspath = syspath0;
-        writefile dialog{plug_in_};
+        writefile dialog{plug_in_, transfer};
         const std::int64_t length = plug_in_.devbytes() + 16 * std::int64_t{plug_in_.blocks.wordmode(1)};
         dialog.wfileText2.text(arith::hex(length));
         dialog.wfileText3.text(arith::hex(length - 1));
-        dialog.wfileLabel2.caption = plug_in_.fname;
+        dialog.wfileLabel2.caption = transfer.fname;
         plug_in_.screen.show_modal(dialog);
         return variant{};
     });
@@ -106,7 +109,7 @@ reply entry_methods::wfile(std::string& fname, std::string& syspath0)
 reply entry_methods::show(std::string_view dialog)
 {
     return guarded([&] {
-        dialogs_.show(dialog, plug_in_);
+        dialogs_.show(dialog, plug_in_, variables_);
         return variant{};
     });
 }
@@ -116,7 +119,7 @@ void entry_methods::show_pin_map_before_logic_test()
 {
     if (!shows_pin_map_first(plug_in_.blocks.modeltype(0))) return;
     plug_in_.pinmapmode = pin_map_before_logic_test;
-    dialogs_.show("pinnote4", plug_in_);
+    dialogs_.show("pinnote4", plug_in_, variables_);
 }
 
 void entry_methods::store(std::uint8_t icsum, bool16 ok, const std::string& syspath)
@@ -140,7 +143,7 @@ reply entry_methods::mnutesttestksm()
 {
     return guarded([&] {
         plug_in_.pinmapmode = 0;
-        dialogs_.show(self_test_dialog(plug_in_.blocks.modeltype(0)), plug_in_);
+        dialogs_.show(self_test_dialog(plug_in_.blocks.modeltype(0)), plug_in_, variables_);
         return variant{};
     });
 }
@@ -151,7 +154,7 @@ reply entry_methods::mnutestttltest0(std::uint8_t& icsum0, bool16& ok0, std::str
         show_pin_map_before_logic_test();
         store(icsum0, ok0, syspath0);
         plug_in_.ttleditlib = 0;
-        dialogs_.show("ttltest", plug_in_);
+        dialogs_.show("ttltest", plug_in_, variables_);
         return variant{};
     });
 }
@@ -169,7 +172,7 @@ reply entry_methods::mnutesteditttllib0(std::uint8_t& icsum0, bool16& ok0, std::
         show_pin_map_before_logic_test();
         store(icsum0, ok0, syspath0);
         plug_in_.ttleditlib = 1;
-        dialogs_.show("ttltest", plug_in_);
+        dialogs_.show("ttltest", plug_in_, variables_);
         return variant{};
     });
 }
@@ -181,7 +184,7 @@ reply entry_methods::mnutestautofind0(std::string& syspath0)
         plug_in_.syspath = syspath0;
         ttlscan(plug_in_, [this](const std::vector<std::string>& hits) {
             plug_in_.ttl.hits = hits;
-            dialogs_.show("ttlautotest", plug_in_);
+            dialogs_.show("ttlautotest", plug_in_, variables_);
         });
         return variant{};
     });
@@ -210,7 +213,7 @@ reply entry_methods::vecttest0(std::uint8_t& mode, std::uint8_t& ttlcnt0, std::u
 reply entry_methods::readpldfile(std::string& fname)
 {
     return guarded([&] {
-        read_jedec(plug_in_, fname);
+        read_jedec(plug_in_, variables_.transfer.why_it_failed, fname);
         return variant{};
     });
 }
@@ -218,14 +221,14 @@ reply entry_methods::readpldfile(std::string& fname)
 reply entry_methods::writepldfile(std::string& fname)
 {
     return guarded([&] {
-        write_jedec(plug_in_, fname);
+        write_jedec(plug_in_, variables_.transfer.why_it_failed, fname);
         return variant{};
     });
 }
 
 reply entry_methods::readsvffile(std::string& fname, std::string& syspath0)
 {
-    return guarded([&] { return variant{read_svf(plug_in_, fname, syspath0)}; });
+    return guarded([&] { return variant{read_svf(variables_.transfer.why_it_failed, fname, syspath0)}; });
 }
 
 reply entry_methods::bufcomopt(std::int16_t& num)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "entry/dialogs.h"
+#include "entry/module_variables.h"
 #include "session/session.h"
 #include "tamrix/clstamrix.h"
 
@@ -13,7 +14,7 @@ class entry_methods : public Clstamrix {
 public:
     /// `dialogs` holds those that stand behind the methods beside load and save; a method without its dialog returns at
     /// once.
-    explicit entry_methods(session& plug_in, dialog_table dialogs = {});
+    entry_methods(session& plug_in, module_variables& variables, dialog_table dialogs = {});
 
     /// True where the method called `method` leads to a dialog or a routine on the model in use.
     bool offers(std::string_view method) const;
@@ -43,6 +44,7 @@ private:
     void store(std::uint8_t icsum, bool16 ok, const std::string& syspath);
 
     session& plug_in_;
+    module_variables& variables_;
     dialog_table dialogs_;
 };
 

@@ -23,21 +23,22 @@ std::string text_or_empty(const char* text) { return text != nullptr ? text : ""
 
 std::string name_space_of_environment() { return text_or_empty(std::getenv("TAMRIX_NAMESPACE")); }
 
-struct screen_and_session {
-    screen_and_session()
+struct screen_and_state {
+    screen_and_state()
     {
         screen.name_answers([this](forms::answer which) { return state.text(which); });
     }
 
     wxui::wx_shell screen;
     session state{screen, name_space_of_environment()};
+    module_variables variables;
     std::string text_for_host;
 };
 
 /// What stands behind the pointer that a host holds. The screen and the session are made first, and go last.
-class loaded_plug_in final : private screen_and_session, public entry_methods {
+class loaded_plug_in final : private screen_and_state, public entry_methods {
 public:
-    loaded_plug_in() : entry_methods{state, all_dialogs()} { use_programmer({}, {}); }
+    loaded_plug_in() : entry_methods{state, variables, all_dialogs()} { use_programmer({}, {}); }
 
     void use_programmer(std::string path, std::string options)
     {
@@ -51,7 +52,7 @@ public:
         text_for_host = std::move(text);
         return text_for_host.c_str();
     }
-    const session& session_state() const { return state; }
+    using screen_and_state::state, screen_and_state::variables;
 };
 
 loaded_plug_in& loaded(Clstamrix* plug_in) { return static_cast<loaded_plug_in&>(*plug_in); }
@@ -60,7 +61,7 @@ template <class Text>
 const char* text_of(Clstamrix* plug_in, Text text) noexcept
 {
     try {
-        return plug_in != nullptr ? loaded(plug_in).keep(text(loaded(plug_in).session_state())) : "";
+        return plug_in != nullptr ? loaded(plug_in).keep(text(loaded(plug_in))) : "";
     } catch (const std::exception&) {
         return "";
     }
@@ -71,7 +72,7 @@ const char* text_of(Clstamrix* plug_in, Text text) noexcept
 }  // namespace tamrix
 
 using tamrix::loaded;
-using tamrix::session;
+using tamrix::loaded_plug_in;
 
 tamrix::Clstamrix* tamrix_create() noexcept
 {
@@ -97,23 +98,24 @@ int tamrix_use_programmer(tamrix::Clstamrix* plug_in, const char* library_path, 
 
 const char* tamrix_diagnostic(tamrix::Clstamrix* plug_in) noexcept
 {
-    return tamrix::text_of(plug_in, [](const session& state) { return state.why_it_failed.text(); });
+    return tamrix::text_of(plug_in,
+                           [](const loaded_plug_in& it) { return it.variables.transfer.why_it_failed.text(); });
 }
 
 const char* tamrix_jedec_note(tamrix::Clstamrix* plug_in) noexcept
 {
-    return tamrix::text_of(plug_in, [](const session& state) { return state.pld.note; });
+    return tamrix::text_of(plug_in, [](const loaded_plug_in& it) { return it.state.pld.note; });
 }
 
 const char* tamrix_help_file(tamrix::Clstamrix* plug_in) noexcept
 {
-    return tamrix::text_of(plug_in, [](const session& state) { return state.help_file; });
+    return tamrix::text_of(plug_in, [](const loaded_plug_in& it) { return it.state.help_file; });
 }
 
 int tamrix_vector_count(tamrix::Clstamrix* plug_in) noexcept
 {
     if (plug_in == nullptr) return 0;
-    return std::max(loaded(plug_in).session_state().pld.pldvectcnt - 1, 0);
+    return std::max(loaded(plug_in).state.pld.pldvectcnt - 1, 0);
 }
 
 int tamrix_has_language(std::int32_t offset) noexcept { return tamrix::has_language(offset) ? 1 : 0; }

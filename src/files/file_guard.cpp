@@ -7,19 +7,18 @@
 
 namespace tamrix {
 
-bool guard_file(session& plug_in, const std::string& fname, const std::function<void()>& work)
+bool guard_file(diagnostic& why_it_failed, const std::string& fname, const std::function<void()>& work)
 {
-    diagnostic& why = plug_in.why_it_failed;
-    why = {};
+    why_it_failed = {};
     try {
         work();
         return true;
     } catch (const file_error& error) {
-        why = error.why();
+        why_it_failed = error.why();
     } catch (const std::bad_alloc&) {
-        why = {.file = fname, .found = "more than the memory can hold"};
+        why_it_failed = {.file = fname, .found = "more than the memory can hold"};
     } catch (const std::exception& error) {
-        why = {.file = fname, .found = error.what()};
+        why_it_failed = {.file = fname, .found = error.what()};
     }
     return false;
 }

@@ -1,7 +1,7 @@
 // Runs file work and turns its faults into a diagnostic.
 #pragma once
 
-#include "session/session.h"
+#include "base/diagnostic.h"
 
 #include <functional>
 #include <string>
@@ -10,6 +10,6 @@ namespace tamrix {
 
 /// Runs `work` on the file `fname`. Yields false where it threw; `why_it_failed` then tells, else it is empty unless
 /// `work` set it.
-bool guard_file(session& plug_in, const std::string& fname, const std::function<void()>& work);
+bool guard_file(diagnostic& why_it_failed, const std::string& fname, const std::function<void()>& work);
 
 }  // namespace tamrix

@@ -20,10 +20,10 @@ status read_whole(transfer_job& job, input_file& file)
 }
 
 /// Moves selected bytes number `first` to `last` - 1. An address outside the buffer throws when its turn comes.
-void move_selected(session& plug_in, std::span<const std::uint8_t> image, std::int64_t first, std::int64_t last)
+void move_selected(const transfer_job& job, std::span<const std::uint8_t> image, std::int64_t first, std::int64_t last)
 {
-    const transfer_variables& at = plug_in.transfer;
-    auto& ibuffer = plug_in.blocks.ibuffer;
+    const transfer_variables& at = job.transfer;
+    auto& ibuffer = job.plug_in.blocks.ibuffer;
     const std::span<std::uint8_t> buffer = ibuffer.span();
     const std::int64_t target = at.bufstart + first;
     if (at.filestep == 1 && at.bufstep == 1 && target + (last - first) <= static_cast<std::int64_t>(buffer.size())) {
@@ -38,22 +38,22 @@ void move_selected(session& plug_in, std::span<const std::uint8_t> image, std::i
 status read_selected(transfer_job& job, input_file& file)
 {
     const file_image image{file};
-    const std::int64_t count = selected_bytes(job.plug_in, file.length());
+    const std::int64_t count = selected_bytes(job, file.length());
     const std::int64_t pace = count / 10 + 1;
     for (std::int64_t i = 0; i < count; i += pace) {
         job.progress(100.0 * static_cast<double>(i) / static_cast<double>(count + 1));
-        move_selected(job.plug_in, image.bytes(), i, std::min(i + pace, count));
+        move_selected(job, image.bytes(), i, std::min(i + pace, count));
     }
     return status::done;
 }
 
 }  // namespace
 
-std::int64_t selected_bytes(session& plug_in, std::int64_t file_length)
+std::int64_t selected_bytes(transfer_job& job, std::int64_t file_length)
 {
-    transfer_variables& at = plug_in.transfer;
+    transfer_variables& at = job.transfer;
     std::int64_t count = (file_length - at.filestart) / at.filestep;
-    count = std::min(count, (plug_in.devbytes() - at.bufstart) / at.bufstep);
+    count = std::min(count, (job.plug_in.devbytes() - at.bufstart) / at.bufstep);
     at.bufstart += at.bufphase;
     at.filestart += at.filephase;
     return std::min(count, at.loadlength);
@@ -78,8 +78,8 @@ status read_binary(transfer_job& job)
     if (blocks.tlength(0) >= large_image_bytes && blocks.buflength(0) >= large_chunk_bytes) {
         return read_binary_large(job);
     }
-    const transfer_variables& at = job.plug_in.transfer;
-    input_file file{job.plug_in.fname};
+    const transfer_variables& at = job.transfer;
+    input_file file{job.transfer.fname};
     if (at.filestart > file.length()) return reject_file_address(job);
     // A whole file into a whole buffer is one read; it does not look at loadlength and the phases.
     const bool whole = at.bufstep == 1 && at.bufstart == 0 && at.filestart == 0 && at.filestep == 1 &&

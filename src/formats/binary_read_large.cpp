@@ -26,7 +26,7 @@ void copy_in_chunks(transfer_job& job, input_file& source, output_file& image)
     };
     for (std::int64_t k = 0; k <= last; ++k) {
         report(2 * k + 1);
-        source.read_zero_padded(job.plug_in.transfer.filestart + k * large_chunk_bytes, buffer);
+        source.read_zero_padded(job.transfer.filestart + k * large_chunk_bytes, buffer);
         if (left < blocks.buflength(0) && job.clear == clear_option::fill_ff) {
             // From the byte after next on: the byte at `left` itself keeps the 0 of the read.
             fill(buffer, left + 1, blocks.buflength(0), 0xFF);
@@ -68,8 +68,8 @@ private:
 
 void copy_by_bytes(transfer_job& job, input_file& source, output_file& image)
 {
-    const transfer_variables& at = job.plug_in.transfer;
-    const std::int64_t count = selected_bytes(job.plug_in, source.length());
+    const transfer_variables& at = job.transfer;
+    const std::int64_t count = selected_bytes(job, source.length());
     const std::int64_t pace = count / 100;
     byte_mover mover{source, image};
     for (std::int64_t i = 0; i < count;) {
@@ -90,8 +90,8 @@ void copy_by_bytes(transfer_job& job, input_file& source, output_file& image)
 
 status read_binary_large(transfer_job& job)
 {
-    const transfer_variables& at = job.plug_in.transfer;
-    input_file source{job.plug_in.fname};
+    const transfer_variables& at = job.transfer;
+    input_file source{job.transfer.fname};
     if (at.filestart > source.length()) return reject_file_address(job);
     output_file image{job.plug_in.syspath + "tmpbuf.bin"};
     if (at.bufstep == 1 && at.bufstart == 0 && at.filestart == 0 && at.filestep == 1 &&

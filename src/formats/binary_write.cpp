@@ -12,9 +12,10 @@ constexpr std::int64_t block_bytes = 200;
 
 /// Writes blocks of 200 bytes, `first` to `last` - 1, at one stroke where the buffer holds them all. Where it does not,
 /// what it holds in whole blocks reaches the file before the error.
-void write_blocks(session& plug_in, output_file& out, std::int64_t first, std::int64_t last)
+void write_blocks(const transfer_job& job, output_file& out, std::int64_t first, std::int64_t last)
 {
-    const std::int64_t start = plug_in.transfer.bufstart;
+    const std::int64_t start = job.transfer.bufstart;
+    session& plug_in = job.plug_in;
     const auto held = static_cast<std::int64_t>(plug_in.blocks.ibuffer.span().size()) - start;
     const std::int64_t whole = std::clamp(held / block_bytes, first, last);
     out.write(buffer_bytes(plug_in, start + first * block_bytes, (whole - first) * block_bytes));
@@ -30,13 +31,13 @@ void write_tail(session& plug_in, output_file& out, std::int64_t address, std::i
 
 void write_range(transfer_job& job, output_file& out)
 {
-    const transfer_variables& at = job.plug_in.transfer;
+    const transfer_variables& at = job.transfer;
     const std::int64_t blocks = at.savelength / block_bytes;
     const std::int64_t pace = at.savelength / 2000 + 1;
     for (std::int64_t i = 0; i < blocks; i += pace) {
         job.progress(10.0 * static_cast<double>(i) / static_cast<double>(pace));
         job.plug_in.screen.doevents();
-        write_blocks(job.plug_in, out, i, std::min(i + pace, blocks));
+        write_blocks(job, out, i, std::min(i + pace, blocks));
     }
     write_tail(job.plug_in, out, at.bufstart + blocks * block_bytes, at.savelength - blocks * block_bytes);
 }
@@ -67,7 +68,7 @@ void write_large_image(transfer_job& job, output_file& out)
 
 status write_binary(transfer_job& job)
 {
-    output_file out{job.plug_in.fname};
+    output_file out{job.transfer.fname};
     if (job.plug_in.devbytes() < large_image_bytes || job.plug_in.blocks.buflength(0) < large_chunk_bytes) {
         write_range(job, out);
     } else {

@@ -9,7 +9,7 @@ namespace tamrix {
 status read_emc(transfer_job& job)
 {
     constexpr std::size_t data_at = 2;
-    const file_image file{job.plug_in.fname};
+    const file_image file{job.transfer.fname};
     const auto image = file.bytes();
     if (image.size() < data_at) return fail_at_offset(job, image.size(), "the end of the file", "a word count");
     const std::size_t count = 2 * (image[0] + 256u * image[1]);

@@ -8,7 +8,7 @@ namespace {
 
 class holtek_reader {
 public:
-    explicit holtek_reader(transfer_job& job) : job_{job}, file_{job.plug_in.fname}, image_{file_.bytes()} {}
+    explicit holtek_reader(transfer_job& job) : job_{job}, file_{job.transfer.fname}, image_{file_.bytes()} {}
     status read();
 
 private:
@@ -24,7 +24,7 @@ private:
 /// Byte selection and the typed addresses mean nothing here: the file says where its data go.
 status holtek_reader::read()
 {
-    transfer_variables& at = job_.plug_in.transfer;
+    transfer_variables& at = job_.transfer;
     const auto begin = first_holtek_segment(image_);
     if (!begin) return fail_at_offset(job_, 0, "no Holtek header", "the mark C0 with a header length below 8000");
     const auto first = holtek_segment_at(image_, *begin);
@@ -41,7 +41,7 @@ status holtek_reader::read()
 status holtek_reader::take(const holtek_segment& segment)
 {
     auto& ibuffer = job_.plug_in.blocks.ibuffer;
-    const std::int64_t target = job_.plug_in.transfer.bufstart;
+    const std::int64_t target = job_.transfer.bufstart;
     for (std::size_t at = segment.begin + 1; at < segment.data() && at < segment.end(); ++at) sum_ += image_[at];
     for (std::size_t i = 0; i < segment.data_bytes(); ++i) {
         const std::size_t at = segment.data() + i;

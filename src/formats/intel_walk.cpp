@@ -9,8 +9,8 @@ namespace tamrix {
 
 intel_walk::intel_walk(transfer_job& job, std::size_t longest_record, std::int64_t extension_stride)
     : job_{job},
-      file_{job.plug_in.fname},
-      at_{job.plug_in.transfer},
+      file_{job.transfer.fname},
+      at_{job.transfer},
       buflength_{job.plug_in.blocks.buflength(0)},
       devbytes_{job.plug_in.devbytes()},
       longest_record_{longest_record},

@@ -39,8 +39,8 @@ void write_record(text_output& out, std::int64_t offset, std::span<const std::ui
 
 status write_intel(transfer_job& job)
 {
-    transfer_variables& at = job.plug_in.transfer;
-    text_output out{job.plug_in.fname};
+    transfer_variables& at = job.transfer;
+    text_output out{job.transfer.fname};
     const std::int64_t end = at.bufstart + at.savelength;
     const std::int64_t last_segment = end / segment_bytes;
     std::int64_t segment = at.bufstart / segment_bytes;

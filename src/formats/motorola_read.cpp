@@ -15,7 +15,7 @@ namespace {
 class motorola_reader {
 public:
     explicit motorola_reader(transfer_job& job)
-        : job_{job}, file_{job.plug_in.fname}, target_{job.plug_in}, progress_{file_.length(), 9}
+        : job_{job}, file_{job.transfer.fname}, target_{job}, progress_{file_.length(), 9}
     {}
     status walk();
 

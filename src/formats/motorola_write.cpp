@@ -17,8 +17,8 @@ status write_motorola(transfer_job& job)
 {
     constexpr std::int64_t record_bytes = 32;
     constexpr unsigned address_and_checksum = 5;
-    const transfer_variables& at = job.plug_in.transfer;
-    text_output out{job.plug_in.fname};
+    const transfer_variables& at = job.transfer;
+    text_output out{job.transfer.fname};
     for (std::int64_t done = 0; done < at.savelength; done += record_bytes) {
         const auto data = buffer_bytes(job.plug_in, at.bufstart + done, std::min(at.savelength - done, record_bytes));
         const auto address = static_cast<std::uint32_t>(at.bufstart + done);

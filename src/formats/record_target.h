@@ -2,7 +2,7 @@
 // share.
 #pragma once
 
-#include "session/session.h"
+#include "formats/transfer_job.h"
 
 #include <cstdint>
 #include <span>
@@ -12,11 +12,11 @@ namespace tamrix {
 /// The mapping of one load. Addresses are file addresses; items are the selected bytes of a record, counted from 0.
 class record_target {
 public:
-    explicit record_target(session& plug_in)
-        : ibuffer_{plug_in.blocks.ibuffer},
+    explicit record_target(const transfer_job& job)
+        : ibuffer_{job.plug_in.blocks.ibuffer},
           reachable_{ibuffer_.span()},
-          at_{plug_in.transfer},
-          devbytes_{plug_in.devbytes()},
+          at_{job.transfer},
+          devbytes_{job.plug_in.devbytes()},
           // That of a true quotient: half an address above the device already lies behind it.
           last_address_{(devbytes_ - at_.bufstart + at_.filestart) * at_.filestep}
     {}

@@ -9,8 +9,8 @@ namespace tamrix {
 status write_tektronix(transfer_job& job)
 {
     constexpr std::int64_t record_bytes = 32;
-    const transfer_variables& at = job.plug_in.transfer;
-    text_output out{job.plug_in.fname};
+    const transfer_variables& at = job.transfer;
+    text_output out{job.transfer.fname};
     for (std::int64_t done = 0; done < at.savelength; done += record_bytes) {
         const std::int64_t address = at.bufstart + done;
         const auto data = buffer_bytes(job.plug_in, address, std::min(at.savelength - done, record_bytes));

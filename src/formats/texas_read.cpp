@@ -14,7 +14,7 @@ namespace {
 class texas_reader {
 public:
     explicit texas_reader(transfer_job& job)
-        : job_{job}, lines_{job.plug_in.fname}, target_{job.plug_in}, progress_{lines_.file_length(), 10}
+        : job_{job}, lines_{job.transfer.fname}, target_{job}, progress_{lines_.file_length(), 10}
     {}
     status read();
 

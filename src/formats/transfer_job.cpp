@@ -9,7 +9,7 @@ namespace tamrix {
 status run_guarded(transfer_job& job, transfer_routine routine)
 {
     status outcome = status::failed;
-    guard_file(job.plug_in, job.plug_in.fname, [&] { outcome = routine(job); });
+    guard_file(job.transfer.why_it_failed, job.transfer.fname, [&] { outcome = routine(job); });
     return outcome;
 }
 
@@ -20,15 +20,15 @@ status fail_in_text(transfer_job& job, file_window& file, std::int64_t offset, s
 
 status fail_in_line(transfer_job& job, std::uint64_t line, std::string found, std::string expected)
 {
-    job.plug_in.why_it_failed = {
-        .file = job.plug_in.fname, .line = line, .found = std::move(found), .expected = std::move(expected)};
+    job.transfer.why_it_failed = {
+        .file = job.transfer.fname, .line = line, .found = std::move(found), .expected = std::move(expected)};
     return status::failed;
 }
 
 status fail_at_offset(transfer_job& job, std::size_t offset, std::string found, std::string expected)
 {
-    job.plug_in.why_it_failed = {
-        .file = job.plug_in.fname, .offset = offset, .found = std::move(found), .expected = std::move(expected)};
+    job.transfer.why_it_failed = {
+        .file = job.transfer.fname, .offset = offset, .found = std::move(found), .expected = std::move(expected)};
     return status::failed;
 }
 

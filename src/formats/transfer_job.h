@@ -3,6 +3,7 @@
 
 #include "files/file_window.h"
 #include "formats/address_range.h"
+#include "formats/transfer_variables.h"
 #include "session/session.h"
 
 #include <cstdint>
@@ -29,6 +30,7 @@ struct load_extent {
 
 struct transfer_job {
     session& plug_in;
+    transfer_variables& transfer;
     clear_option clear = clear_option::disabled;
     std::function<void(double percent)> progress;  // 0 to 100
     load_extent met{};                             // left by the readers that tell it

@@ -111,9 +111,9 @@ void jedec_reader::store_vector(std::int64_t number, std::string_view levels)
 
 }  // namespace
 
-void read_jedec(session& plug_in, const std::string& fname)
+void read_jedec(session& plug_in, diagnostic& why_it_failed, const std::string& fname)
 {
-    guard_file(plug_in, fname, [&] { jedec_reader{plug_in, fname}.read(); });
+    guard_file(why_it_failed, fname, [&] { jedec_reader{plug_in, fname}.read(); });
 }
 
 }  // namespace tamrix

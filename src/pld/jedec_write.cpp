@@ -120,9 +120,9 @@ void jedec_writer::write_vectors()
 
 }  // namespace
 
-void write_jedec(session& plug_in, const std::string& fname)
+void write_jedec(session& plug_in, diagnostic& why_it_failed, const std::string& fname)
 {
-    guard_file(plug_in, fname, [&] { jedec_writer{plug_in, fname}.write(); });
+    guard_file(why_it_failed, fname, [&] { jedec_writer{plug_in, fname}.write(); });
 }
 
 }  // namespace tamrix

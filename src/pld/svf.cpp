@@ -6,10 +6,10 @@
 
 namespace tamrix {
 
-std::int16_t read_svf(session& plug_in, const std::string& fname, const std::string& syspath)
+std::int16_t read_svf(diagnostic& why_it_failed, const std::string& fname, const std::string& syspath)
 {
     std::int16_t result = 0;
-    guard_file(plug_in, fname, [&] {
+    guard_file(why_it_failed, fname, [&] {
         text_lines lines{fname};
         if (lines.file_length() == 0) {
             result = 1;

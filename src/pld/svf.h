@@ -1,7 +1,7 @@
 // Brings an SVF file under the host's system path.
 #pragma once
 
-#include "session/session.h"
+#include "base/diagnostic.h"
 
 #include <cstdint>
 #include <string>
@@ -10,6 +10,6 @@ namespace tamrix {
 
 /// Copies `fname` line by line to `syspath` + "pldtmp.svf"; the path must end in a separator. Line ends become CR LF.
 /// Yields 1 for an empty file, which leaves an older copy in place, else 0. A fault is left in `why_it_failed`.
-std::int16_t read_svf(session& plug_in, const std::string& fname, const std::string& syspath);
+std::int16_t read_svf(diagnostic& why_it_failed, const std::string& fname, const std::string& syspath);
 
 }  // namespace tamrix

@@ -21,7 +21,7 @@ std::string trimmed(const std::string& text)
 
 }  // namespace
 
-readfile::readfile(session& plug_in) : plug_in_{plug_in}
+readfile::readfile(session& plug_in, transfer_variables& transfer) : plug_in_{plug_in}, transfer_{transfer}
 {
     rfileText1.accepts = rfileText2.accepts = is_hex_key;
     rfileOption1.on_click = [this](int index) { plug_in_.blocks.typeformat(1) = static_cast<std::uint8_t>(index); };
@@ -61,7 +61,7 @@ void readfile::on_load()
     rfileText2.text("0");
     load_captions();
     adjust_format_to_maker();
-    rfileOption2(plug_in_.rformat).select();
+    rfileOption2(transfer_.rformat).select();
     rfileOption1(plug_in_.blocks.typeformat(1)).select();
 }
 
@@ -90,8 +90,8 @@ void readfile::adjust_format_to_maker()
     constexpr int vendor_family = 2, holtek = 4, emc = 5;
     if (plug_in_.blocks.typeformat(0) != vendor_family) return;
     const std::string maker = trimmed(plug_in_.blocks.wcompany(0));
-    if (maker == "HOLTEK" && plug_in_.rformat == emc) plug_in_.rformat = 0;
-    if (maker == "EMC" && plug_in_.rformat == holtek) plug_in_.rformat = 0;
+    if (maker == "HOLTEK" && transfer_.rformat == emc) transfer_.rformat = 0;
+    if (maker == "EMC" && transfer_.rformat == holtek) transfer_.rformat = 0;
 }
 
 void readfile::choose_format(int index)
@@ -109,14 +109,14 @@ void readfile::confirm()
     busy_ = true;
     const status outcome = run_reader();
     busy_ = false;
-    report_transfer(plug_in_, outcome, 1134, 1135, plug_in_.screen.seconds() - started);
+    report_transfer(plug_in_, transfer_.fname, outcome, 1134, 1135, plug_in_.screen.seconds() - started);
     if (outcome != status::rejected) close();
 }
 
 /// False where a value was refused and the user told; the dialog then stays open.
 bool readfile::take_addresses()
 {
-    transfer_variables& at = plug_in_.transfer;
+    transfer_variables& at = transfer_;
     const auto refused = [this](int message) {
         plug_in_.tell(message);
         return false;
@@ -136,10 +136,10 @@ bool readfile::take_addresses()
 
 void readfile::take_byte_selection()
 {
-    transfer_variables& at = plug_in_.transfer;
+    transfer_variables& at = transfer_;
     const byte_selection& from = byte_selections.at(static_cast<std::size_t>(rfilecombo1.index()));
     const byte_selection& to = byte_selections.at(static_cast<std::size_t>(rfileCombo2.index()));
-    plug_in_.frommode = static_cast<std::int16_t>(rfilecombo1.index());
+    transfer_.frommode = static_cast<std::int16_t>(rfilecombo1.index());
     at.filestep = from.step;
     at.filephase = from.phase;
     at.tomode = static_cast<std::int16_t>(rfileCombo2.index());
@@ -155,21 +155,21 @@ void readfile::clear_buffer()
     if (rfileOption1(0).value()) fill(buffer, 0, length - 1, 0xFF);
     // One byte further than the 0xFF fill; the margin of the mapping holds it. A binary file that fills the buffer from
     // its start needs no clear: its read leaves 0 behind the end of the file.
-    const bool whole_binary =
-        rfileOption2(0).value() && plug_in_.transfer.bufstart == 0 && plug_in_.transfer.filestart == 0;
+    const bool whole_binary = rfileOption2(0).value() && transfer_.bufstart == 0 && transfer_.filestart == 0;
     if (rfileOption1(1).value() && !whole_binary) fill(buffer, 0, length, 0x00);
 }
 
 status readfile::run_reader()
 {
     const int chosen = rfileOption2.selected();
-    if (chosen < 0) return static_cast<status>(plug_in_.rformat);
+    if (chosen < 0) return static_cast<status>(transfer_.rformat);
     transfer_job job{.plug_in = plug_in_,
+                     .transfer = transfer_,
                      .clear = static_cast<clear_option>(rfileOption1.selected()),
                      .progress = [this](double percent) { ProgressBar1.value = percent; }};
     const status outcome = run_guarded(job, formats()[static_cast<std::size_t>(chosen)].read);
     met_ = job.met;
-    plug_in_.rformat = static_cast<std::int16_t>(outcome);
+    transfer_.rformat = static_cast<std::int16_t>(outcome);
     return outcome;
 }
 

@@ -9,7 +9,7 @@ namespace tamrix {
 
 class readfile final : public forms::form {
 public:
-    explicit readfile(session& plug_in);
+    readfile(session& plug_in, transfer_variables& transfer);
 
     forms::label rfileLabel1{*this};
     forms::label rfileLabel2{*this};  // the file's name
@@ -45,6 +45,7 @@ private:
     status run_reader();
 
     session& plug_in_;
+    transfer_variables& transfer_;
     load_extent met_;
     bool busy_ = false;  // a reader is running: exitcom is dead
 };

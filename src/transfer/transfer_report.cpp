@@ -5,11 +5,12 @@
 
 namespace tamrix {
 
-void report_transfer(session& plug_in, status outcome, int ok_message, int fail_message, double seconds)
+void report_transfer(session& plug_in, const std::string& fname, status outcome, int ok_message, int fail_message,
+                     double seconds)
 {
     auto status_text = plug_in.blocks.MainRtstr(0);
     if (outcome == status::done) {
-        status_text += plug_in.text(ok_message) + " Time:" + file_time_text(plug_in.fname) + "\n";
+        status_text += plug_in.text(ok_message) + " Time:" + file_time_text(fname) + "\n";
     } else {
         status_text += plug_in.text(fail_message) + "\n";
     }

@@ -4,10 +4,13 @@
 #include "formats/transfer_job.h"
 #include "session/session.h"
 
+#include <string>
+
 namespace tamrix {
 
 /// Appends the OK or the fail line, and the line with the seconds it took, to MainRtstr(0).
-void report_transfer(session& plug_in, status outcome, int ok_message, int fail_message, double seconds);
+void report_transfer(session& plug_in, const std::string& fname, status outcome, int ok_message, int fail_message,
+                     double seconds);
 
 /// Hexadecimal digits and backspace pass.
 bool is_hex_key(char32_t key);

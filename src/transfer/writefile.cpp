@@ -15,7 +15,7 @@ constexpr int tektronix = 3;
 
 }  // namespace
 
-writefile::writefile(session& plug_in) : plug_in_{plug_in}
+writefile::writefile(session& plug_in, transfer_variables& transfer) : plug_in_{plug_in}, transfer_{transfer}
 {
     wfileText1.accepts = wfileText2.accepts = wfileText3.accepts = is_hex_key;
     wfileText1.on_leave = wfileText3.on_leave = [this] { derive_size(); };
@@ -60,7 +60,7 @@ void writefile::on_load()
 int writefile::format_of_name()
 {
     for (int i = 0; i < save_format_count; ++i) {
-        if (wfileOption2(i).enabled() && has_extension(formats()[static_cast<std::size_t>(i)], plug_in_.fname))
+        if (wfileOption2(i).enabled() && has_extension(formats()[static_cast<std::size_t>(i)], transfer_.fname))
             return i;
     }
     return 0;
@@ -102,14 +102,14 @@ void writefile::confirm()
     busy_ = true;
     const status outcome = run_writer();
     busy_ = false;
-    report_transfer(plug_in_, outcome, 1141, 1142, plug_in_.screen.seconds() - started);
+    report_transfer(plug_in_, transfer_.fname, outcome, 1141, 1142, plug_in_.screen.seconds() - started);
     close();
 }
 
 /// False where a value was refused and the user told; the dialog then stays open.
 bool writefile::take_range()
 {
-    transfer_variables& at = plug_in_.transfer;
+    transfer_variables& at = transfer_;
     const auto refused = [this](int message) {
         plug_in_.tell(message);
         return false;
@@ -128,10 +128,12 @@ bool writefile::take_range()
 
 status writefile::run_writer()
 {
-    transfer_job job{.plug_in = plug_in_, .progress = [this](double percent) { ProgressBar1.value = percent; }};
+    transfer_job job{.plug_in = plug_in_, .transfer = transfer_, .progress = [this](double percent) {
+                         ProgressBar1.value = percent;
+                     }};
     const auto chosen = static_cast<std::size_t>(wfileOption2.selected());
     const status outcome = run_guarded(job, formats()[chosen].write);
-    plug_in_.rformat = static_cast<std::int16_t>(outcome);
+    transfer_.rformat = static_cast<std::int16_t>(outcome);
     return outcome;
 }
 

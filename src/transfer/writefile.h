@@ -9,7 +9,7 @@ namespace tamrix {
 
 class writefile final : public forms::form {
 public:
-    explicit writefile(session& plug_in);
+    writefile(session& plug_in, transfer_variables& transfer);
 
     forms::label wfileLabel1{*this};
     forms::label wfileLabel2{*this};  // the file's name
@@ -39,6 +39,7 @@ private:
     status run_writer();
 
     session& plug_in_;
+    transfer_variables& transfer_;
     bool busy_ = false;  // a writer is running: exitcom is dead
 };
 

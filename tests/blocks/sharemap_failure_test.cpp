@@ -120,7 +120,8 @@ TEST_F(failing_blocks, that_fail_where_no_box_can_be_shown_are_told_on_the_termi
 TEST_F(failing_blocks, that_all_fail_show_62_boxes_and_no_error)
 {
     session plug_in{shell, prefix + "no/such/folder/"};
-    entry_methods methods{plug_in};
+    module_variables variables;
+    entry_methods methods{plug_in, variables};
     std::int16_t num = 1;
     EXPECT_TRUE(methods.bufcomopt(num).ok());
     EXPECT_EQ(shell.boxes().size(), 60u);
@@ -136,7 +137,8 @@ TEST_F(failing_blocks, that_all_fail_show_62_boxes_and_no_error)
 TEST_F(failing_blocks, of_a_buffer_with_a_senseless_length_fail)
 {
     session plug_in{shell, prefix};
-    entry_methods methods{plug_in};
+    module_variables variables;
+    entry_methods methods{plug_in, variables};
     std::int16_t num = 1;
     methods.bufcomopt(num);
     plug_in.blocks.buflength(0) = -5000;

@@ -54,7 +54,8 @@ TEST_F(shared_blocks, of_an_instance_end_with_its_number)
 TEST_F(shared_blocks, of_two_instances_are_apart_but_for_the_buffer)
 {
     session first{shell, prefix}, second{shell, prefix};
-    entry_methods one{first}, two{second};
+    module_variables variables_of_first, variables_of_second;
+    entry_methods one{first, variables_of_first}, two{second, variables_of_second};
     std::int16_t num1 = 1, num2 = 2;
     one.bufcomopt(num1);
     two.bufcomopt(num2);
@@ -191,7 +192,8 @@ TEST_F(shared_blocks, that_exist_with_fewer_pages_than_their_view_refuse_what_li
 /// The host asks for a buffer of `buflength` bytes; `bytes` of it are mapped.
 void expect_mapped(session& plug_in, std::int32_t buflength, std::uint32_t bytes, const std::string& object)
 {
-    entry_methods methods{plug_in};
+    module_variables variables;
+    entry_methods methods{plug_in, variables};
     std::int16_t num = 1;
     methods.bufcomopt(num);
     plug_in.blocks.buflength(0) = buflength;
@@ -262,7 +264,8 @@ TEST_F(shared_blocks, can_be_released_twice_and_before_they_are_attached)
 TEST_F(shared_blocks, of_the_buffer_take_a_new_size_after_a_release)
 {
     session plug_in{shell, prefix};
-    entry_methods methods{plug_in};
+    module_variables variables;
+    entry_methods methods{plug_in, variables};
     std::int16_t num = 1;
     methods.bufcomopt(num);
     plug_in.blocks.buflength(0) = 0x1000;

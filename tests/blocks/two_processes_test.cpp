@@ -25,7 +25,8 @@ struct two_processes : testing::Test {
     const std::string prefix = tests::fresh_name_space();
     tests::scripted_shell shell;
     session plug_in{shell, prefix};
-    entry_methods methods{plug_in};
+    module_variables variables;
+    entry_methods methods{plug_in, variables};
     tests::other_process host;
 
     std::string small(std::string_view name) const { return prefix + "qorfan" + std::string{name} + "3"; }

@@ -144,7 +144,7 @@ TEST_F(algoparameter_dialog, ends_with_enter_and_escape)
 TEST_F(algoparameter_dialog, stands_behind_its_method)
 {
     select({});
-    entry_methods all{session, all_dialogs()};
+    entry_methods all{session, variables, all_dialogs()};
     EXPECT_TRUE(all.offers("algoparameter0"));
     std::string caption;
     shell.on_next_dialog([&](forms::form& shown) {
@@ -161,7 +161,7 @@ TEST_F(algoparameter_dialog, fails_with_a_text_where_the_language_has_none)
 {
     select({});
     session.blocks.Language(0) = 36000;
-    entry_methods all{session, all_dialogs()};
+    entry_methods all{session, variables, all_dialogs()};
     EXPECT_EQ(all.algoparameter0().error, "no text with number 37016");
 }
 

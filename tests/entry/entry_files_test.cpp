@@ -40,8 +40,8 @@ TEST(readfile0, stores_its_arguments_and_shows_the_file)
     plug_in_with_dialogs f;
     f.shell.on_next_dialog([&](forms::form& shown) {
         auto& dialog = dynamic_cast<readfile&>(shown);
-        EXPECT_EQ(f.session.fname, "/dev/null");
-        EXPECT_EQ(f.session.rformat, 1);
+        EXPECT_EQ(f.variables.transfer.fname, "/dev/null");
+        EXPECT_EQ(f.variables.transfer.rformat, 1);
         EXPECT_EQ(f.session.syspath, f.system_folder);
         EXPECT_EQ(dialog.rfileLabel2.caption(), "/dev/null");
         EXPECT_EQ(dialog.rfileOption2.selected(), 1);
@@ -58,7 +58,7 @@ TEST(wfile, presets_10000_and_FFFF_on_a_device_of_0x8000_words_of_two_bytes)
         EXPECT_EQ(dialog.wfileText2.text(), "10000");
         EXPECT_EQ(dialog.wfileText3.text(), "FFFF");
         EXPECT_EQ(dialog.wfileLabel2.caption(), "/dev/null");
-        EXPECT_EQ(f.session.fname, "/dev/null");
+        EXPECT_EQ(f.variables.transfer.fname, "/dev/null");
         EXPECT_EQ(f.session.syspath, f.system_folder);
     });
     const reply result = f.class_of_host.wfile(f.file, f.system_folder);

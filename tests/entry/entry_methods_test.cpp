@@ -174,13 +174,13 @@ TEST(vecttest0, stores_a_count_above_127_as_it_is)
 TEST(methods_that_take_a_file_or_a_note, store_nothing_of_it)
 {
     plug_in_with_dialogs f;
-    f.session.fname = "kept";
+    f.variables.transfer.fname = "kept";
     f.session.syspath = "kept too";
     EXPECT_TRUE(f.class_of_host.readpldfile(f.file).ok());
     EXPECT_TRUE(f.class_of_host.writepldfile(f.file).ok());
     EXPECT_TRUE(f.class_of_host.readsvffile(f.file, f.system_folder).ok());
     EXPECT_TRUE(f.class_of_host.warn(f.mode, f.ok).ok());
-    EXPECT_EQ(f.session.fname, "kept");
+    EXPECT_EQ(f.variables.transfer.fname, "kept");
     EXPECT_EQ(f.session.syspath, "kept too");
     EXPECT_EQ(f.session.ok, bool16_false);
 }
@@ -195,7 +195,7 @@ TEST(methods, leave_the_hosts_arguments_as_they_are)
     f.class_of_host.vecttest0(f.mode, f.count, f.note, f.ok);
     f.class_of_host.bufcomopt(f.num);
     EXPECT_EQ(f.format, 5);
-    EXPECT_EQ(f.session.rformat, 0);
+    EXPECT_EQ(f.variables.transfer.rformat, 0);
     EXPECT_EQ(f.file, "/dev/null");
     EXPECT_EQ(f.system_folder, "/usr/share/programmer/");
     EXPECT_EQ(f.icsum, 7);
@@ -229,13 +229,13 @@ TEST(dialogs, are_made_afresh_at_every_showing)
         forms::layout arrangement() override { return forms::column({}); }
     };
     dialog_table table;
-    table.add("analyzer", [&](session&) {
+    table.add("analyzer", [&](session&, module_variables&) {
         ++made;
         return std::make_unique<empty>();
     });
     EXPECT_TRUE(table.has("analyzer"));
     EXPECT_FALSE(table.has("recetwave"));
-    entry_methods methods{f.session, table};
+    entry_methods methods{f.session, f.variables, table};
     methods.analyzer0();
     methods.analyzer0();
     EXPECT_EQ(made, 2);
@@ -251,7 +251,8 @@ std::string help_file(int language, const std::string& system_folder = "")
     host.blocks.attachsmall(1);
     host.blocks.Language(0) = language;
     plug_in.syspath = system_folder;
-    entry_methods methods{plug_in};
+    module_variables variables;
+    entry_methods methods{plug_in, variables};
     std::int16_t num = 1;
     EXPECT_TRUE(methods.bufcomopt(num).ok());
     return plug_in.help_file;
@@ -308,8 +309,8 @@ TEST(offers, the_self_test_only_on_models_whose_dialog_is_there)
 {
     plug_in_fixture f;
     dialog_table table;
-    table.add("pinnote204", [](session&) { return std::unique_ptr<forms::form>{}; });
-    const entry_methods methods{f.session, table};
+    table.add("pinnote204", [](session&, module_variables&) { return std::unique_ptr<forms::form>{}; });
+    const entry_methods methods{f.session, f.variables, table};
     f.session.blocks.modeltype(0) = 39;
     EXPECT_TRUE(methods.offers("mnutesttestksm"));
     f.session.blocks.modeltype(0) = 40;

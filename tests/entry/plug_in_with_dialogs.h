@@ -43,10 +43,12 @@ struct plug_in_with_dialogs : plug_in_fixture {
     {
         dialog_table table;
         for (const std::string_view name : all_dialogs)
-            table.add(name, [this, name](tamrix::session&) { return std::make_unique<recorder>(*this, name); });
+            table.add(name, [this, name](tamrix::session&, module_variables&) {
+                return std::make_unique<recorder>(*this, name);
+            });
         return table;
     }
-    entry_methods class_of_host{session, recorders()};
+    entry_methods class_of_host{session, variables, recorders()};
 
     // The arguments of a host, which stand in variables of its own.
     std::string file = "/dev/null", system_folder = "/usr/share/programmer/";

@@ -18,7 +18,7 @@ using bytes_of = std::vector<std::uint8_t>;
 
 struct bad_input : testing::TestWithParam<int> {
     status read(const std::string& path, int clear = 2) { return f.load(path, {.format = GetParam(), .clear = clear}); }
-    std::string why() const { return f.session.why_it_failed.text(); }
+    std::string why() const { return f.variables.transfer.why_it_failed.text(); }
     void expect_quiet_failure(const std::string& reason)
     {
         EXPECT_EQ(why(), reason);

@@ -145,7 +145,7 @@ TEST(read_binary_large, a_folder_that_cannot_hold_the_image_is_a_failure_that_na
     large_fixture f;
     f.syspath = f.files.path("missing/");
     EXPECT_EQ(f.load(f.files.write("a.bin", "abc"), {.clear = 0}), status::failed);
-    EXPECT_EQ(f.session.why_it_failed.text(), f.files.path("missing/tmpbuf.bin") + ": no such file");
+    EXPECT_EQ(f.variables.transfer.why_it_failed.text(), f.files.path("missing/tmpbuf.bin") + ": no such file");
 }
 
 TEST(read_binary_large, the_length_in_words_and_the_buffer_choose_the_path)
@@ -179,7 +179,7 @@ TEST(write_binary_large, the_length_in_bytes_and_the_buffer_choose_the_path)
         });
         std::string out = files.path("out.bin"), folder = files.path("");
         EXPECT_TRUE(f.methods.wfile(out, folder).ok());
-        EXPECT_EQ(f.session.rformat, 0);
+        EXPECT_EQ(f.variables.transfer.rformat, 0);
         return std::filesystem::file_size(out) == 0;  // as the image, and not three bytes of the buffer
     };
     EXPECT_TRUE(copies_the_image(0x10800000, 1, 0x8400000));
@@ -198,7 +198,7 @@ TEST(write_binary_large, the_image_is_copied_whole_and_the_buffer_shows_its_star
     std::string out = f.files.path("out.bin"), folder = f.syspath;
     const std::size_t shown_before = f.shell.progress().size();
     EXPECT_TRUE(f.methods.wfile(out, folder).ok());
-    EXPECT_EQ(f.session.rformat, 0);
+    EXPECT_EQ(f.variables.transfer.rformat, 0);
     EXPECT_EQ(std::filesystem::file_size(out), 2u * 0x8400000u + 2200u);
     EXPECT_EQ(byte_at(out, 0), 'A');
     EXPECT_EQ(byte_at(out, chunk + 9), 'D');
@@ -215,7 +215,7 @@ TEST(write_binary_large, an_empty_image_writes_an_empty_file)
     f.shell.on_next_dialog([](forms::form& shown) { dynamic_cast<writefile&>(shown).okcom.click(); });
     std::string out = f.files.path("out.bin"), folder = f.syspath;
     f.methods.wfile(out, folder);
-    EXPECT_EQ(f.session.rformat, 0);
+    EXPECT_EQ(f.variables.transfer.rformat, 0);
     EXPECT_EQ(std::filesystem::file_size(out), 0u);
 }
 
@@ -225,8 +225,8 @@ TEST(write_binary_large, without_an_image_the_save_fails)
     f.shell.on_next_dialog([](forms::form& shown) { dynamic_cast<writefile&>(shown).okcom.click(); });
     std::string out = f.files.path("out.bin"), folder = f.files.path("");
     f.methods.wfile(out, folder);
-    EXPECT_EQ(f.session.rformat, 1);
-    EXPECT_EQ(f.session.why_it_failed.found, "no such file");
+    EXPECT_EQ(f.variables.transfer.rformat, 1);
+    EXPECT_EQ(f.variables.transfer.why_it_failed.found, "no such file");
 }
 
 }  // namespace

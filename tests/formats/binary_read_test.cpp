@@ -92,7 +92,7 @@ TEST(read_binary, a_device_larger_than_the_buffer_fails_where_the_buffer_ends)
     load_fixture f{{.tlength = 0x10000}};
     EXPECT_EQ(f.load(files.write("a.bin", std::string(0x2000, 'x')), {.to_buffer = "10"}), status::failed);
     EXPECT_EQ(f.buffer(0x1000 + 2199), 'x');
-    EXPECT_EQ(f.session.why_it_failed.found, "subscript out of range: ibuffer(6296)");
+    EXPECT_EQ(f.variables.transfer.why_it_failed.found, "subscript out of range: ibuffer(6296)");
 }
 
 TEST(read_binary, every_byte_selection_agrees_with_a_slow_model)
@@ -149,7 +149,7 @@ TEST(read_binary, a_buffer_that_could_not_be_attached_is_an_error_not_a_crash)
     load_fixture f;
     f.session.blocks.releasebig();
     EXPECT_EQ(f.load(files.write("a.bin", "abc"), {.clear = 2}), status::failed);
-    EXPECT_EQ(f.session.why_it_failed.found, "subscript out of range: ibuffer(1)");
+    EXPECT_EQ(f.variables.transfer.why_it_failed.found, "subscript out of range: ibuffer(1)");
 }
 
 }  // namespace

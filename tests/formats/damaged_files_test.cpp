@@ -190,7 +190,7 @@ struct every_reader : testing::TestWithParam<sample> {
         if (one.format == svf && !content.empty()) {
             EXPECT_EQ(read_text(files.path("pldtmp.svf")), with_dos_line_ends(content));
         }
-        return f.session.why_it_failed.empty() ? status::done : status::failed;
+        return f.variables.transfer.why_it_failed.empty() ? status::done : status::failed;
     }
     /// Loads a file into a fresh buffer and looks at all that must hold, whatever stands in the file.
     status load(const std::string& content, const load_entries& modes = {})
@@ -201,8 +201,9 @@ struct every_reader : testing::TestWithParam<sample> {
         f.session.blocks.MainRtstr(0) = "";
         const status outcome = run(content, modes);
         EXPECT_TRUE(outcome == status::done || outcome == status::failed) << static_cast<int>(outcome);
-        EXPECT_EQ(outcome == status::failed, !f.session.why_it_failed.empty());
-        EXPECT_TRUE(outcome == status::done || f.session.why_it_failed.text().starts_with(files.path("file") + ":"));
+        EXPECT_EQ(outcome == status::failed, !f.variables.transfer.why_it_failed.empty());
+        EXPECT_TRUE(outcome == status::done ||
+                    f.variables.transfer.why_it_failed.text().starts_with(files.path("file") + ":"));
         EXPECT_TRUE(f.shell.boxes().empty());
         const auto changed = [](std::uint8_t byte) { return byte != untouched; };
         EXPECT_LE(std::ranges::count_if(memory, changed), static_cast<std::ptrdiff_t>(content.size()));
@@ -238,7 +239,7 @@ TEST_P(every_reader, takes_the_file_cut_at_every_byte)
     for (std::size_t length = 0; length < one.whole.size(); ++length) {
         SCOPED_TRACE(length);
         load_both_ways(one.whole.substr(0, length));
-        const diagnostic& why = f.session.why_it_failed;
+        const diagnostic& why = f.variables.transfer.why_it_failed;
         EXPECT_TRUE(why.empty() || why.line || why.offset) << "it does not say where";
         EXPECT_TRUE(one.ends_in != failures::every_cut || !why.empty());
         EXPECT_TRUE(one.ends_in != failures::none || why.empty());

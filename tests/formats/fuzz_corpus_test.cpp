@@ -36,8 +36,8 @@ void replay(const std::string& reader, const std::string& path)
     const std::string content = read_text(path).substr(choices);
     std::string file = files.write("file", content), folder = files.path("");
     load_fixture f;
-    if (reader == "jedec") return read_jedec(f.session, file);
-    if (reader == "svf") return static_cast<void>(read_svf(f.session, file, folder));
+    if (reader == "jedec") return read_jedec(f.session, f.variables.transfer.why_it_failed, file);
+    if (reader == "svf") return static_cast<void>(read_svf(f.variables.transfer.why_it_failed, file, folder));
     const auto table = formats();
     const auto found = std::ranges::find(table, reader, &format::name);
     ASSERT_NE(found, table.end()) << "no such reader";
@@ -47,7 +47,7 @@ void replay(const std::string& reader, const std::string& path)
         const int index = static_cast<int>(found - table.begin());
         const status outcome = fresh.load(file, {.format = index, .from_mode = mode % 7, .to_mode = mode / 7});
         EXPECT_TRUE(outcome == status::done || outcome == status::failed);
-        EXPECT_EQ(outcome == status::failed, !fresh.session.why_it_failed.empty());
+        EXPECT_EQ(outcome == status::failed, !fresh.variables.transfer.why_it_failed.empty());
     }
 }
 

@@ -49,7 +49,7 @@ struct load_fixture : plug_in_fixture {
         std::string name = file, folder = syspath;
         std::int16_t format = preselected;
         last_reply = methods.readfile0(name, format, folder);
-        return static_cast<status>(session.rformat);
+        return static_cast<status>(variables.transfer.rformat);
     }
 
     std::string syspath;
@@ -76,7 +76,7 @@ struct format_fixture : load_fixture {
     /// The diagnostic without the folder.
     std::string why() const
     {
-        diagnostic told = session.why_it_failed;
+        diagnostic told = variables.transfer.why_it_failed;
         if (!told.file.empty()) told.file = std::filesystem::path{told.file}.filename().string();
         return told.text();
     }

@@ -15,16 +15,18 @@ struct write_fixture : plug_in_fixture {
     {
         const auto content = random_bytes(session.blocks.ibuffer.span().size());
         std::ranges::copy(content, session.blocks.ibuffer.span().begin());
-        session.fname = files.path("out");
+        variables.transfer.fname = files.path("out");
     }
     status write(int format, std::int64_t start, std::int64_t length)
     {
-        session.transfer.bufstart = start;
-        session.transfer.savelength = length;
-        transfer_job job{.plug_in = session, .progress = [this](double percent) { progress.push_back(percent); }};
+        variables.transfer.bufstart = start;
+        variables.transfer.savelength = length;
+        transfer_job job{.plug_in = session, .transfer = variables.transfer, .progress = [this](double percent) {
+                             progress.push_back(percent);
+                         }};
         return run_guarded(job, formats()[static_cast<std::size_t>(format)].write);
     }
-    std::string text() const { return read_text(session.fname); }
+    std::string text() const { return read_text(variables.transfer.fname); }
     /// The lines of the file; every one must end with CR LF.
     lines written() const
     {
@@ -51,7 +53,7 @@ TEST(write_binary, writes_the_range_and_nothing_else)
     write_fixture f;
     for (const std::int64_t length : {0, 1, 199, 200, 201, 4000, 100000}) {
         EXPECT_EQ(f.write(0, 0x123, length), status::done);
-        EXPECT_EQ(read_bytes(f.session.fname), f.bytes(0x123, length)) << length;
+        EXPECT_EQ(read_bytes(f.variables.transfer.fname), f.bytes(0x123, length)) << length;
     }
 }
 
@@ -70,19 +72,19 @@ TEST(write_binary, a_range_behind_the_view_fails_and_leaves_what_was_whole)
     write_fixture f{{.buflength = 0x1000, .tlength = 0x1000}};
     const std::int64_t view = 0x1000 + 2200;
     EXPECT_EQ(f.write(0, 0, view + 1), status::failed);
-    EXPECT_EQ(read_bytes(f.session.fname), f.bytes(0, view)) << "the tail goes byte by byte";
+    EXPECT_EQ(read_bytes(f.variables.transfer.fname), f.bytes(0, view)) << "the tail goes byte by byte";
     EXPECT_EQ(f.write(0, 0, view + 1000), status::failed);
-    EXPECT_EQ(read_bytes(f.session.fname), f.bytes(0, view / 200 * 200)) << "blocks go whole";
-    EXPECT_EQ(f.session.why_it_failed.found.substr(0, 30), "subscript out of range: ibuffe");
+    EXPECT_EQ(read_bytes(f.variables.transfer.fname), f.bytes(0, view / 200 * 200)) << "blocks go whole";
+    EXPECT_EQ(f.variables.transfer.why_it_failed.found.substr(0, 30), "subscript out of range: ibuffe");
 }
 
 TEST(write_binary, a_full_disk_is_a_failure_that_says_so)
 {
     write_fixture f;
-    f.session.fname = "/dev/full";
+    f.variables.transfer.fname = "/dev/full";
     for (int format = 0; format < 4; ++format) {
         EXPECT_EQ(f.write(format, 0, 1000), status::failed);
-        EXPECT_EQ(f.session.why_it_failed.text(), "/dev/full: No space left on device");
+        EXPECT_EQ(f.variables.transfer.why_it_failed.text(), "/dev/full: No space left on device");
     }
 }
 
@@ -91,7 +93,7 @@ TEST(write_binary, an_old_file_is_replaced_whole)
     write_fixture f;
     f.files.write("out", std::string(5000, 'x'));
     f.write(0, 0, 3);
-    EXPECT_EQ(read_bytes(f.session.fname), f.bytes(0, 3));
+    EXPECT_EQ(read_bytes(f.variables.transfer.fname), f.bytes(0, 3));
 }
 
 TEST(write_intel, a_range_across_a_segment_line_has_two_segments)
@@ -138,7 +140,7 @@ TEST(write_intel, the_saved_length_becomes_the_progress_total)
         f.progress.clear();
         f.write(1, 0, length);
         const int total = length + pace;
-        EXPECT_EQ(f.session.transfer.savelength, total);
+        EXPECT_EQ(f.variables.transfer.savelength, total);
         std::vector<double> expected;  // each time that many records of 32 bytes are written
         for (int records = pace; records <= (length + 31) / 32; records += pace) {
             expected.push_back(100.0 * 32 * records / total);
@@ -186,7 +188,7 @@ TEST(text_writers, a_range_behind_the_view_fails_and_leaves_what_was_written)
     write_fixture f{{.buflength = 0x1000, .tlength = 0x1000}};
     for (int format = 1; format < 4; ++format) {
         EXPECT_EQ(f.write(format, 0x1000, 2200 + 1), status::failed) << format;
-        EXPECT_EQ(f.session.why_it_failed.found, "subscript out of range: ibuffer(6296)");
+        EXPECT_EQ(f.variables.transfer.why_it_failed.found, "subscript out of range: ibuffer(6296)");
     }
 }
 

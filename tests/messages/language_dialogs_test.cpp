@@ -62,8 +62,8 @@ protected:
     {
         shown_.clear();
         session.blocks.Language(0) = offset;
-        show<readfile>("readfile");
-        show<writefile>("writefile");
+        show<readfile>("readfile", variables.transfer);
+        show<writefile>("writefile", variables.transfer);
         show<ttladd>("ttladd");
         show_from_table("ttlautotest");
         for (const std::uint8_t face : {0, 1}) {  // ttltest and ttledit have two faces each
@@ -76,12 +76,13 @@ protected:
 
     plug_in_fixture plug_in;
     tamrix::session& session = plug_in.session;
+    module_variables& variables = plug_in.variables;
 
 private:
     template <class Dialog>
-    void show(const char* name)
+    void show(const char* name, auto&... variables_used)
     {
-        Dialog dialog{session};
+        Dialog dialog{session, variables_used...};
         plug_in.shell.during(dialog, [&] { note(name, dialog); });
     }
     /// A dialog that does not exist yet is not there to be tested.
@@ -89,7 +90,7 @@ private:
     {
         if (!table_.has(name)) return;
         plug_in.shell.on_next_dialog([this, name](forms::form& dialog) { note(std::string{name}, dialog); });
-        table_.show(name, session);
+        table_.show(name, session, variables);
     }
     void note(const std::string& name, const forms::form& dialog)
     {
@@ -135,13 +136,13 @@ TEST_F(dialogs_in_a_language, show_five_mnemonics_in_the_vector_editor)
 
 TEST_F(dialogs_in_a_language, change_their_language_at_the_next_opening)
 {
-    readfile dialog{session};
+    readfile dialog{session, variables.transfer};
     plug_in.shell.during(dialog, [&] {
         EXPECT_EQ(dialog.caption(), "Load A File To Buffer");
         session.blocks.Language(0) = 12000;
         EXPECT_EQ(dialog.caption(), "Load A File To Buffer") << "an open dialog keeps its language";
     });
-    readfile next{session};
+    readfile next{session, variables.transfer};
     plug_in.shell.during(next, [&] {
         EXPECT_EQ(next.caption(), "Wczytywanie pliku do bufora");
         EXPECT_EQ(next.exitcom.caption(), "Anuluj");

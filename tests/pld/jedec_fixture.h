@@ -34,7 +34,7 @@ struct jedec_fixture : plug_in_fixture {
         const std::string_view entry = session.pld.pldvect(number - 1);
         return std::string{entry.substr(0, entry.find_last_not_of(' ') + 1)};
     }
-    std::string why() const { return session.why_it_failed.found; }
+    std::string why() const { return variables.transfer.why_it_failed.found; }
 
     temp_folder files;
 

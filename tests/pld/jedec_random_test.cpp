@@ -41,7 +41,7 @@ struct random_files : plug_in_fixture {
         EXPECT_EQ(session.pld.checksum, model.checksum);
         EXPECT_EQ(session.pld.pldvectcnt, model.vector_count);
         EXPECT_EQ(session.blocks.prgmode(1), model.progress < 0 ? 77 : model.progress);
-        EXPECT_EQ(session.why_it_failed.empty(), !model.failed);
+        EXPECT_EQ(variables.transfer.why_it_failed.empty(), !model.failed);
     }
 
     temp_folder files;

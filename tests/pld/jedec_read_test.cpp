@@ -143,7 +143,7 @@ TEST(read_jedec, a_missing_file_leaves_the_reason_and_no_box)
     const reply outcome = f.methods.readpldfile(file);
     EXPECT_TRUE(outcome.ok());
     EXPECT_EQ(outcome.value, variant{});
-    EXPECT_EQ(f.session.why_it_failed.text(), file + ": no such file");
+    EXPECT_EQ(f.variables.transfer.why_it_failed.text(), file + ": no such file");
     EXPECT_TRUE(f.shell.boxes().empty());
 }
 

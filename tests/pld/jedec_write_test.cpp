@@ -35,7 +35,7 @@ struct write_fixture : plug_in_fixture {
         }
         return result;
     }
-    std::string why() const { return session.why_it_failed.found; }
+    std::string why() const { return variables.transfer.why_it_failed.found; }
 
     temp_folder files;
 };
@@ -169,7 +169,7 @@ TEST(write_jedec, a_file_that_cannot_be_made_leaves_the_reason)
     write_fixture f{16, 16};
     std::string file = f.files.path("missing/out.jed");
     EXPECT_TRUE(f.methods.writepldfile(file).ok());
-    EXPECT_EQ(f.session.why_it_failed.text(), file + ": no such file");
+    EXPECT_EQ(f.variables.transfer.why_it_failed.text(), file + ": no such file");
 }
 
 TEST(write_jedec, what_is_written_reads_back)

@@ -48,7 +48,7 @@ TEST(read_svf, a_source_that_cannot_be_opened_yields_0_with_the_reason)
     svf_fixture f;
     const std::string missing = f.files.path("missing.svf");
     EXPECT_EQ(f.read(missing, f.files.path("")).value, good);
-    EXPECT_EQ(f.session.why_it_failed.text(), missing + ": no such file");
+    EXPECT_EQ(f.variables.transfer.why_it_failed.text(), missing + ": no such file");
 }
 
 TEST(read_svf, the_path_is_joined_as_it_stands)

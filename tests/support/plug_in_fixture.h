@@ -30,7 +30,8 @@ struct plug_in_fixture {
 
     scripted_shell shell;
     tamrix::session session{shell, fresh_name_space()};
-    entry_methods methods{session};
+    module_variables variables;
+    entry_methods methods{session, variables};
 
     std::uint8_t& buffer(std::int64_t index) { return session.blocks.ibuffer(index); }
     /// `count` bytes of the buffer from `first` on.

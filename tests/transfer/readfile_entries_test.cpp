@@ -14,7 +14,7 @@ std::int64_t address_of(const std::string& text)
     temp_folder files;
     load_fixture f{{.buflength = 0x20000, .tlength = 0x20000}};
     f.load(files.write("a.bin", "x"), {.to_buffer = text});
-    return f.session.transfer.bufstart;
+    return f.variables.transfer.bufstart;
 }
 
 TEST(readfile, FFFF_is_65535_and_10000_is_65536)
@@ -29,7 +29,7 @@ TEST(readfile, an_address_above_7FFFFFFF_is_positive_and_lies_behind_the_buffer)
     temp_folder files;
     load_fixture f;
     f.load(files.write("a.bin", "x"), {.to_buffer = "FFFFFFFF"});
-    EXPECT_EQ(f.session.transfer.bufstart, 4294967295);
+    EXPECT_EQ(f.variables.transfer.bufstart, 4294967295);
     EXPECT_EQ(f.shell.boxes(), strings{"<To Buffer Address> > Buffer Size!"});
     EXPECT_TRUE(f.stayed_open);
 }
@@ -102,7 +102,7 @@ TEST(readfile, a_size_below_the_device_limits_the_load)
     temp_folder files;
     load_fixture f;
     f.load(files.write("a.bin", std::string(0x1000, 'x')), {.size = "FFF"});
-    EXPECT_EQ(f.session.transfer.loadlength, 0xFFF);
+    EXPECT_EQ(f.variables.transfer.loadlength, 0xFFF);
     EXPECT_EQ(f.buffer(0xFFE), 'x');
     EXPECT_EQ(f.buffer(0xFFF), plug_in_fixture::untouched);
 }
@@ -112,9 +112,9 @@ TEST(readfile, a_size_equal_to_the_device_gets_a_margin_of_100)
     temp_folder files;
     load_fixture f;
     f.load(files.write("a.bin", "x"), {.size = "1000"});
-    EXPECT_EQ(f.session.transfer.loadlength, 0x1000 + 100);
+    EXPECT_EQ(f.variables.transfer.loadlength, 0x1000 + 100);
     f.load(files.write("a.bin", "x"), {.size = "FFFFFFFF"});
-    EXPECT_EQ(f.session.transfer.loadlength, 0x1000 + 100);
+    EXPECT_EQ(f.variables.transfer.loadlength, 0x1000 + 100);
 }
 
 }  // namespace

@@ -10,14 +10,14 @@ using strings = std::vector<std::string>;
 /// Opens the load dialog alone, for tests of what it shows.
 struct open_dialog : plug_in_fixture {
     explicit open_dialog(const device& chosen = {}) : plug_in_fixture{chosen} {}
-    readfile dialog{session};
+    readfile dialog{session, variables.transfer};
     void shown(std::function<void()> steps) { shell.during(dialog, std::move(steps)); }
 };
 
 TEST(readfile, opens_with_its_defaults)
 {
     open_dialog f{{.tlength = 0x8000, .wordmode = 2, .clear = 1}};
-    f.session.rformat = 1;
+    f.variables.transfer.rformat = 1;
     f.shown([&] {
         EXPECT_EQ(f.dialog.caption(), "Load A File To Buffer");
         EXPECT_EQ(f.dialog.rfileText1.text(), "0");
@@ -64,7 +64,7 @@ TEST(readfile, every_byte_selection_sets_its_step_and_phase)
     for (int mode = 0; mode < 7; ++mode) {
         load_fixture f;
         f.load(file, {.from_mode = mode, .to_mode = 6 - mode});
-        const auto& at = f.session.transfer;
+        const auto& at = f.variables.transfer;
         EXPECT_EQ(std::pair(int{at.filestep}, int{at.filephase}), expected[mode]);
         EXPECT_EQ(std::pair(int{at.bufstep}, int{at.bufphase}), expected[6 - mode]);
         EXPECT_EQ(at.tomode, 6 - mode);
@@ -75,28 +75,28 @@ TEST(readfile, every_byte_selection_sets_its_step_and_phase)
 TEST(readfile, an_EMC_file_on_a_HOLTEK_device_opens_on_binary)
 {
     open_dialog f{{.family = 2, .maker = "  HOLTEK "}};
-    f.session.rformat = 5;
+    f.variables.transfer.rformat = 5;
     f.shown([&] { EXPECT_EQ(f.dialog.rfileOption2.selected(), 0); });
-    f.session.rformat = 4;
+    f.variables.transfer.rformat = 4;
     f.shown([&] { EXPECT_EQ(f.dialog.rfileOption2.selected(), 4); });
 }
 
 TEST(readfile, a_Holtek_file_on_an_EMC_device_opens_on_binary)
 {
     open_dialog f{{.family = 2, .maker = "EMC"}};
-    f.session.rformat = 4;
+    f.variables.transfer.rformat = 4;
     f.shown([&] { EXPECT_EQ(f.dialog.rfileOption2.selected(), 0); });
-    f.session.rformat = 5;
+    f.variables.transfer.rformat = 5;
     f.shown([&] { EXPECT_EQ(f.dialog.rfileOption2.selected(), 5); });
 }
 
 TEST(readfile, the_vendor_formats_stay_on_other_makers_and_families)
 {
     open_dialog other_maker{{.family = 2, .maker = "ATMEL"}};
-    other_maker.session.rformat = 5;
+    other_maker.variables.transfer.rformat = 5;
     other_maker.shown([&] { EXPECT_EQ(other_maker.dialog.rfileOption2.selected(), 5); });
     open_dialog other_family{{.family = 1, .maker = "HOLTEK"}};
-    other_family.session.rformat = 5;
+    other_family.variables.transfer.rformat = 5;
     other_family.shown([&] { EXPECT_EQ(other_family.dialog.rfileOption2.selected(), 5); });
 }
 
@@ -165,7 +165,7 @@ TEST(readfile, a_good_load_reports_time_and_seconds_and_closes)
     EXPECT_EQ(f.load(file), status::done);
     EXPECT_FALSE(f.stayed_open);
     EXPECT_EQ(f.status_text(), ">>Load File OK! Time:" + date_and_time_of(file) + "\n>> 0.00Sec\n");
-    EXPECT_EQ(f.session.why_it_failed.text(), "");
+    EXPECT_EQ(f.variables.transfer.why_it_failed.text(), "");
 }
 
 TEST(readfile, the_status_text_is_appended_to_what_stands_there)
@@ -192,8 +192,8 @@ TEST(readfile, cancel_is_dead_while_a_reader_runs)
     temp_folder files;
     load_fixture f{{.buflength = 0x8400000, .tlength = 0x10800000}};
     f.syspath = files.path("");
-    readfile dialog{f.session};
-    f.session.fname = files.write("a.bin", "abc");
+    readfile dialog{f.session, f.variables.transfer};
+    f.variables.transfer.fname = files.write("a.bin", "abc");
     f.session.syspath = f.syspath;
     bool open_meanwhile = false;
     f.shell.on_doevents = [&] {
@@ -203,7 +203,7 @@ TEST(readfile, cancel_is_dead_while_a_reader_runs)
     };
     f.shell.during(dialog, [&] { dialog.okcom.click(); });
     EXPECT_TRUE(open_meanwhile);
-    EXPECT_EQ(f.session.rformat, 0);
+    EXPECT_EQ(f.variables.transfer.rformat, 0);
 }
 
 TEST(readfile, cancel_closes_an_idle_dialog_and_the_first_result_is_empty)
@@ -226,11 +226,11 @@ TEST(readfile, a_cancelled_dialog_forgets_why_the_load_before_failed)
     temp_folder files;
     load_fixture f;
     f.load(files.path("missing.bin"));
-    EXPECT_FALSE(f.session.why_it_failed.empty());
+    EXPECT_FALSE(f.variables.transfer.why_it_failed.empty());
     std::string name = "b.bin", none;
     std::int16_t format = 0;
     f.methods.readfile0(name, format, none);
-    EXPECT_TRUE(f.session.why_it_failed.empty());
+    EXPECT_TRUE(f.variables.transfer.why_it_failed.empty());
 }
 
 TEST(readfile, a_cancelled_load_yields_what_the_load_before_left)

@@ -91,7 +91,7 @@ TEST(writefile, a_good_save_reports_time_and_seconds_and_closes)
     EXPECT_FALSE(f.stayed_open);
     const std::string date = date_and_time_of(f.files.path("out"));
     EXPECT_EQ(f.status_text(), ">>Save File OK! Time:" + date + "\n>> 0.00Sec\n");
-    EXPECT_EQ(f.session.rformat, 0);
+    EXPECT_EQ(f.variables.transfer.rformat, 0);
 }
 
 TEST(writefile, a_failed_save_reports_and_closes_too)
@@ -100,8 +100,8 @@ TEST(writefile, a_failed_save_reports_and_closes_too)
     f.save(f.files.path("missing/out"), [](writefile& d) { d.okcom.click(); });
     EXPECT_FALSE(f.stayed_open);
     EXPECT_EQ(f.status_text(), ">>Save File Fail!\n>> 0.00Sec\n");
-    EXPECT_EQ(f.session.rformat, 1);
-    EXPECT_EQ(f.session.why_it_failed.text(), f.files.path("missing/out") + ": no such file");
+    EXPECT_EQ(f.variables.transfer.rformat, 1);
+    EXPECT_EQ(f.variables.transfer.why_it_failed.text(), f.files.path("missing/out") + ": no such file");
     EXPECT_TRUE(f.shell.boxes().empty());
 }
 

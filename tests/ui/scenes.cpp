@@ -41,15 +41,15 @@ void with_vectors(session& plug_in, std::string name, int pins, int rows)
 
 void load_file(stage& on)
 {
-    readfile load{on.session};
-    load.rfileLabel2.caption = on.session.fname;
+    readfile load{on.session, on.variables.transfer};
+    load.rfileLabel2.caption = on.variables.transfer.fname;
     on.show(load, [&] { load.ProgressBar1.value = 62; });
 }
 
 void save_file(stage& on)
 {
-    writefile save{on.session};
-    save.wfileLabel2.caption = on.session.fname;
+    writefile save{on.session, on.variables.transfer};
+    save.wfileLabel2.caption = on.variables.transfer.fname;
     save.wfileText2.text("800000");
     save.wfileText3.text("7FFFFF");
     on.show(save, [&] { save.ProgressBar1.value = 62; });
@@ -235,7 +235,7 @@ stage::stage(int language) : session{screen, fresh_name_space()}
     session.blocks.modeltype(0) = with_40_pins;
     session.blocks.tlength(0) = session.blocks.buflength(0) = 0x400000;
     session.blocks.wordmode(0) = 2;
-    session.fname = "/home/anna/projects/controller/release/firmware-2.4.1.hex";
+    variables.transfer.fname = "/home/anna/projects/controller/release/firmware-2.4.1.hex";
     session.syspath = folder.path("");
     write_library();
 }

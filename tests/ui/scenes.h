@@ -1,6 +1,7 @@
 // Every dialog and message box of the plug-in, each with contents as a person meets them.
 #pragma once
 
+#include "entry/module_variables.h"
 #include "forms/form.h"
 #include "session/session.h"
 #include "support/temp_files.h"
@@ -25,6 +26,7 @@ public:
 
     wxui::wx_shell screen;
     tamrix::session session;
+    module_variables variables;
     temp_folder folder;
     std::function<void()> look = [] {};
 

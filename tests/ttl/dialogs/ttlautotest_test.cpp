@@ -52,7 +52,7 @@ TEST_F(ttlautotest_dialog, is_closed_by_ok_by_enter_and_by_escape)
 TEST_F(ttlautotest_dialog, is_shown_with_every_device_that_passed)
 {
     write_library({passing, failing, cmos});
-    entry_methods methods{session, all_dialogs()};
+    entry_methods methods{session, variables, all_dialogs()};
     std::string folder_of_library = session.syspath;
     lines shown;
     shell.on_next_dialog([&](forms::form& dialog) { shown = dynamic_cast<ttlautotest&>(dialog).List1.items(); });
@@ -66,7 +66,7 @@ TEST_F(ttlautotest_dialog, is_shown_with_every_device_that_passed)
 TEST_F(ttlautotest_dialog, stays_away_where_no_device_passed)
 {
     write_library({failing, failing});
-    entry_methods methods{session, all_dialogs()};
+    entry_methods methods{session, variables, all_dialogs()};
     std::string folder_of_library = session.syspath;
     EXPECT_TRUE(methods.mnutestautofind0(folder_of_library).ok());
     EXPECT_EQ(shell.dialogs_shown(), 0);
@@ -76,7 +76,7 @@ TEST_F(ttlautotest_dialog, stays_away_where_no_device_passed)
 TEST_F(dialogs_of_the_logic_test, stand_behind_the_methods_of_the_host)
 {
     write_library({passing, failing});
-    entry_methods methods{session, all_dialogs()};
+    entry_methods methods{session, variables, all_dialogs()};
     for (const char* method : {"mnutestttltest0", "mnutesteditttllib0", "mnuEditeditvector0"}) {
         EXPECT_TRUE(methods.offers(method)) << method;
     }

@@ -259,11 +259,11 @@ TEST(mnutestautofind0, shows_the_result_dialog_with_the_hits)
     };
     lines shown;
     dialog_table dialogs;
-    dialogs.add("ttlautotest", [&](tamrix::session& plug_in) {
+    dialogs.add("ttlautotest", [&](tamrix::session& plug_in, module_variables&) {
         shown = plug_in.ttl.hits;
         return std::make_unique<result_dialog>();
     });
-    entry_methods methods{f.session, dialogs};
+    entry_methods methods{f.session, f.variables, dialogs};
     f.put_chip(gate_rows);
     f.write_library(std::vector{gate("7437"), nor});
     std::string folder = f.files.path("");

@@ -17,7 +17,8 @@ struct big_block : testing::Test {
     const std::string prefix = fresh_name_space();
     scripted_shell shell;
     session plug_in{shell, prefix};
-    entry_methods methods{plug_in};
+    module_variables variables;
+    entry_methods methods{plug_in, variables};
     block<std::uint8_t>& ibuffer = plug_in.blocks.ibuffer;
 
     void attach(std::int32_t buflength)

@@ -91,7 +91,8 @@ TEST_F(failing_blocks, that_all_fail_show_62_boxes_and_no_error)
     for (const block_info& line : small_blocks) all.push_back(mutex(std::string{line.name} + "1"));
     for (const block_info& line : big_blocks) all.push_back(mutex(std::string{line.name}));
     session plug_in{shell, prefix};
-    entry_methods methods{plug_in};
+    module_variables variables;
+    entry_methods methods{plug_in, variables};
     std::int16_t num = 1;
     EXPECT_TRUE(methods.bufcomopt(num).ok());
     EXPECT_EQ(shell.boxes(), texts(60, failure_text));

@@ -1,0 +1,12 @@
+// What outlives a dialog, a struct a subject. Each dialog and routine is handed those that it uses.
+#pragma once
+
+#include "formats/transfer_variables.h"
+
+namespace tamrix {
+
+struct module_variables {
+    transfer_variables transfer;
+};
+
+}  // namespace tamrix
