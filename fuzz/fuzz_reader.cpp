@@ -28,6 +28,7 @@ struct bench {
     std::string name = "tamrix-fuzz-" + std::to_string(::getpid());
     session plug_in{shell, name + "-"};
     transfer_variables transfer;
+    pld_variables pld;
     std::string folder = "/dev/shm/" + name + "-";
     std::string path = folder + "file";
 
@@ -90,7 +91,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     b.write(data + choices, size - choices);
     choose(b.plug_in, b.transfer, data);
     if (reader == "jedec") {
-        read_jedec(b.plug_in, b.transfer.why_it_failed, b.path);
+        read_jedec(b.plug_in, b.pld, b.transfer.why_it_failed, b.path);
         return 0;
     }
     if (reader == "svf") {

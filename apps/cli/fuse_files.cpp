@@ -32,7 +32,7 @@ void check_outcome(const reply& outcome, const diagnostic& why_it_failed)
 }
 
 /// How many fuses are "1", and how many the file left alone.
-void tell_fuses(session& state, std::int64_t words, console& con)
+void tell_fuses(const session& state, const pld_variables& pld, std::int64_t words, console& con)
 {
     std::int64_t ones = 0, untold = 0;
     for (const std::uint8_t fuse : state.blocks.ibuffer.span().first(static_cast<std::size_t>(words))) {
@@ -41,8 +41,8 @@ void tell_fuses(session& state, std::int64_t words, console& con)
     }
     con.line("fuses: " + std::to_string(words) + ", of which 1: " + std::to_string(ones) +
              ", not in the file: " + std::to_string(untold));
-    con.line("fuse checksum: " + arith::hex_fixed(state.pld.checksum & 0xFFFF, 4));
-    con.line("vectors: " + std::to_string(state.pld.pldvectcnt - 1));
+    con.line("fuse checksum: " + arith::hex_fixed(pld.checksum & 0xFFFF, 4));
+    con.line("vectors: " + std::to_string(pld.pldvectcnt - 1));
 }
 
 /// What the file does not tell is written as 0: the writer takes nothing else.
@@ -91,8 +91,8 @@ void jedec(const jedec_options& options, std::int32_t language, console& con)
 
     std::string in = options.in;
     check_outcome(plug_in.methods.readpldfile(in), plug_in.variables.transfer.why_it_failed);
-    if (!plug_in.state.pld.note.empty()) con.line("note:" + plug_in.state.pld.note);
-    tell_fuses(plug_in.state, words, con);
+    if (!plug_in.variables.pld.note.empty()) con.line("note:" + plug_in.variables.pld.note);
+    tell_fuses(plug_in.state, plug_in.variables.pld, words, con);
     if (!options.out) return;
     fill_untold(plug_in.state, words);
     std::string out = *options.out;

@@ -22,7 +22,7 @@ void load(attached_plug_in& plug_in, const std::string& jedec_file)
     if (!outcome.ok()) fail(outcome.error);
     const diagnostic& why_it_failed = plug_in.variables.transfer.why_it_failed;
     if (!why_it_failed.empty()) fail(why_it_failed.text());
-    if (plug_in.state.pld.pldvectcnt < 2) fail(jedec_file + ": no vectors in it");
+    if (plug_in.variables.pld.pldvectcnt < 2) fail(jedec_file + ": no vectors in it");
 }
 
 }  // namespace
@@ -42,7 +42,7 @@ void vectors(const ttl_options& options, const std::string& jedec_file, console&
     plug_in.blocks.value<std::uint8_t>("bvccpin") = host::pin_code(chip.vcc_pin, chip.pins);
     plug_in.blocks.value<std::uint8_t>("bgndpin") = host::pin_code(chip.gnd_pin, chip.pins);
     plug_in.blocks.value<std::int16_t>("bvcc") = 500;  // in units of 10 mV
-    const std::int64_t rows = plug_in.state.pld.pldvectcnt - 1;
+    const std::int64_t rows = plug_in.variables.pld.pldvectcnt - 1;
     std::uint8_t mode = 1, with_device_data = 1;
     auto count = static_cast<std::uint8_t>(std::min(rows, most_rows) + 1);
     bool16 ok = bool16_true;

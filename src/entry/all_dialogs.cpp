@@ -7,23 +7,19 @@
 
 namespace tamrix {
 
-namespace {
-
-template <class Dialog>
-std::unique_ptr<forms::form> make(session& plug_in, module_variables&)
-{
-    return std::make_unique<Dialog>(plug_in);
-}
-
-}  // namespace
-
 dialog_table all_dialogs()
 {
     dialog_table table;
-    table.add("algoparameter", make<algoparameter>);
-    table.add("ttltest", make<ttltest>);
-    table.add("ttledit", make<ttledit>);
-    table.add("ttlautotest", make<ttlautotest>);
+    table.add("algoparameter",
+              [](session& plug_in, module_variables&) { return std::make_unique<algoparameter>(plug_in); });
+    table.add("ttltest", [](session& plug_in, module_variables& variables) {
+        return std::make_unique<ttltest>(plug_in, variables.pld);
+    });
+    table.add("ttledit", [](session& plug_in, module_variables& variables) {
+        return std::make_unique<ttledit>(plug_in, variables.pld);
+    });
+    table.add("ttlautotest",
+              [](session& plug_in, module_variables&) { return std::make_unique<ttlautotest>(plug_in); });
     return table;
 }
 

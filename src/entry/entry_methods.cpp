@@ -205,7 +205,7 @@ reply entry_methods::vecttest0(std::uint8_t& mode, std::uint8_t& ttlcnt0, std::u
         plug_in_.ttl.ttlcnt = ttlcnt0;
         plug_in_.wnote = wnote0;
         // The rows of an editor are handed over by its own Test button only.
-        vecttest(plug_in_, mode, {});
+        vecttest(plug_in_, variables_.pld, mode, {});
         return variant{};
     });
 }
@@ -213,7 +213,7 @@ reply entry_methods::vecttest0(std::uint8_t& mode, std::uint8_t& ttlcnt0, std::u
 reply entry_methods::readpldfile(std::string& fname)
 {
     return guarded([&] {
-        read_jedec(plug_in_, variables_.transfer.why_it_failed, fname);
+        read_jedec(plug_in_, variables_.pld, variables_.transfer.why_it_failed, fname);
         return variant{};
     });
 }
@@ -221,7 +221,7 @@ reply entry_methods::readpldfile(std::string& fname)
 reply entry_methods::writepldfile(std::string& fname)
 {
     return guarded([&] {
-        write_jedec(plug_in_, variables_.transfer.why_it_failed, fname);
+        write_jedec(plug_in_, variables_.pld, variables_.transfer.why_it_failed, fname);
         return variant{};
     });
 }

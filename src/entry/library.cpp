@@ -104,7 +104,7 @@ const char* tamrix_diagnostic(tamrix::Clstamrix* plug_in) noexcept
 
 const char* tamrix_jedec_note(tamrix::Clstamrix* plug_in) noexcept
 {
-    return tamrix::text_of(plug_in, [](const loaded_plug_in& it) { return it.state.pld.note; });
+    return tamrix::text_of(plug_in, [](const loaded_plug_in& it) { return it.variables.pld.note; });
 }
 
 const char* tamrix_help_file(tamrix::Clstamrix* plug_in) noexcept
@@ -115,7 +115,7 @@ const char* tamrix_help_file(tamrix::Clstamrix* plug_in) noexcept
 int tamrix_vector_count(tamrix::Clstamrix* plug_in) noexcept
 {
     if (plug_in == nullptr) return 0;
-    return std::max(loaded(plug_in).state.pld.pldvectcnt - 1, 0);
+    return std::max(loaded(plug_in).variables.pld.pldvectcnt - 1, 0);
 }
 
 int tamrix_has_language(std::int32_t offset) noexcept { return tamrix::has_language(offset) ? 1 : 0; }

@@ -2,11 +2,13 @@
 #pragma once
 
 #include "formats/transfer_variables.h"
+#include "pld/pld_variables.h"
 
 namespace tamrix {
 
 struct module_variables {
     transfer_variables transfer;
+    pld_variables pld;
 };
 
 }  // namespace tamrix

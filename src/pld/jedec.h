@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/diagnostic.h"
+#include "pld/pld_variables.h"
 #include "session/session.h"
 
 #include <string>
@@ -10,10 +11,10 @@ namespace tamrix {
 
 /// Reads the fuse file `fname` into the buffer and the vector list. What was read before a fault stays; the fault is
 /// left in `why_it_failed`.
-void read_jedec(session& plug_in, diagnostic& why_it_failed, const std::string& fname);
+void read_jedec(session& plug_in, pld_variables& pld, diagnostic& why_it_failed, const std::string& fname);
 
 /// Writes the buffer's fuses and the vector list. What was written before a fault stays in the file; the fault is left
 /// in `why_it_failed`.
-void write_jedec(session& plug_in, diagnostic& why_it_failed, const std::string& fname);
+void write_jedec(session& plug_in, pld_variables& pld, diagnostic& why_it_failed, const std::string& fname);
 
 }  // namespace tamrix

@@ -38,12 +38,12 @@ private:
 /// Puts the fields of a fuse file where the host looks for them.
 class jedec_reader {
 public:
-    jedec_reader(session& plug_in, const std::string& fname)
-        : plug_in_{plug_in}, fields_{fname}, progress_{plug_in, fields_.file_length()}
+    jedec_reader(session& plug_in, pld_variables& pld, const std::string& fname)
+        : plug_in_{plug_in}, pld_{pld}, fields_{fname}, progress_{plug_in, fields_.file_length()}
     {
-        plug_in_.pld.pldvectcnt = 0;
-        plug_in_.pld.checksum = 0;
-        plug_in_.pld.note.clear();
+        pld_.pldvectcnt = 0;
+        pld_.checksum = 0;
+        pld_.note.clear();
     }
     void read();
 
@@ -53,6 +53,7 @@ private:
     void store_vector(std::int64_t number, std::string_view levels);
 
     session& plug_in_;
+    pld_variables& pld_;
     jedec_fields fields_;
     bit_progress progress_;
     const std::span<std::uint8_t> buffer_{plug_in_.blocks.ibuffer.span()};
@@ -65,7 +66,7 @@ private:
 void jedec_reader::read()
 {
     while (const auto field = fields_.next()) take(*field);
-    plug_in_.pld.pldvectcnt = static_cast<std::int32_t>(highest_vector_ + 1);
+    pld_.pldvectcnt = static_cast<std::int32_t>(highest_vector_ + 1);
 }
 
 void jedec_reader::take(const jedec_field& field)
@@ -76,7 +77,7 @@ void jedec_reader::take(const jedec_field& field)
         limit_ = limit;
     };
     switch (field.what) {
-    case jedec_field::kind::header: plug_in_.pld.note.append("\n  ").append(field.text); return;
+    case jedec_field::kind::header: pld_.note.append("\n  ").append(field.text); return;
     case jedec_field::kind::vector: return store_vector(field.number, field.text);
     case jedec_field::kind::fuses: begin_at(field.number, main_fuses_); break;
     case jedec_field::kind::signature: begin_at(main_fuses_, buffer_end); break;
@@ -94,7 +95,7 @@ void jedec_reader::store_bits(std::string_view bits)
         const auto index = static_cast<std::size_t>(fuse_);
         if (index >= buffer_.size()) plug_in_.blocks.ibuffer(fuse_) = 0;  // throws
         buffer_[index] = static_cast<std::uint8_t>(bit);
-        plug_in_.pld.checksum += (bit == '1' ? 1u : 0u) << (fuse_ % 8);
+        pld_.checksum += (bit == '1' ? 1u : 0u) << (fuse_ % 8);
         ++fuse_;
         progress_.count_bit();
     }
@@ -105,15 +106,15 @@ void jedec_reader::store_vector(std::int64_t number, std::string_view levels)
     if (number < 1 || number > static_cast<std::int64_t>(vector_list::entries)) {
         throw std::out_of_range{"vector number " + std::to_string(number) + " where 1 to 3001 was expected"};
     }
-    plug_in_.pld.pldvect.store(static_cast<std::size_t>(number - 1), levels);
+    pld_.pldvect.store(static_cast<std::size_t>(number - 1), levels);
     highest_vector_ = std::max(highest_vector_, number);
 }
 
 }  // namespace
 
-void read_jedec(session& plug_in, diagnostic& why_it_failed, const std::string& fname)
+void read_jedec(session& plug_in, pld_variables& pld, diagnostic& why_it_failed, const std::string& fname)
 {
-    guard_file(why_it_failed, fname, [&] { jedec_reader{plug_in, fname}.read(); });
+    guard_file(why_it_failed, fname, [&] { jedec_reader{plug_in, pld, fname}.read(); });
 }
 
 }  // namespace tamrix

@@ -26,7 +26,9 @@ std::int64_t divide(std::int64_t value, std::int64_t by)
 
 class jedec_writer {
 public:
-    jedec_writer(session& plug_in, const std::string& fname) : plug_in_{plug_in}, out_{fname} {}
+    jedec_writer(session& plug_in, pld_variables& pld, const std::string& fname)
+        : plug_in_{plug_in}, pld_{pld}, out_{fname}
+    {}
     void write();
 
 private:
@@ -37,6 +39,7 @@ private:
     void write_vectors();
 
     session& plug_in_;
+    pld_variables& pld_;
     text_output out_;
     std::uint32_t checksum_ = 0;
 };
@@ -60,7 +63,7 @@ void jedec_writer::write()
     const std::string sum = arith::hex(checksum_);
     out_.line("C" + sum.substr(sum.size() > 4 ? sum.size() - 4 : 0) + "*");
     out_.close();
-    plug_in_.pld.checksum = checksum_;
+    pld_.checksum = checksum_;
 }
 
 void jedec_writer::write_header()
@@ -108,7 +111,7 @@ void jedec_writer::report(std::int64_t row, std::int64_t page)
 /// list.
 void jedec_writer::write_vectors()
 {
-    vector_list& vectors = plug_in_.pld.pldvect;
+    vector_list& vectors = pld_.pldvect;
     for (std::size_t index = 0; index < vector_list::entries; ++index) {
         const std::size_t blank = vectors(index).find(' ');
         if (blank == std::string_view::npos) break;
@@ -120,9 +123,9 @@ void jedec_writer::write_vectors()
 
 }  // namespace
 
-void write_jedec(session& plug_in, diagnostic& why_it_failed, const std::string& fname)
+void write_jedec(session& plug_in, pld_variables& pld, diagnostic& why_it_failed, const std::string& fname)
 {
-    guard_file(why_it_failed, fname, [&] { jedec_writer{plug_in, fname}.write(); });
+    guard_file(why_it_failed, fname, [&] { jedec_writer{plug_in, pld, fname}.write(); });
 }
 
 }  // namespace tamrix

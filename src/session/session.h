@@ -4,7 +4,6 @@
 
 #include "blocks/sharemap.h"
 #include "forms/shell.h"
-#include "pld/pld_variables.h"
 #include "programmer/door.h"
 #include "tamrix/types.h"
 #include "ttl/ttl_variables.h"
@@ -30,7 +29,6 @@ public:
     forms::shell& screen;
     sharemap blocks;
     hw::door hardware;
-    pld_variables pld;
     ttl_variables ttl;
     std::string syspath;
     std::string help_file;

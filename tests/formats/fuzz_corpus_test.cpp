@@ -36,7 +36,7 @@ void replay(const std::string& reader, const std::string& path)
     const std::string content = read_text(path).substr(choices);
     std::string file = files.write("file", content), folder = files.path("");
     load_fixture f;
-    if (reader == "jedec") return read_jedec(f.session, f.variables.transfer.why_it_failed, file);
+    if (reader == "jedec") return read_jedec(f.session, f.variables.pld, f.variables.transfer.why_it_failed, file);
     if (reader == "svf") return static_cast<void>(read_svf(f.variables.transfer.why_it_failed, file, folder));
     const auto table = formats();
     const auto found = std::ranges::find(table, reader, &format::name);

@@ -31,7 +31,7 @@ struct jedec_fixture : plug_in_fixture {
     }
     std::string vector(std::size_t number) const
     {
-        const std::string_view entry = session.pld.pldvect(number - 1);
+        const std::string_view entry = variables.pld.pldvect(number - 1);
         return std::string{entry.substr(0, entry.find_last_not_of(' ') + 1)};
     }
     std::string why() const { return variables.transfer.why_it_failed.found; }

@@ -18,7 +18,7 @@ struct random_files : plug_in_fixture {
 
     void read(const std::string& text, std::int32_t device_fuses)
     {
-        session.pld = {};
+        variables.pld = {};
         session.blocks.tlength(0) = device_fuses;
         session.blocks.prgmode(1) = 77;
         std::ranges::fill(session.blocks.ibuffer.span(), untouched);
@@ -35,11 +35,11 @@ struct random_files : plug_in_fixture {
         vector_list vectors;
         for (const auto& [number, text] : model.vectors) vectors.store(static_cast<std::size_t>(number) - 1, text);
         for (std::size_t i = 0; i < vector_list::entries; ++i) {
-            if (session.pld.pldvect(i) != vectors(i)) ADD_FAILURE() << "vector " << i + 1;
+            if (variables.pld.pldvect(i) != vectors(i)) ADD_FAILURE() << "vector " << i + 1;
         }
-        EXPECT_EQ(session.pld.note, model.note);
-        EXPECT_EQ(session.pld.checksum, model.checksum);
-        EXPECT_EQ(session.pld.pldvectcnt, model.vector_count);
+        EXPECT_EQ(variables.pld.note, model.note);
+        EXPECT_EQ(variables.pld.checksum, model.checksum);
+        EXPECT_EQ(variables.pld.pldvectcnt, model.vector_count);
         EXPECT_EQ(session.blocks.prgmode(1), model.progress < 0 ? 77 : model.progress);
         EXPECT_EQ(variables.transfer.why_it_failed.empty(), !model.failed);
     }

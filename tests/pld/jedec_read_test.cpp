@@ -10,7 +10,7 @@ TEST(read_jedec, a_fuse_row_lands_as_characters_and_counts_to_the_checksum)
     jedec_fixture f;
     f.read("L00000 0101*\n");
     EXPECT_EQ(f.fuses(0, 5), "0101.");
-    EXPECT_EQ(f.session.pld.checksum, 2u + 8u);
+    EXPECT_EQ(f.variables.pld.checksum, 2u + 8u);
     EXPECT_EQ(f.why(), "");
 }
 
@@ -18,7 +18,7 @@ TEST(read_jedec, the_checksum_counts_by_the_fuse_number)
 {
     jedec_fixture f;
     f.read("L0006 1111*\n");
-    EXPECT_EQ(f.session.pld.checksum, 64u + 128u + 1u + 2u);
+    EXPECT_EQ(f.variables.pld.checksum, 64u + 128u + 1u + 2u);
 }
 
 TEST(read_jedec, one_fuse_row_a_line_several_rows_a_line_and_running_text_are_the_same)
@@ -51,7 +51,7 @@ TEST(read_jedec, a_header_line_with_an_asterisk_is_note_text)
 {
     jedec_fixture f;
     f.read("\x02 My device * rev 2\nLattice part\nSecond * line\nL0000 1*\nN later text*\n");
-    EXPECT_EQ(f.session.pld.note, "\n  \x02 My device * rev 2\n  Lattice part\n  Second * line");
+    EXPECT_EQ(f.variables.pld.note, "\n  \x02 My device * rev 2\n  Lattice part\n  Second * line");
     EXPECT_EQ(f.fuses(0, 2), "1.");
 }
 
@@ -60,7 +60,7 @@ TEST(read_jedec, the_note_of_the_file_before_is_forgotten)
     jedec_fixture f;
     f.read("First\nL0000 1*\n");
     f.read("Second\nL0000 1*\n");
-    EXPECT_EQ(f.session.pld.note, "\n  Second");
+    EXPECT_EQ(f.variables.pld.note, "\n  Second");
 }
 
 TEST(read_jedec, signature_and_extra_fuses_go_behind_the_main_fuses)
@@ -78,7 +78,7 @@ TEST(read_jedec, signature_and_extra_fuses_go_on_over_the_next_lines_up_to_an_as
     EXPECT_EQ(f.fuses(0, 9), "0101....1");
     EXPECT_EQ(f.fuses(8, 7), "111011.");
     EXPECT_EQ(f.fuses(108, 4), "011.");
-    EXPECT_EQ(f.session.pld.note, "\n  N a note*\n  0000\n  0000") << "what belongs to a field is no header";
+    EXPECT_EQ(f.variables.pld.note, "\n  N a note*\n  0000\n  0000") << "what belongs to a field is no header";
 }
 
 TEST(read_jedec, a_signature_of_letters_stores_nothing)

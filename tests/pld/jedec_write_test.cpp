@@ -81,22 +81,22 @@ TEST(write_jedec, the_checksum_line_has_the_last_four_digits)
 TEST(write_jedec, a_vector_ends_behind_its_first_blank)
 {
     write_fixture f{16, 16};
-    f.session.pld.pldvect.store(0, "0101 ");
-    f.session.pld.pldvect.store(1, "HL NN");
+    f.variables.pld.pldvect.store(0, "0101 ");
+    f.variables.pld.pldvect.store(1, "HL NN");
     const lines written = f.write();
     ASSERT_EQ(written.size(), 9u);
     EXPECT_EQ(written[6], "V000001 0101 *");
     EXPECT_EQ(written[7], "V000002 HL *");
-    EXPECT_EQ(f.session.pld.pldvect(1), "HL" + std::string(46, ' ')) << "the list is cut too";
+    EXPECT_EQ(f.variables.pld.pldvect(1), "HL" + std::string(46, ' ')) << "the list is cut too";
 }
 
 TEST(write_jedec, an_entry_without_a_blank_ends_the_vectors)
 {
     write_fixture f{16, 16};
-    f.session.pld.pldvect.store(0, "01");
-    f.session.pld.pldvect.store(2, "10");
+    f.variables.pld.pldvect.store(0, "01");
+    f.variables.pld.pldvect.store(2, "10");
     EXPECT_EQ(f.write().size(), 8u);
-    f.session.pld.pldvect.store(0, std::string(48, 'N'));
+    f.variables.pld.pldvect.store(0, std::string(48, 'N'));
     EXPECT_EQ(f.write().size(), 7u);
 }
 
@@ -177,15 +177,15 @@ TEST(write_jedec, what_is_written_reads_back)
     write_fixture f{500, 32};
     const auto noise = random_bytes(500);
     for (std::size_t i = 0; i < 500; ++i) f.buffer(static_cast<std::int64_t>(i)) = '0' + (noise[i] & 1);
-    f.session.pld.pldvect.store(0, "01XHLZNC");
+    f.variables.pld.pldvect.store(0, "01XHLZNC");
     const auto before = f.bytes(0, 500);
     f.write();
     for (std::int64_t i = 0; i < 500; ++i) f.buffer(i) = 0;
     std::string file = f.files.path("out.jed");
     f.methods.readpldfile(file);
     EXPECT_EQ(f.bytes(0, 500), before);
-    EXPECT_EQ(f.session.pld.pldvect(0).substr(0, 9), "01XHLZNC ");
-    EXPECT_EQ(f.session.pld.pldvectcnt, 2);
+    EXPECT_EQ(f.variables.pld.pldvect(0).substr(0, 9), "01XHLZNC ");
+    EXPECT_EQ(f.variables.pld.pldvectcnt, 2);
 }
 
 }  // namespace

@@ -45,6 +45,7 @@ class logic_dialogs : public testing::Test {
 protected:
     wxui::wx_shell screen;
     tamrix::session session{screen, fresh_name_space()};
+    module_variables variables;
     temp_folder folder;
 
     logic_dialogs()
@@ -86,7 +87,7 @@ protected:
 
 TEST_F(logic_dialogs, the_test_finds_a_device_by_keyboard)
 {
-    ttltest test{session};
+    ttltest test{session, variables.pld};
     with(test, [&] {
         EXPECT_EQ(dialog().GetLabel(), "TTL & CMOS Test");
         EXPECT_EQ(list().GetCount(), 60U);
@@ -105,7 +106,7 @@ TEST_F(logic_dialogs, the_test_finds_a_device_by_keyboard)
 
 TEST_F(logic_dialogs, a_click_in_the_list_shows_the_name_in_the_search_field)
 {
-    ttltest test{session};
+    ttltest test{session, variables.pld};
     with(test, [&] {
         click(list(), wxPoint{30, 30});
         EXPECT_GE(test.List1.index(), 0);
@@ -117,7 +118,7 @@ TEST_F(logic_dialogs, a_click_in_the_list_shows_the_name_in_the_search_field)
 
 TEST_F(logic_dialogs, the_list_shows_as_selected_what_is_selected)
 {
-    ttltest test{session};
+    ttltest test{session, variables.pld};
     with(test, [&] {
         press("Tab");
         EXPECT_EQ(list().GetSelection(), test.List1.index());
@@ -136,7 +137,7 @@ TEST_F(logic_dialogs, the_list_shows_as_selected_what_is_selected)
 TEST_F(logic_dialogs, the_library_loses_an_entry_of_its_list)
 {
     session.ttleditlib = 1;
-    ttltest test{session};
+    ttltest test{session, variables.pld};
     with(test, [&] {
         EXPECT_EQ(dialog().GetLabel(), "Edit Pattern");
         shown_as("Add");
@@ -182,7 +183,7 @@ TEST_F(logic_dialogs, a_new_device_is_entered_by_keyboard)
 TEST_F(logic_dialogs, the_editor_is_worked_by_keyboard)
 {
     device(4, {"0000", "1111"});
-    ttledit editor{session};
+    ttledit editor{session, variables.pld};
     with(editor, [&] {
         type("hl");
         EXPECT_EQ(editor.Text1.text(), "V0001 HL00\nV0002 1111\n");
@@ -210,7 +211,7 @@ TEST_F(logic_dialogs, the_editor_is_worked_by_keyboard)
 TEST_F(logic_dialogs, tab_leaves_the_grid_and_comes_back)
 {
     device(4, {"0000"});
-    ttledit editor{session};
+    ttledit editor{session, variables.pld};
     with(editor, [&] {
         EXPECT_TRUE(grid().HasFocus());
         press("Tab");
@@ -223,7 +224,7 @@ TEST_F(logic_dialogs, tab_leaves_the_grid_and_comes_back)
 TEST_F(logic_dialogs, a_click_in_the_grid_puts_the_caret_on_that_letter)
 {
     device(14, std::vector<std::string>(40, std::string(14, 'X')));
-    ttledit editor{session};
+    ttledit editor{session, variables.pld};
     with(editor, [&] {
         const auto click_cell = [](int row, int column) {
             const wxRect cell = grid().cell(row, column);
@@ -246,7 +247,7 @@ TEST_F(logic_dialogs, a_click_in_the_grid_puts_the_caret_on_that_letter)
 TEST_F(logic_dialogs, the_fields_of_the_editor_have_their_colours_and_one_width)
 {
     device(14, {std::string(14, 'X')});
-    ttledit editor{session};
+    ttledit editor{session, variables.pld};
     with(editor, [&] {
         EXPECT_TRUE(comes_true([] { return colour_at(grid(), {2, 2}) == "#FF80FF"; })) << colour_at(grid(), {2, 2});
         EXPECT_EQ(colour_at(ruler(), {2, 2}), "#8080FF");
@@ -261,14 +262,14 @@ TEST_F(logic_dialogs, the_fields_of_the_editor_have_their_colours_and_one_width)
 TEST_F(logic_dialogs, forty_pins_are_seen_without_scrolling)
 {
     device(40, std::vector<std::string>(3, std::string(40, 'H')));
-    ttledit editor{session};
+    ttledit editor{session, variables.pld};
     with(editor, [&] { EXPECT_GE(grid().GetClientSize().x, grid().cell(0, 46).GetRight()); });
 }
 
 TEST_F(logic_dialogs, a_larger_window_shows_more_rows)
 {
     device(14, std::vector<std::string>(40, std::string(14, 'X')));
-    ttledit editor{session};
+    ttledit editor{session, variables.pld};
     with(editor, [&] {
         const wxSize before = grid().GetClientSize();
         dialog().SetSize(dialog().GetSize() + wxSize{100, 200});

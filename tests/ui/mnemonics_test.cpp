@@ -53,7 +53,7 @@ TEST_P(keys_with_alt, press_the_buttons_of_the_vector_editor)
     on.session.ttl.ttlpin = 4;
     on.session.ttl.ttlcnt = 2;
     on.session.ttl.ttlvect.store(0, "0000");
-    ttledit editor{on.session};
+    ttledit editor{on.session, on.variables.pld};
     over_host(on.screen, editor, [&] {
         const auto pressed = [](const char* letter) { press(std::string{"alt+"} + letter); };
         pressed(insert);

@@ -57,14 +57,14 @@ void save_file(stage& on)
 
 void logic_test(stage& on)
 {
-    ttltest test{on.session};
+    ttltest test{on.session, on.variables.pld};
     on.show(test, [&] { test.Text1.enter("7404"); });
 }
 
 void library(stage& on)
 {
     on.session.ttleditlib = 1;
-    ttltest test{on.session};
+    ttltest test{on.session, on.variables.pld};
     on.show(test, [&] { test.Text1.enter("7404"); });
 }
 
@@ -80,7 +80,7 @@ void new_device(stage& on)
 void edit_logic(stage& on)
 {
     with_vectors(on.session, "74LS138", 16, 9);
-    ttledit editor{on.session};
+    ttledit editor{on.session, on.variables.pld};
     on.show(editor);
 }
 
@@ -88,7 +88,7 @@ void edit_device(stage& on)
 {
     on.session.wnote = 1;
     on.session.blocks.chippin(0) = 40;
-    ttledit editor{on.session};
+    ttledit editor{on.session, on.variables.pld};
     on.show(editor, [&] { editor.Command2.click(); });
 }
 
@@ -122,7 +122,7 @@ void passed(stage& on)
 void search_for_unknown(stage& on, std::uint8_t edits_library)
 {
     on.session.ttleditlib = edits_library;
-    ttltest test{on.session};
+    ttltest test{on.session, on.variables.pld};
     test.load();
     test.Text1.enter("749999");
     on.ask([&] { test.Text1.press_enter(); });
@@ -136,7 +136,7 @@ void add_new(stage& on) { search_for_unknown(on, 1); }
 void delete_old(stage& on)
 {
     on.session.ttleditlib = 1;
-    ttltest test{on.session};
+    ttltest test{on.session, on.variables.pld};
     test.load();
     test.Text1.enter("7404");
     on.ask([&] { test.del.click(); });

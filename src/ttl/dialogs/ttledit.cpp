@@ -17,7 +17,8 @@ constexpr char not_tested = 'N';  // fills the rows of a programmable device
 
 }  // namespace
 
-ttledit::ttledit(session& plug_in, forms::list_box* names) : plug_in_{plug_in}, names_{names}
+ttledit::ttledit(session& plug_in, pld_variables& pld, forms::list_box* names)
+    : plug_in_{plug_in}, pld_{pld}, names_{names}
 {
     Text1.page_rows = rows_of_a_page;
     Text2.page_rows = 2;
@@ -107,7 +108,7 @@ void ttledit::take_device_vectors()
     ttl_variables& work = plug_in_.ttl;
     const int pins = std::clamp<int>(plug_in_.blocks.chippin(0), 0, most_pins);
     work.ttlpin = static_cast<std::int16_t>(pins);
-    const int count = std::min<int>(plug_in_.pld.pldvectcnt, vector_list::entries + 1);
+    const int count = std::min<int>(pld_.pldvectcnt, vector_list::entries + 1);
     if (count < 2) {
         work.ttlvect.store(0, std::string(static_cast<std::size_t>(pins), not_tested));
         work.ttlcnt = 2;
@@ -115,7 +116,7 @@ void ttledit::take_device_vectors()
     }
     work.ttlcnt = static_cast<std::int16_t>(count);
     for (std::size_t row = 0; row + 2 <= static_cast<std::size_t>(count); ++row) {
-        work.ttlvect.store(row, plug_in_.pld.pldvect(row));
+        work.ttlvect.store(row, pld_.pldvect(row));
     }
 }
 
@@ -263,7 +264,7 @@ void ttledit::test()
         }
     } const restore{*this, plug_in_.ttl.ttlcnt, plug_in_.ttl.ttlpin};
     busy_ = true;
-    vecttest(plug_in_, 0, grid_.rows(Text1.text(), row_count()));
+    vecttest(plug_in_, pld_, 0, grid_.rows(Text1.text(), row_count()));
 }
 
 /// A device with rows that are not filled in is dropped without a word.
@@ -278,8 +279,8 @@ void ttledit::save()
 {
     const std::vector<std::string> rows = grid_.rows(Text1.text(), row_count());
     if (edits_device()) {
-        for (std::size_t row = 0; row < rows.size(); ++row) plug_in_.pld.pldvect.store(row, rows[row]);
-        plug_in_.pld.pldvectcnt = plug_in_.ttl.ttlcnt;
+        for (std::size_t row = 0; row < rows.size(); ++row) pld_.pldvect.store(row, rows[row]);
+        pld_.pldvectcnt = plug_in_.ttl.ttlcnt;
         return;
     }
     std::vector<std::string> listed = names_ != nullptr ? names_->items() : std::vector<std::string>{};

@@ -4,6 +4,7 @@
 #include "forms/form.h"
 #include "forms/grid_text.h"
 #include "forms/list_box.h"
+#include "pld/pld_variables.h"
 #include "session/session.h"
 #include "ttl/dialogs/vector_grid.h"
 
@@ -15,7 +16,7 @@ namespace tamrix {
 class ttledit final : public forms::form {
 public:
     /// `names` is the list in which a new logic IC is to appear; null where none is shown.
-    explicit ttledit(session& plug_in, forms::list_box* names = nullptr);
+    ttledit(session& plug_in, pld_variables& pld, forms::list_box* names = nullptr);
 
     forms::frame Frame1{*this};
     forms::label Label1{*this}, Label2{*this}, Label3{*this}, Label4{*this}, Label5{*this}, Label6{*this},
@@ -59,6 +60,7 @@ private:
     int row_count() const { return lastrow + 1; }
 
     session& plug_in_;
+    pld_variables& pld_;
     forms::list_box* names_;
     vector_grid grid_{0};
     bool busy_ = false;                                   // a test is running

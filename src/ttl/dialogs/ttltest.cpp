@@ -11,7 +11,7 @@
 
 namespace tamrix {
 
-ttltest::ttltest(session& plug_in) : plug_in_{plug_in}
+ttltest::ttltest(session& plug_in, pld_variables& pld) : plug_in_{plug_in}, pld_{pld}
 {
     Text1.on_change = [this] { select_typed(); };
     Text1.on_enter_key = [this] {
@@ -131,7 +131,7 @@ void ttltest::edit_new_device(std::string proposed_name, std::uint8_t wnote)
         return;
     }
     plug_in_.wnote = wnote;
-    ttledit editor{plug_in_, &List1};
+    ttledit editor{plug_in_, pld_, &List1};
     plug_in_.screen.show_modal(editor);
 }
 
@@ -148,7 +148,7 @@ void ttltest::edit_selected()
     ttlload(plug_in_, name, 0, -1);
     plug_in_.ttl.ttlname = name;
     if (is_true(plug_in_.ok)) select_board(plug_in_, name);
-    ttledit editor{plug_in_, &List1};
+    ttledit editor{plug_in_, pld_, &List1};
     plug_in_.screen.show_modal(editor);
 }
 

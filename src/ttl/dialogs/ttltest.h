@@ -3,6 +3,7 @@
 
 #include "forms/form.h"
 #include "forms/list_box.h"
+#include "pld/pld_variables.h"
 #include "session/session.h"
 
 #include <cstdint>
@@ -12,7 +13,7 @@ namespace tamrix {
 
 class ttltest final : public forms::form {
 public:
-    explicit ttltest(session& plug_in);
+    ttltest(session& plug_in, pld_variables& pld);
 
     forms::label Label1{*this};    // "Search:"
     forms::text_box Text1{*this};  // search field
@@ -47,7 +48,8 @@ private:
     void delete_selected();
 
     session& plug_in_;
-    bool busy_ = false;  // a test is running
+    pld_variables& pld_;  // for the editor
+    bool busy_ = false;   // a test is running
 };
 
 }  // namespace tamrix

@@ -15,11 +15,12 @@ constexpr std::int16_t most_rows = 101;  // plus one, as all row counts
 constexpr int vector_test_text = 1092, fail_text = 1088, ok_text = 1165, test_title = 1019,
               communication_error_text = 1075;
 
-void take_rows(session& plug_in, std::uint8_t mode, const std::vector<std::string>& editor_rows)
+void take_rows(session& plug_in, const pld_variables& pld, std::uint8_t mode,
+               const std::vector<std::string>& editor_rows)
 {
     for (std::size_t i = 0; i + 2 <= static_cast<std::size_t>(plug_in.ttl.ttlcnt); ++i) {
         if (mode != 0) {
-            plug_in.ttl.ttlvect.store(i, plug_in.pld.pldvect(i));
+            plug_in.ttl.ttlvect.store(i, pld.pldvect(i));
         } else {
             plug_in.ttl.ttlvect.store(i, i < editor_rows.size() ? std::string_view{editor_rows[i]} : "");
         }
@@ -72,14 +73,15 @@ bool again_after_pass(session& plug_in, std::uint8_t mode)
 
 }  // namespace
 
-void vecttest(session& plug_in, std::uint8_t mode, const std::vector<std::string>& editor_rows)
+void vecttest(session& plug_in, const pld_variables& pld, std::uint8_t mode,
+              const std::vector<std::string>& editor_rows)
 {
     auto& ttl = plug_in.ttl;
     ttl.outcome = {};
     if (!is_true(plug_in.ok)) return;
     ttl.ttlcnt = std::min(ttl.ttlcnt, most_rows);
     if (ttl.ttlcnt < 2) return;
-    take_rows(plug_in, mode, editor_rows);
+    take_rows(plug_in, pld, mode, editor_rows);
     constexpr std::uint8_t powered_by_device_data = 1;
     do {
         if (!prepare_supply(plug_in, ttl.ttlname)) return;

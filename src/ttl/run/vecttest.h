@@ -1,6 +1,7 @@
 // The test vectors of a programmable device, played on the device in the socket.
 #pragma once
 
+#include "pld/pld_variables.h"
 #include "session/session.h"
 
 #include <cstdint>
@@ -11,6 +12,7 @@ namespace tamrix {
 
 /// Mode 0 takes `editor_rows` and reports in boxes; every other mode takes `pldvect` and reports in MainRtstr(0).
 /// Without hardware nothing is done.
-void vecttest(session& plug_in, std::uint8_t mode, const std::vector<std::string>& editor_rows);
+void vecttest(session& plug_in, const pld_variables& pld, std::uint8_t mode,
+              const std::vector<std::string>& editor_rows);
 
 }  // namespace tamrix

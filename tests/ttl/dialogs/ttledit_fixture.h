@@ -39,13 +39,13 @@ protected:
     {
         session.wnote = 1;
         session.blocks.chippin(0) = static_cast<std::int16_t>(pins);
-        session.pld.pldvectcnt = static_cast<std::int32_t>(rows.size()) + 1;
-        for (std::size_t i = 0; i < rows.size(); ++i) session.pld.pldvect.store(i, rows[i]);
+        variables.pld.pldvectcnt = static_cast<std::int32_t>(rows.size()) + 1;
+        for (std::size_t i = 0; i < rows.size(); ++i) variables.pld.pldvect.store(i, rows[i]);
     }
 
     void edit(const std::function<void(ttledit&)>& steps)
     {
-        ttledit dialog{session};
+        ttledit dialog{session, variables.pld};
         shell.during(dialog, [&] {
             calls();
             steps(dialog);

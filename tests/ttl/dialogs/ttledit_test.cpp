@@ -97,7 +97,7 @@ TEST_F(ttledit_dialog, makes_one_row_for_a_programmable_device_without_vectors)
 {
     for (const std::int32_t count : {-1, 0, 1}) {
         programmable_device(6, {});
-        session.pld.pldvectcnt = count;
+        variables.pld.pldvectcnt = count;
         edit([this](ttledit& d) {
             EXPECT_EQ(d.Text1.text(), "V0001 NNNNNN\n");
             EXPECT_EQ(session.ttl.ttlcnt, 2);
@@ -117,16 +117,16 @@ TEST_F(ttledit_dialog, shows_40_pins_of_a_programmable_device_at_most)
 TEST_F(ttledit_dialog, fills_short_rows_of_a_programmable_device_so_that_they_can_be_saved)
 {
     programmable_device(6, {"01HLZC", "01", "", " KX "});
-    session.pld.pldvectcnt = 6;  // the last row was never stored
+    variables.pld.pldvectcnt = 6;  // the last row was never stored
     edit([](ttledit& d) {
         EXPECT_EQ(d.Text1.text(), "V0001 01HLZC\nV0002 01NNNN\nV0003 NNNNNN\nV0004 KXNNNN\nV0005 NNNNNN\n");
         put_caret(d, 1, 8);
         type(d, "H");
         d.OKButton.click();
     });
-    EXPECT_EQ(session.pld.pldvectcnt, 6);
-    EXPECT_EQ(session.pld.pldvect(1), "01HNNN" + std::string(42, ' '));
-    EXPECT_EQ(session.pld.pldvect(4), "NNNNNN" + std::string(42, ' '));
+    EXPECT_EQ(variables.pld.pldvectcnt, 6);
+    EXPECT_EQ(variables.pld.pldvect(1), "01HNNN" + std::string(42, ' '));
+    EXPECT_EQ(variables.pld.pldvect(4), "NNNNNN" + std::string(42, ' '));
 }
 
 TEST_F(ttledit_dialog, gives_the_device_in_work_its_pins_and_rows_back_however_it_is_left)
@@ -167,7 +167,7 @@ TEST_F(ttledit_dialog, gives_the_device_in_work_its_rows_back_when_it_cannot_be_
 TEST_F(ttledit_dialog, holds_the_most_vectors_that_a_file_can_have)
 {
     programmable_device(2, {"01"});
-    session.pld.pldvectcnt = 3002;
+    variables.pld.pldvectcnt = 3002;
     edit([this](ttledit& d) {
         EXPECT_EQ(d.Text1.text().size(), 3001U * 9);
         d.Command2.click();  // one more than there is room for
@@ -335,7 +335,7 @@ TEST_F(ttledit_dialog, adds_a_new_name_to_the_list_and_leaves_a_known_one_where_
     shown.list.index(1);
     for (const char* name : {"7499", "4011"}) {
         device(name, 4, {"GHLV"});
-        ttledit dialog{session, &shown.list};
+        ttledit dialog{session, variables.pld, &shown.list};
         shell.during(dialog, [&] { dialog.OKButton.click(); });
         EXPECT_EQ(shown.list.items(), (lines{"74PASS", "74FAIL", "4011", "7499"}));
         EXPECT_EQ(shown.list.index(), 1);
@@ -353,9 +353,9 @@ TEST_F(ttledit_dialog, saves_the_vectors_of_a_programmable_device_for_the_host)
         d.OKButton.click();
         EXPECT_FALSE(d.is_open());
     });
-    EXPECT_EQ(session.pld.pldvectcnt, 3);
-    EXPECT_EQ(session.pld.pldvect(0).substr(0, 5), "ZNHL ");
-    EXPECT_EQ(session.pld.pldvect(1).substr(0, 5), "CKNN ");
+    EXPECT_EQ(variables.pld.pldvectcnt, 3);
+    EXPECT_EQ(variables.pld.pldvect(0).substr(0, 5), "ZNHL ");
+    EXPECT_EQ(variables.pld.pldvect(1).substr(0, 5), "CKNN ");
     EXPECT_EQ(library(), before);
 }
 
@@ -370,8 +370,8 @@ TEST_F(ttledit_dialog, writes_nothing_on_exit_or_escape)
             escape ? d.ask_to_leave() : d.CancelButton.click();
             EXPECT_FALSE(d.is_open());
         });
-        EXPECT_EQ(session.pld.pldvectcnt, 2);
-        EXPECT_EQ(session.pld.pldvect(0).substr(0, 4), "01HL");
+        EXPECT_EQ(variables.pld.pldvectcnt, 2);
+        EXPECT_EQ(variables.pld.pldvect(0).substr(0, 4), "01HL");
         device("7499", 4, {"GHLV"});
         edit([&](ttledit& d) { escape ? d.ask_to_leave() : d.CancelButton.click(); });
     }

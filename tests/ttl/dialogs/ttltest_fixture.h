@@ -17,7 +17,7 @@ protected:
     void open(std::uint8_t ttleditlib, const std::function<void(ttltest&)>& steps)
     {
         session.ttleditlib = ttleditlib;
-        ttltest dialog{session};
+        ttltest dialog{session, variables.pld};
         shell.during(dialog, [&] {
             opening = calls();
             steps(dialog);

@@ -134,7 +134,7 @@ TEST_F(ttltest_dialog, is_closed_by_cancel_and_by_escape)
 TEST_F(ttltest_dialog, tells_an_error_of_the_programmer_to_the_host)
 {
     session.hardware.source = {};
-    ttltest dialog{session};
+    ttltest dialog{session, variables.pld};
     EXPECT_THROW(shell.show_modal(dialog), hw::programmer_error);
     EXPECT_FALSE(dialog.is_open());
 }

@@ -28,7 +28,7 @@ struct vecttest_fixture : ttl_fixture {
     /// The call of a host, with `count` rows and one of its own vectors.
     reply call(std::uint8_t mode, int count, std::uint8_t wnote, bool16 ok = bool16_true)
     {
-        for (std::size_t i = 0; i < 150; ++i) session.pld.pldvect.store(i, passing);
+        for (std::size_t i = 0; i < 150; ++i) variables.pld.pldvect.store(i, passing);
         auto count_of_host = static_cast<std::uint8_t>(count);
         return methods.vecttest0(mode, count_of_host, wnote, ok);
     }
@@ -156,7 +156,7 @@ TEST(vecttest, of_the_editor_tells_a_communication_error_in_a_box)
             f.log.read_socket = [&] { return model == 23 ? slow::ports_of_40(passing) : slow::ports_of(passing); };
             f.log.usbcomwrite_results = one.frames;
             f.log.replywait_results = one.replies;
-            vecttest(f.session, 0, {passing});
+            vecttest(f.session, f.variables.pld, 0, {passing});
             EXPECT_EQ(f.shell.whole_boxes(), std::vector{expected});
             EXPECT_EQ(f.status(), ">> Vector Test fail!\n");
             EXPECT_EQ(f.log.lines.back(), "hwrelease");
@@ -171,7 +171,7 @@ TEST(vecttest, of_the_editor_takes_its_rows_and_repeats_on_Retry)
     f.session.ttl.ttlcnt = 2;
     f.shell.answer_next_box(answer::retry);
     f.shell.answer_next_box(answer::cancel);
-    vecttest(f.session, 0, {passing});
+    vecttest(f.session, f.variables.pld, 0, {passing});
     EXPECT_EQ(f.log.count("hwreset"), 2);
     EXPECT_EQ(f.log.count("hwrelease"), 1);
     const forms::message_box expected{.text = "Vector Test OK!",
@@ -188,7 +188,7 @@ TEST(vecttest, of_the_editor_leaves_its_failure_in_the_hosts_log_too)
     f.session.ttl.ttlcnt = 2;
     f.log.socket = {slow::ports_of(failing)};
     f.shell.answer_next_box(answer::abort);
-    vecttest(f.session, 0, {passing});
+    vecttest(f.session, f.variables.pld, 0, {passing});
     EXPECT_EQ(f.shell.boxes().size(), 1u);
     EXPECT_EQ(f.status(), ">> Vector Test fail!\n");
     EXPECT_EQ(f.session.ttl.outcome.what, run_outcome::kind::failed);
@@ -200,7 +200,7 @@ TEST(vecttest, of_an_editor_with_fewer_rows_plays_blank_ones)
     f.session.ttl.ttlcnt = 3;
     f.chip_passes();
     f.shell.answer_next_box(answer::cancel);
-    vecttest(f.session, 0, {passing});
+    vecttest(f.session, f.variables.pld, 0, {passing});
     EXPECT_EQ(f.log.count("regin 0"), 2);
     EXPECT_EQ(f.row(1), std::string(48, ' '));
 }
