@@ -23,18 +23,18 @@ constexpr std::size_t devices = 500;
 double milliseconds() { return 1000.0 * static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
 
 /// The shipped library, filled up; what was in it stands last in the file.
-void make_library(session& state)
+void make_library(session& state, ttl_variables& ttl)
 {
     std::filesystem::create_directories(state.syspath + "lib");
     std::filesystem::copy_file(host::data_folder() + "/lib/test.lib", state.syspath + "lib/test.lib",
                                std::filesystem::copy_options::overwrite_existing);
     std::vector<std::string> names = read_directory(state).names;
     const std::vector<std::string> rows{"00H00HGH00H00V", "11L11LGL11L11V"};
-    state.ttl.ttlpin = 14;
-    state.ttl.ttlcnt = 3;
+    ttl.ttlpin = 14;
+    ttl.ttlcnt = 3;
     while (names.size() < devices) {
-        state.ttl.ttlname = "X" + std::to_string(1000 + names.size());
-        ttlinsert(state, names, rows);
+        ttl.ttlname = "X" + std::to_string(1000 + names.size());
+        ttlinsert(state, ttl, names, rows);
     }
 }
 
@@ -47,12 +47,12 @@ std::string last_device(const std::string& folder)
     return name.substr(0, name.find(' '));
 }
 
-void time_load(session& state, const std::string& name, const char* label)
+void time_load(session& state, ttl_variables& ttl, const std::string& name, const char* label)
 {
     const double started = milliseconds();
-    ttlload(state, name, 0, -1);
+    ttlload(state, ttl, name, 0, -1);
     std::printf("%s %.3f\n", label, milliseconds() - started);
-    if (state.ttl.ttlpin == 14 && name[0] == 'X') std::abort();  // it was not the last one
+    if (ttl.ttlpin == 14 && name[0] == 'X') std::abort();  // it was not the last one
 }
 
 void time_auto_find(cli::attached_plug_in& plug_in)
@@ -79,7 +79,7 @@ int main(int count, char** words)
     cli::attached_plug_in plug_in{0};
     const cli::simulated_socket socket{plug_in, {.chip = "74181"}};
     plug_in.state.syspath = words[1];
-    make_library(plug_in.state);
-    time_load(plug_in.state, last_device(words[1]), "load_last");
+    make_library(plug_in.state, plug_in.variables.ttl);
+    time_load(plug_in.state, plug_in.variables.ttl, last_device(words[1]), "load_last");
     time_auto_find(plug_in);
 }

@@ -24,6 +24,7 @@ struct bench {
     silent_shell shell;
     std::string name = "tamrix-fuzz-" + std::to_string(::getpid());
     session plug_in{shell, name + "-"};
+    ttl_variables ttl;
     std::string folder = "/dev/shm/" + name + "/";
 
     bench()
@@ -70,14 +71,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     b.write(data + choices, size - choices);
     std::vector<std::string> list = read_directory(b.plug_in).names;
     if (list.size() > 3000) std::abort();
-    ttlload(b.plug_in, name, -1, -1);
-    auto& ttl = b.plug_in.ttl;
+    ttlload(b.plug_in, b.ttl, name, -1, -1);
+    auto& ttl = b.ttl;
     if (ttl.ttlcnt > 255 || ttl.ttlcnt < 0 || ttl.ttlpin > 99 || ttl.ttlpin < 0) std::abort();
     attempt([&] {
         ttl.ttlname = name;
         ttl.ttlpin = 4;
         ttl.ttlcnt = 2;
-        ttlinsert(b.plug_in, list, {"01GV"});
+        ttlinsert(b.plug_in, ttl, list, {"01GV"});
     });
     attempt([&] { ttldelete(b.plug_in, name, 1); });
     return 0;

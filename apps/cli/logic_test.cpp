@@ -7,12 +7,12 @@ namespace tamrix::cli {
 namespace {
 
 /// Why the last test did not reach the chip, and what to do; empty where it did.
-std::string obstacle(const session& plug_in)
+std::string obstacle(const attached_plug_in& plug_in)
 {
     using kind = run_outcome::kind;
-    const std::string error = plug_in.text(1075) + " ";
+    const std::string error = plug_in.state.text(1075) + " ";
     const std::string remedy = "; check the cable and the supply of the programmer, then test again";
-    switch (plug_in.ttl.outcome.what) {
+    switch (plug_in.variables.ttl.outcome.what) {
     case kind::passed:
     case kind::failed:
     case kind::not_played: break;
@@ -26,9 +26,9 @@ std::string obstacle(const session& plug_in)
 
 }  // namespace
 
-void check_carried_out(const std::string& tested, const session& plug_in, const std::string& nothing_to_play)
+void check_carried_out(const std::string& tested, const attached_plug_in& plug_in, const std::string& nothing_to_play)
 {
-    const bool played = plug_in.ttl.outcome.what != run_outcome::kind::not_played;
+    const bool played = plug_in.variables.ttl.outcome.what != run_outcome::kind::not_played;
     const std::string why_not = played ? obstacle(plug_in) : nothing_to_play;
     if (!why_not.empty()) throw command_error{exit_not_carried_out, tested + ": " + why_not};
 }

@@ -38,7 +38,7 @@ void ttl_add(const ttl_options& options, const std::string& name, const std::str
 void ttl_delete(const ttl_options& options, const std::string& name, console& con);
 /// Ends the command with status 3 where the test could not be carried out. `tested` begins the text; `nothing_to_play`
 /// is the rest of it where no vectors were found.
-void check_carried_out(const std::string& tested, const session& plug_in, const std::string& nothing_to_play);
+void check_carried_out(const std::string& tested, const attached_plug_in& plug_in, const std::string& nothing_to_play);
 /// Plays the vectors of a JEDEC file on the chip in the socket.
 void vectors(const ttl_options& options, const std::string& jedec_file, console& con);
 

@@ -98,13 +98,14 @@ void ttl_show(const ttl_options& options, const std::string& name, console& con)
 {
     attached_plug_in plug_in{options.language};
     session& state = opened(plug_in, options).state;
-    ttlload(state, listed(state, name), 0, -1);
-    con.line("pins: " + std::to_string(state.ttl.ttlpin));
-    con.line("rows: " + std::to_string(state.ttl.ttlcnt - 1));
-    for (int row = 0; row < state.ttl.ttlcnt - 1; ++row) {
+    ttl_variables& ttl = plug_in.variables.ttl;
+    ttlload(state, ttl, listed(state, name), 0, -1);
+    con.line("pins: " + std::to_string(ttl.ttlpin));
+    con.line("rows: " + std::to_string(ttl.ttlcnt - 1));
+    for (int row = 0; row < ttl.ttlcnt - 1; ++row) {
         char number[16];
         std::snprintf(number, sizeof number, "V%04d ", row + 1);
-        const std::string_view letters = state.ttl.ttlvect(static_cast<std::size_t>(row));
+        const std::string_view letters = ttl.ttlvect(static_cast<std::size_t>(row));
         con.line(number + std::string{letters.substr(0, letters.find_last_not_of(' ') + 1)});
     }
 }
@@ -122,10 +123,11 @@ void ttl_add(const ttl_options& options, const std::string& name, const std::str
     library_directory directory = read_directory(state);
     if (directory.count < 2) fail("a library with fewer than two devices takes no new one");
     const bool replaced = std::ranges::find(directory.names, name) != directory.names.end();
-    state.ttl.ttlname = name;
-    state.ttl.ttlpin = static_cast<std::int16_t>(count);
-    state.ttl.ttlcnt = static_cast<std::int16_t>(rows.size() + 1);
-    ttlinsert(state, directory.names, rows);
+    ttl_variables& ttl = plug_in.variables.ttl;
+    ttl.ttlname = name;
+    ttl.ttlpin = static_cast<std::int16_t>(count);
+    ttl.ttlcnt = static_cast<std::int16_t>(rows.size() + 1);
+    ttlinsert(state, ttl, directory.names, rows);
     con.line(name + (replaced ? " replaced" : " added"));
 }
 

@@ -49,15 +49,15 @@ void ttl_test(const ttl_options& options, const std::string& name, console& con)
     b.check(b.plug_in.methods.mnutestttltest0(icsum, ok, folder));
     if (!known) fail(name + ": not in the library; tamrix ttl list shows the names");
     const session& state = b.plug_in.state;
-    for (const failed_row& row : state.ttl.outcome.rows) {
+    for (const failed_row& row : b.plug_in.variables.ttl.outcome.rows) {
         const auto [expected, result] = lines_of(state, row);
         con.line(expected);
         con.line(result);
     }
     b.socket.tell_hazards(con);
-    check_carried_out(name, state,
+    check_carried_out(name, b.plug_in,
                       "no record in the library (a name of 12 letters is never found); add it under a shorter name");
-    if (!state.ttl.outcome.rows.empty()) fail(name + ": " + state.text(1019) + state.text(1088));
+    if (!b.plug_in.variables.ttl.outcome.rows.empty()) fail(name + ": " + state.text(1019) + state.text(1088));
     con.line(name + ": " + state.text(1165));
 }
 
@@ -68,7 +68,7 @@ void ttl_find(const ttl_options& options, console& con)
     b.plug_in.screen.person = [&](forms::form& shown) { hits = dynamic_cast<ttlautotest&>(shown).List1.items(); };
     std::string folder = options.syspath;
     b.check(b.plug_in.methods.mnutestautofind0(folder));
-    check_carried_out("auto find", b.plug_in.state, "the library is damaged; name a sound one with --syspath");
+    check_carried_out("auto find", b.plug_in, "the library is damaged; name a sound one with --syspath");
     // Hazards are not told: the vectors of other devices drive the outputs of this one, which is how auto find works.
     for (const std::string& name : hits) con.line(name);
     if (hits.empty()) fail(b.plug_in.state.text(1164));

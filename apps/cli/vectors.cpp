@@ -51,8 +51,8 @@ void vectors(const ttl_options& options, const std::string& jedec_file, console&
     socket.tell_hazards(con);
     if (!outcome.ok()) fail(outcome.error);
     if (rows > most_rows) con.note("the first 100 of " + std::to_string(rows) + " vectors were played");
-    check_carried_out(jedec_file, plug_in.state, "no vectors in it");
-    if (plug_in.state.ttl.outcome.ended_in_failure()) fail(jedec_file + ": the chip in the socket fails");
+    check_carried_out(jedec_file, plug_in, "no vectors in it");
+    if (plug_in.variables.ttl.outcome.ended_in_failure()) fail(jedec_file + ": the chip in the socket fails");
 }
 
 }  // namespace tamrix::cli

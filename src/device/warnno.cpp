@@ -23,10 +23,9 @@ std::string add_power_line(session& plug_in)
 }
 
 /// True where a programmer is there that needs the external supply for such a device.
-bool needs_power(const session& plug_in, bool16 extpower0)
+bool needs_power(const sharemap& blocks, bool16 ok, bool16 extpower0)
 {
-    const auto& blocks = plug_in.blocks;
-    return extpower0 == 0 && is_true(plug_in.ok) && blocks.wfig(1) == generation_17 && is_true(blocks.usbable(0));
+    return extpower0 == 0 && is_true(ok) && blocks.wfig(1) == generation_17 && is_true(blocks.usbable(0));
 }
 
 /// Addresses of the auxiliary memory; 0 for a value without a meaning.
@@ -63,7 +62,7 @@ void lower_vcc(sharemap& blocks)
 
 }  // namespace
 
-void warn(session& plug_in, std::uint8_t& no, bool16 extpower0)
+void warn(session& plug_in, bool16 ok, std::uint8_t& no, bool16 extpower0)
 {
     constexpr std::uint8_t power_bit = 0x80;
     if (has_low_power_socket(plug_in.blocks.modeltype(0)) && (no & power_bit) != 0 && extpower0 == 0) {
@@ -72,7 +71,8 @@ void warn(session& plug_in, std::uint8_t& no, bool16 extpower0)
     no &= static_cast<std::uint8_t>(~power_bit);
     if (no == 20) lower_vcc(plug_in.blocks);
     std::string power_line;
-    if ((no == 19 || no == 20 || no == 21) && needs_power(plug_in, extpower0)) power_line = add_power_line(plug_in);
+    if ((no == 19 || no == 20 || no == 21) && needs_power(plug_in.blocks, ok, extpower0))
+        power_line = add_power_line(plug_in);
     const notes::note* const shown = notes::find_note(number_of_table(plug_in, no));
     if (shown == nullptr) return;
     // A note that added the power line has it as its title too: meant.

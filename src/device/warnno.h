@@ -10,7 +10,8 @@
 namespace tamrix {
 
 /// Shows note `no`, 1 to 25; every other number shows nothing. Bit 7 asks for the line on the external supply on models
-/// that can do without it; it is cleared in the caller's variable. `extpower0` tells that the supply is connected.
-void warn(session& plug_in, std::uint8_t& no, bool16 extpower0);
+/// that can do without it; it is cleared in the caller's variable. `ok` says that
+/// the host has found the programmer, `extpower0` that the supply is connected.
+void warn(session& plug_in, bool16 ok, std::uint8_t& no, bool16 extpower0);
 
 }  // namespace tamrix

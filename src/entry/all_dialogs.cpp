@@ -13,13 +13,14 @@ dialog_table all_dialogs()
     table.add("algoparameter",
               [](session& plug_in, module_variables&) { return std::make_unique<algoparameter>(plug_in); });
     table.add("ttltest", [](session& plug_in, module_variables& variables) {
-        return std::make_unique<ttltest>(plug_in, variables.pld);
+        return std::make_unique<ttltest>(plug_in, variables.ttl, variables.pld);
     });
     table.add("ttledit", [](session& plug_in, module_variables& variables) {
-        return std::make_unique<ttledit>(plug_in, variables.pld);
+        return std::make_unique<ttledit>(plug_in, variables.ttl, variables.pld);
     });
-    table.add("ttlautotest",
-              [](session& plug_in, module_variables&) { return std::make_unique<ttlautotest>(plug_in); });
+    table.add("ttlautotest", [](session& plug_in, module_variables& variables) {
+        return std::make_unique<ttlautotest>(plug_in, variables.ttl);
+    });
     return table;
 }
 

@@ -124,8 +124,8 @@ void entry_methods::show_pin_map_before_logic_test()
 
 void entry_methods::store(std::uint8_t icsum, bool16 ok, const std::string& syspath)
 {
-    plug_in_.icsum = icsum;
-    plug_in_.ok = ok;
+    variables_.ttl.icsum = icsum;
+    variables_.ttl.ok = ok;
     plug_in_.syspath = syspath;
 }
 
@@ -153,7 +153,7 @@ reply entry_methods::mnutestttltest0(std::uint8_t& icsum0, bool16& ok0, std::str
     return guarded([&] {
         show_pin_map_before_logic_test();
         store(icsum0, ok0, syspath0);
-        plug_in_.ttleditlib = 0;
+        variables_.ttl.ttleditlib = 0;
         dialogs_.show("ttltest", plug_in_, variables_);
         return variant{};
     });
@@ -161,7 +161,7 @@ reply entry_methods::mnutestttltest0(std::uint8_t& icsum0, bool16& ok0, std::str
 
 reply entry_methods::mnuEditeditvector0(std::uint8_t& icsum0, bool16& ok0, std::string& syspath0)
 {
-    plug_in_.wnote = 1;
+    variables_.ttl.wnote = 1;
     store(icsum0, ok0, syspath0);
     return show("ttledit");
 }
@@ -171,7 +171,7 @@ reply entry_methods::mnutesteditttllib0(std::uint8_t& icsum0, bool16& ok0, std::
     return guarded([&] {
         show_pin_map_before_logic_test();
         store(icsum0, ok0, syspath0);
-        plug_in_.ttleditlib = 1;
+        variables_.ttl.ttleditlib = 1;
         dialogs_.show("ttltest", plug_in_, variables_);
         return variant{};
     });
@@ -182,8 +182,8 @@ reply entry_methods::mnutestautofind0(std::string& syspath0)
     return guarded([&] {
         show_pin_map_before_logic_test();
         plug_in_.syspath = syspath0;
-        ttlscan(plug_in_, [this](const std::vector<std::string>& hits) {
-            plug_in_.ttl.hits = hits;
+        ttlscan(plug_in_, variables_.ttl, [this](const std::vector<std::string>& hits) {
+            variables_.ttl.hits = hits;
             dialogs_.show("ttlautotest", plug_in_, variables_);
         });
         return variant{};
@@ -193,7 +193,7 @@ reply entry_methods::mnutestautofind0(std::string& syspath0)
 reply entry_methods::warn(std::uint8_t& no, bool16& extpower0)
 {
     return guarded([&] {
-        tamrix::warn(plug_in_, no, extpower0);
+        tamrix::warn(plug_in_, variables_.ttl.ok, no, extpower0);
         return variant{};
     });
 }
@@ -201,11 +201,11 @@ reply entry_methods::warn(std::uint8_t& no, bool16& extpower0)
 reply entry_methods::vecttest0(std::uint8_t& mode, std::uint8_t& ttlcnt0, std::uint8_t& wnote0, bool16& ok0)
 {
     return guarded([&] {
-        plug_in_.ok = ok0;
-        plug_in_.ttl.ttlcnt = ttlcnt0;
-        plug_in_.wnote = wnote0;
+        variables_.ttl.ok = ok0;
+        variables_.ttl.ttlcnt = ttlcnt0;
+        variables_.ttl.wnote = wnote0;
         // The rows of an editor are handed over by its own Test button only.
-        vecttest(plug_in_, variables_.pld, mode, {});
+        vecttest(plug_in_, variables_.ttl, variables_.pld, mode, {});
         return variant{};
     });
 }

@@ -3,12 +3,14 @@
 
 #include "formats/transfer_variables.h"
 #include "pld/pld_variables.h"
+#include "ttl/ttl_variables.h"
 
 namespace tamrix {
 
 struct module_variables {
     transfer_variables transfer;
     pld_variables pld;
+    ttl_variables ttl;
 };
 
 }  // namespace tamrix

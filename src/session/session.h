@@ -6,7 +6,6 @@
 #include "forms/shell.h"
 #include "programmer/door.h"
 #include "tamrix/types.h"
-#include "ttl/ttl_variables.h"
 
 #include <cstdint>
 #include <string>
@@ -29,15 +28,10 @@ public:
     forms::shell& screen;
     sharemap blocks;
     hw::door hardware;
-    ttl_variables ttl;
     std::string syspath;
     std::string help_file;
     bool16 fwave = bool16_false;
     std::uint8_t pinmapmode = 0;
-    std::uint8_t ttleditlib = 0;
-    std::uint8_t wnote = 0;
-    std::uint8_t icsum = 0;  // stored for the host, read by nothing here
-    bool16 ok = bool16_false;
 };
 
 }  // namespace tamrix

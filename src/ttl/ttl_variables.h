@@ -1,7 +1,8 @@
-// The logic IC in work, shared by the library, the vector runs and the vector editor.
+// The logic IC in work, and what the logic tests go by; shared by the library, the vector runs and the dialogs.
 #pragma once
 
 #include "pld/vector_list.h"
+#include "tamrix/types.h"
 #include "ttl/run_outcome.h"
 
 #include <cstdint>
@@ -18,6 +19,10 @@ struct ttl_variables {
     std::string ttlmap;             // the last row as it was wired to a socket of 40 positions
     std::vector<std::string> hits;  // the devices that the last auto find found
     run_outcome outcome;            // of the last logic test, auto find or vector test
+    std::uint8_t ttleditlib = 0;    // 1: the test dialog edits the library, else it tests
+    std::uint8_t wnote = 0;  // whose vectors: 0 those of a logic IC; 1 those of the host's device, which its data power
+    bool16 ok = bool16_false;  // the host has found the programmer
+    std::uint8_t icsum = 0;    // stored for the host, read by nothing here
 };
 
 }  // namespace tamrix

@@ -30,7 +30,7 @@ protected:
     /// All four conditions of the power test.
     void need_power()
     {
-        session.ok = bool16_true;
+        variables.ttl.ok = bool16_true;
         session.blocks.wfig(1) = 17;
         session.blocks.usbable(0) = bool16_true;
     }

@@ -73,7 +73,7 @@ TEST_F(device_notes, 19_20_and_21_add_the_power_line_where_all_four_conditions_h
         session.blocks.MainRtstr(0) = "";
 
         call(number, bool16_true);
-        session.ok = bool16_false;
+        variables.ttl.ok = bool16_false;
         call(number);
         need_power();
         session.blocks.wfig(1) = 16;

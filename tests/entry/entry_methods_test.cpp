@@ -55,13 +55,13 @@ TEST(mnutesteditttllib0, on_model_24_shows_the_pin_map_first_and_the_library_aft
             EXPECT_EQ(f.session.pinmapmode, 4);
             EXPECT_EQ(f.session.syspath, "") << "the arguments are stored after it";
         } else {
-            EXPECT_EQ(f.session.ttleditlib, 1);
+            EXPECT_EQ(f.variables.ttl.ttleditlib, 1);
             EXPECT_EQ(f.session.syspath, f.system_folder);
         }
     };
     EXPECT_TRUE(f.class_of_host.mnutesteditttllib0(f.icsum, f.ok, f.system_folder).ok());
     EXPECT_EQ(f.shown, (names{"pinnote4", "ttltest"}));
-    EXPECT_EQ(f.session.ttleditlib, 1);
+    EXPECT_EQ(f.variables.ttl.ttleditlib, 1);
 }
 
 TEST(pin_map_before_a_logic_test, is_shown_on_models_23_24_28_and_29_alone)
@@ -77,12 +77,12 @@ TEST(pin_map_before_a_logic_test, is_shown_on_models_23_24_28_and_29_alone)
         f.class_of_host.mnutestttltest0(f.icsum, f.ok, f.system_folder);
         EXPECT_EQ(f.shown, first ? (names{"pinnote4", "ttltest"}) : names{"ttltest"});
         EXPECT_EQ(f.session.pinmapmode, first ? 4 : 0);
-        EXPECT_EQ(f.session.ttleditlib, 0);
+        EXPECT_EQ(f.variables.ttl.ttleditlib, 0);
 
         f.shown.clear();
         f.class_of_host.mnutesteditttllib0(f.icsum, f.ok, f.system_folder);
         EXPECT_EQ(f.shown, first ? (names{"pinnote4", "ttltest"}) : names{"ttltest"});
-        EXPECT_EQ(f.session.ttleditlib, 1);
+        EXPECT_EQ(f.variables.ttl.ttleditlib, 1);
 
         f.shown.clear();
         f.class_of_host.mnutestautofind0(f.system_folder);
@@ -127,12 +127,12 @@ TEST(recetwave0, stores_its_argument_before_the_dialog)
 TEST(mnutestttltest0, stores_its_arguments_before_the_dialog)
 {
     plug_in_with_dialogs f;
-    f.session.ttleditlib = 9;
+    f.variables.ttl.ttleditlib = 9;
     f.on_dialog = [&](std::string_view) {
-        EXPECT_EQ(f.session.icsum, 7);
-        EXPECT_EQ(f.session.ok, bool16_true);
+        EXPECT_EQ(f.variables.ttl.icsum, 7);
+        EXPECT_EQ(f.variables.ttl.ok, bool16_true);
         EXPECT_EQ(f.session.syspath, f.system_folder);
-        EXPECT_EQ(f.session.ttleditlib, 0);
+        EXPECT_EQ(f.variables.ttl.ttleditlib, 0);
     };
     f.class_of_host.mnutestttltest0(f.icsum, f.ok, f.system_folder);
     EXPECT_EQ(f.shown.size(), 1u);
@@ -141,16 +141,16 @@ TEST(mnutestttltest0, stores_its_arguments_before_the_dialog)
 TEST(mnuEditeditvector0, stores_its_arguments_and_sets_the_note)
 {
     plug_in_with_dialogs f;
-    f.session.ttleditlib = 9;
+    f.variables.ttl.ttleditlib = 9;
     f.on_dialog = [&](std::string_view) {
-        EXPECT_EQ(f.session.wnote, 1);
-        EXPECT_EQ(f.session.icsum, 7);
-        EXPECT_EQ(f.session.ok, bool16_true);
+        EXPECT_EQ(f.variables.ttl.wnote, 1);
+        EXPECT_EQ(f.variables.ttl.icsum, 7);
+        EXPECT_EQ(f.variables.ttl.ok, bool16_true);
         EXPECT_EQ(f.session.syspath, f.system_folder);
     };
     f.class_of_host.mnuEditeditvector0(f.icsum, f.ok, f.system_folder);
     EXPECT_EQ(f.shown.size(), 1u);
-    EXPECT_EQ(f.session.ttleditlib, 9) << "the editor is not the library";
+    EXPECT_EQ(f.variables.ttl.ttleditlib, 9) << "the editor is not the library";
 }
 
 TEST(mnutestautofind0, stores_the_system_folder)
@@ -164,11 +164,11 @@ TEST(vecttest0, stores_a_count_above_127_as_it_is)
 {
     plug_in_with_dialogs f;
     f.ok = bool16_false;  // without hardware the test ends here
-    f.session.ok = bool16_true;
+    f.variables.ttl.ok = bool16_true;
     EXPECT_TRUE(f.class_of_host.vecttest0(f.mode, f.count, f.note, f.ok).ok());
-    EXPECT_EQ(f.session.ok, bool16_false);
-    EXPECT_EQ(f.session.ttl.ttlcnt, 200);
-    EXPECT_EQ(f.session.wnote, 3);
+    EXPECT_EQ(f.variables.ttl.ok, bool16_false);
+    EXPECT_EQ(f.variables.ttl.ttlcnt, 200);
+    EXPECT_EQ(f.variables.ttl.wnote, 3);
 }
 
 TEST(methods_that_take_a_file_or_a_note, store_nothing_of_it)
@@ -182,7 +182,7 @@ TEST(methods_that_take_a_file_or_a_note, store_nothing_of_it)
     EXPECT_TRUE(f.class_of_host.warn(f.mode, f.ok).ok());
     EXPECT_EQ(f.variables.transfer.fname, "kept");
     EXPECT_EQ(f.session.syspath, "kept too");
-    EXPECT_EQ(f.session.ok, bool16_false);
+    EXPECT_EQ(f.variables.ttl.ok, bool16_false);
 }
 
 TEST(methods, leave_the_hosts_arguments_as_they_are)

@@ -64,11 +64,11 @@ protected:
         session.blocks.Language(0) = offset;
         show<readfile>("readfile", variables.transfer);
         show<writefile>("writefile", variables.transfer);
-        show<ttladd>("ttladd");
+        show<ttladd>("ttladd", variables.ttl);
         show_from_table("ttlautotest");
         for (const std::uint8_t face : {0, 1}) {  // ttltest and ttledit have two faces each
-            session.ttleditlib = face;
-            session.wnote = face;
+            variables.ttl.ttleditlib = face;
+            variables.ttl.wnote = face;
             for (const std::string_view name : tests::all_dialogs) show_from_table(name);
         }
         return shown_;

@@ -27,7 +27,7 @@ struct ttl_fixture : plug_in_fixture {
     {
         session.hardware.source = recording_programmer(log);
         session.syspath = files.path("");
-        session.ok = bool16_true;
+        variables.ttl.ok = bool16_true;
         session.blocks.modeltype(0) = 50;
         shell.on_box = [this](const forms::message_box& box) { log.add("box " + one_line(box.text)); };
         std::filesystem::create_directory(files.path("lib"));
@@ -47,9 +47,9 @@ struct ttl_fixture : plug_in_fixture {
     /// Puts rows in work as if the library had been read.
     void put_rows(const lines& rows)
     {
-        for (std::size_t i = 0; i < rows.size(); ++i) session.ttl.ttlvect.store(i, rows[i]);
-        session.ttl.ttlcnt = static_cast<std::int16_t>(rows.size() + 1);
-        session.ttl.ttlpin = static_cast<std::int16_t>(rows[0].size());
+        for (std::size_t i = 0; i < rows.size(); ++i) variables.ttl.ttlvect.store(i, rows[i]);
+        variables.ttl.ttlcnt = static_cast<std::int16_t>(rows.size() + 1);
+        variables.ttl.ttlpin = static_cast<std::int16_t>(rows[0].size());
     }
     /// Lets the socket show what the letters of these rows say, one after the other.
     void socket_shows(const lines& rows)
@@ -71,12 +71,12 @@ struct ttl_fixture : plug_in_fixture {
     /// Adds a device as the editor's Done button does; `list` is what the test dialog shows.
     void insert(const slow::device_record& device, lines& list)
     {
-        session.ttl.ttlname = device.name;
-        session.ttl.ttlpin = static_cast<std::int16_t>(device.pins());
-        session.ttl.ttlcnt = static_cast<std::int16_t>(device.rows.size() + 1);
-        ttlinsert(session, list, device.rows);
+        variables.ttl.ttlname = device.name;
+        variables.ttl.ttlpin = static_cast<std::int16_t>(device.pins());
+        variables.ttl.ttlcnt = static_cast<std::int16_t>(device.rows.size() + 1);
+        ttlinsert(session, variables.ttl, list, device.rows);
     }
-    std::string row(std::size_t i) { return std::string{session.ttl.ttlvect(i)}; }
+    std::string row(std::size_t i) { return std::string{variables.ttl.ttlvect(i)}; }
     std::string status() { return session.blocks.MainRtstr(0); }
 
     recording log;

@@ -76,10 +76,10 @@ protected:
 
     void device(int pins, const std::vector<std::string>& rows)
     {
-        session.ttl.ttlname = "7400";
-        session.ttl.ttlpin = static_cast<std::int16_t>(pins);
-        session.ttl.ttlcnt = static_cast<std::int16_t>(rows.size() + 1);
-        for (std::size_t i = 0; i < rows.size(); ++i) session.ttl.ttlvect.store(i, rows[i]);
+        variables.ttl.ttlname = "7400";
+        variables.ttl.ttlpin = static_cast<std::int16_t>(pins);
+        variables.ttl.ttlcnt = static_cast<std::int16_t>(rows.size() + 1);
+        for (std::size_t i = 0; i < rows.size(); ++i) variables.ttl.ttlvect.store(i, rows[i]);
     }
 };
 
@@ -87,7 +87,7 @@ protected:
 
 TEST_F(logic_dialogs, the_test_finds_a_device_by_keyboard)
 {
-    ttltest test{session, variables.pld};
+    ttltest test{session, variables.ttl, variables.pld};
     with(test, [&] {
         EXPECT_EQ(dialog().GetLabel(), "TTL & CMOS Test");
         EXPECT_EQ(list().GetCount(), 60U);
@@ -106,7 +106,7 @@ TEST_F(logic_dialogs, the_test_finds_a_device_by_keyboard)
 
 TEST_F(logic_dialogs, a_click_in_the_list_shows_the_name_in_the_search_field)
 {
-    ttltest test{session, variables.pld};
+    ttltest test{session, variables.ttl, variables.pld};
     with(test, [&] {
         click(list(), wxPoint{30, 30});
         EXPECT_GE(test.List1.index(), 0);
@@ -118,7 +118,7 @@ TEST_F(logic_dialogs, a_click_in_the_list_shows_the_name_in_the_search_field)
 
 TEST_F(logic_dialogs, the_list_shows_as_selected_what_is_selected)
 {
-    ttltest test{session, variables.pld};
+    ttltest test{session, variables.ttl, variables.pld};
     with(test, [&] {
         press("Tab");
         EXPECT_EQ(list().GetSelection(), test.List1.index());
@@ -136,8 +136,8 @@ TEST_F(logic_dialogs, the_list_shows_as_selected_what_is_selected)
 
 TEST_F(logic_dialogs, the_library_loses_an_entry_of_its_list)
 {
-    session.ttleditlib = 1;
-    ttltest test{session, variables.pld};
+    variables.ttl.ttleditlib = 1;
+    ttltest test{session, variables.ttl, variables.pld};
     with(test, [&] {
         EXPECT_EQ(dialog().GetLabel(), "Edit Pattern");
         shown_as("Add");
@@ -151,7 +151,7 @@ TEST_F(logic_dialogs, the_library_loses_an_entry_of_its_list)
 
 TEST_F(logic_dialogs, a_new_device_is_not_entered_by_escape_or_the_close_button)
 {
-    ttladd left_by_key{session}, left_by_button{session};
+    ttladd left_by_key{session, variables.ttl}, left_by_button{session};
     with(left_by_key, [&] {
         press("Escape");
         EXPECT_FALSE(left_by_key.is_open());
@@ -167,7 +167,7 @@ TEST_F(logic_dialogs, a_new_device_is_not_entered_by_escape_or_the_close_button)
 
 TEST_F(logic_dialogs, a_new_device_is_entered_by_keyboard)
 {
-    ttladd ask{session};
+    ttladd ask{session, variables.ttl};
     with(ask, [&] {
         EXPECT_EQ(dialog().GetLabel(), "New Pattern:");
         type("7499");
@@ -176,14 +176,14 @@ TEST_F(logic_dialogs, a_new_device_is_entered_by_keyboard)
         press("Return");
         EXPECT_FALSE(ask.is_open());
     });
-    EXPECT_EQ(session.ttl.ttlname, "7499");
-    EXPECT_EQ(session.ttl.ttlpin, 14);
+    EXPECT_EQ(variables.ttl.ttlname, "7499");
+    EXPECT_EQ(variables.ttl.ttlpin, 14);
 }
 
 TEST_F(logic_dialogs, the_editor_is_worked_by_keyboard)
 {
     device(4, {"0000", "1111"});
-    ttledit editor{session, variables.pld};
+    ttledit editor{session, variables.ttl, variables.pld};
     with(editor, [&] {
         type("hl");
         EXPECT_EQ(editor.Text1.text(), "V0001 HL00\nV0002 1111\n");
@@ -197,12 +197,12 @@ TEST_F(logic_dialogs, the_editor_is_worked_by_keyboard)
         press("End BackSpace Next Prior");
         EXPECT_EQ(editor.Text1.selection_start(), 22);
         press("alt+i");
-        EXPECT_TRUE(comes_true([&] { return session.ttl.ttlcnt == 5; }));
+        EXPECT_TRUE(comes_true([&] { return variables.ttl.ttlcnt == 5; }));
         EXPECT_EQ(editor.Text1.text(), "V0001 XXXX\nV0002 GVXX\nV0003 1111\nV0004 XXXX\n");
         type("1");
         EXPECT_TRUE(editor.Text1.text().ends_with("V0004 1XXX\n")) << "the keyboard is back in the grid";
         press("alt+t");
-        EXPECT_TRUE(comes_true([&] { return session.ttl.ttlcnt == 4; }));
+        EXPECT_TRUE(comes_true([&] { return variables.ttl.ttlcnt == 4; }));
         press("Escape");
         EXPECT_FALSE(editor.is_open());
     });
@@ -211,7 +211,7 @@ TEST_F(logic_dialogs, the_editor_is_worked_by_keyboard)
 TEST_F(logic_dialogs, tab_leaves_the_grid_and_comes_back)
 {
     device(4, {"0000"});
-    ttledit editor{session, variables.pld};
+    ttledit editor{session, variables.ttl, variables.pld};
     with(editor, [&] {
         EXPECT_TRUE(grid().HasFocus());
         press("Tab");
@@ -224,7 +224,7 @@ TEST_F(logic_dialogs, tab_leaves_the_grid_and_comes_back)
 TEST_F(logic_dialogs, a_click_in_the_grid_puts_the_caret_on_that_letter)
 {
     device(14, std::vector<std::string>(40, std::string(14, 'X')));
-    ttledit editor{session, variables.pld};
+    ttledit editor{session, variables.ttl, variables.pld};
     with(editor, [&] {
         const auto click_cell = [](int row, int column) {
             const wxRect cell = grid().cell(row, column);
@@ -239,7 +239,7 @@ TEST_F(logic_dialogs, a_click_in_the_grid_puts_the_caret_on_that_letter)
         EXPECT_TRUE(grid().GetClientRect().Contains(grid().cell(27, 10))) << "the caret is seen";
         click_cell(26, 6);
         press("Return");
-        EXPECT_EQ(session.ttl.ttlcnt, 42);
+        EXPECT_EQ(variables.ttl.ttlcnt, 42);
         EXPECT_EQ(editor.Text1.selection_start(), 27 * 21 + 6) << "behind the row that was clicked";
     });
 }
@@ -247,7 +247,7 @@ TEST_F(logic_dialogs, a_click_in_the_grid_puts_the_caret_on_that_letter)
 TEST_F(logic_dialogs, the_fields_of_the_editor_have_their_colours_and_one_width)
 {
     device(14, {std::string(14, 'X')});
-    ttledit editor{session, variables.pld};
+    ttledit editor{session, variables.ttl, variables.pld};
     with(editor, [&] {
         EXPECT_TRUE(comes_true([] { return colour_at(grid(), {2, 2}) == "#FF80FF"; })) << colour_at(grid(), {2, 2});
         EXPECT_EQ(colour_at(ruler(), {2, 2}), "#8080FF");
@@ -262,14 +262,14 @@ TEST_F(logic_dialogs, the_fields_of_the_editor_have_their_colours_and_one_width)
 TEST_F(logic_dialogs, forty_pins_are_seen_without_scrolling)
 {
     device(40, std::vector<std::string>(3, std::string(40, 'H')));
-    ttledit editor{session, variables.pld};
+    ttledit editor{session, variables.ttl, variables.pld};
     with(editor, [&] { EXPECT_GE(grid().GetClientSize().x, grid().cell(0, 46).GetRight()); });
 }
 
 TEST_F(logic_dialogs, a_larger_window_shows_more_rows)
 {
     device(14, std::vector<std::string>(40, std::string(14, 'X')));
-    ttledit editor{session, variables.pld};
+    ttledit editor{session, variables.ttl, variables.pld};
     with(editor, [&] {
         const wxSize before = grid().GetClientSize();
         dialog().SetSize(dialog().GetSize() + wxSize{100, 200});
@@ -279,8 +279,8 @@ TEST_F(logic_dialogs, a_larger_window_shows_more_rows)
 
 TEST_F(logic_dialogs, the_result_of_auto_find_is_closed_by_enter)
 {
-    session.ttl.hits = {"7400", "74132"};
-    ttlautotest result{session};
+    variables.ttl.hits = {"7400", "74132"};
+    ttlautotest result{session, variables.ttl};
     with(result, [&] {
         EXPECT_EQ(dialog().GetLabel(), "Auto Find Device Result");
         EXPECT_EQ(list().GetCount(), 2U);
@@ -292,8 +292,8 @@ TEST_F(logic_dialogs, the_result_of_auto_find_is_closed_by_enter)
 
 TEST_F(logic_dialogs, enter_in_a_list_is_the_default_button)
 {
-    session.ttl.hits = {"7400", "74132"};
-    ttlautotest result{session};
+    variables.ttl.hits = {"7400", "74132"};
+    ttlautotest result{session, variables.ttl};
     with(result, [&] {
         list().SetFocus();
         press("Return");

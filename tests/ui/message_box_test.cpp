@@ -47,7 +47,7 @@ TEST(message_boxes, line_up_the_memories_of_a_note)
                   shown_as("Config. Word:").GetScreenRect().GetRight());
     };
     std::uint8_t number = 6;
-    on.ask([&] { warn(on.session, number, bool16_false); });
+    on.ask([&] { warn(on.session, bool16_false, number, bool16_false); });
 }
 
 TEST(message_boxes, leave_the_place_of_the_device_empty_where_a_memory_lies_in_the_buffer_alone)
@@ -56,7 +56,7 @@ TEST(message_boxes, leave_the_place_of_the_device_empty_where_a_memory_lies_in_t
     on.session.blocks.tlength(0) = 0x4210;
     on.look = [] { EXPECT_EQ(left_of("4210H---4220H"), left_of("Buffer")); };
     std::uint8_t number = 22;
-    on.ask([&] { warn(on.session, number, bool16_false); });
+    on.ask([&] { warn(on.session, bool16_false, number, bool16_false); });
 }
 
 TEST(message_boxes, have_answers_in_the_language_that_stands_in_the_block_when_they_are_shown)

@@ -49,17 +49,17 @@ TEST_P(keys_with_alt, press_the_buttons_of_the_vector_editor)
     const auto& [language, keyboards, insert, cut, leave] = GetParam();
     choose_keyboards(keyboards);
     stage on{language};
-    on.session.ttl.ttlname = "7400";
-    on.session.ttl.ttlpin = 4;
-    on.session.ttl.ttlcnt = 2;
-    on.session.ttl.ttlvect.store(0, "0000");
-    ttledit editor{on.session, on.variables.pld};
+    on.variables.ttl.ttlname = "7400";
+    on.variables.ttl.ttlpin = 4;
+    on.variables.ttl.ttlcnt = 2;
+    on.variables.ttl.ttlvect.store(0, "0000");
+    ttledit editor{on.session, on.variables.ttl, on.variables.pld};
     over_host(on.screen, editor, [&] {
         const auto pressed = [](const char* letter) { press(std::string{"alt+"} + letter); };
         pressed(insert);
-        ASSERT_TRUE(comes_true([&] { return on.session.ttl.ttlcnt == 3; }));
+        ASSERT_TRUE(comes_true([&] { return on.variables.ttl.ttlcnt == 3; }));
         pressed(cut);
-        EXPECT_TRUE(comes_true([&] { return on.session.ttl.ttlcnt == 2; }));
+        EXPECT_TRUE(comes_true([&] { return on.variables.ttl.ttlcnt == 2; }));
         pressed(leave);
         EXPECT_TRUE(comes_true([&] { return !editor.is_open(); }));
     });

@@ -144,7 +144,7 @@ TEST_F(parameters, of_a_note_stand_in_a_box_that_a_key_closes)
             press("Return");
         }};
         std::uint8_t number = 129;
-        warn(session, number, bool16_false);
+        warn(session, bool16_false, number, bool16_false);
         EXPECT_EQ(number, 1);
         EXPECT_EQ(&dialog(), behind) << "it is gone again";
     });

@@ -31,12 +31,12 @@ std::string row_of(int pins, int number)
     return row;
 }
 
-void with_vectors(session& plug_in, std::string name, int pins, int rows)
+void with_vectors(ttl_variables& ttl, std::string name, int pins, int rows)
 {
-    plug_in.ttl.ttlname = std::move(name);
-    plug_in.ttl.ttlpin = static_cast<std::int16_t>(pins);
-    plug_in.ttl.ttlcnt = static_cast<std::int16_t>(rows + 1);
-    for (int i = 0; i < rows; ++i) plug_in.ttl.ttlvect.store(static_cast<std::size_t>(i), row_of(pins, i));
+    ttl.ttlname = std::move(name);
+    ttl.ttlpin = static_cast<std::int16_t>(pins);
+    ttl.ttlcnt = static_cast<std::int16_t>(rows + 1);
+    for (int i = 0; i < rows; ++i) ttl.ttlvect.store(static_cast<std::size_t>(i), row_of(pins, i));
 }
 
 void load_file(stage& on)
@@ -57,20 +57,20 @@ void save_file(stage& on)
 
 void logic_test(stage& on)
 {
-    ttltest test{on.session, on.variables.pld};
+    ttltest test{on.session, on.variables.ttl, on.variables.pld};
     on.show(test, [&] { test.Text1.enter("7404"); });
 }
 
 void library(stage& on)
 {
-    on.session.ttleditlib = 1;
-    ttltest test{on.session, on.variables.pld};
+    on.variables.ttl.ttleditlib = 1;
+    ttltest test{on.session, on.variables.ttl, on.variables.pld};
     on.show(test, [&] { test.Text1.enter("7404"); });
 }
 
 void new_device(stage& on)
 {
-    ttladd ask{on.session};
+    ttladd ask{on.session, on.variables.ttl};
     on.show(ask, [&] {
         ask.Text1.enter("74HCT4060");
         ask.Text2.enter("16");
@@ -79,23 +79,23 @@ void new_device(stage& on)
 
 void edit_logic(stage& on)
 {
-    with_vectors(on.session, "74LS138", 16, 9);
-    ttledit editor{on.session, on.variables.pld};
+    with_vectors(on.variables.ttl, "74LS138", 16, 9);
+    ttledit editor{on.session, on.variables.ttl, on.variables.pld};
     on.show(editor);
 }
 
 void edit_device(stage& on)
 {
-    on.session.wnote = 1;
+    on.variables.ttl.wnote = 1;
     on.session.blocks.chippin(0) = 40;
-    ttledit editor{on.session, on.variables.pld};
+    ttledit editor{on.session, on.variables.ttl, on.variables.pld};
     on.show(editor, [&] { editor.Command2.click(); });
 }
 
 void auto_find(stage& on)
 {
-    on.session.ttl.hits = {"7400", "7403", "74132", "7426", "7437", "7438"};
-    ttlautotest result{on.session};
+    on.variables.ttl.hits = {"7400", "7403", "74132", "7426", "7437", "7438"};
+    ttlautotest result{on.session, on.variables.ttl};
     on.show(result, [&] { result.List1.pick(2); });
 }
 
@@ -121,8 +121,8 @@ void passed(stage& on)
 /// Enter on a name that no library has.
 void search_for_unknown(stage& on, std::uint8_t edits_library)
 {
-    on.session.ttleditlib = edits_library;
-    ttltest test{on.session, on.variables.pld};
+    on.variables.ttl.ttleditlib = edits_library;
+    ttltest test{on.session, on.variables.ttl, on.variables.pld};
     test.load();
     test.Text1.enter("749999");
     on.ask([&] { test.Text1.press_enter(); });
@@ -135,8 +135,8 @@ void add_new(stage& on) { search_for_unknown(on, 1); }
 
 void delete_old(stage& on)
 {
-    on.session.ttleditlib = 1;
-    ttltest test{on.session, on.variables.pld};
+    on.variables.ttl.ttleditlib = 1;
+    ttltest test{on.session, on.variables.ttl, on.variables.pld};
     test.load();
     test.Text1.enter("7404");
     on.ask([&] { test.del.click(); });
@@ -193,7 +193,7 @@ void parameters_of_serial_memory(stage& on)
 void note(stage& on, std::uint8_t number)
 {
     on.session.blocks.tlength(0) = 0x4210;
-    on.ask([&] { warn(on.session, number, bool16_false); });
+    on.ask([&] { warn(on.session, bool16_false, number, bool16_false); });
 }
 
 /// All the memories that a device can have.

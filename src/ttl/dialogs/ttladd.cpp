@@ -25,7 +25,7 @@ std::optional<int> whole_number(std::string_view text)
 
 }  // namespace
 
-ttladd::ttladd(session& plug_in) : plug_in_{plug_in}
+ttladd::ttladd(session& plug_in, ttl_variables& ttl) : plug_in_{plug_in}, ttl_{ttl}
 {
     OKButton.on_click = [this] { confirm(); };
 }
@@ -42,7 +42,7 @@ void ttladd::on_load()
     Label1.caption = plug_in_.text(1187);
     Label2.caption = plug_in_.text(1188);
     OKButton.caption = plug_in_.text(1067);
-    Text1.text(plug_in_.ttl.ttlname);
+    Text1.text(ttl_.ttlname);
     Text2.text("");
 }
 
@@ -55,11 +55,10 @@ void ttladd::confirm()
             {.text = plug_in_.text(1189), .title = plug_in_.text(1186), .picture = forms::icon::warning});
         return;
     }
-    ttl_variables& device = plug_in_.ttl;
-    device.ttlname = Text1.text();
-    device.ttlpin = static_cast<std::int16_t>(pins);
-    device.ttlvect.store(0, vector_grid::unfilled_row(pins));
-    device.ttlcnt = 2;
+    ttl_.ttlname = Text1.text();
+    ttl_.ttlpin = static_cast<std::int16_t>(pins);
+    ttl_.ttlvect.store(0, vector_grid::unfilled_row(pins));
+    ttl_.ttlcnt = 2;
     accepted_ = true;
     close();
 }

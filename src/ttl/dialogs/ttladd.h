@@ -3,12 +3,13 @@
 
 #include "forms/form.h"
 #include "session/session.h"
+#include "ttl/ttl_variables.h"
 
 namespace tamrix {
 
 class ttladd final : public forms::form {
 public:
-    explicit ttladd(session& plug_in);
+    ttladd(session& plug_in, ttl_variables& ttl);
 
     forms::label Label1{*this}, Label2{*this};
     forms::text_box Text1{*this};  // name
@@ -25,6 +26,7 @@ private:
     void confirm();
 
     session& plug_in_;
+    ttl_variables& ttl_;
     bool accepted_ = false;
 };
 

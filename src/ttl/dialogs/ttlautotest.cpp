@@ -17,7 +17,7 @@ constexpr int number_of_families = 9;
 
 }  // namespace
 
-ttlautotest::ttlautotest(session& plug_in) : plug_in_{plug_in}
+ttlautotest::ttlautotest(session& plug_in, const ttl_variables& ttl) : plug_in_{plug_in}, ttl_{ttl}
 {
     Text1.page_rows = number_of_families;
     Text1.locked = true;
@@ -40,7 +40,7 @@ void ttlautotest::on_load()
     Label2.caption = plug_in_.text(1184);
     Label1.caption = plug_in_.text(1185);
     OKButton.caption = plug_in_.text(1067);
-    List1.items(plug_in_.ttl.hits);
+    List1.items(ttl_.hits);
     focus(OKButton);
 }
 

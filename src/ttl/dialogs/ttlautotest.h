@@ -5,12 +5,13 @@
 #include "forms/grid_text.h"
 #include "forms/list_box.h"
 #include "session/session.h"
+#include "ttl/ttl_variables.h"
 
 namespace tamrix {
 
 class ttlautotest final : public forms::form {
 public:
-    explicit ttlautotest(session& plug_in);
+    ttlautotest(session& plug_in, const ttl_variables& ttl);
 
     forms::label Label2{*this};     // heading of the list
     forms::list_box List1{*this};   // the devices that auto find found, in the order in which they were tried
@@ -26,6 +27,7 @@ private:
     void on_load() override;
 
     session& plug_in_;
+    const ttl_variables& ttl_;
 };
 
 }  // namespace tamrix

@@ -17,8 +17,8 @@ constexpr char not_tested = 'N';  // fills the rows of a programmable device
 
 }  // namespace
 
-ttledit::ttledit(session& plug_in, pld_variables& pld, forms::list_box* names)
-    : plug_in_{plug_in}, pld_{pld}, names_{names}
+ttledit::ttledit(session& plug_in, ttl_variables& ttl, pld_variables& pld, forms::list_box* names)
+    : plug_in_{plug_in}, ttl_{ttl}, pld_{pld}, names_{names}
 {
     Text1.page_rows = rows_of_a_page;
     Text2.page_rows = 2;
@@ -55,12 +55,12 @@ forms::layout ttledit::arrangement()
 
 void ttledit::on_load()
 {
-    ttlcnt_before_ = plug_in_.ttl.ttlcnt;
-    ttlpin_before_ = plug_in_.ttl.ttlpin;
+    ttlcnt_before_ = ttl_.ttlcnt;
+    ttlpin_before_ = ttl_.ttlpin;
     load_captions();
     if (edits_device()) take_device_vectors();
-    grid_ = vector_grid{plug_in_.ttl.ttlpin};
-    lastrow = std::max(plug_in_.ttl.ttlcnt - 2, -1);
+    grid_ = vector_grid{ttl_.ttlpin};
+    lastrow = std::max(ttl_.ttlcnt - 2, -1);
     emptyrow.assign(static_cast<std::size_t>(grid_.pins()), edits_device() ? not_tested : 'X');
     yankrow = emptyrow;
     Text1.background = 0xFF80FF;
@@ -77,14 +77,14 @@ void ttledit::on_load()
 
 void ttledit::on_unload()
 {
-    plug_in_.ttl.ttlcnt = ttlcnt_before_;
-    plug_in_.ttl.ttlpin = ttlpin_before_;
+    ttl_.ttlcnt = ttlcnt_before_;
+    ttl_.ttlpin = ttlpin_before_;
 }
 
 void ttledit::load_captions()
 {
     const bool device = edits_device();
-    caption((device ? "PLD" : plug_in_.ttl.ttlname) + plug_in_.text(1182));
+    caption((device ? "PLD" : ttl_.ttlname) + plug_in_.text(1182));
     Frame1.caption = plug_in_.text(1166);
     Label1.caption = plug_in_.text(1167);
     Label2.caption = plug_in_.text(1168);
@@ -105,18 +105,17 @@ void ttledit::load_captions()
 
 void ttledit::take_device_vectors()
 {
-    ttl_variables& work = plug_in_.ttl;
     const int pins = std::clamp<int>(plug_in_.blocks.chippin(0), 0, most_pins);
-    work.ttlpin = static_cast<std::int16_t>(pins);
+    ttl_.ttlpin = static_cast<std::int16_t>(pins);
     const int count = std::min<int>(pld_.pldvectcnt, vector_list::entries + 1);
     if (count < 2) {
-        work.ttlvect.store(0, std::string(static_cast<std::size_t>(pins), not_tested));
-        work.ttlcnt = 2;
+        ttl_.ttlvect.store(0, std::string(static_cast<std::size_t>(pins), not_tested));
+        ttl_.ttlcnt = 2;
         return;
     }
-    work.ttlcnt = static_cast<std::int16_t>(count);
+    ttl_.ttlcnt = static_cast<std::int16_t>(count);
     for (std::size_t row = 0; row + 2 <= static_cast<std::size_t>(count); ++row) {
-        work.ttlvect.store(row, pld_.pldvect(row));
+        ttl_.ttlvect.store(row, pld_.pldvect(row));
     }
 }
 
@@ -126,7 +125,7 @@ void ttledit::show_rows()
     const char fill = edits_device() ? not_tested : vector_grid::unfilled;
     std::string text;
     for (int row = 0; row < row_count(); ++row) {
-        text += vector_grid::line(row, grid_.fitted(plug_in_.ttl.ttlvect(static_cast<std::size_t>(row)), fill));
+        text += vector_grid::line(row, grid_.fitted(ttl_.ttlvect(static_cast<std::size_t>(row)), fill));
     }
     Text1.text(std::move(text));
 }
@@ -217,7 +216,7 @@ void ttledit::insert_row(int behind)
     std::string text = Text1.text();
     text.insert(static_cast<std::size_t>(grid_.offset(row, 0)), vector_grid::line(row, yankrow));
     grid_.renumber(text, row + 1, ++lastrow);
-    plug_in_.ttl.ttlcnt = static_cast<std::int16_t>(lastrow + 2);
+    ttl_.ttlcnt = static_cast<std::int16_t>(lastrow + 2);
     Text1.text(std::move(text));
     go_to(row, colmin);
 }
@@ -242,7 +241,7 @@ void ttledit::delete_row()
     } else {
         text.erase(static_cast<std::size_t>(grid_.offset(row, 0)), static_cast<std::size_t>(grid_.line_length()));
         grid_.renumber(text, row, --lastrow);
-        plug_in_.ttl.ttlcnt = static_cast<std::int16_t>(lastrow + 2);
+        ttl_.ttlcnt = static_cast<std::int16_t>(lastrow + 2);
         row = std::min(row, lastrow);
     }
     Text1.text(std::move(text));
@@ -258,13 +257,13 @@ void ttledit::test()
         std::int16_t rows_plus_one, pins;
         ~at_end()
         {
-            editor.plug_in_.ttl.ttlcnt = rows_plus_one;
-            editor.plug_in_.ttl.ttlpin = pins;
+            editor.ttl_.ttlcnt = rows_plus_one;
+            editor.ttl_.ttlpin = pins;
             editor.busy_ = false;
         }
-    } const restore{*this, plug_in_.ttl.ttlcnt, plug_in_.ttl.ttlpin};
+    } const restore{*this, ttl_.ttlcnt, ttl_.ttlpin};
     busy_ = true;
-    vecttest(plug_in_, pld_, 0, grid_.rows(Text1.text(), row_count()));
+    vecttest(plug_in_, ttl_, pld_, 0, grid_.rows(Text1.text(), row_count()));
 }
 
 /// A device with rows that are not filled in is dropped without a word.
@@ -280,11 +279,11 @@ void ttledit::save()
     const std::vector<std::string> rows = grid_.rows(Text1.text(), row_count());
     if (edits_device()) {
         for (std::size_t row = 0; row < rows.size(); ++row) pld_.pldvect.store(row, rows[row]);
-        pld_.pldvectcnt = plug_in_.ttl.ttlcnt;
+        pld_.pldvectcnt = ttl_.ttlcnt;
         return;
     }
     std::vector<std::string> listed = names_ != nullptr ? names_->items() : std::vector<std::string>{};
-    ttlinsert(plug_in_, listed, rows);
+    ttlinsert(plug_in_, ttl_, listed, rows);
     if (names_ != nullptr) names_->items(std::move(listed));
 }
 

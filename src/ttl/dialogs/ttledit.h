@@ -7,6 +7,7 @@
 #include "pld/pld_variables.h"
 #include "session/session.h"
 #include "ttl/dialogs/vector_grid.h"
+#include "ttl/ttl_variables.h"
 
 #include <cstdint>
 #include <string>
@@ -16,7 +17,7 @@ namespace tamrix {
 class ttledit final : public forms::form {
 public:
     /// `names` is the list in which a new logic IC is to appear; null where none is shown.
-    ttledit(session& plug_in, pld_variables& pld, forms::list_box* names = nullptr);
+    ttledit(session& plug_in, ttl_variables& ttl, pld_variables& pld, forms::list_box* names = nullptr);
 
     forms::frame Frame1{*this};
     forms::label Label1{*this}, Label2{*this}, Label3{*this}, Label4{*this}, Label5{*this}, Label6{*this},
@@ -56,10 +57,11 @@ private:
     void save_and_close();
     void save();
 
-    bool edits_device() const { return plug_in_.wnote == 1; }
+    bool edits_device() const { return ttl_.wnote == 1; }
     int row_count() const { return lastrow + 1; }
 
     session& plug_in_;
+    ttl_variables& ttl_;
     pld_variables& pld_;
     forms::list_box* names_;
     vector_grid grid_{0};

@@ -11,7 +11,7 @@
 
 namespace tamrix {
 
-ttltest::ttltest(session& plug_in, pld_variables& pld) : plug_in_{plug_in}, pld_{pld}
+ttltest::ttltest(session& plug_in, ttl_variables& ttl, pld_variables& pld) : plug_in_{plug_in}, ttl_{ttl}, pld_{pld}
 {
     Text1.on_change = [this] { select_typed(); };
     Text1.on_enter_key = [this] {
@@ -51,7 +51,7 @@ forms::layout ttltest::arrangement()
 void ttltest::on_load()
 {
     load_captions();
-    if (is_true(plug_in_.ok)) power_up();
+    if (is_true(ttl_.ok)) power_up();
     fill_list();
     focus(Text1);
 }
@@ -110,7 +110,7 @@ void ttltest::search()
         return;
     }
     if (!asks_to_add()) return;
-    edit_new_device(Text1.text(), plug_in_.wnote);  // the Add button would clear wnote
+    edit_new_device(Text1.text(), ttl_.wnote);  // the Add button would clear wnote
 }
 
 bool ttltest::asks_to_add()
@@ -123,15 +123,15 @@ bool ttltest::asks_to_add()
 
 void ttltest::edit_new_device(std::string proposed_name, std::uint8_t wnote)
 {
-    const std::string name_before = std::exchange(plug_in_.ttl.ttlname, std::move(proposed_name));
-    ttladd name_and_pins{plug_in_};
+    const std::string name_before = std::exchange(ttl_.ttlname, std::move(proposed_name));
+    ttladd name_and_pins{plug_in_, ttl_};
     plug_in_.screen.show_modal(name_and_pins);
     if (!name_and_pins.accepted()) {
-        plug_in_.ttl.ttlname = name_before;
+        ttl_.ttlname = name_before;
         return;
     }
-    plug_in_.wnote = wnote;
-    ttledit editor{plug_in_, pld_, &List1};
+    ttl_.wnote = wnote;
+    ttledit editor{plug_in_, ttl_, pld_, &List1};
     plug_in_.screen.show_modal(editor);
 }
 
@@ -144,17 +144,17 @@ void ttltest::edit_selected()
             {.text = plug_in_.text(1189), .title = plug_in_.text(1021), .picture = forms::icon::warning});
         return;
     }
-    plug_in_.wnote = 0;
-    ttlload(plug_in_, name, 0, -1);
-    plug_in_.ttl.ttlname = name;
-    if (is_true(plug_in_.ok)) select_board(plug_in_, name);
-    ttledit editor{plug_in_, pld_, &List1};
+    ttl_.wnote = 0;
+    ttlload(plug_in_, ttl_, name, 0, -1);
+    ttl_.ttlname = name;
+    if (is_true(ttl_.ok)) select_board(plug_in_, name);
+    ttledit editor{plug_in_, ttl_, pld_, &List1};
     plug_in_.screen.show_modal(editor);
 }
 
 void ttltest::test_in_loop()
 {
-    if (List1.index() < 0 || !is_true(plug_in_.ok)) return;
+    if (List1.index() < 0 || !is_true(ttl_.ok)) return;
     struct at_end {
         bool& busy;
         ~at_end() { busy = false; }
@@ -162,7 +162,7 @@ void ttltest::test_in_loop()
     busy_ = true;
     const std::string name = List1.text();
     do {
-        if (!prepare_supply(plug_in_, name)) return;
+        if (!prepare_supply(plug_in_, ttl_, name)) return;
     } while (passes(name) && wants_repetition());
     plug_in_.hardware.device().hwrelease();
 }
@@ -170,8 +170,8 @@ void ttltest::test_in_loop()
 /// A name without a record runs nothing, and that counts as a pass. A failed row was told while the vectors ran.
 bool ttltest::passes(const std::string& name)
 {
-    run_outcome& outcome = plug_in_.ttl.outcome;
-    outcome = ttlload(plug_in_, name, 0, 0);
+    run_outcome& outcome = ttl_.outcome;
+    outcome = ttlload(plug_in_, ttl_, name, 0, 0);
     if (outcome.communication_failed()) tell_communication_error(plug_in_, 1019);
     return !outcome.ended_in_failure();
 }

@@ -5,6 +5,7 @@
 #include "forms/list_box.h"
 #include "pld/pld_variables.h"
 #include "session/session.h"
+#include "ttl/ttl_variables.h"
 
 #include <cstdint>
 #include <string>
@@ -13,7 +14,7 @@ namespace tamrix {
 
 class ttltest final : public forms::form {
 public:
-    ttltest(session& plug_in, pld_variables& pld);
+    ttltest(session& plug_in, ttl_variables& ttl, pld_variables& pld);
 
     forms::label Label1{*this};    // "Search:"
     forms::text_box Text1{*this};  // search field
@@ -33,7 +34,7 @@ private:
     void power_up();
     void fill_list();
 
-    bool edits_library() const { return plug_in_.ttleditlib == 1; }
+    bool edits_library() const { return ttl_.ttleditlib == 1; }
     int listed() const;
     void select_typed();
     void search();
@@ -48,6 +49,7 @@ private:
     void delete_selected();
 
     session& plug_in_;
+    ttl_variables& ttl_;
     pld_variables& pld_;  // for the editor
     bool busy_ = false;   // a test is running
 };

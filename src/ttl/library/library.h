@@ -3,6 +3,7 @@
 
 #include "session/session.h"
 #include "ttl/run_outcome.h"
+#include "ttl/ttl_variables.h"
 
 #include <cstdint>
 #include <string>
@@ -24,7 +25,8 @@ struct library_directory {
 library_directory read_directory(session& plug_in);
 
 /// Fetches a device into `ttlpin`, `ttlcnt` and `ttlvect` and, unless `loadonly` is -1, plays its vectors.
-run_outcome ttlload(session& plug_in, const std::string& name, std::int16_t stopfirst, std::int16_t loadonly);
+run_outcome ttlload(session& plug_in, ttl_variables& ttl, const std::string& name, std::int16_t stopfirst,
+                    std::int16_t loadonly);
 
 /// Whether a record has room for the name. Blanks around it are not stored.
 bool name_fits(std::string_view name);
@@ -37,6 +39,7 @@ bool ttldelete(session& plug_in, const std::string& name, std::uint8_t silent);
 /// Adds or replaces the device of `ttlname`, `ttlpin` and `ttlcnt` with the vectors `rows`. `list` holds the names as
 /// the test dialog shows them; a new name goes to its end. A library with fewer than two devices is left as it is.
 /// Throws std::runtime_error where the name does not fit or the library is damaged.
-void ttlinsert(session& plug_in, std::vector<std::string>& list, const std::vector<std::string>& rows);
+void ttlinsert(session& plug_in, ttl_variables& ttl, std::vector<std::string>& list,
+               const std::vector<std::string>& rows);
 
 }  // namespace tamrix

@@ -125,9 +125,9 @@ bool ttldelete(session& plug_in, const std::string& name, std::uint8_t silent)
     return false;
 }
 
-void ttlinsert(session& plug_in, std::vector<std::string>& list, const std::vector<std::string>& rows)
+void ttlinsert(session& plug_in, ttl_variables& ttl, std::vector<std::string>& list,
+               const std::vector<std::string>& rows)
 {
-    auto& ttl = plug_in.ttl;
     if (!name_fits(ttl.ttlname)) throw std::runtime_error{"the name of a device has at most 12 letters"};
     const bool listed = std::ranges::find(list, ttl.ttlname) != list.end();
     if (listed) ttldelete(plug_in, ttl.ttlname, 1);

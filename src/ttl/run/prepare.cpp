@@ -15,17 +15,17 @@ void select_board(session& plug_in, std::string_view name)
     if (selects_board(plug_in.blocks.modeltype(0))) select_family_board(plug_in, is_cmos_name(name));
 }
 
-bool reset_hardware(session& plug_in)
+bool reset_hardware(session& plug_in, ttl_variables& ttl)
 {
     if (plug_in.hardware.device().hwreset() != 1) return true;
     plug_in.hardware.device().hwfault();
-    plug_in.ttl.outcome = {.what = run_outcome::kind::no_answer};
+    ttl.outcome = {.what = run_outcome::kind::no_answer};
     return false;
 }
 
-bool prepare_supply(session& plug_in, std::string_view name)
+bool prepare_supply(session& plug_in, ttl_variables& ttl, std::string_view name)
 {
-    if (!reset_hardware(plug_in)) return false;
+    if (!reset_hardware(plug_in, ttl)) return false;
     select_board(plug_in, name);
     plug_in.hardware.device().busmode(0);
     plug_in.hardware.device().setvcc(logic_millivolts);

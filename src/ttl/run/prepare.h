@@ -2,6 +2,7 @@
 #pragma once
 
 #include "session/session.h"
+#include "ttl/ttl_variables.h"
 
 #include <cstdint>
 #include <string_view>
@@ -20,8 +21,8 @@ void select_family_board(session& plug_in, bool cmos);
 /// On models from 40: the board of the device's family.
 void select_board(session& plug_in, std::string_view name);
 /// Drops everything. False where the hardware is in trouble: hwfault was told then, and the outcome is no_answer.
-bool reset_hardware(session& plug_in);
+bool reset_hardware(session& plug_in, ttl_variables& ttl);
 /// Reset, board, bus mode and 5 V. False where the reset failed; the attempt is over then.
-bool prepare_supply(session& plug_in, std::string_view name);
+bool prepare_supply(session& plug_in, ttl_variables& ttl, std::string_view name);
 
 }  // namespace tamrix

@@ -62,10 +62,10 @@ private:
 
 }  // namespace
 
-run_outcome runbatch(session& plug_in, std::int16_t rows, std::int16_t pins, std::int16_t stopfirst,
+run_outcome runbatch(session& plug_in, ttl_variables& ttl, std::int16_t rows, std::int16_t pins, std::int16_t stopfirst,
                      std::uint8_t logmode)
 {
-    return run_as_script<script48>({plug_in, rows, pins, stopfirst, logmode});
+    return run_as_script<script48>({plug_in, ttl, rows, pins, stopfirst, logmode});
 }
 
 }  // namespace tamrix

@@ -12,7 +12,7 @@ constexpr std::uint8_t supply_beside_the_tied_position = 107;
 /// 40 positions: one byte for each port.
 class script40 final : public queued_pins {
 public:
-    explicit script40(const vector_run& run) : plug_in_{run.plug_in} {}
+    explicit script40(const vector_run& run) : plug_in_{run.plug_in}, ttlmap_{run.ttl.ttlmap} {}
 
     void queue_power_on(const supply_pins& supply) override
     {
@@ -25,10 +25,10 @@ public:
 
     void queue_row(std::string_view row, const supply_pins& supply) override
     {
-        plug_in_.ttl.ttlmap = tosocket40(row);
-        const row_bytes bytes = bytes_of_socket_row(plug_in_.ttl.ttlmap, supply.vcode == supply_beside_the_tied_position
-                                                                             ? forced_position::from_the_start
-                                                                             : forced_position::none);
+        ttlmap_ = tosocket40(row);
+        const row_bytes bytes = bytes_of_socket_row(ttlmap_, supply.vcode == supply_beside_the_tied_position
+                                                                 ? forced_position::from_the_start
+                                                                 : forced_position::none);
         group_bytes data{};
         for (std::size_t b = 0; b < byte_groups; ++b)
             data[b] = static_cast<std::uint8_t>(bytes.drvdata[b] | bytes.drvmask[b]);
@@ -49,23 +49,23 @@ public:
 
     bool compare(std::string_view row, const group_bytes& readback, std::string& result) override
     {
-        plug_in_.ttl.ttlmap = tosocket40(row);
-        const std::string& ttlmap = plug_in_.ttl.ttlmap;
-        return mark_socket_failures(ttlmap, expected_bits(ttlmap, span_of_40), readback, result);
+        ttlmap_ = tosocket40(row);
+        return mark_socket_failures(ttlmap_, expected_bits(ttlmap_, span_of_40), readback, result);
     }
 
 private:
     hw::devobj& device() { return plug_in_.hardware.device(); }
 
     session& plug_in_;
+    std::string& ttlmap_;
 };
 
 }  // namespace
 
-run_outcome runbatch40(session& plug_in, std::int16_t rows, std::int16_t pins, std::int16_t stopfirst,
-                       std::uint8_t logmode)
+run_outcome runbatch40(session& plug_in, ttl_variables& ttl, std::int16_t rows, std::int16_t pins,
+                       std::int16_t stopfirst, std::uint8_t logmode)
 {
-    return run_as_script<script40>({plug_in, rows, pins, stopfirst, logmode});
+    return run_as_script<script40>({plug_in, ttl, rows, pins, stopfirst, logmode});
 }
 
 }  // namespace tamrix

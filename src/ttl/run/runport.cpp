@@ -97,10 +97,10 @@ private:
 
 }  // namespace
 
-run_outcome runport(session& plug_in, std::int16_t rows, std::int16_t pins, std::int16_t stopfirst,
+run_outcome runport(session& plug_in, ttl_variables& ttl, std::int16_t rows, std::int16_t pins, std::int16_t stopfirst,
                     std::uint8_t logmode)
 {
-    return run_row_by_row<pins48>({plug_in, rows, pins, stopfirst, logmode});
+    return run_row_by_row<pins48>({plug_in, ttl, rows, pins, stopfirst, logmode});
 }
 
 }  // namespace tamrix

@@ -12,14 +12,13 @@ constexpr std::uint8_t supply_at_the_tied_position = 108;
 /// 40 positions: one byte a group, which stands twice in a frame.
 class pins40 final : public immediate_pins {
 public:
-    explicit pins40(const vector_run& run) : plug_in_{run.plug_in} {}
+    explicit pins40(const vector_run& run) : plug_in_{run.plug_in}, ttlmap_{run.ttl.ttlmap} {}
 
     bool drive(std::string_view row, const supply_pins& supply) override
     {
-        plug_in_.ttl.ttlmap = tosocket40(row);
-        bytes_ = bytes_of_socket_row(plug_in_.ttl.ttlmap, supply.vcode == supply_at_the_tied_position
-                                                              ? forced_position::with_the_v
-                                                              : forced_position::none);
+        ttlmap_ = tosocket40(row);
+        bytes_ = bytes_of_socket_row(ttlmap_, supply.vcode == supply_at_the_tied_position ? forced_position::with_the_v
+                                                                                          : forced_position::none);
         group_bytes plain{}, clocked{};
         for (std::size_t b = 0; b < byte_groups; ++b) {
             plain[b] = static_cast<std::uint8_t>(bytes_.drvdata[b] | bytes_.drvmask[b]);
@@ -37,23 +36,24 @@ public:
 
     bool compare(std::string_view, std::string& result) const override
     {
-        return mark_socket_failures(plug_in_.ttl.ttlmap, bytes_.expect, readback_, result);
+        return mark_socket_failures(ttlmap_, bytes_.expect, readback_, result);
     }
 
     bool release() override { return send_release_frame(plug_in_); }
 
 private:
     session& plug_in_;
+    std::string& ttlmap_;
     row_bytes bytes_;
     group_bytes readback_{};
 };
 
 }  // namespace
 
-run_outcome runport40(session& plug_in, std::int16_t rows, std::int16_t pins, std::int16_t stopfirst,
-                      std::uint8_t logmode)
+run_outcome runport40(session& plug_in, ttl_variables& ttl, std::int16_t rows, std::int16_t pins,
+                      std::int16_t stopfirst, std::uint8_t logmode)
 {
-    return run_row_by_row<pins40>({plug_in, rows, pins, stopfirst, logmode});
+    return run_row_by_row<pins40>({plug_in, ttl, rows, pins, stopfirst, logmode});
 }
 
 }  // namespace tamrix

@@ -45,11 +45,11 @@ std::optional<library_record> next_record(library_lines& lines)
     return std::nullopt;
 }
 
-run_outcome play(session& plug_in, const library_record& record)
+run_outcome play(session& plug_in, ttl_variables& ttl, const library_record& record)
 {
     const std::int16_t n = record.n();
-    for (int i = 0; i <= n - 2; ++i) plug_in.ttl.ttlvect.store(static_cast<std::size_t>(i), record.row(i));
-    return run_library_vectors(plug_in, n, record.pins(), -1, 0);
+    for (int i = 0; i <= n - 2; ++i) ttl.ttlvect.store(static_cast<std::size_t>(i), record.row(i));
+    return run_library_vectors(plug_in, ttl, n, record.pins(), -1, 0);
 }
 
 /// In percent, the fraction cut off: below 100 up to the last device.
@@ -60,7 +60,8 @@ std::uint8_t progress(std::int32_t i, std::int32_t count)
 
 /// Plays record after record, and yields the names of those that passed; nothing where the library ends too early. The
 /// outcome tells of the first communication error.
-std::optional<std::vector<std::string>> walk(session& plug_in, library_lines& lines, std::int32_t count)
+std::optional<std::vector<std::string>> walk(session& plug_in, ttl_variables& ttl, library_lines& lines,
+                                             std::int32_t count)
 {
     family_board board{plug_in};
     std::vector<std::string> found;
@@ -68,10 +69,9 @@ std::optional<std::vector<std::string>> walk(session& plug_in, library_lines& li
         const auto record = next_record(lines);
         if (!record) return std::nullopt;
         board.need(is_cmos_name(record->name()));
-        run_outcome outcome = play(plug_in, *record);
+        run_outcome outcome = play(plug_in, ttl, *record);
         if (!outcome.ended_in_failure()) found.emplace_back(record->name());
-        if (outcome.communication_failed() && !plug_in.ttl.outcome.communication_failed())
-            plug_in.ttl.outcome = std::move(outcome);
+        if (outcome.communication_failed() && !ttl.outcome.communication_failed()) ttl.outcome = std::move(outcome);
         plug_in.blocks.prgmode(1) = progress(i, count);
         plug_in.screen.doevents();
     }
@@ -86,14 +86,15 @@ void tell_not_found(session& plug_in)
 
 }  // namespace
 
-void ttlscan(session& plug_in, const std::function<void(const std::vector<std::string>&)>& show_hits)
+void ttlscan(session& plug_in, ttl_variables& ttl,
+             const std::function<void(const std::vector<std::string>&)>& show_hits)
 {
     plug_in.blocks.prgmode(1) = 0;
-    plug_in.ttl.outcome = {};
+    ttl.outcome = {};
     const std::string content = library_content(library_path(plug_in));
     library_lines lines{content};
     const auto header = find_header(lines);
-    if (!header || !reset_hardware(plug_in)) return;
+    if (!header || !reset_hardware(plug_in, ttl)) return;
     if (selects_board(plug_in.blocks.modeltype(0))) select_family_board(plug_in, true);
     plug_in.hardware.device().busmode(0);
     plug_in.hardware.device().setvcc(logic_millivolts);
@@ -101,8 +102,8 @@ void ttlscan(session& plug_in, const std::function<void(const std::vector<std::s
     // Intentional: a list of them shows the failure too.
     plug_in.blocks.prgresult(0) = 0;
 
-    run_outcome& outcome = plug_in.ttl.outcome;
-    const auto found = walk(plug_in, lines, device_count(in_line_buffer(*header)));
+    run_outcome& outcome = ttl.outcome;
+    const auto found = walk(plug_in, ttl, lines, device_count(in_line_buffer(*header)));
     if (outcome.communication_failed()) tell_communication_error(plug_in, result_title);
     if (!found) return;
     if (!outcome.communication_failed())

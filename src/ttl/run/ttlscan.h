@@ -2,6 +2,7 @@
 #pragma once
 
 #include "session/session.h"
+#include "ttl/ttl_variables.h"
 
 #include <functional>
 #include <string>
@@ -12,6 +13,7 @@ namespace tamrix {
 /// `show_hits` is called with the devices whose vectors all passed, in the order in which they were tried, if there are
 /// any; a box tells that there are none. The walk of a damaged library ends without either. A communication error is
 /// told in a box first, once for the whole walk.
-void ttlscan(session& plug_in, const std::function<void(const std::vector<std::string>&)>& show_hits);
+void ttlscan(session& plug_in, ttl_variables& ttl,
+             const std::function<void(const std::vector<std::string>&)>& show_hits);
 
 }  // namespace tamrix

@@ -6,6 +6,7 @@
 #include "ttl/run/row_report.h"
 #include "ttl/run/supply.h"
 #include "ttl/run_outcome.h"
+#include "ttl/ttl_variables.h"
 
 #include <cstdint>
 #include <string>
@@ -15,6 +16,7 @@ namespace tamrix {
 
 struct vector_run {
     session& plug_in;
+    ttl_variables& ttl;
     std::int16_t rows;       // row count plus one
     std::int16_t pins;       // of the device
     std::int16_t stopfirst;  // -1: end at the first failing position, silently; 0: report failures
@@ -22,11 +24,11 @@ struct vector_run {
 
     int row_count() const { return rows - 1; }
     /// Row `j` as it is stored, 48 characters.
-    std::string_view stored_row(int j) const { return plug_in.ttl.ttlvect(static_cast<std::size_t>(j)); }
+    std::string_view stored_row(int j) const { return ttl.ttlvect(static_cast<std::size_t>(j)); }
     /// Row `j` with one letter a pin.
     std::string_view row(int j) const { return stored_row(j).substr(0, static_cast<std::size_t>(pins < 0 ? 0 : pins)); }
     /// Whether the engine powers the device by the letters of row 0; else the device data of the host do.
-    bool powers_the_device() const { return plug_in.wnote == 0; }
+    bool powers_the_device() const { return ttl.wnote == 0; }
     supply_pins supply() const { return supply_of_row(stored_row(0), pins); }
 };
 

@@ -15,20 +15,20 @@ constexpr std::int16_t most_rows = 101;  // plus one, as all row counts
 constexpr int vector_test_text = 1092, fail_text = 1088, ok_text = 1165, test_title = 1019,
               communication_error_text = 1075;
 
-void take_rows(session& plug_in, const pld_variables& pld, std::uint8_t mode,
+void take_rows(ttl_variables& ttl, const pld_variables& pld, std::uint8_t mode,
                const std::vector<std::string>& editor_rows)
 {
-    for (std::size_t i = 0; i + 2 <= static_cast<std::size_t>(plug_in.ttl.ttlcnt); ++i) {
+    for (std::size_t i = 0; i + 2 <= static_cast<std::size_t>(ttl.ttlcnt); ++i) {
         if (mode != 0) {
-            plug_in.ttl.ttlvect.store(i, pld.pldvect(i));
+            ttl.ttlvect.store(i, pld.pldvect(i));
         } else {
-            plug_in.ttl.ttlvect.store(i, i < editor_rows.size() ? std::string_view{editor_rows[i]} : "");
+            ttl.ttlvect.store(i, i < editor_rows.size() ? std::string_view{editor_rows[i]} : "");
         }
     }
 }
 
 /// Voltage and supply pins of the host's device.
-void supply_by_device_data(session& plug_in)
+void supply_by_device_data(session& plug_in, ttl_variables& ttl)
 {
     auto& blocks = plug_in.blocks;
     hw::devobj& device = plug_in.hardware.device();
@@ -37,21 +37,20 @@ void supply_by_device_data(session& plug_in)
     device.gndpin(blocks.bgndpin(0), 1);
     device.vccpin(blocks.bvccpin(0), 1);
     device.delayms(100);
-    plug_in.ttl.ttlpin = std::min<std::int16_t>(blocks.chippin(0), 40);
+    ttl.ttlpin = std::min<std::int16_t>(blocks.chippin(0), 40);
 }
 
-run_outcome run_engine(session& plug_in, std::uint8_t mode)
+run_outcome run_engine(session& plug_in, ttl_variables& ttl, std::uint8_t mode)
 {
-    const auto& ttl = plug_in.ttl;
     const auto engine = has_socket40(plug_in.blocks.modeltype(0)) ? runport40 : runport;
-    return engine(plug_in, ttl.ttlcnt, ttl.ttlpin, 0, mode);
+    return engine(plug_in, ttl, ttl.ttlcnt, ttl.ttlpin, 0, mode);
 }
 
 /// A communication error is told like everything else: in a box, or in the host's log. That the test failed goes into
 /// the log of the host in either case.
-void tell_failure(session& plug_in, std::uint8_t mode)
+void tell_failure(session& plug_in, const ttl_variables& ttl, std::uint8_t mode)
 {
-    if (plug_in.ttl.outcome.communication_failed()) {
+    if (ttl.outcome.communication_failed()) {
         if (mode == 0) tell_communication_error(plug_in, test_title);
         if (mode != 0) plug_in.blocks.MainRtstr(0) += ">> " + plug_in.text(communication_error_text) + "\n";
     }
@@ -73,22 +72,21 @@ bool again_after_pass(session& plug_in, std::uint8_t mode)
 
 }  // namespace
 
-void vecttest(session& plug_in, const pld_variables& pld, std::uint8_t mode,
+void vecttest(session& plug_in, ttl_variables& ttl, const pld_variables& pld, std::uint8_t mode,
               const std::vector<std::string>& editor_rows)
 {
-    auto& ttl = plug_in.ttl;
     ttl.outcome = {};
-    if (!is_true(plug_in.ok)) return;
+    if (!is_true(ttl.ok)) return;
     ttl.ttlcnt = std::min(ttl.ttlcnt, most_rows);
     if (ttl.ttlcnt < 2) return;
-    take_rows(plug_in, pld, mode, editor_rows);
+    take_rows(ttl, pld, mode, editor_rows);
     constexpr std::uint8_t powered_by_device_data = 1;
     do {
-        if (!prepare_supply(plug_in, ttl.ttlname)) return;
-        if (plug_in.wnote == powered_by_device_data) supply_by_device_data(plug_in);
-        ttl.outcome = run_engine(plug_in, mode);
+        if (!prepare_supply(plug_in, ttl, ttl.ttlname)) return;
+        if (ttl.wnote == powered_by_device_data) supply_by_device_data(plug_in, ttl);
+        ttl.outcome = run_engine(plug_in, ttl, mode);
         if (ttl.outcome.ended_in_failure()) {
-            tell_failure(plug_in, mode);
+            tell_failure(plug_in, ttl, mode);
             break;
         }
     } while (again_after_pass(plug_in, mode));

@@ -3,6 +3,7 @@
 
 #include "pld/pld_variables.h"
 #include "session/session.h"
+#include "ttl/ttl_variables.h"
 
 #include <cstdint>
 #include <string>
@@ -12,7 +13,7 @@ namespace tamrix {
 
 /// Mode 0 takes `editor_rows` and reports in boxes; every other mode takes `pldvect` and reports in MainRtstr(0).
 /// Without hardware nothing is done.
-void vecttest(session& plug_in, const pld_variables& pld, std::uint8_t mode,
+void vecttest(session& plug_in, ttl_variables& ttl, const pld_variables& pld, std::uint8_t mode,
               const std::vector<std::string>& editor_rows);
 
 }  // namespace tamrix

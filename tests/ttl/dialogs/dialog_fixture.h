@@ -109,7 +109,7 @@ protected:
         session.hardware.replies = [] { return hw::reply_memory{nullptr, 0}; };
         session.syspath = folder.path("");
         session.blocks.modeltype(0) = 40;
-        session.ok = bool16_true;
+        variables.ttl.ok = bool16_true;
     }
 
     /// A library whose directory stands in the order of the records. `count` below 0: as many as there are.
@@ -142,6 +142,7 @@ protected:
     plug_in_fixture plug_in;
     scripted_shell& shell = plug_in.shell;
     tamrix::session& session = plug_in.session;
+    module_variables& variables = plug_in.variables;
     temp_folder folder;
     programmer_notes programmer;
 

@@ -11,7 +11,7 @@ class ttladd_dialog : public tests::logic_dialogs {
 protected:
     void open(const std::function<void(ttladd&)>& steps)
     {
-        ttladd dialog{session};
+        ttladd dialog{session, variables.ttl};
         shell.during(dialog, [&] { steps(dialog); });
     }
     /// True where the dialog took the two values.
@@ -30,7 +30,7 @@ protected:
 
 TEST_F(ttladd_dialog, has_its_captions_and_begins_with_the_name_in_work)
 {
-    session.ttl.ttlname = "7400";
+    variables.ttl.ttlname = "7400";
     open([](ttladd& d) {
         EXPECT_EQ(d.caption(), "New Pattern:");
         EXPECT_EQ(d.Label1.caption(), "IC Type:");
@@ -44,10 +44,10 @@ TEST_F(ttladd_dialog, has_its_captions_and_begins_with_the_name_in_work)
 TEST_F(ttladd_dialog, makes_one_row_of_dots_for_a_valid_entry)
 {
     EXPECT_TRUE(takes("7400", "14"));
-    EXPECT_EQ(session.ttl.ttlname, "7400");
-    EXPECT_EQ(session.ttl.ttlpin, 14);
-    EXPECT_EQ(session.ttl.ttlcnt, 2);
-    EXPECT_EQ(session.ttl.ttlvect(0), std::string(14, '.') + std::string(34, ' '));
+    EXPECT_EQ(variables.ttl.ttlname, "7400");
+    EXPECT_EQ(variables.ttl.ttlpin, 14);
+    EXPECT_EQ(variables.ttl.ttlcnt, 2);
+    EXPECT_EQ(variables.ttl.ttlvect(0), std::string(14, '.') + std::string(34, ' '));
     EXPECT_TRUE(boxes().empty());
 }
 
@@ -61,7 +61,7 @@ TEST_F(ttladd_dialog, takes_every_even_count_from_2_to_40_and_no_other)
 TEST_F(ttladd_dialog, takes_blanks_around_the_count)
 {
     EXPECT_TRUE(takes("x", " 16 "));
-    EXPECT_EQ(session.ttl.ttlpin, 16);
+    EXPECT_EQ(variables.ttl.ttlpin, 16);
 }
 
 TEST_F(ttladd_dialog, refuses_a_name_that_the_library_has_no_room_for_and_keeps_what_was_typed)
@@ -69,7 +69,7 @@ TEST_F(ttladd_dialog, refuses_a_name_that_the_library_has_no_room_for_and_keeps_
     EXPECT_TRUE(takes("TWELVECHARS0", "14"));
     EXPECT_TRUE(takes(" TWELVECHARS0 ", "14")) << "the blanks are not stored";
     EXPECT_TRUE(boxes().empty());
-    session.ttl.ttlname = "before";
+    variables.ttl.ttlname = "before";
     for (const char* name : {"THIRTEENCHARS", "ÄÄÄÄÄÄÄ"}) {  // the second one has 14 bytes
         open([&](ttladd& d) {
             d.Text1.enter(name);
@@ -85,7 +85,7 @@ TEST_F(ttladd_dialog, refuses_a_name_that_the_library_has_no_room_for_and_keeps_
         });
     }
     EXPECT_EQ(boxes().size(), 2u);
-    EXPECT_EQ(session.ttl.ttlname, "before");
+    EXPECT_EQ(variables.ttl.ttlname, "before");
 }
 
 TEST_F(ttladd_dialog, refuses_what_is_no_count)
@@ -99,9 +99,9 @@ TEST_F(ttladd_dialog, refuses_an_empty_name) { EXPECT_FALSE(takes("", "14")); }
 
 TEST_F(ttladd_dialog, tells_that_an_entry_is_invalid_and_changes_nothing)
 {
-    session.ttl.ttlname = "before";
-    session.ttl.ttlpin = 20;
-    session.ttl.ttlcnt = 7;
+    variables.ttl.ttlname = "before";
+    variables.ttl.ttlpin = 20;
+    variables.ttl.ttlcnt = 7;
     open([this](ttladd& d) {
         d.Text1.enter("7400");
         d.Text2.enter("13");
@@ -112,15 +112,15 @@ TEST_F(ttladd_dialog, tells_that_an_entry_is_invalid_and_changes_nothing)
         EXPECT_EQ(boxes()[0], (forms::message_box{"Invalid Input!", "New Pattern:", forms::icon::warning,
                                                   forms::buttons_of_box::ok}));
     });
-    EXPECT_EQ(session.ttl.ttlname, "before");
-    EXPECT_EQ(session.ttl.ttlpin, 20);
-    EXPECT_EQ(session.ttl.ttlcnt, 7);
+    EXPECT_EQ(variables.ttl.ttlname, "before");
+    EXPECT_EQ(variables.ttl.ttlpin, 20);
+    EXPECT_EQ(variables.ttl.ttlcnt, 7);
 }
 
 TEST_F(ttladd_dialog, is_left_by_escape_without_an_entry)
 {
-    session.ttl.ttlname = "before";
-    session.ttl.ttlpin = 20;
+    variables.ttl.ttlname = "before";
+    variables.ttl.ttlpin = 20;
     open([](ttladd& d) {
         d.Text1.enter("7400");
         d.Text2.enter("14");
@@ -129,8 +129,8 @@ TEST_F(ttladd_dialog, is_left_by_escape_without_an_entry)
         EXPECT_FALSE(d.accepted());
     });
     EXPECT_TRUE(boxes().empty());
-    EXPECT_EQ(session.ttl.ttlname, "before");
-    EXPECT_EQ(session.ttl.ttlpin, 20);
+    EXPECT_EQ(variables.ttl.ttlname, "before");
+    EXPECT_EQ(variables.ttl.ttlpin, 20);
 }
 
 TEST_F(ttladd_dialog, takes_the_entry_on_enter)

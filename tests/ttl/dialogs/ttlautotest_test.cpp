@@ -21,8 +21,8 @@ class dialogs_of_the_logic_test : public ttlautotest_dialog {};
 
 TEST_F(ttlautotest_dialog, shows_the_hits_beside_the_families)
 {
-    session.ttl.hits = {"7400", "74132"};
-    ttlautotest dialog{session};
+    variables.ttl.hits = {"7400", "74132"};
+    ttlautotest dialog{session, variables.ttl};
     shell.during(dialog, [&] {
         EXPECT_EQ(dialog.caption(), "Auto Find Device Result");
         EXPECT_EQ(dialog.Label2.caption(), "Device Could Be:");
@@ -41,7 +41,7 @@ TEST_F(ttlautotest_dialog, is_closed_by_ok_by_enter_and_by_escape)
     for (const way_out leave :
          {way_out{[](ttlautotest& d) { d.OKButton.click(); }}, way_out{[](ttlautotest& d) { d.accept(); }},
           way_out{[](ttlautotest& d) { d.ask_to_leave(); }}}) {
-        ttlautotest dialog{session};
+        ttlautotest dialog{session, variables.ttl};
         shell.during(dialog, [&] {
             leave(dialog);
             EXPECT_FALSE(dialog.is_open());
@@ -95,13 +95,13 @@ TEST_F(dialogs_of_the_logic_test, stand_behind_the_methods_of_the_host)
     EXPECT_EQ(test, "TTL & CMOS Test");
     EXPECT_EQ(edit, "Edit Pattern");
     EXPECT_EQ(vectors, "PLD Test Vector Edit");
-    EXPECT_EQ(session.wnote, 1);
+    EXPECT_EQ(variables.ttl.wnote, 1);
 }
 
 TEST_F(dialogs_of_the_logic_test, show_their_texts_in_the_language_of_the_host)
 {
     session.blocks.Language(0) = 15000;
-    ttlautotest dialog{session};
+    ttlautotest dialog{session, variables.ttl};
     shell.during(dialog, [&] { EXPECT_EQ(dialog.caption(), session.text(1183)); });
 }
 

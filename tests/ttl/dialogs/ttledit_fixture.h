@@ -20,11 +20,11 @@ protected:
     /// Puts a device of the library into work.
     void device(const std::string& name, int pins, const lines& rows)
     {
-        session.wnote = 0;
-        session.ttl.ttlname = name;
-        session.ttl.ttlpin = static_cast<std::int16_t>(pins);
-        session.ttl.ttlcnt = static_cast<std::int16_t>(rows.size() + 1);
-        for (std::size_t i = 0; i < rows.size(); ++i) session.ttl.ttlvect.store(i, rows[i]);
+        variables.ttl.wnote = 0;
+        variables.ttl.ttlname = name;
+        variables.ttl.ttlpin = static_cast<std::int16_t>(pins);
+        variables.ttl.ttlcnt = static_cast<std::int16_t>(rows.size() + 1);
+        for (std::size_t i = 0; i < rows.size(); ++i) variables.ttl.ttlvect.store(i, rows[i]);
     }
     /// A device of 4 pins with so many rows: "0000", "1111", "HHHH", "LLLL", "XXXX", then again.
     void device_of(int rows)
@@ -37,7 +37,7 @@ protected:
     /// The host's programmable device and its vectors.
     void programmable_device(int pins, const lines& rows)
     {
-        session.wnote = 1;
+        variables.ttl.wnote = 1;
         session.blocks.chippin(0) = static_cast<std::int16_t>(pins);
         variables.pld.pldvectcnt = static_cast<std::int32_t>(rows.size()) + 1;
         for (std::size_t i = 0; i < rows.size(); ++i) variables.pld.pldvect.store(i, rows[i]);
@@ -45,7 +45,7 @@ protected:
 
     void edit(const std::function<void(ttledit&)>& steps)
     {
-        ttledit dialog{session, variables.pld};
+        ttledit dialog{session, variables.ttl, variables.pld};
         shell.during(dialog, [&] {
             calls();
             steps(dialog);

@@ -129,7 +129,7 @@ TEST_F(ttledit_keys, insert_puts_the_copied_row_before_the_row_of_the_caret)
         press(d, key::insert);
         EXPECT_EQ(d.Text1.text(), "V0001 0000\nV0002 XXXX\nV0003 1111\nV0004 HHHH\n");
         EXPECT_EQ((place{row_of(d), column_of(d)}), (place{1, 6}));
-        EXPECT_EQ(session.ttl.ttlcnt, 5);
+        EXPECT_EQ(variables.ttl.ttlcnt, 5);
     });
 }
 
@@ -141,7 +141,7 @@ TEST_F(ttledit_keys, enter_puts_the_copied_row_behind_the_row_of_the_caret)
         press(d, key::enter);
         EXPECT_EQ(d.Text1.text(), "V0001 0000\nV0002 1111\nV0003 XXXX\nV0004 HHHH\n");
         EXPECT_EQ((place{row_of(d), column_of(d)}), (place{2, 6}));
-        EXPECT_EQ(session.ttl.ttlcnt, 5);
+        EXPECT_EQ(variables.ttl.ttlcnt, 5);
     });
 }
 
@@ -154,7 +154,7 @@ TEST_F(ttledit_keys, insert_and_enter_both_go_behind_the_last_row)
             press(d, pressed);
             EXPECT_EQ(d.Text1.text(), "V0001 0000\nV0002 1111\nV0003 XXXX\n");
             EXPECT_EQ((place{row_of(d), column_of(d)}), (place{2, 6}));
-            EXPECT_EQ(session.ttl.ttlcnt, 4);
+            EXPECT_EQ(variables.ttl.ttlcnt, 4);
         });
     }
 }
@@ -167,7 +167,7 @@ TEST_F(ttledit_keys, delete_takes_the_row_out)
         press(d, key::remove);
         EXPECT_EQ(d.Text1.text(), "V0001 0000\nV0002 HHHH\n");
         EXPECT_EQ((place{row_of(d), column_of(d)}), (place{1, 6}));
-        EXPECT_EQ(session.ttl.ttlcnt, 3);
+        EXPECT_EQ(variables.ttl.ttlcnt, 3);
     });
 }
 

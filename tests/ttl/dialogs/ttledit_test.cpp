@@ -87,10 +87,10 @@ TEST_F(ttledit_dialog, takes_the_vectors_of_a_programmable_device)
     programmable_device(4, {"01HL", "NNZZ", "CKXX"});
     edit([this](ttledit& d) {
         EXPECT_EQ(d.Text1.text(), "V0001 01HL\nV0002 NNZZ\nV0003 CKXX\n");
-        EXPECT_EQ(session.ttl.ttlpin, 4);
-        EXPECT_EQ(session.ttl.ttlcnt, 4);
+        EXPECT_EQ(variables.ttl.ttlpin, 4);
+        EXPECT_EQ(variables.ttl.ttlcnt, 4);
     });
-    EXPECT_EQ(session.ttl.ttlvect(1).substr(0, 5), "NNZZ ");
+    EXPECT_EQ(variables.ttl.ttlvect(1).substr(0, 5), "NNZZ ");
 }
 
 TEST_F(ttledit_dialog, makes_one_row_for_a_programmable_device_without_vectors)
@@ -100,7 +100,7 @@ TEST_F(ttledit_dialog, makes_one_row_for_a_programmable_device_without_vectors)
         variables.pld.pldvectcnt = count;
         edit([this](ttledit& d) {
             EXPECT_EQ(d.Text1.text(), "V0001 NNNNNN\n");
-            EXPECT_EQ(session.ttl.ttlcnt, 2);
+            EXPECT_EQ(variables.ttl.ttlcnt, 2);
         });
     }
 }
@@ -110,7 +110,7 @@ TEST_F(ttledit_dialog, shows_40_pins_of_a_programmable_device_at_most)
     programmable_device(44, {std::string(44, '1')});
     edit([this](ttledit& d) {
         EXPECT_EQ(d.Text1.text(), "V0001 " + std::string(40, '1') + "\n");
-        EXPECT_EQ(session.ttl.ttlpin, 40);
+        EXPECT_EQ(variables.ttl.ttlpin, 40);
     });
 }
 
@@ -136,20 +136,20 @@ TEST_F(ttledit_dialog, gives_the_device_in_work_its_pins_and_rows_back_however_i
                             [](ttledit& d) { d.ask_to_leave(); }, [](ttledit&) {}};
     for (const way_out leave : ways) {
         programmable_device(4, {"01HL", "NNZZ", "CKXX"});
-        session.ttl.ttlpin = 14;
-        session.ttl.ttlcnt = 9;
+        variables.ttl.ttlpin = 14;
+        variables.ttl.ttlcnt = 9;
         edit([&](ttledit& d) {
             d.Command2.click();
             leave(d);
         });
-        EXPECT_EQ(session.ttl.ttlpin, 14);
-        EXPECT_EQ(session.ttl.ttlcnt, 9);
+        EXPECT_EQ(variables.ttl.ttlpin, 14);
+        EXPECT_EQ(variables.ttl.ttlcnt, 9);
         device("7400", 4, {"GHLV", "GLHV"});
         edit([&](ttledit& d) {
             d.Command4.click();
             leave(d);
         });
-        EXPECT_EQ(session.ttl.ttlcnt, 3);
+        EXPECT_EQ(variables.ttl.ttlcnt, 3);
     }
 }
 
@@ -161,7 +161,7 @@ TEST_F(ttledit_dialog, gives_the_device_in_work_its_rows_back_when_it_cannot_be_
         d.OKButton.click();
     };
     EXPECT_THROW(edit(insert_and_save), std::runtime_error);
-    EXPECT_EQ(session.ttl.ttlcnt, 2);
+    EXPECT_EQ(variables.ttl.ttlcnt, 2);
 }
 
 TEST_F(ttledit_dialog, holds_the_most_vectors_that_a_file_can_have)
@@ -224,7 +224,7 @@ TEST_F(ttledit_dialog, deletes_the_last_row_and_goes_one_up)
         EXPECT_EQ(d.Text1.text(), "V0001 0000\nV0002 1111\n");
         EXPECT_EQ(row_of(d), 1);
         EXPECT_EQ(column_of(d), 6);
-        EXPECT_EQ(session.ttl.ttlcnt, 3);
+        EXPECT_EQ(variables.ttl.ttlcnt, 3);
     });
 }
 
@@ -235,7 +235,7 @@ TEST_F(ttledit_dialog, leaves_dots_in_place_of_the_only_row_and_saves_nothing_th
     edit([this](ttledit& d) {
         d.Command4.click();
         EXPECT_EQ(d.Text1.text(), "V0001 ....\n");
-        EXPECT_EQ(session.ttl.ttlcnt, 2);
+        EXPECT_EQ(variables.ttl.ttlcnt, 2);
         EXPECT_EQ(d.Text1.selection_start(), 6);
         d.OKButton.click();
         EXPECT_FALSE(d.is_open());
@@ -252,10 +252,10 @@ TEST_F(ttledit_dialog, has_its_rows_back_after_insert_and_cut)
             const std::string before = d.Text1.text();
             put_caret(d, row, 6);
             d.Command2.click();
-            EXPECT_EQ(session.ttl.ttlcnt, 5);
+            EXPECT_EQ(variables.ttl.ttlcnt, 5);
             d.Command4.click();
             EXPECT_EQ(d.Text1.text(), before);
-            EXPECT_EQ(session.ttl.ttlcnt, 4);
+            EXPECT_EQ(variables.ttl.ttlcnt, 4);
         });
     }
 }
@@ -275,7 +275,7 @@ TEST_F(ttledit_dialog, keeps_its_row_numbers_consecutive_whatever_is_done)
             if (act == 2) d.Command3.click();
             if (act == 3) press(d, key::remove, 1);
             if (act == 3 && rows > 1) --rows;
-            ASSERT_EQ(session.ttl.ttlcnt, rows + 1);
+            ASSERT_EQ(variables.ttl.ttlcnt, rows + 1);
             ASSERT_EQ(d.Text1.text().size(), static_cast<std::size_t>(rows) * 11);
         }
         for (int row = 0; row < rows; ++row) {
@@ -335,7 +335,7 @@ TEST_F(ttledit_dialog, adds_a_new_name_to_the_list_and_leaves_a_known_one_where_
     shown.list.index(1);
     for (const char* name : {"7499", "4011"}) {
         device(name, 4, {"GHLV"});
-        ttledit dialog{session, variables.pld, &shown.list};
+        ttledit dialog{session, variables.ttl, variables.pld, &shown.list};
         shell.during(dialog, [&] { dialog.OKButton.click(); });
         EXPECT_EQ(shown.list.items(), (lines{"74PASS", "74FAIL", "4011", "7499"}));
         EXPECT_EQ(shown.list.index(), 1);
@@ -388,7 +388,7 @@ TEST_F(ttledit_dialog, tests_the_rows_as_they_stand)
         EXPECT_EQ(calls(), (lines{"hwreset", "boardsel2 3 0", "busmode 0", "setvcc 5000", "hwrelease"}));
     });
     EXPECT_EQ(shell.boxes(), lines{"Vector Test OK!"});
-    EXPECT_EQ(session.ttl.ttlvect(0).substr(0, 14), "HHHHHHXHHHHHHV");
+    EXPECT_EQ(variables.ttl.ttlvect(0).substr(0, 14), "HHHHHHXHHHHHHV");
 }
 
 TEST_F(ttledit_dialog, keeps_all_its_rows_over_a_test_that_plays_a_hundred)
@@ -396,9 +396,9 @@ TEST_F(ttledit_dialog, keeps_all_its_rows_over_a_test_that_plays_a_hundred)
     device("74PASS", 14, lines(150, passing.rows[0]));
     edit([this](ttledit& d) {
         d.Command1.click();
-        EXPECT_EQ(session.ttl.ttlcnt, 151);
+        EXPECT_EQ(variables.ttl.ttlcnt, 151);
         d.Command2.click();
-        EXPECT_EQ(session.ttl.ttlcnt, 152);
+        EXPECT_EQ(variables.ttl.ttlcnt, 152);
         EXPECT_EQ(d.Text1.text().substr(150 * 21, 5), "V0151");
     });
 }
@@ -428,7 +428,7 @@ TEST_F(ttledit_dialog, is_deaf_to_keys_and_buttons_while_a_test_runs)
 
 TEST_F(ttledit_dialog, tests_nothing_without_hardware)
 {
-    session.ok = bool16_false;
+    variables.ttl.ok = bool16_false;
     device("74PASS", 14, passing.rows);
     edit([this](ttledit& d) {
         d.Command1.click();
@@ -443,9 +443,9 @@ TEST_F(ttledit_dialog, survives_every_key_without_rows_or_pins)
         for (const int pins : {-9, 0, 1, 4}) {
             for (const std::uint8_t wnote : {0, 1, 2}) {
                 session.blocks.chippin(0) = static_cast<std::int16_t>(pins);
-                session.ttl.ttlpin = static_cast<std::int16_t>(pins);
-                session.ttl.ttlcnt = static_cast<std::int16_t>(count);
-                session.wnote = wnote;
+                variables.ttl.ttlpin = static_cast<std::int16_t>(pins);
+                variables.ttl.ttlcnt = static_cast<std::int16_t>(count);
+                variables.ttl.wnote = wnote;
                 edit([](ttledit& d) {
                     for (int round = 0; round < 2; ++round) {
                         for (int i = 0; i <= static_cast<int>(key::enter); ++i) {

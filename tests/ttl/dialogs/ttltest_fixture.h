@@ -16,8 +16,8 @@ protected:
     /// Opens the dialog with its library face or without, and forgets what opening asked of the programmer.
     void open(std::uint8_t ttleditlib, const std::function<void(ttltest&)>& steps)
     {
-        session.ttleditlib = ttleditlib;
-        ttltest dialog{session, variables.pld};
+        variables.ttl.ttleditlib = ttleditlib;
+        ttltest dialog{session, variables.ttl, variables.pld};
         shell.during(dialog, [&] {
             opening = calls();
             steps(dialog);

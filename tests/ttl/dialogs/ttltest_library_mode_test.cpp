@@ -30,7 +30,7 @@ TEST_F(ttltest_dialog, has_its_captions_in_library_mode)
 TEST_F(ttltest_dialog, adds_a_typed_name_on_enter_in_library_mode)
 {
     shell.answer_next_box(answer::yes);
-    session.wnote = 1;  // what was left there counts
+    variables.ttl.wnote = 1;  // what was left there counts
     in_library([&](ttltest& d) {
         std::string asked_name, editor_title;
         shell.on_next_dialog([&](forms::form& shown) {
@@ -44,16 +44,16 @@ TEST_F(ttltest_dialog, adds_a_typed_name_on_enter_in_library_mode)
         d.Text1.press_enter();
         EXPECT_EQ(asked_name, "7400");
         EXPECT_EQ(editor_title, "PLD Test Vector Edit");
-        EXPECT_EQ(session.wnote, 1);
+        EXPECT_EQ(variables.ttl.wnote, 1);
     });
     EXPECT_EQ(boxes(), std::vector{add_question});
-    EXPECT_EQ(session.ttl.ttlname, "7400");
+    EXPECT_EQ(variables.ttl.ttlname, "7400");
 }
 
 TEST_F(ttltest_dialog, adds_nothing_when_the_question_is_refused)
 {
-    session.ttl.ttlname = "before";
-    session.wnote = 1;
+    variables.ttl.ttlname = "before";
+    variables.ttl.wnote = 1;
     in_library([&](ttltest& d) {
         shell.answer_next_box(answer::no);
         d.Text1.enter("7400");
@@ -62,15 +62,15 @@ TEST_F(ttltest_dialog, adds_nothing_when_the_question_is_refused)
         d.add.click();
     });
     EXPECT_EQ(boxes(), (std::vector{add_question, add_question}));
-    EXPECT_EQ(session.ttl.ttlname, "before");
-    EXPECT_EQ(session.wnote, 1);
+    EXPECT_EQ(variables.ttl.ttlname, "before");
+    EXPECT_EQ(variables.ttl.wnote, 1);
     EXPECT_EQ(shell.dialogs_shown(), 1);
 }
 
 TEST_F(ttltest_dialog, adds_a_device_by_the_add_button)
 {
-    session.wnote = 1;
-    session.ttl.ttlname = "before";
+    variables.ttl.wnote = 1;
+    variables.ttl.ttlname = "before";
     in_library([&](ttltest& d) {
         shell.on_next_dialog([&](forms::form& shown) {
             auto& asked = dynamic_cast<ttladd&>(shown);
@@ -90,7 +90,7 @@ TEST_F(ttltest_dialog, adds_a_device_by_the_add_button)
             EXPECT_FALSE(editor.is_open());
         });
         d.add.click();
-        EXPECT_EQ(session.wnote, 0);
+        EXPECT_EQ(variables.ttl.wnote, 0);
         EXPECT_EQ(d.List1.items(), (lines{"74PASS", "74FAIL", "4011", "7499"})) << "at the end";
         EXPECT_EQ(d.Label3.caption(), "Total:3") << "Add leaves the total";
     });
@@ -101,10 +101,10 @@ TEST_F(ttltest_dialog, adds_a_device_by_the_add_button)
 TEST_F(ttltest_dialog, shows_no_editor_and_changes_nothing_when_name_and_pins_are_left_without_an_entry)
 {
     const std::string before = library();
-    session.wnote = 1;
-    session.ttl.ttlname = "before";
-    session.ttl.ttlpin = 20;
-    session.ttl.ttlcnt = 7;
+    variables.ttl.wnote = 1;
+    variables.ttl.ttlname = "before";
+    variables.ttl.ttlpin = 20;
+    variables.ttl.ttlcnt = 7;
     in_library([&](ttltest& d) {
         const auto leave = [](forms::form& shown) {
             dynamic_cast<ttladd&>(shown).Text2.type("4");
@@ -120,18 +120,18 @@ TEST_F(ttltest_dialog, shows_no_editor_and_changes_nothing_when_name_and_pins_ar
         EXPECT_EQ(d.List1.items().size(), 3u);
     });
     EXPECT_EQ(shell.dialogs_shown(), 3) << "this one, and twice the one that asks";
-    EXPECT_EQ(session.ttl.ttlname, "before");
-    EXPECT_EQ(session.ttl.ttlpin, 20);
-    EXPECT_EQ(session.ttl.ttlcnt, 7);
-    EXPECT_EQ(session.wnote, 1);
+    EXPECT_EQ(variables.ttl.ttlname, "before");
+    EXPECT_EQ(variables.ttl.ttlpin, 20);
+    EXPECT_EQ(variables.ttl.ttlcnt, 7);
+    EXPECT_EQ(variables.ttl.wnote, 1);
     EXPECT_EQ(library(), before);
 }
 
 TEST_F(ttltest_dialog, refuses_to_edit_a_listed_name_that_no_record_has_room_for)
 {
     write_library({passing, {"FOURTEEN-CHARS", 4, {"GHLV"}}});
-    session.wnote = 1;
-    session.ttl.ttlname = "before";
+    variables.ttl.wnote = 1;
+    variables.ttl.ttlname = "before";
     in_library([](ttltest& d) {
         d.List1.pick(1);
         d.OKButton.click();
@@ -139,13 +139,13 @@ TEST_F(ttltest_dialog, refuses_to_edit_a_listed_name_that_no_record_has_room_for
     });
     EXPECT_EQ(boxes(), (std::vector{message_box{"Invalid Input!", "Edit Pattern", icon::warning, buttons_of_box::ok}}));
     EXPECT_EQ(shell.dialogs_shown(), 1);
-    EXPECT_EQ(session.ttl.ttlname, "before");
-    EXPECT_EQ(session.wnote, 1);
+    EXPECT_EQ(variables.ttl.ttlname, "before");
+    EXPECT_EQ(variables.ttl.wnote, 1);
 }
 
 TEST_F(ttltest_dialog, edits_the_selected_device)
 {
-    session.wnote = 1;
+    variables.ttl.wnote = 1;
     in_library([&](ttltest& d) {
         shell.on_next_dialog([&](forms::form& shown) {
             EXPECT_EQ(shown.caption(), "4011 Test Vector Edit");
@@ -157,22 +157,22 @@ TEST_F(ttltest_dialog, edits_the_selected_device)
         EXPECT_EQ(shell.dialogs_shown(), 2);
         EXPECT_TRUE(d.is_open());
     });
-    EXPECT_EQ(session.ttl.ttlname, "4011");
-    EXPECT_EQ(session.ttl.ttlpin, 14);
-    EXPECT_EQ(session.ttl.ttlcnt, 2);
-    EXPECT_EQ(session.wnote, 0);
+    EXPECT_EQ(variables.ttl.ttlname, "4011");
+    EXPECT_EQ(variables.ttl.ttlpin, 14);
+    EXPECT_EQ(variables.ttl.ttlcnt, 2);
+    EXPECT_EQ(variables.ttl.wnote, 0);
     EXPECT_TRUE(boxes().empty());
 }
 
 TEST_F(ttltest_dialog, selects_no_board_for_editing_without_hardware_or_below_model_40)
 {
-    session.ok = bool16_false;
+    variables.ttl.ok = bool16_false;
     in_library([&](ttltest& d) {
         d.List1.pick(2);
         d.OKButton.click();
         EXPECT_EQ(calls(), lines{});
     });
-    session.ok = bool16_true;
+    variables.ttl.ok = bool16_true;
     session.blocks.modeltype(0) = 39;
     in_library([&](ttltest& d) {
         d.List1.pick(2);
@@ -183,19 +183,19 @@ TEST_F(ttltest_dialog, selects_no_board_for_editing_without_hardware_or_below_mo
 
 TEST_F(ttltest_dialog, edits_nothing_without_a_selection)
 {
-    session.ttl.ttlname = "before";
+    variables.ttl.ttlname = "before";
     in_library([](ttltest& d) { d.OKButton.click(); });
     EXPECT_EQ(shell.dialogs_shown(), 1);
-    EXPECT_EQ(session.ttl.ttlname, "before");
+    EXPECT_EQ(variables.ttl.ttlname, "before");
 }
 
 TEST_F(ttltest_dialog, shows_the_vectors_in_work_for_a_name_without_a_record)
 {
     in_library([&](ttltest& d) {
         write_library({failing, cmos});
-        session.ttl.ttlpin = 2;
-        session.ttl.ttlcnt = 2;
-        session.ttl.ttlvect.store(0, "GV");
+        variables.ttl.ttlpin = 2;
+        variables.ttl.ttlcnt = 2;
+        variables.ttl.ttlvect.store(0, "GV");
         shell.on_next_dialog(
             [](forms::form& shown) { EXPECT_EQ(dynamic_cast<ttledit&>(shown).Text1.text(), "V0001 GV\n"); });
         d.List1.pick(0);

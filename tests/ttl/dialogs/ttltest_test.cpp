@@ -26,7 +26,7 @@ TEST_F(ttltest_dialog, goes_on_when_the_reset_at_opening_fails)
 
 TEST_F(ttltest_dialog, touches_no_hardware_when_it_opens_without_one)
 {
-    session.ok = bool16_false;
+    variables.ttl.ok = bool16_false;
     session.hardware.source = {};
     in_test_mode([](ttltest& d) { EXPECT_EQ(d.List1.items().size(), 3U); });
     EXPECT_EQ(opening, lines{});
@@ -134,7 +134,7 @@ TEST_F(ttltest_dialog, is_closed_by_cancel_and_by_escape)
 TEST_F(ttltest_dialog, tells_an_error_of_the_programmer_to_the_host)
 {
     session.hardware.source = {};
-    ttltest dialog{session, variables.pld};
+    ttltest dialog{session, variables.ttl, variables.pld};
     EXPECT_THROW(shell.show_modal(dialog), hw::programmer_error);
     EXPECT_FALSE(dialog.is_open());
 }

@@ -48,7 +48,7 @@ TEST_F(ttltest_dialog, does_nothing_on_test_without_a_selection)
 
 TEST_F(ttltest_dialog, tests_nothing_without_hardware)
 {
-    session.ok = bool16_false;
+    variables.ttl.ok = bool16_false;
     in_test_mode([this](ttltest& d) {
         d.List1.pick(0);
         d.OKButton.click();
@@ -107,7 +107,7 @@ TEST_F(ttltest_dialog, stops_at_a_reset_that_fails_and_stays_open)
         d.List1.pick(0);
         d.OKButton.click();
         EXPECT_EQ(calls(), (lines{"hwreset", "hwfault"}));
-        EXPECT_EQ(session.ttl.outcome.what, run_outcome::kind::no_answer);
+        EXPECT_EQ(variables.ttl.outcome.what, run_outcome::kind::no_answer);
         EXPECT_TRUE(d.is_open());
         d.OKButton.click();
         EXPECT_EQ(calls().back(), "hwrelease") << "and can test again";
@@ -126,7 +126,7 @@ TEST_F(ttltest_dialog, leaves_a_plain_failure_to_the_report_of_the_run)
     });
     ASSERT_EQ(boxes().size(), 1U);
     EXPECT_EQ(boxes()[0].buttons, buttons_of_box::abort_retry_ignore);
-    EXPECT_EQ(session.ttl.outcome.what, run_outcome::kind::failed);
+    EXPECT_EQ(variables.ttl.outcome.what, run_outcome::kind::failed);
 }
 
 const message_box communication_error{"Communication error!", "TTL & CMOS Test", icon::information, buttons_of_box::ok};
@@ -142,7 +142,7 @@ TEST_F(ttltest_dialog, tells_a_communication_error_when_a_frame_is_not_taken)
         EXPECT_TRUE(d.is_open());
     });
     EXPECT_EQ(boxes(), std::vector{communication_error});
-    EXPECT_EQ(session.ttl.outcome.what, run_outcome::kind::refused_frame);
+    EXPECT_EQ(variables.ttl.outcome.what, run_outcome::kind::refused_frame);
 }
 
 TEST_F(ttltest_dialog, tells_a_communication_error_when_no_results_came_in_time)
@@ -160,7 +160,7 @@ TEST_F(ttltest_dialog, tells_a_communication_error_when_no_results_came_in_time)
     });
     EXPECT_EQ(boxes(), std::vector{communication_error});
     EXPECT_EQ(session.blocks.prgresult(0), 3);
-    EXPECT_EQ(session.ttl.outcome.what, run_outcome::kind::timed_out);
+    EXPECT_EQ(variables.ttl.outcome.what, run_outcome::kind::timed_out);
 }
 
 TEST_F(ttltest_dialog, counts_a_name_without_a_record_as_passed)
@@ -172,7 +172,7 @@ TEST_F(ttltest_dialog, counts_a_name_without_a_record_as_passed)
         EXPECT_EQ(calls(), (lines{"hwreset", "boardsel2 3 0", "busmode 0", "setvcc 5000", "hwrelease"}));
     });
     EXPECT_EQ(boxes(), std::vector{passed});
-    EXPECT_EQ(session.ttl.outcome.what, run_outcome::kind::not_played);
+    EXPECT_EQ(variables.ttl.outcome.what, run_outcome::kind::not_played);
 }
 
 TEST_F(ttltest_dialog, is_deaf_to_its_buttons_while_a_test_runs)

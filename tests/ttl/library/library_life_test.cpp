@@ -224,7 +224,7 @@ void use_everywhere(life_fixture& f, const std::string& text)
     f.put_library(text);
     const library_directory directory = read_directory(f.session);
     ASSERT_LE(directory.names.size(), 3000u);
-    for (const char* name : {"7400", "1234567890AB", "TEN", ""}) ttlload(f.session, name, -1, -1);
+    for (const char* name : {"7400", "1234567890AB", "TEN", ""}) ttlload(f.session, f.variables.ttl, name, -1, -1);
     const auto unchanged_or_done = [&](auto change) {
         f.put_library(text);
         try {
@@ -240,7 +240,7 @@ void use_everywhere(life_fixture& f, const std::string& text)
     });
     f.put_library(text);
     try {
-        ttlscan(f.session, [](const lines&) {});
+        ttlscan(f.session, f.variables.ttl, [](const lines&) {});
     } catch (const std::out_of_range&) {  // a pin count that no socket has
     }
 }

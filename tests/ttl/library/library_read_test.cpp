@@ -124,14 +124,14 @@ TEST(read_directory, a_count_that_is_too_high_reads_on_in_what_follows)
 TEST(ttlload, a_device_with_one_row_has_exactly_that_row)
 {
     ttl_fixture f;
-    f.session.ttl.ttlvect.store(1, "older");
+    f.variables.ttl.ttlvect.store(1, "older");
     f.write_library("$KSM00000000001\x01"
                     "1*\r\n$1           02\x02"
                     "04\x04"
                     "01VG*\r\nend-ksm\r\n");
-    EXPECT_EQ(ttlload(f.session, "1", 0, -1).what, kind::not_played);
-    EXPECT_EQ(f.session.ttl.ttlcnt, 2);
-    EXPECT_EQ(f.session.ttl.ttlpin, 4);
+    EXPECT_EQ(ttlload(f.session, f.variables.ttl, "1", 0, -1).what, kind::not_played);
+    EXPECT_EQ(f.variables.ttl.ttlcnt, 2);
+    EXPECT_EQ(f.variables.ttl.ttlpin, 4);
     EXPECT_EQ(f.row(0), "01VG" + std::string(44, ' '));
     EXPECT_EQ(f.row(1), "older" + std::string(43, ' ')) << "nothing is stored beyond the last row";
 }
@@ -141,9 +141,9 @@ TEST(ttlload, of_a_10_pin_device_does_not_break_the_line_at_its_length_bytes)
     ttl_fixture f;
     const slow::device_record ten{"10PINS", {"0000G0000V", "1111G1111V"}};
     f.write_library(std::vector{nand, ten});
-    ttlload(f.session, "10PINS", 0, -1);
-    EXPECT_EQ(f.session.ttl.ttlcnt, 3);
-    EXPECT_EQ(f.session.ttl.ttlpin, 10);
+    ttlload(f.session, f.variables.ttl, "10PINS", 0, -1);
+    EXPECT_EQ(f.variables.ttl.ttlcnt, 3);
+    EXPECT_EQ(f.variables.ttl.ttlpin, 10);
     EXPECT_EQ(f.row(1).substr(0, 10), "1111G1111V");
 }
 
@@ -153,9 +153,9 @@ TEST(ttlload, finds_a_name_only_with_its_trailing_blank)
     slow::device_record longer = nor;
     longer.name = "74000";
     f.write_library(std::vector{longer, nand});
-    ttlload(f.session, "7400", 0, -1);
+    ttlload(f.session, f.variables.ttl, "7400", 0, -1);
     EXPECT_EQ(f.row(0).substr(0, 14), nand.rows[0]);
-    ttlload(f.session, "74000", 0, -1);
+    ttlload(f.session, f.variables.ttl, "74000", 0, -1);
     EXPECT_EQ(f.row(0).substr(0, 14), nor.rows[0]);
 }
 
@@ -163,17 +163,17 @@ TEST(ttlload, does_not_find_a_name_of_12_letters)
 {
     ttl_fixture f;
     f.write_library(std::vector{nand, {"ABCDEFGHIJKL", nor.rows}});
-    EXPECT_EQ(ttlload(f.session, "ABCDEFGHIJKL", 0, -1).what, kind::not_played);
-    EXPECT_EQ(f.session.ttl.ttlcnt, 0) << "no blank stands behind it";
-    ttlload(f.session, "ABCDEFGHIJK", 0, -1);
-    EXPECT_EQ(f.session.ttl.ttlcnt, 0);
+    EXPECT_EQ(ttlload(f.session, f.variables.ttl, "ABCDEFGHIJKL", 0, -1).what, kind::not_played);
+    EXPECT_EQ(f.variables.ttl.ttlcnt, 0) << "no blank stands behind it";
+    ttlload(f.session, f.variables.ttl, "ABCDEFGHIJK", 0, -1);
+    EXPECT_EQ(f.variables.ttl.ttlcnt, 0);
 }
 
 TEST(ttlload, ignores_the_case_of_letters)
 {
     ttl_fixture f;
     f.write_library(std::vector{nor, {"74LS00", nand.rows}});
-    ttlload(f.session, "74ls00", 0, -1);
+    ttlload(f.session, f.variables.ttl, "74ls00", 0, -1);
     EXPECT_EQ(f.row(0).substr(0, 14), nand.rows[0]);
 }
 
@@ -184,10 +184,10 @@ TEST(ttlload, of_an_unknown_name_clears_the_result_and_leaves_the_rest)
     f.put_rows({"kept"});
     for (const char* name : {"7404", "7402"}) {  // the second one stands behind the end line
         f.session.blocks.prgresult(0) = 3;
-        EXPECT_EQ(ttlload(f.session, name, 0, 0).what, kind::not_played);
+        EXPECT_EQ(ttlload(f.session, f.variables.ttl, name, 0, 0).what, kind::not_played);
         EXPECT_EQ(f.session.blocks.prgresult(0), 0);
-        EXPECT_EQ(f.session.ttl.ttlcnt, 2);
-        EXPECT_EQ(f.session.ttl.ttlpin, 4);
+        EXPECT_EQ(f.variables.ttl.ttlcnt, 2);
+        EXPECT_EQ(f.variables.ttl.ttlpin, 4);
         EXPECT_EQ(f.row(0).substr(0, 5), "kept ");
         EXPECT_EQ(f.log.lines, lines{});
     }
@@ -200,9 +200,9 @@ TEST(ttlload, takes_the_row_count_as_hexadecimal_and_the_pin_count_as_decimal)
     EXPECT_EQ(device.line().substr(13, 2), "11");
     EXPECT_EQ(device.line().substr(16, 2), "16");
     f.write_library(std::vector{nand, device});
-    ttlload(f.session, "SIXTEEN", 0, -1);
-    EXPECT_EQ(f.session.ttl.ttlcnt, 17);
-    EXPECT_EQ(f.session.ttl.ttlpin, 16);
+    ttlload(f.session, f.variables.ttl, "SIXTEEN", 0, -1);
+    EXPECT_EQ(f.variables.ttl.ttlcnt, 17);
+    EXPECT_EQ(f.variables.ttl.ttlpin, 16);
 }
 
 TEST(ttlload, numbers_that_are_none_are_0)
@@ -212,9 +212,9 @@ TEST(ttlload, numbers_that_are_none_are_0)
                     "7400*\r\n$7400        xx\x02"
                     "1x\x0E"
                     "00H00HGH00H00V*\r\nend-ksm\r\n");
-    ttlload(f.session, "7400", 0, -1);
-    EXPECT_EQ(f.session.ttl.ttlcnt, 0);
-    EXPECT_EQ(f.session.ttl.ttlpin, 0);
+    ttlload(f.session, f.variables.ttl, "7400", 0, -1);
+    EXPECT_EQ(f.variables.ttl.ttlcnt, 0);
+    EXPECT_EQ(f.variables.ttl.ttlpin, 0);
 }
 
 TEST(ttlload, of_a_record_cut_at_3000_characters_gives_blank_rows_behind_the_cut)
@@ -222,8 +222,8 @@ TEST(ttlload, of_a_record_cut_at_3000_characters_gives_blank_rows_behind_the_cut
     ttl_fixture f;
     const slow::device_record device{"BIG", lines(100, std::string(40, 'X'))};
     f.write_library(std::vector{nand, device});
-    ttlload(f.session, "BIG", 0, -1);
-    EXPECT_EQ(f.session.ttl.ttlcnt, 101);
+    ttlload(f.session, f.variables.ttl, "BIG", 0, -1);
+    EXPECT_EQ(f.variables.ttl.ttlcnt, 101);
     const std::size_t whole = (3000 - 19) / 41;
     EXPECT_EQ(f.row(whole - 1), std::string(40, 'X') + std::string(8, ' '));
     EXPECT_EQ(f.row(whole + 1), std::string(48, ' '));
@@ -235,8 +235,8 @@ TEST(ttlload, of_a_short_line_reads_blanks)
     f.write_library("$KSM00000000001\x04"
                     "7400*\r\n$7400        FF\x02"
                     "40\r\nend-ksm\r\n");
-    ttlload(f.session, "7400", 0, -1);
-    EXPECT_EQ(f.session.ttl.ttlcnt, 255);
+    ttlload(f.session, f.variables.ttl, "7400", 0, -1);
+    EXPECT_EQ(f.variables.ttl.ttlcnt, 255);
     EXPECT_EQ(f.row(253), std::string(48, ' '));
 }
 
@@ -247,10 +247,11 @@ TEST(ttlload, plays_the_vectors_and_tells_whether_they_failed)
     f.write_library(std::vector{nand, nor});
     f.socket_shows(nand_rows);
     f.session.blocks.prgresult(0) = 3;
-    EXPECT_EQ(ttlload(f.session, "7400", 0, 0).what, kind::passed) << "an older time-out does not count";
-    EXPECT_EQ(ttlload(f.session, "7400", 0, 0).what, kind::failed) << "the socket is empty";
+    EXPECT_EQ(ttlload(f.session, f.variables.ttl, "7400", 0, 0).what, kind::passed)
+        << "an older time-out does not count";
+    EXPECT_EQ(ttlload(f.session, f.variables.ttl, "7400", 0, 0).what, kind::failed) << "the socket is empty";
     EXPECT_EQ(f.shell.boxes().size(), 1u);
-    EXPECT_EQ(ttlload(f.session, "7400", -1, 0).what, kind::failed);
+    EXPECT_EQ(ttlload(f.session, f.variables.ttl, "7400", -1, 0).what, kind::failed);
     EXPECT_EQ(f.shell.boxes().size(), 1u) << "silently";
 }
 

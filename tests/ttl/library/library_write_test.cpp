@@ -225,7 +225,7 @@ TEST(ttlinsert, takes_blanks_off_the_name)
     f.write_library(std::vector{nand, nor});
     lines list{"7400", "7402"};
     f.insert({"  7499 ", nand_rows}, list);
-    EXPECT_EQ(f.session.ttl.ttlname, "7499");
+    EXPECT_EQ(f.variables.ttl.ttlname, "7499");
     EXPECT_EQ(f.library(), slow::library_text({"7400", "7402", "7499"}, {named("7499"), nand, nor}));
     EXPECT_EQ(list.back(), "7499");
 }
@@ -245,7 +245,7 @@ TEST(ttlinsert, writes_pin_counts_below_10_with_a_zero_and_10_as_a_byte_of_10)
     EXPECT_NE(text.find("\r\n$TEN         02\x02"
                         "10\n0000G0000V*\r\n"),
               std::string::npos);
-    ttlload(f.session, "TEN", 0, -1);
+    ttlload(f.session, f.variables.ttl, "TEN", 0, -1);
     EXPECT_EQ(f.row(0).substr(0, 10), "0000G0000V");
 }
 

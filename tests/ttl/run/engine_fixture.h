@@ -17,10 +17,11 @@ struct engine_fixture : ttl_fixture {
     engine_fixture(std::int16_t modeltype, bool usb) { use_model(modeltype, usb); }
 
     /// True where the run ended in failure.
-    bool run(run_outcome (*engine)(tamrix::session&, std::int16_t, std::int16_t, std::int16_t, std::uint8_t),
+    bool run(run_outcome (*engine)(tamrix::session&, ttl_variables&, std::int16_t, std::int16_t, std::int16_t,
+                                   std::uint8_t),
              std::int16_t stopfirst = 0, std::uint8_t logmode = 0)
     {
-        outcome = engine(session, session.ttl.ttlcnt, session.ttl.ttlpin, stopfirst, logmode);
+        outcome = engine(session, variables.ttl, variables.ttl.ttlcnt, variables.ttl.ttlpin, stopfirst, logmode);
         return outcome.ended_in_failure();
     }
     /// The numbers of the rows that the last run reported as failed.

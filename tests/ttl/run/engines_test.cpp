@@ -86,7 +86,7 @@ TEST(a_run_without_rows, switches_nothing_on)
     for (const auto engine : {runport, runport40, runbatch, runbatch40}) {
         engine_fixture f{50, true};
         for (const std::int16_t rows : {1, 0}) {
-            f.session.ttl.ttlcnt = rows;
+            f.variables.ttl.ttlcnt = rows;
             EXPECT_FALSE(f.run(engine));
         }
         for (const char* call : {"gndpin 1 1", "vccpin 107 1", "vecgnd 1 1", "vecvcc 107 1"})
@@ -101,13 +101,13 @@ TEST(run_library_vectors, picks_the_engine_by_route_and_model)
         SCOPED_TRACE(model);
         engine_fixture usb{model, true};
         usb.put_rows({passing});
-        run_library_vectors(usb.session, 2, 14, -1, 0);
+        run_library_vectors(usb.session, usb.variables.ttl, 2, 14, -1, 0);
         EXPECT_EQ(usb.log.count("vecstart"), socket40 ? 2 : 1);
         EXPECT_EQ(usb.log.count("vecdelay 20"), socket40 ? 0 : 1);
 
         engine_fixture registers{model, false};
         registers.put_rows({passing});
-        run_library_vectors(registers.session, 2, 14, -1, 0);
+        run_library_vectors(registers.session, registers.variables.ttl, 2, 14, -1, 0);
         EXPECT_EQ(registers.log.count("vecstart"), 0);
         EXPECT_EQ(registers.log.count("regin 0"), 1);
     }

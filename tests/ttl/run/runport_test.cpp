@@ -146,7 +146,7 @@ TEST(runport, that_cannot_begin_again_on_Retry_says_so)
 TEST(runport, leaves_the_power_alone_that_the_device_data_switched)
 {
     engine_fixture f{50, false};
-    f.session.wnote = 1;
+    f.variables.ttl.wnote = 1;
     f.put_rows({passing});
     f.socket_shows({passing});
     EXPECT_FALSE(f.run(runport));
@@ -179,7 +179,7 @@ TEST(runport, a_row_wider_than_the_socket_is_an_error)
 {
     engine_fixture f{50, false};
     f.put_rows({passing});
-    f.session.ttl.ttlpin = 98;
+    f.variables.ttl.ttlpin = 98;
     EXPECT_THROW(f.run(runport), subscript_error);
 }
 

@@ -8,7 +8,7 @@
 namespace tamrix::tests {
 namespace {
 
-using engine = run_outcome (*)(session&, std::int16_t, std::int16_t, std::int16_t, std::uint8_t);
+using engine = run_outcome (*)(session&, ttl_variables&, std::int16_t, std::int16_t, std::int16_t, std::uint8_t);
 using forms::answer;
 
 struct played {
@@ -63,16 +63,16 @@ std::string record(const transcript& which)
     for (const played& one : all_runs()) {
         ttl_fixture f;
         f.use_model(which.modeltype, which.usb);
-        f.session.wnote = which.wnote;
+        f.variables.ttl.wnote = which.wnote;
         f.put_rows(one.rows);
         const bool socket40 = which.play == runport40 || which.play == runbatch40;
         socket40 ? f.socket40_shows(one.shown) : f.socket_shows(one.shown);
         for (const answer a : one.answers) f.shell.answer_next_box(a);
         f.log.add("== " + one.title);
-        EXPECT_TRUE(prepare_supply(f.session, "7400"));
-        const auto& ttl = f.session.ttl;
-        const bool failed =
-            which.play(f.session, ttl.ttlcnt, ttl.ttlpin, one.stopfirst, one.logmode).ended_in_failure();
+        EXPECT_TRUE(prepare_supply(f.session, f.variables.ttl, "7400"));
+        const auto& ttl = f.variables.ttl;
+        const bool failed = which.play(f.session, f.variables.ttl, ttl.ttlcnt, ttl.ttlpin, one.stopfirst, one.logmode)
+                                .ended_in_failure();
         if (!f.status().empty()) f.log.add("status " + ttl_fixture::one_line(f.status()));
         f.log.add(failed ? "result 1" : "result 0");
         text += f.log.text();

@@ -14,7 +14,7 @@ struct scan_fixture : ttl_fixture {
 
     void scan()
     {
-        ttlscan(session, [this](const lines& found) {
+        ttlscan(session, variables.ttl, [this](const lines& found) {
             ++shown;
             hits = found;
         });
@@ -49,7 +49,7 @@ TEST(ttlscan, of_an_empty_socket_finds_nothing_and_says_so)
         EXPECT_EQ(f.shell.whole_boxes(), std::vector{expected});
         EXPECT_EQ(f.shown, 0);
         EXPECT_EQ(f.shell.beeps(), 0);
-        EXPECT_EQ(f.session.ttl.outcome.what, run_outcome::kind::failed);
+        EXPECT_EQ(f.variables.ttl.outcome.what, run_outcome::kind::failed);
     }
 }
 
@@ -68,14 +68,14 @@ TEST(ttlscan, lists_all_devices_that_share_their_vectors_in_the_order_of_the_fil
 TEST(ttlscan, leaves_the_device_in_work_alone)
 {
     scan_fixture f{50, false};
-    f.session.ttl.ttlname = "kept";
-    f.session.ttl.ttlcnt = 7;
-    f.session.ttl.ttlpin = 8;
+    f.variables.ttl.ttlname = "kept";
+    f.variables.ttl.ttlcnt = 7;
+    f.variables.ttl.ttlpin = 8;
     f.write_library(std::vector{nand, nor});
     f.scan();
-    EXPECT_EQ(f.session.ttl.ttlname, "kept");
-    EXPECT_EQ(f.session.ttl.ttlcnt, 7);
-    EXPECT_EQ(f.session.ttl.ttlpin, 8);
+    EXPECT_EQ(f.variables.ttl.ttlname, "kept");
+    EXPECT_EQ(f.variables.ttl.ttlcnt, 7);
+    EXPECT_EQ(f.variables.ttl.ttlpin, 8);
     EXPECT_EQ(f.row(0).substr(0, 14), nor.rows[0]);
 }
 
@@ -100,9 +100,9 @@ TEST(ttlscan, without_header_or_with_hardware_in_trouble_ends_without_a_message)
 {
     scan_fixture missing{50, false};
     missing.session.blocks.prgmode(1) = 5;
-    missing.session.ttl.outcome.what = run_outcome::kind::passed;  // of an earlier test
+    missing.variables.ttl.outcome.what = run_outcome::kind::passed;  // of an earlier test
     missing.scan();
-    EXPECT_EQ(missing.session.ttl.outcome.what, run_outcome::kind::not_played);
+    EXPECT_EQ(missing.variables.ttl.outcome.what, run_outcome::kind::not_played);
     EXPECT_EQ(missing.log.lines, lines{});
     EXPECT_EQ(missing.session.blocks.prgmode(1), 0);
     scan_fixture absent{50, false};
@@ -111,7 +111,7 @@ TEST(ttlscan, without_header_or_with_hardware_in_trouble_ends_without_a_message)
     absent.scan();
     EXPECT_EQ(absent.log.lines, (lines{"hwreset", "hwfault"}));
     EXPECT_EQ(absent.shown, 0);
-    EXPECT_EQ(absent.session.ttl.outcome.what, run_outcome::kind::no_answer);
+    EXPECT_EQ(absent.variables.ttl.outcome.what, run_outcome::kind::no_answer);
 }
 
 TEST(ttlscan, that_meets_the_end_before_the_count_ends_without_a_message_or_a_list)
@@ -124,7 +124,7 @@ TEST(ttlscan, that_meets_the_end_before_the_count_ends_without_a_message_or_a_li
         f.write_library(text);
         f.scan();
         EXPECT_EQ(f.log.count("regin 0"), 2);
-        EXPECT_EQ(f.session.ttl.outcome.what, run_outcome::kind::not_played);
+        EXPECT_EQ(f.variables.ttl.outcome.what, run_outcome::kind::not_played);
         EXPECT_EQ(f.shown, 0);
         EXPECT_EQ(f.shell.boxes(), lines{});
     }
@@ -198,7 +198,7 @@ TEST(ttlscan, after_a_lost_read_lists_every_later_device)
     EXPECT_EQ(f.hits, (lines{"7408", "7410"}));
     EXPECT_EQ(f.log.count("usbbulkread"), 4) << "the later ones are not played at all";
     EXPECT_EQ(f.shell.whole_boxes(), std::vector{communication_error}) << "once, though two were not played";
-    EXPECT_EQ(f.session.ttl.outcome.what, run_outcome::kind::timed_out);
+    EXPECT_EQ(f.variables.ttl.outcome.what, run_outcome::kind::timed_out);
 }
 
 TEST(ttlscan, survives_lost_reads_that_the_engine_survives_without_a_word)
@@ -211,7 +211,7 @@ TEST(ttlscan, survives_lost_reads_that_the_engine_survives_without_a_word)
     f.scan();
     EXPECT_EQ(f.hits, lines{"7408"});
     EXPECT_EQ(f.shell.boxes(), lines{});
-    EXPECT_EQ(f.session.ttl.outcome.what, run_outcome::kind::passed);
+    EXPECT_EQ(f.variables.ttl.outcome.what, run_outcome::kind::passed);
 }
 
 TEST(ttlscan, tells_once_that_frames_were_not_taken_and_goes_on)
@@ -223,7 +223,7 @@ TEST(ttlscan, tells_once_that_frames_were_not_taken_and_goes_on)
     f.scan();
     EXPECT_EQ(f.hits, lines{"7420"});
     EXPECT_EQ(f.shell.whole_boxes(), std::vector{communication_error});
-    EXPECT_EQ(f.session.ttl.outcome.what, run_outcome::kind::refused_frame);
+    EXPECT_EQ(f.variables.ttl.outcome.what, run_outcome::kind::refused_frame);
 }
 
 TEST(ttlscan, tells_a_communication_error_before_it_says_that_nothing_was_found_and_in_a_damaged_library_too)
@@ -239,7 +239,7 @@ TEST(ttlscan, tells_a_communication_error_before_it_says_that_nothing_was_found_
     cut.log.usbcomwrite_results = {1};
     cut.scan();
     EXPECT_EQ(cut.shell.whole_boxes(), std::vector{communication_error});
-    EXPECT_EQ(cut.session.ttl.outcome.what, run_outcome::kind::refused_frame);
+    EXPECT_EQ(cut.variables.ttl.outcome.what, run_outcome::kind::refused_frame);
 }
 
 TEST(ttlscan, plays_40_positions_on_their_models)
@@ -259,8 +259,8 @@ TEST(mnutestautofind0, shows_the_result_dialog_with_the_hits)
     };
     lines shown;
     dialog_table dialogs;
-    dialogs.add("ttlautotest", [&](tamrix::session& plug_in, module_variables&) {
-        shown = plug_in.ttl.hits;
+    dialogs.add("ttlautotest", [&](tamrix::session&, module_variables& variables) {
+        shown = variables.ttl.hits;
         return std::make_unique<result_dialog>();
     });
     entry_methods methods{f.session, f.variables, dialogs};

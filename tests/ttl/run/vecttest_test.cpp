@@ -17,7 +17,7 @@ struct vecttest_fixture : ttl_fixture {
     explicit vecttest_fixture(std::int16_t modeltype = 50)
     {
         use_model(modeltype, false);
-        session.ttl.ttlpin = 14;
+        variables.ttl.ttlpin = 14;
         auto& blocks = session.blocks;
         blocks.figmode(0) = 7;
         blocks.bvcc(0) = 330;
@@ -44,7 +44,7 @@ TEST(vecttest, tests_100_rows_of_150)
     f.chip_passes();
     EXPECT_TRUE(f.call(1, 150, 1).ok());
     EXPECT_EQ(f.log.count("regin 0"), 100);
-    EXPECT_EQ(f.session.ttl.ttlcnt, 101);
+    EXPECT_EQ(f.variables.ttl.ttlcnt, 101);
 }
 
 TEST(vecttest, of_no_rows_does_nothing_at_all)
@@ -60,16 +60,16 @@ TEST(vecttest, of_no_rows_does_nothing_at_all)
 TEST(vecttest, without_hardware_does_nothing)
 {
     vecttest_fixture f;
-    f.session.ttl.outcome.what = run_outcome::kind::passed;  // of an earlier test
+    f.variables.ttl.outcome.what = run_outcome::kind::passed;  // of an earlier test
     EXPECT_TRUE(f.call(1, 2, 1, bool16_false).ok());
-    EXPECT_EQ(f.session.ttl.outcome.what, run_outcome::kind::not_played);
+    EXPECT_EQ(f.variables.ttl.outcome.what, run_outcome::kind::not_played);
     EXPECT_EQ(f.log.lines, lines{});
 }
 
 TEST(vecttest, takes_voltage_and_supply_pins_from_the_device_data)
 {
     vecttest_fixture f;
-    f.session.ttl.ttlname = "7400";
+    f.variables.ttl.ttlname = "7400";
     f.chip_passes();
     EXPECT_TRUE(f.call(1, 2, 1).ok());
     const lines start(f.log.lines.begin(), f.log.lines.begin() + 9);
@@ -87,7 +87,7 @@ TEST(vecttest, without_device_data_powers_by_the_letters_of_row_0)
     f.session.blocks.chippin(0) = 20;
     f.chip_passes();
     EXPECT_TRUE(f.call(1, 2, 0).ok());
-    EXPECT_EQ(f.session.ttl.ttlpin, 14) << "from an earlier run";
+    EXPECT_EQ(f.variables.ttl.ttlpin, 14) << "from an earlier run";
     EXPECT_EQ(f.log.count("boardsel "), 0);
     EXPECT_EQ(f.log.count("gndpin 1 1"), 1);
     EXPECT_EQ(f.log.count("vccpin 107 1"), 1);
@@ -99,7 +99,7 @@ TEST(vecttest, counts_more_than_40_pins_as_40)
     vecttest_fixture f;
     f.session.blocks.chippin(0) = 44;
     EXPECT_TRUE(f.call(1, 2, 1).ok());
-    EXPECT_EQ(f.session.ttl.ttlpin, 40);
+    EXPECT_EQ(f.variables.ttl.ttlpin, 40);
 }
 
 TEST(vecttest, of_a_host_reports_failures_in_its_log_alone)
@@ -137,7 +137,7 @@ TEST(vecttest, of_a_host_tells_a_communication_error_in_its_log_alone)
             EXPECT_TRUE(f.call(1, 2, 1).ok());
             EXPECT_EQ(f.status(), ">> Communication error!\n>> Vector Test fail!\n");
             EXPECT_EQ(f.shell.boxes(), lines{});
-            EXPECT_EQ(f.session.ttl.outcome.what, one.what);
+            EXPECT_EQ(f.variables.ttl.outcome.what, one.what);
             EXPECT_EQ(f.log.lines.back(), "hwrelease");
         }
     }
@@ -152,11 +152,11 @@ TEST(vecttest, of_the_editor_tells_a_communication_error_in_a_box)
             SCOPED_TRACE(one.name);
             vecttest_fixture f{model};
             f.use_model(model, true);
-            f.session.ttl.ttlcnt = 2;
+            f.variables.ttl.ttlcnt = 2;
             f.log.read_socket = [&] { return model == 23 ? slow::ports_of_40(passing) : slow::ports_of(passing); };
             f.log.usbcomwrite_results = one.frames;
             f.log.replywait_results = one.replies;
-            vecttest(f.session, f.variables.pld, 0, {passing});
+            vecttest(f.session, f.variables.ttl, f.variables.pld, 0, {passing});
             EXPECT_EQ(f.shell.whole_boxes(), std::vector{expected});
             EXPECT_EQ(f.status(), ">> Vector Test fail!\n");
             EXPECT_EQ(f.log.lines.back(), "hwrelease");
@@ -168,10 +168,10 @@ TEST(vecttest, of_the_editor_takes_its_rows_and_repeats_on_Retry)
 {
     vecttest_fixture f;
     f.chip_passes();
-    f.session.ttl.ttlcnt = 2;
+    f.variables.ttl.ttlcnt = 2;
     f.shell.answer_next_box(answer::retry);
     f.shell.answer_next_box(answer::cancel);
-    vecttest(f.session, f.variables.pld, 0, {passing});
+    vecttest(f.session, f.variables.ttl, f.variables.pld, 0, {passing});
     EXPECT_EQ(f.log.count("hwreset"), 2);
     EXPECT_EQ(f.log.count("hwrelease"), 1);
     const forms::message_box expected{.text = "Vector Test OK!",
@@ -185,22 +185,22 @@ TEST(vecttest, of_the_editor_takes_its_rows_and_repeats_on_Retry)
 TEST(vecttest, of_the_editor_leaves_its_failure_in_the_hosts_log_too)
 {
     vecttest_fixture f;
-    f.session.ttl.ttlcnt = 2;
+    f.variables.ttl.ttlcnt = 2;
     f.log.socket = {slow::ports_of(failing)};
     f.shell.answer_next_box(answer::abort);
-    vecttest(f.session, f.variables.pld, 0, {passing});
+    vecttest(f.session, f.variables.ttl, f.variables.pld, 0, {passing});
     EXPECT_EQ(f.shell.boxes().size(), 1u);
     EXPECT_EQ(f.status(), ">> Vector Test fail!\n");
-    EXPECT_EQ(f.session.ttl.outcome.what, run_outcome::kind::failed);
+    EXPECT_EQ(f.variables.ttl.outcome.what, run_outcome::kind::failed);
 }
 
 TEST(vecttest, of_an_editor_with_fewer_rows_plays_blank_ones)
 {
     vecttest_fixture f;
-    f.session.ttl.ttlcnt = 3;
+    f.variables.ttl.ttlcnt = 3;
     f.chip_passes();
     f.shell.answer_next_box(answer::cancel);
-    vecttest(f.session, f.variables.pld, 0, {passing});
+    vecttest(f.session, f.variables.ttl, f.variables.pld, 0, {passing});
     EXPECT_EQ(f.log.count("regin 0"), 2);
     EXPECT_EQ(f.row(1), std::string(48, ' '));
 }
@@ -211,7 +211,7 @@ TEST(vecttest, with_hardware_in_trouble_ends_without_releasing_it)
     f.log.hwreset_results = {1};
     EXPECT_TRUE(f.call(1, 2, 1).ok());
     EXPECT_EQ(f.log.lines, (lines{"hwreset", "hwfault"}));
-    EXPECT_EQ(f.session.ttl.outcome.what, run_outcome::kind::no_answer);
+    EXPECT_EQ(f.variables.ttl.outcome.what, run_outcome::kind::no_answer);
     EXPECT_EQ(f.status(), "");
 }
 
@@ -255,7 +255,7 @@ TEST(prepare_supply, selects_the_board_by_the_first_two_letters_on_models_from_4
         for (const std::int16_t model : {39, 40}) {
             ttl_fixture f;
             f.use_model(model, false);
-            EXPECT_TRUE(prepare_supply(f.session, name));
+            EXPECT_TRUE(prepare_supply(f.session, f.variables.ttl, name));
             EXPECT_EQ(f.log.lines, model < 40 ? (lines{"hwreset", "busmode 0", "setvcc 5000"})
                                               : (lines{"hwreset", board, "busmode 0", "setvcc 5000"}));
         }
@@ -266,7 +266,7 @@ TEST(prepare_supply, drops_the_attempt_where_the_hardware_is_in_trouble)
 {
     ttl_fixture f;
     f.log.hwreset_results = {1};
-    EXPECT_FALSE(prepare_supply(f.session, "7400"));
+    EXPECT_FALSE(prepare_supply(f.session, f.variables.ttl, "7400"));
     EXPECT_EQ(f.log.lines, (lines{"hwreset", "hwfault"}));
 }
 

@@ -27,7 +27,7 @@ struct socket_fixture : plug_in_fixture {
         session.blocks.modeltype(0) = model;
         session.blocks.usbable(0) = usb ? bool16_true : bool16_false;
         session.syspath = TAMRIX_DATA_FOLDER "/";
-        session.ok = bool16_true;
+        variables.ttl.ok = bool16_true;
         session.hardware.source = sim::source_of({.model = model, .time = time, .log = log},
                                                  [this](sim::programmer& made) { programmer = &made; });
         session.hardware.device();  // from here on there is a programmer

@@ -11,7 +11,7 @@
 namespace tamrix::tests {
 namespace {
 
-using engine = run_outcome (*)(session&, std::int16_t, std::int16_t, std::int16_t, std::uint8_t);
+using engine = run_outcome (*)(session&, ttl_variables&, std::int16_t, std::int16_t, std::int16_t, std::uint8_t);
 
 struct way {
     const char* name;
@@ -25,11 +25,11 @@ protected:
     /// Plays a device's vectors on the chip in the socket; true where they pass.
     static bool passes(socket_fixture& f, const std::string& name)
     {
-        ttlload(f.session, name, 0, -1);
-        if (!prepare_supply(f.session, name)) return false;
+        ttlload(f.session, f.variables.ttl, name, 0, -1);
+        if (!prepare_supply(f.session, f.variables.ttl, name)) return false;
         f.session.blocks.prgresult(0) = 0;
-        const auto& ttl = f.session.ttl;
-        const run_outcome outcome = GetParam().run(f.session, ttl.ttlcnt, ttl.ttlpin, -1, 0);
+        const auto& ttl = f.variables.ttl;
+        const run_outcome outcome = GetParam().run(f.session, f.variables.ttl, ttl.ttlcnt, ttl.ttlpin, -1, 0);
         f.session.hardware.device().hwrelease();
         EXPECT_FALSE(outcome.communication_failed());
         return outcome.what == run_outcome::kind::passed;
@@ -50,10 +50,10 @@ TEST_P(every_device, passes_its_own_vectors_and_nothing_comes_to_harm)
 }
 
 /// A pin that no row looks at and none drives is not connected in the chip.
-bool unused(const session& state, int pin)
+bool unused(const ttl_variables& ttl, int pin)
 {
-    for (int row = 0; row + 1 < state.ttl.ttlcnt; ++row) {
-        if (state.ttl.ttlvect(static_cast<std::size_t>(row))[static_cast<std::size_t>(pin) - 1] != 'X') return false;
+    for (int row = 0; row + 1 < ttl.ttlcnt; ++row) {
+        if (ttl.ttlvect(static_cast<std::size_t>(row))[static_cast<std::size_t>(pin) - 1] != 'X') return false;
     }
     return true;
 }
@@ -80,18 +80,19 @@ TEST(every_pin_fault, but_one_in_a_hundred_is_found_by_the_engine)
     std::string missed;
     for (const std::string& name : f.devices()) {
         f.insert(name);
-        ttlload(f.session, name, 0, -1);
-        for (int pin = 1; pin <= f.session.ttl.ttlpin; ++pin) {
+        ttlload(f.session, f.variables.ttl, name, 0, -1);
+        for (int pin = 1; pin <= f.variables.ttl.ttlpin; ++pin) {
             for (const std::string kind : {" stuck 0", " stuck 1", " open"}) {
                 const std::string fault = "pin " + std::to_string(pin) + kind;
-                const char letter = f.session.ttl.ttlvect(0)[static_cast<std::size_t>(pin) - 1];
-                if (letter == 'X' && unused(f.session, pin)) continue;
+                const char letter = f.variables.ttl.ttlvect(0)[static_cast<std::size_t>(pin) - 1];
+                if (letter == 'X' && unused(f.variables.ttl, pin)) continue;
                 const bool no_fault = (letter == 'G' && kind == " stuck 0") || (letter == 'V' && kind == " stuck 1");
                 if (no_fault) continue;  // that is where a supply pin is held anyway
                 f.programmer->add_fault(fault);
-                ASSERT_TRUE(prepare_supply(f.session, name));
+                ASSERT_TRUE(prepare_supply(f.session, f.variables.ttl, name));
                 f.session.blocks.prgresult(0) = 0;
-                const auto seen = runbatch(f.session, f.session.ttl.ttlcnt, f.session.ttl.ttlpin, -1, 0).what;
+                const auto seen =
+                    runbatch(f.session, f.variables.ttl, f.variables.ttl.ttlcnt, f.variables.ttl.ttlpin, -1, 0).what;
                 f.session.hardware.device().hwrelease();
                 f.programmer->clear_faults();
                 ++all;
@@ -122,7 +123,7 @@ TEST_P(auto_find, names_every_device_that_sits_in_the_socket)
         const sim::chip& chip = all_chips()[i];
         f.insert(chip.name);
         std::vector<std::string> hits;
-        ttlscan(f.session, [&](const std::vector<std::string>& found) { hits = found; });
+        ttlscan(f.session, f.variables.ttl, [&](const std::vector<std::string>& found) { hits = found; });
         EXPECT_NE(std::ranges::find(hits, chip.name), hits.end()) << chip.name;
         for (const std::string& alias : chip.aliases) {
             EXPECT_NE(std::ranges::find(hits, alias), hits.end()) << alias << ", the same as " << chip.name;

@@ -25,7 +25,7 @@
 namespace tamrix::tests {
 namespace {
 
-using engine = bool (*)(session&, std::int16_t, std::int16_t, std::int16_t, std::uint8_t);
+using engine = run_outcome (*)(session&, ttl_variables&, std::int16_t, std::int16_t, std::int16_t, std::uint8_t);
 
 /// The model that main() was told.
 std::int16_t model_of_simulator()
@@ -44,7 +44,7 @@ protected:
         plug_in.blocks.attachsmall(3);
         plug_in.blocks.modeltype(0) = model_of_simulator();
         plug_in.syspath = "";
-        plug_in.ok = bool16_true;
+        ttl.ok = bool16_true;
         plug_in.hardware.source = hw::windows_source();
         shell.on_doevents = [this] {
             std::this_thread::sleep_for(std::chrono::microseconds{100});
@@ -61,11 +61,11 @@ protected:
     bool passes(engine run, bool usb, std::int16_t stopfirst = -1)
     {
         plug_in.blocks.usbable(0) = usb ? bool16_true : bool16_false;
-        ttlload(plug_in, "7400", 0, -1);
-        EXPECT_GT(plug_in.ttl.ttlcnt, 2) << "there are vectors";
-        EXPECT_TRUE(prepare_supply(plug_in, "7400"));
+        ttlload(plug_in, ttl, "7400", 0, -1);
+        EXPECT_GT(ttl.ttlcnt, 2) << "there are vectors";
+        EXPECT_TRUE(prepare_supply(plug_in, ttl, "7400"));
         plug_in.blocks.prgresult(0) = 0;
-        const bool failed = run(plug_in, plug_in.ttl.ttlcnt, plug_in.ttl.ttlpin, stopfirst, 0);
+        const bool failed = run(plug_in, ttl, ttl.ttlcnt, ttl.ttlpin, stopfirst, 0).ended_in_failure();
         plug_in.hardware.device().hwrelease();
         return !failed && plug_in.blocks.prgresult(0) == 0;
     }
@@ -84,6 +84,7 @@ protected:
     const std::string name_space = fresh_name_space();
     scripted_shell shell;
     session plug_in{shell, name_space};
+    ttl_variables ttl;
 
 private:
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
