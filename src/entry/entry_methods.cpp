@@ -118,7 +118,7 @@ reply entry_methods::show(std::string_view dialog)
 void entry_methods::show_pin_map_before_logic_test()
 {
     if (!shows_pin_map_first(plug_in_.blocks.modeltype(0))) return;
-    plug_in_.pinmapmode = pin_map_before_logic_test;
+    variables_.selftest.pinmapmode = pin_map_before_logic_test;
     dialogs_.show("pinnote4", plug_in_, variables_);
 }
 
@@ -135,14 +135,14 @@ reply entry_methods::analyzer0() { return show("analyzer"); }
 
 reply entry_methods::recetwave0(bool16& fwave)
 {
-    plug_in_.fwave = fwave;
+    variables_.wave.fwave = fwave;
     return show("recetwave");
 }
 
 reply entry_methods::mnutesttestksm()
 {
     return guarded([&] {
-        plug_in_.pinmapmode = 0;
+        variables_.selftest.pinmapmode = 0;
         dialogs_.show(self_test_dialog(plug_in_.blocks.modeltype(0)), plug_in_, variables_);
         return variant{};
     });

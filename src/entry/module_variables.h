@@ -2,7 +2,9 @@
 #pragma once
 
 #include "formats/transfer_variables.h"
+#include "instruments/wave/wave_variables.h"
 #include "pld/pld_variables.h"
+#include "selftest/selftest_variables.h"
 #include "ttl/ttl_variables.h"
 
 namespace tamrix {
@@ -11,6 +13,8 @@ struct module_variables {
     transfer_variables transfer;
     pld_variables pld;
     ttl_variables ttl;
+    selftest_variables selftest;
+    wave_variables wave;
 };
 
 }  // namespace tamrix

@@ -1,11 +1,10 @@
-// One attached plug-in: the shared blocks, the messages in the host's language, and the module variables that outlive a
-// dialog.
+// One attached plug-in: the shared blocks, the messages in the host's language, the screen and the programmer. What a
+// subject remembers is no part of it.
 #pragma once
 
 #include "blocks/sharemap.h"
 #include "forms/shell.h"
 #include "programmer/door.h"
-#include "tamrix/types.h"
 
 #include <cstdint>
 #include <string>
@@ -28,10 +27,8 @@ public:
     forms::shell& screen;
     sharemap blocks;
     hw::door hardware;
-    std::string syspath;
-    std::string help_file;
-    bool16 fwave = bool16_false;
-    std::uint8_t pinmapmode = 0;
+    std::string syspath;    // the host's folder, with its separator
+    std::string help_file;  // a host's path, then the page after "::"
 };
 
 }  // namespace tamrix

@@ -303,14 +303,14 @@ TEST_F(shared_blocks, of_five_sessions_at_once_do_not_meet)
         blocks.tlength(0) = i;
         blocks.ibuffer(4999) = static_cast<std::uint8_t>(i);
         blocks.MainRtstr(0) = "session " + std::to_string(i);
-        sessions[static_cast<std::size_t>(i)]->pinmapmode = static_cast<std::uint8_t>(i);
+        sessions[static_cast<std::size_t>(i)]->syspath = std::to_string(i);
     }
     for (int i = 0; i < 5; ++i) {
         sharemap& blocks = sessions[static_cast<std::size_t>(i)]->blocks;
         EXPECT_EQ(blocks.tlength(0), i);
         EXPECT_EQ(blocks.ibuffer(4999), i);
         EXPECT_EQ(blocks.MainRtstr(0).str(), "session " + std::to_string(i));
-        EXPECT_EQ(sessions[static_cast<std::size_t>(i)]->pinmapmode, i);
+        EXPECT_EQ(sessions[static_cast<std::size_t>(i)]->syspath, std::to_string(i));
         blocks.MainRtstr(0) = "";
     }
 }

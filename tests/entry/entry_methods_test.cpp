@@ -40,8 +40,8 @@ TEST(mnutesttestksm, shows_the_dialog_of_every_model_number_once)
 TEST(mnutesttestksm, opens_the_pin_map_for_the_self_test)
 {
     plug_in_with_dialogs f;
-    f.session.pinmapmode = 3;
-    f.on_dialog = [&](std::string_view) { EXPECT_EQ(f.session.pinmapmode, 0); };
+    f.variables.selftest.pinmapmode = 3;
+    f.on_dialog = [&](std::string_view) { EXPECT_EQ(f.variables.selftest.pinmapmode, 0); };
     f.class_of_host.mnutesttestksm();
     EXPECT_EQ(f.shown.size(), 1u);
 }
@@ -52,7 +52,7 @@ TEST(mnutesteditttllib0, on_model_24_shows_the_pin_map_first_and_the_library_aft
     f.session.blocks.modeltype(0) = 24;
     f.on_dialog = [&](std::string_view name) {
         if (name == "pinnote4") {
-            EXPECT_EQ(f.session.pinmapmode, 4);
+            EXPECT_EQ(f.variables.selftest.pinmapmode, 4);
             EXPECT_EQ(f.session.syspath, "") << "the arguments are stored after it";
         } else {
             EXPECT_EQ(f.variables.ttl.ttleditlib, 1);
@@ -73,10 +73,10 @@ TEST(pin_map_before_a_logic_test, is_shown_on_models_23_24_28_and_29_alone)
         SCOPED_TRACE("model " + std::to_string(model));
 
         f.shown.clear();
-        f.session.pinmapmode = 0;
+        f.variables.selftest.pinmapmode = 0;
         f.class_of_host.mnutestttltest0(f.icsum, f.ok, f.system_folder);
         EXPECT_EQ(f.shown, first ? (names{"pinnote4", "ttltest"}) : names{"ttltest"});
-        EXPECT_EQ(f.session.pinmapmode, first ? 4 : 0);
+        EXPECT_EQ(f.variables.selftest.pinmapmode, first ? 4 : 0);
         EXPECT_EQ(f.variables.ttl.ttleditlib, 0);
 
         f.shown.clear();
@@ -116,7 +116,7 @@ TEST(recetwave0, stores_its_argument_before_the_dialog)
 {
     plug_in_with_dialogs f;
     std::vector<bool16> seen;
-    f.on_dialog = [&](std::string_view) { seen.push_back(f.session.fwave); };
+    f.on_dialog = [&](std::string_view) { seen.push_back(f.variables.wave.fwave); };
     f.class_of_host.recetwave0(f.ok);
     f.ok = bool16_false;
     f.class_of_host.recetwave0(f.ok);
