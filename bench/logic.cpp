@@ -50,7 +50,7 @@ std::string last_device(const std::string& folder)
 void time_load(session& state, ttl_variables& ttl, const std::string& name, const char* label)
 {
     const double started = milliseconds();
-    ttlload(state, ttl, name, 0, -1);
+    fetch_device(state, ttl, name);
     std::printf("%s %.3f\n", label, milliseconds() - started);
     if (ttl.ttlpin == 14 && name[0] == 'X') std::abort();  // it was not the last one
 }

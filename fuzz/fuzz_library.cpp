@@ -71,7 +71,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     b.write(data + choices, size - choices);
     std::vector<std::string> list = read_directory(b.plug_in).names;
     if (list.size() > 3000) std::abort();
-    ttlload(b.plug_in, b.ttl, name, -1, -1);
+    fetch_device(b.plug_in, b.ttl, name);
     auto& ttl = b.ttl;
     if (ttl.ttlcnt > 255 || ttl.ttlcnt < 0 || ttl.ttlpin > 99 || ttl.ttlpin < 0) std::abort();
     attempt([&] {

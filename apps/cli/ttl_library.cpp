@@ -99,7 +99,7 @@ void ttl_show(const ttl_options& options, const std::string& name, console& con)
     attached_plug_in plug_in{options.language};
     session& state = opened(plug_in, options).state;
     ttl_variables& ttl = plug_in.variables.ttl;
-    ttlload(state, ttl, listed(state, name), 0, -1);
+    fetch_device(state, ttl, listed(state, name));
     con.line("pins: " + std::to_string(ttl.ttlpin));
     con.line("rows: " + std::to_string(ttl.ttlcnt - 1));
     for (int row = 0; row < ttl.ttlcnt - 1; ++row) {

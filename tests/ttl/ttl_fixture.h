@@ -6,6 +6,7 @@
 #include "support/temp_files.h"
 #include "ttl/library/library.h"
 #include "ttl/run/slow_model.h"
+#include "ttl/run/ttlload.h"
 
 #include <filesystem>
 #include <initializer_list>

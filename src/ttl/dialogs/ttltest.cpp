@@ -1,10 +1,12 @@
 #include "ttl/dialogs/ttltest.h"
 
+#include "session/session.h"
 #include "ttl/dialogs/ttladd.h"
 #include "ttl/dialogs/ttledit.h"
 #include "ttl/library/library.h"
 #include "ttl/run/prepare.h"
 #include "ttl/run/row_report.h"
+#include "ttl/run/ttlload.h"
 
 #include <algorithm>
 #include <utility>

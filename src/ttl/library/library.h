@@ -1,8 +1,6 @@
 // The library of logic devices: its names, its test vectors, and the changes that a person makes to it.
 #pragma once
 
-#include "session/session.h"
-#include "ttl/run_outcome.h"
 #include "ttl/ttl_variables.h"
 
 #include <cstdint>
@@ -11,6 +9,8 @@
 #include <vector>
 
 namespace tamrix {
+
+class session;
 
 /// The library of the programmer model in use, told anew at each call: below 30 "lib1\test190.lib", else
 /// "lib\test.lib", behind `syspath` as it stands.
@@ -24,9 +24,8 @@ struct library_directory {
 /// Names behind the line buffer's end are left out. A missing library gives an empty directory.
 library_directory read_directory(session& plug_in);
 
-/// Fetches a device into `ttlpin`, `ttlcnt` and `ttlvect` and, unless `loadonly` is -1, plays its vectors.
-run_outcome ttlload(session& plug_in, ttl_variables& ttl, const std::string& name, std::int16_t stopfirst,
-                    std::int16_t loadonly);
+/// Fetches a device into `ttlpin`, `ttlcnt` and `ttlvect`. False where the library does not have it.
+bool fetch_device(const session& plug_in, ttl_variables& ttl, const std::string& name);
 
 /// Whether a record has room for the name. Blanks around it are not stored.
 bool name_fits(std::string_view name);

@@ -1,7 +1,7 @@
 #include "ttl/library/library.h"
 
+#include "session/session.h"
 #include "ttl/library/library_file.h"
-#include "ttl/run/engines.h"
 
 #include <optional>
 
@@ -49,17 +49,14 @@ std::optional<library_record> find_record(const std::string& path, const std::st
 
 }  // namespace
 
-run_outcome ttlload(session& plug_in, ttl_variables& ttl, const std::string& name, std::int16_t stopfirst,
-                    std::int16_t loadonly)
+bool fetch_device(const session& plug_in, ttl_variables& ttl, const std::string& name)
 {
-    plug_in.blocks.prgresult(0) = 0;
     const auto record = find_record(library_path(plug_in), name);
-    if (!record) return {};
+    if (!record) return false;
     ttl.ttlcnt = record->n();
     ttl.ttlpin = record->pins();
     for (int i = 0; i <= ttl.ttlcnt - 2; ++i) ttl.ttlvect.store(static_cast<std::size_t>(i), record->row(i));
-    if (loadonly == -1) return {};
-    return run_library_vectors(plug_in, ttl, ttl.ttlcnt, ttl.ttlpin, stopfirst, 0);
+    return true;
 }
 
 }  // namespace tamrix

@@ -1,6 +1,7 @@
 #include "ttl/library/library.h"
 
 #include "base/arith.h"
+#include "session/session.h"
 #include "ttl/library/library_file.h"
 #include "ttl/library/library_save.h"
 

@@ -1,4 +1,5 @@
 // Every device of the shipped library, on every engine, with its own chip in the socket.
+#include "ttl/run/ttlload.h"
 #include "ttl/run/ttlscan.h"
 #include "ttl/simulated/socket_fixture.h"
 

@@ -9,6 +9,7 @@
 #include "ttl/run/engines.h"
 #include "ttl/run/prepare.h"
 #include "ttl/run/socket40.h"
+#include "ttl/run/ttlload.h"
 
 #include <gtest/gtest.h>
 
