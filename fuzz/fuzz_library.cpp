@@ -1,5 +1,6 @@
 // The vector library under libFuzzer: the first byte of the input picks the device that is looked for, the rest behind
 // the eighth is the file.
+#include "session/session.h"
 #include "silent_shell.h"
 #include "ttl/library/library.h"
 

@@ -4,6 +4,7 @@
 #include "formats/formats.h"
 #include "pld/jedec.h"
 #include "pld/svf.h"
+#include "session/session.h"
 #include "silent_shell.h"
 
 #include <cstdint>

@@ -1,6 +1,7 @@
 // A screen on which nobody is: every box is answered with its first button.
 #pragma once
 
+#include "forms/form.h"
 #include "forms/shell.h"
 
 namespace tamrix {

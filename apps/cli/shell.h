@@ -1,6 +1,7 @@
 // The screen of a command line: dialogs are answered by the command, message boxes are kept for it to tell.
 #pragma once
 
+#include "forms/form.h"
 #include "forms/shell.h"
 
 #include <functional>

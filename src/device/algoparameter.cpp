@@ -2,6 +2,7 @@
 
 #include "base/arith.h"
 #include "device/parameter_text.h"
+#include "session/session.h"
 
 #include <limits>
 #include <string>

@@ -2,11 +2,12 @@
 #pragma once
 
 #include "forms/form.h"
-#include "session/session.h"
 
 #include <cstdint>
 
 namespace tamrix {
+
+class session;
 
 class algoparameter final : public forms::form {
 public:

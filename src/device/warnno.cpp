@@ -1,6 +1,7 @@
 #include "device/warnno.h"
 
 #include "device/note_text.h"
+#include "session/session.h"
 
 namespace tamrix {
 

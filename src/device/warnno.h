@@ -2,12 +2,13 @@
 // the external supply.
 #pragma once
 
-#include "session/session.h"
 #include "tamrix/types.h"
 
 #include <cstdint>
 
 namespace tamrix {
+
+class session;
 
 /// Shows note `no`, 1 to 25; every other number shows nothing. Bit 7 asks for the line on the external supply on models
 /// that can do without it; it is cleared in the caller's variable. `ok` says that

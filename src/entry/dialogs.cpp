@@ -1,5 +1,7 @@
 #include "entry/dialogs.h"
 
+#include "session/session.h"
+
 namespace tamrix {
 
 void dialog_table::show(std::string_view name, session& plug_in, module_variables& variables) const

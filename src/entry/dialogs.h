@@ -3,7 +3,6 @@
 
 #include "entry/module_variables.h"
 #include "forms/form.h"
-#include "session/session.h"
 
 #include <cstdint>
 #include <functional>
@@ -12,6 +11,8 @@
 #include <string_view>
 
 namespace tamrix {
+
+class session;
 
 /// The self-test dialog that fits a programmer model.
 constexpr std::string_view self_test_dialog(std::int16_t modeltype)

@@ -4,6 +4,7 @@
 #include "device/warnno.h"
 #include "pld/jedec.h"
 #include "pld/svf.h"
+#include "session/session.h"
 #include "transfer/readfile.h"
 #include "transfer/writefile.h"
 #include "ttl/run/ttlscan.h"

@@ -3,12 +3,13 @@
 
 #include "entry/dialogs.h"
 #include "entry/module_variables.h"
-#include "session/session.h"
 #include "tamrix/clstamrix.h"
 
 #include <string_view>
 
 namespace tamrix {
+
+class session;
 
 class entry_methods : public Clstamrix {
 public:

@@ -5,6 +5,7 @@
 #include "messages/catalogue.h"
 #include "pld/detect.h"
 #include "programmer/loaded_programmer.h"
+#include "session/session.h"
 #include "tamrix/clstamrix.h"
 #include "tamrix/formats.h"
 #include "wxui/wx_shell.h"

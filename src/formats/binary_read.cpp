@@ -1,6 +1,7 @@
 #include "files/file_io.h"
 #include "formats/binary.h"
 #include "formats/fill.h"
+#include "session/session.h"
 
 #include <algorithm>
 

@@ -1,5 +1,6 @@
 #include "files/file_io.h"
 #include "formats/emc.h"
+#include "session/session.h"
 
 #include <string>
 

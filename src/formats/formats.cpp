@@ -10,6 +10,7 @@
 #include "formats/motorola.h"
 #include "formats/tektronix.h"
 #include "formats/texas.h"
+#include "session/session.h"
 
 #include <array>
 #include <cctype>

@@ -1,6 +1,7 @@
 #include "files/file_io.h"
 #include "formats/holtek.h"
 #include "formats/holtek_segment.h"
+#include "session/session.h"
 
 namespace tamrix {
 

@@ -2,6 +2,7 @@
 #include "formats/intel_walk.h"
 
 #include "base/arith.h"
+#include "session/session.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,6 +1,7 @@
 #include "formats/intel_walk.h"
 
 #include "base/arith.h"
+#include "session/session.h"
 
 #include <limits>
 #include <utility>

@@ -3,6 +3,7 @@
 #include "formats/motorola.h"
 #include "formats/record_progress.h"
 #include "formats/record_target.h"
+#include "session/session.h"
 
 #include <algorithm>
 #include <array>

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "formats/transfer_job.h"
+#include "session/session.h"
 
 #include <cstdint>
 #include <span>

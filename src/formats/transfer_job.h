@@ -4,7 +4,6 @@
 #include "files/file_window.h"
 #include "formats/address_range.h"
 #include "formats/transfer_variables.h"
-#include "session/session.h"
 
 #include <cstdint>
 #include <functional>
@@ -12,6 +11,8 @@
 #include <string>
 
 namespace tamrix {
+
+class session;
 
 enum class status : std::int16_t {
     done = 0,

@@ -1,5 +1,7 @@
 #include "forms/shell.h"
 
+#include "forms/form.h"
+
 namespace tamrix::forms {
 
 void shell::show_modal(form& dialog)

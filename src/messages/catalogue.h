@@ -1,7 +1,7 @@
 // The numbered message catalogue: 12 language blocks of 3000 numbers each.
 #pragma once
 
-#include "forms/shell.h"
+#include "forms/message_box.h"
 
 #include <string>
 

@@ -3,11 +3,12 @@
 
 #include "base/diagnostic.h"
 #include "pld/pld_variables.h"
-#include "session/session.h"
 
 #include <string>
 
 namespace tamrix {
+
+class session;
 
 /// Reads the fuse file `fname` into the buffer and the vector list. What was read before a fault stays; the fault is
 /// left in `why_it_failed`.

@@ -1,6 +1,7 @@
 #include "files/file_guard.h"
 #include "pld/jedec.h"
 #include "pld/jedec_fields.h"
+#include "session/session.h"
 
 #include <algorithm>
 #include <limits>

@@ -2,6 +2,7 @@
 #include "files/file_guard.h"
 #include "files/text_output.h"
 #include "pld/jedec.h"
+#include "session/session.h"
 
 #include <cstdio>
 #include <stdexcept>

@@ -5,6 +5,7 @@
 #include "formats/byte_selection.h"
 #include "formats/fill.h"
 #include "formats/formats.h"
+#include "session/session.h"
 #include "transfer/transfer_report.h"
 
 namespace tamrix {

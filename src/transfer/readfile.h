@@ -3,9 +3,10 @@
 
 #include "formats/transfer_job.h"
 #include "forms/form.h"
-#include "session/session.h"
 
 namespace tamrix {
+
+class session;
 
 class readfile final : public forms::form {
 public:

@@ -2,6 +2,7 @@
 
 #include "base/arith.h"
 #include "files/file_io.h"
+#include "session/session.h"
 
 namespace tamrix {
 

@@ -2,11 +2,12 @@
 #pragma once
 
 #include "formats/transfer_job.h"
-#include "session/session.h"
 
 #include <string>
 
 namespace tamrix {
+
+class session;
 
 /// Appends the OK or the fail line, and the line with the seconds it took, to MainRtstr(0).
 void report_transfer(session& plug_in, const std::string& fname, status outcome, int ok_message, int fail_message,

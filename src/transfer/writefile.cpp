@@ -1,6 +1,7 @@
 #include "transfer/writefile.h"
 
 #include "base/arith.h"
+#include "session/session.h"
 #include "transfer/transfer_report.h"
 
 #include <algorithm>

@@ -3,9 +3,10 @@
 
 #include "formats/formats.h"
 #include "forms/form.h"
-#include "session/session.h"
 
 namespace tamrix {
+
+class session;
 
 class writefile final : public forms::form {
 public:

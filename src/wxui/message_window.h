@@ -1,7 +1,7 @@
 // Message boxes on the screen, with the answers in the language of their text.
 #pragma once
 
-#include "forms/shell.h"
+#include "forms/message_box.h"
 
 #include <functional>
 #include <span>

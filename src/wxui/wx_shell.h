@@ -1,6 +1,7 @@
 // The shell on a real screen: forms as modal dialogs, message boxes, the message pump and the steady clock.
 #pragma once
 
+#include "forms/form.h"
 #include "forms/shell.h"
 #include "wxui/message_window.h"
 #include "wxui/toolkit.h"

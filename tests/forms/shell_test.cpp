@@ -1,3 +1,4 @@
+#include "forms/form.h"
 #include "forms/shell.h"
 
 #include "support/scripted_shell.h"

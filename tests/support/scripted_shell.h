@@ -2,6 +2,7 @@
 // test moves it.
 #pragma once
 
+#include "forms/form.h"
 #include "forms/shell.h"
 
 #include <deque>

@@ -1,5 +1,6 @@
 #include "ttl/dialogs/ttladd.h"
 
+#include "session/session.h"
 #include "ttl/dialogs/vector_grid.h"
 #include "ttl/library/library.h"
 

@@ -2,10 +2,11 @@
 #pragma once
 
 #include "forms/form.h"
-#include "session/session.h"
 #include "ttl/ttl_variables.h"
 
 namespace tamrix {
+
+class session;
 
 class ttladd final : public forms::form {
 public:

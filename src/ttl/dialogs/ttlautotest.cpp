@@ -1,5 +1,7 @@
 #include "ttl/dialogs/ttlautotest.h"
 
+#include "session/session.h"
+
 namespace tamrix {
 
 namespace {

@@ -4,10 +4,11 @@
 #include "forms/form.h"
 #include "forms/grid_text.h"
 #include "forms/list_box.h"
-#include "session/session.h"
 #include "ttl/ttl_variables.h"
 
 namespace tamrix {
+
+class session;
 
 class ttlautotest final : public forms::form {
 public:

@@ -1,5 +1,6 @@
 #include "ttl/dialogs/ttledit.h"
 
+#include "session/session.h"
 #include "ttl/library/library.h"
 #include "ttl/run/vecttest.h"
 

@@ -5,7 +5,6 @@
 #include "forms/grid_text.h"
 #include "forms/list_box.h"
 #include "pld/pld_variables.h"
-#include "session/session.h"
 #include "ttl/dialogs/vector_grid.h"
 #include "ttl/ttl_variables.h"
 
@@ -13,6 +12,8 @@
 #include <string>
 
 namespace tamrix {
+
+class session;
 
 class ttledit final : public forms::form {
 public:

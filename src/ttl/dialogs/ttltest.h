@@ -4,13 +4,14 @@
 #include "forms/form.h"
 #include "forms/list_box.h"
 #include "pld/pld_variables.h"
-#include "session/session.h"
 #include "ttl/ttl_variables.h"
 
 #include <cstdint>
 #include <string>
 
 namespace tamrix {
+
+class session;
 
 class ttltest final : public forms::form {
 public:

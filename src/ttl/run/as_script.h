@@ -1,6 +1,7 @@
 // A run whose rows are queued as one script; nothing is compared until the device is powered off again.
 #pragma once
 
+#include "programmer/devobj.h"
 #include "ttl/run/vector_run.h"
 
 #include <cstdint>

@@ -2,13 +2,14 @@
 // became of the run.
 #pragma once
 
-#include "session/session.h"
 #include "ttl/run_outcome.h"
 #include "ttl/ttl_variables.h"
 
 #include <cstdint>
 
 namespace tamrix {
+
+class session;
 
 /// 48 positions, row by row, on both routes.
 run_outcome runport(session& plug_in, ttl_variables& ttl, std::int16_t rows, std::int16_t pins, std::int16_t stopfirst,

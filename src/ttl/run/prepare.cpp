@@ -1,5 +1,7 @@
 #include "ttl/run/prepare.h"
 
+#include "session/session.h"
+
 namespace tamrix {
 
 bool is_cmos_name(std::string_view name)

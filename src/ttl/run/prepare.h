@@ -1,13 +1,14 @@
 // What a logic test does to the programmer before any vector runs.
 #pragma once
 
-#include "session/session.h"
 #include "ttl/ttl_variables.h"
 
 #include <cstdint>
 #include <string_view>
 
 namespace tamrix {
+
+class session;
 
 inline constexpr std::int32_t logic_millivolts = 5000;
 

@@ -3,6 +3,7 @@
 #include "base/other_side.h"
 #include "channel/bulk.h"
 #include "channel/send.h"
+#include "session/session.h"
 
 namespace tamrix {
 

@@ -2,6 +2,7 @@
 
 #include "base/other_side.h"
 #include "channel/send.h"
+#include "session/session.h"
 #include "ttl/run/prepare.h"
 
 #include <optional>

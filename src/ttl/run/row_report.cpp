@@ -1,5 +1,7 @@
 #include "ttl/run/row_report.h"
 
+#include "session/session.h"
+
 #include <cstdio>
 
 namespace tamrix {

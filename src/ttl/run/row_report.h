@@ -1,7 +1,6 @@
 // Tells of a failed row, in the host's log or in a box that asks how to go on, and of a run that broke off.
 #pragma once
 
-#include "session/session.h"
 #include "ttl/run_outcome.h"
 
 #include <cstdint>
@@ -9,6 +8,8 @@
 #include <string_view>
 
 namespace tamrix {
+
+class session;
 
 enum class after_report : std::uint8_t {
     go_on,         // the run stays failed

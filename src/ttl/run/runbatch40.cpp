@@ -1,5 +1,6 @@
 #include "ttl/run/engines.h"
 
+#include "session/session.h"
 #include "ttl/run/as_script.h"
 #include "ttl/run/socket40.h"
 

@@ -1,6 +1,7 @@
 #include "ttl/run/engines.h"
 
 #include "channel/usb_route.h"
+#include "session/session.h"
 #include "ttl/run/row_by_row.h"
 
 namespace tamrix {

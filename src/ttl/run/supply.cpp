@@ -1,5 +1,6 @@
 #include "ttl/run/supply.h"
 
+#include "session/session.h"
 #include "ttl/run/alphabet.h"
 
 namespace tamrix {

@@ -1,12 +1,12 @@
 // How a run powers the device: by the G and V of row 0, at once or as acts of a script.
 #pragma once
 
-#include "session/session.h"
-
 #include <cstdint>
 #include <string_view>
 
 namespace tamrix {
+
+class session;
 
 /// The pin codes of a device's supply; 0 where somebody else powers it. The calls are made with 0 then.
 struct supply_pins {

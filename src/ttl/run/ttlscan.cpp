@@ -1,6 +1,7 @@
 #include "ttl/run/ttlscan.h"
 
 #include "channel/usb_route.h"
+#include "session/session.h"
 #include "ttl/library/library.h"
 #include "ttl/library/library_file.h"
 #include "ttl/run/engines.h"

@@ -1,7 +1,6 @@
 // Auto find: plays every device of the library on the chip in the socket.
 #pragma once
 
-#include "session/session.h"
 #include "ttl/ttl_variables.h"
 
 #include <functional>
@@ -9,6 +8,8 @@
 #include <vector>
 
 namespace tamrix {
+
+class session;
 
 /// `show_hits` is called with the devices whose vectors all passed, in the order in which they were tried, if there are
 /// any; a box tells that there are none. The walk of a damaged library ends without either. A communication error is

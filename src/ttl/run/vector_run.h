@@ -1,7 +1,6 @@
 // One run of the rows in `ttlvect`: what all engines are given, and what they compare and report alike.
 #pragma once
 
-#include "session/session.h"
 #include "ttl/run/alphabet.h"
 #include "ttl/run/row_report.h"
 #include "ttl/run/supply.h"
@@ -13,6 +12,8 @@
 #include <string_view>
 
 namespace tamrix {
+
+class session;
 
 struct vector_run {
     session& plug_in;

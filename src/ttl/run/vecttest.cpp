@@ -1,5 +1,6 @@
 #include "ttl/run/vecttest.h"
 
+#include "session/session.h"
 #include "ttl/run/engines.h"
 #include "ttl/run/prepare.h"
 #include "ttl/run/row_report.h"

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "pld/pld_variables.h"
-#include "session/session.h"
 #include "ttl/ttl_variables.h"
 
 #include <cstdint>
@@ -10,6 +9,8 @@
 #include <vector>
 
 namespace tamrix {
+
+class session;
 
 /// Mode 0 takes `editor_rows` and reports in boxes; every other mode takes `pldvect` and reports in MainRtstr(0).
 /// Without hardware nothing is done.
