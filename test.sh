@@ -24,7 +24,7 @@ Installs the packages that are missing (Debian 12; as root or through sudo), bui
   --fuzz S     feeds every reader damaged files for S seconds each, with the same checks
   --bench      measures the release side by side with other tools and writes docs/performance.md
   --format     formats every .h and .cpp file that git knows
-  --check      checks the formatting and the scripts
+  --check      checks the formatting, which folders include which, and the scripts
   --help       shows this
 
 Arguments after -- go to ctest: ./test.sh -- -R readfile
@@ -103,8 +103,9 @@ check() {
     sources | xargs -0r clang-format --dry-run -Werror
     git ls-files '*.sh' .ci/run | while read -r script; do bash -n "$script"; done
     need "${mutation_packages[@]}"
+    python3 -B scripts/check_structure.py
     python3 -B -m unittest discover -q -s scripts -p '*_test.py'
-    say 'The formatting and the scripts are in order.'
+    say 'The formatting, the includes and the scripts are in order.'
 }
 
 mode=run_all
