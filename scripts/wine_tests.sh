@@ -28,7 +28,7 @@ vector_test() {
 enter_wine_system
 cp build/windows/bin/*.exe build/windows/bin/*.dll build/windows/src/com/tamrix.tlb tests/windows/*/*.vbs \
     "$wine_system/project/"
-cp -r fuzz src/messages tests/ttl/transcripts tests/device/notes tests/messages/english_messages.txt \
+cp -r fuzz src/messages tests/ttl/transcripts tests/device/notes docs/models.md tests/messages/english_messages.txt \
     data/{chips,lib,lib1} "$wine_system/project/"
 
 echo '== the core'

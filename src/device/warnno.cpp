@@ -1,5 +1,6 @@
 #include "device/warnno.h"
 
+#include "channel/model.h"
 #include "device/note_text.h"
 #include "session/session.h"
 
@@ -9,11 +10,6 @@ namespace {
 
 constexpr int note_title = 1095, needs_adaptor = 1313;
 constexpr std::uint8_t generation_17 = 17;
-
-bool has_low_power_socket(std::int16_t modeltype)
-{
-    return modeltype == 23 || modeltype == 24 || modeltype == 28 || modeltype == 29;
-}
 
 /// The line for the host's log.
 std::string add_power_line(session& plug_in)
@@ -66,7 +62,7 @@ void lower_vcc(sharemap& blocks)
 void warn(session& plug_in, bool16 ok, std::uint8_t& no, bool16 extpower0)
 {
     constexpr std::uint8_t power_bit = 0x80;
-    if (has_low_power_socket(plug_in.blocks.modeltype(0)) && (no & power_bit) != 0 && extpower0 == 0) {
+    if (hw::model_of(plug_in.blocks.modeltype(0)).adaptor_note && (no & power_bit) != 0 && extpower0 == 0) {
         add_power_line(plug_in);
     }
     no &= static_cast<std::uint8_t>(~power_bit);

@@ -4,7 +4,6 @@
 #include "entry/module_variables.h"
 #include "forms/form.h"
 
-#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -13,29 +12,6 @@
 namespace tamrix {
 
 class session;
-
-/// The self-test dialog that fits a programmer model.
-constexpr std::string_view self_test_dialog(std::int16_t modeltype)
-{
-    switch (modeltype) {
-    case 11:
-    case 12:
-    case 25:
-    case 26: return "pinnoteISP";
-    case 23:
-    case 24:
-    case 28:
-    case 29: return "pinnote4";
-    case 27: return "pinnote_sepm";
-    case 39:
-    case 52:
-    case 54: return "pinnote204";
-    default: return "pinnote";
-    }
-}
-
-/// These models show their pin map before a logic test.
-constexpr bool shows_pin_map_first(std::int16_t modeltype) { return self_test_dialog(modeltype) == "pinnote4"; }
 
 /// Dialogs by name. Each is made afresh when it is shown, so it begins from its defaults.
 class dialog_table {

@@ -1,6 +1,7 @@
 #include "entry/entry_methods.h"
 
 #include "base/arith.h"
+#include "channel/model.h"
 #include "device/warnno.h"
 #include "pld/jedec.h"
 #include "pld/svf.h"
@@ -59,7 +60,7 @@ bool entry_methods::offers(std::string_view method) const
 {
     if (method == "mnutesttestksm") {
         const auto& modeltype = plug_in_.blocks.modeltype;
-        return dialogs_.has(self_test_dialog(modeltype(0)));
+        return dialogs_.has(hw::model_of(modeltype(0)).self_test_form);
     }
     struct line {
         std::string_view method, dialog;
@@ -118,7 +119,7 @@ reply entry_methods::show(std::string_view dialog)
 /// When that dialog closes, the method goes on as for every other model.
 void entry_methods::show_pin_map_before_logic_test()
 {
-    if (!shows_pin_map_first(plug_in_.blocks.modeltype(0))) return;
+    if (!hw::model_of(plug_in_.blocks.modeltype(0)).pin_map_before_logic_test) return;
     variables_.selftest.pinmapmode = pin_map_before_logic_test;
     dialogs_.show("pinnote4", plug_in_, variables_);
 }
@@ -144,7 +145,7 @@ reply entry_methods::mnutesttestksm()
 {
     return guarded([&] {
         variables_.selftest.pinmapmode = 0;
-        dialogs_.show(self_test_dialog(plug_in_.blocks.modeltype(0)), plug_in_, variables_);
+        dialogs_.show(hw::model_of(plug_in_.blocks.modeltype(0)).self_test_form, plug_in_, variables_);
         return variant{};
     });
 }

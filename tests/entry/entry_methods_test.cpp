@@ -1,5 +1,6 @@
 #include "entry/entry_methods.h"
 
+#include "channel/model.h"
 #include "entry/plug_in_with_dialogs.h"
 #include "support/scripted_shell.h"
 
@@ -33,7 +34,7 @@ TEST(mnutesttestksm, shows_the_dialog_of_every_model_number_once)
         f.shown.clear();
         f.session.blocks.modeltype(0) = model;
         EXPECT_TRUE(f.class_of_host.mnutesttestksm().ok());
-        EXPECT_EQ(f.shown, names{std::string{self_test_dialog(model)}}) << "model " << model;
+        EXPECT_EQ(f.shown, names{std::string{hw::model_of(model).self_test_form}}) << "model " << model;
     }
 }
 

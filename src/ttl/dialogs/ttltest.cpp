@@ -1,5 +1,6 @@
 #include "ttl/dialogs/ttltest.h"
 
+#include "channel/model.h"
 #include "session/session.h"
 #include "ttl/dialogs/ttladd.h"
 #include "ttl/dialogs/ttledit.h"
@@ -77,7 +78,7 @@ void ttltest::power_up()
 {
     hw::devobj& device = plug_in_.hardware.device();
     device.hwreset();
-    if (selects_board(plug_in_.blocks.modeltype(0))) select_family_board(plug_in_, false);
+    if (hw::model_of(plug_in_.blocks.modeltype(0)).selects_two_boards) select_family_board(plug_in_, false);
     device.setvcc(logic_millivolts);
 }
 

@@ -12,8 +12,8 @@ namespace tamrix {
 
 class session;
 
-/// The library of the programmer model in use, told anew at each call: below 30 "lib1\test190.lib", else
-/// "lib\test.lib", behind `syspath` as it stands.
+/// The library of the programmer model in use, chosen anew at each call: "lib\test.lib" of the newer ones,
+/// "lib1\test190.lib" of the others, after `syspath` as it is.
 std::string library_path(const session& plug_in);
 
 struct library_directory {

@@ -1,5 +1,6 @@
 #include "ttl/library/library.h"
 
+#include "channel/model.h"
 #include "session/session.h"
 #include "ttl/library/library_file.h"
 
@@ -9,9 +10,8 @@ namespace tamrix {
 
 std::string library_path(const session& plug_in)
 {
-    constexpr std::int16_t first_with_newer_library = 30;
-    const bool older = plug_in.blocks.modeltype(0) < first_with_newer_library;
-    return plug_in.syspath + (older ? "lib1\\test190.lib" : "lib\\test.lib");
+    const bool newer = hw::model_of(plug_in.blocks.modeltype(0)).newer_library;
+    return plug_in.syspath + (newer ? "lib\\test.lib" : "lib1\\test190.lib");
 }
 
 library_directory read_directory(session& plug_in)

@@ -1,8 +1,8 @@
 #include "ttl/run/engines.h"
 
+#include "channel/model.h"
 #include "channel/usb_route.h"
 #include "session/session.h"
-#include "ttl/run/socket40.h"
 
 namespace tamrix {
 
@@ -10,7 +10,8 @@ run_outcome run_library_vectors(session& plug_in, ttl_variables& ttl, std::int16
                                 std::int16_t stopfirst, std::uint8_t logmode)
 {
     if (!hw::usb_is_true(plug_in.blocks.usbable(0))) return runport(plug_in, ttl, rows, pins, stopfirst, logmode);
-    if (has_socket40(plug_in.blocks.modeltype(0))) return runbatch40(plug_in, ttl, rows, pins, stopfirst, logmode);
+    if (hw::model_of(plug_in.blocks.modeltype(0)).vector_positions == 40)
+        return runbatch40(plug_in, ttl, rows, pins, stopfirst, logmode);
     return runbatch(plug_in, ttl, rows, pins, stopfirst, logmode);
 }
 

@@ -1,5 +1,6 @@
 #include "ttl/run/prepare.h"
 
+#include "channel/model.h"
 #include "session/session.h"
 
 namespace tamrix {
@@ -14,7 +15,7 @@ void select_family_board(session& plug_in, bool cmos) { plug_in.hardware.device(
 
 void select_board(session& plug_in, std::string_view name)
 {
-    if (selects_board(plug_in.blocks.modeltype(0))) select_family_board(plug_in, is_cmos_name(name));
+    if (hw::model_of(plug_in.blocks.modeltype(0)).selects_two_boards) select_family_board(plug_in, is_cmos_name(name));
 }
 
 bool reset_hardware(session& plug_in, ttl_variables& ttl)

@@ -14,12 +14,9 @@ inline constexpr std::int32_t logic_millivolts = 5000;
 
 /// The names of the CMOS families begin with "45", "40" or "NP".
 bool is_cmos_name(std::string_view name);
-/// These models select their board by family.
-constexpr bool selects_board(std::int16_t modeltype) { return modeltype >= 40; }
-
 /// boardsel2(3, 45) or (3, 0).
 void select_family_board(session& plug_in, bool cmos);
-/// On models from 40: the board of the device's family.
+/// On models that select boards by two codes: the board of the device's family.
 void select_board(session& plug_in, std::string_view name);
 /// Drops everything. False where the hardware is in trouble: hwfault was told then, and the outcome is no_answer.
 bool reset_hardware(session& plug_in, ttl_variables& ttl);

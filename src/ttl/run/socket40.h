@@ -9,11 +9,6 @@
 
 namespace tamrix {
 
-constexpr bool has_socket40(std::int16_t modeltype)
-{
-    return modeltype == 22 || modeltype == 23 || modeltype == 24 || modeltype == 28 || modeltype == 29;
-}
-
 /// Stands in a socket text where no device pin is.
 inline constexpr char unused_position = 'w';
 

@@ -1,5 +1,6 @@
 #include "ttl/run/supply.h"
 
+#include "channel/model.h"
 #include "session/session.h"
 #include "ttl/run/alphabet.h"
 
@@ -10,21 +11,17 @@ namespace {
 /// Some models feed a supply pin at this place through the VPP driver of code 108.
 constexpr std::uint8_t vpp_feed = 108;
 
-constexpr bool fed_by_vpp_on_newer(std::int16_t modeltype, std::uint8_t vcode)
+constexpr bool fed_by_vpp(const hw::model& model, std::uint8_t vcode)
 {
-    const bool model = modeltype == 23 || modeltype == 24 || modeltype == 28 || modeltype == 29;
-    return model && (vcode == 107 || vcode == 108);
+    return (model.vpp_feeds_107 && vcode == 107) || (model.vpp_feeds_108 && vcode == 108);
 }
 
-constexpr bool fed_by_vpp(std::int16_t modeltype, std::uint8_t vcode)
-{
-    return fed_by_vpp_on_newer(modeltype, vcode) || ((modeltype == 15 || modeltype == 16) && vcode == 108);
-}
+hw::model model_in_use(const session& plug_in) { return hw::model_of(plug_in.blocks.modeltype(0)); }
 
 void switch_vcc(session& plug_in, std::uint8_t vcode, std::uint8_t state)
 {
     hw::devobj& device = plug_in.hardware.device();
-    if (fed_by_vpp(plug_in.blocks.modeltype(0), vcode)) {
+    if (fed_by_vpp(model_in_use(plug_in), vcode)) {
         device.vpppin(vpp_feed, state);
     } else {
         device.vccpin(vcode, state);
@@ -56,18 +53,19 @@ void queue_ground(session& plug_in, const supply_pins& pins) { plug_in.hardware.
 void queue_vcc(session& plug_in, const supply_pins& pins)
 {
     hw::devobj& device = plug_in.hardware.device();
-    if (fed_by_vpp(plug_in.blocks.modeltype(0), pins.vcode)) {
+    if (fed_by_vpp(model_in_use(plug_in), pins.vcode)) {
         device.vecvpp(vpp_feed, 1);
     } else {
         device.vecvcc(pins.vcode, 1);
     }
 }
 
-// Models 15 and 16 end by vecvcc though they may have begun by vecvpp: meant, the next reset drops the rest.
+// Some models end by vecvcc though they began by vecvpp. Intentional: the next reset drops the rest.
 void queue_power_off(session& plug_in, const supply_pins& pins)
 {
     hw::devobj& device = plug_in.hardware.device();
-    if (fed_by_vpp_on_newer(plug_in.blocks.modeltype(0), pins.vcode)) {
+    const hw::model model = model_in_use(plug_in);
+    if (model.scripts_end_vpp_feed && fed_by_vpp(model, pins.vcode)) {
         device.vecvpp(vpp_feed, 0);
     } else {
         device.vecvcc(pins.vcode, 0);

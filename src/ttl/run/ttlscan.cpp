@@ -1,5 +1,6 @@
 #include "ttl/run/ttlscan.h"
 
+#include "channel/model.h"
 #include "channel/usb_route.h"
 #include "session/session.h"
 #include "ttl/library/library.h"
@@ -22,7 +23,8 @@ class family_board {
 public:
     explicit family_board(session& plug_in)
         : plug_in_{plug_in},
-          switched_{selects_board(plug_in.blocks.modeltype(0)) && hw::usb_is_true(plug_in.blocks.usbable(0))}
+          switched_{hw::model_of(plug_in.blocks.modeltype(0)).selects_two_boards &&
+                    hw::usb_is_true(plug_in.blocks.usbable(0))}
     {}
     void need(bool cmos)
     {
@@ -96,7 +98,7 @@ void ttlscan(session& plug_in, ttl_variables& ttl,
     library_lines lines{content};
     const auto header = find_header(lines);
     if (!header || !reset_hardware(plug_in, ttl)) return;
-    if (selects_board(plug_in.blocks.modeltype(0))) select_family_board(plug_in, true);
+    if (hw::model_of(plug_in.blocks.modeltype(0)).selects_two_boards) select_family_board(plug_in, true);
     plug_in.hardware.device().busmode(0);
     plug_in.hardware.device().setvcc(logic_millivolts);
     // Cleared this once: after a lost read no later device is played any more, and all of them count as found.

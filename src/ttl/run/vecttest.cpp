@@ -1,10 +1,10 @@
 #include "ttl/run/vecttest.h"
 
+#include "channel/model.h"
 #include "session/session.h"
 #include "ttl/run/engines.h"
 #include "ttl/run/prepare.h"
 #include "ttl/run/row_report.h"
-#include "ttl/run/socket40.h"
 
 #include <algorithm>
 
@@ -43,7 +43,7 @@ void supply_by_device_data(session& plug_in, ttl_variables& ttl)
 
 run_outcome run_engine(session& plug_in, ttl_variables& ttl, std::uint8_t mode)
 {
-    const auto engine = has_socket40(plug_in.blocks.modeltype(0)) ? runport40 : runport;
+    const auto engine = hw::model_of(plug_in.blocks.modeltype(0)).vector_positions == 40 ? runport40 : runport;
     return engine(plug_in, ttl, ttl.ttlcnt, ttl.ttlpin, 0, mode);
 }
 

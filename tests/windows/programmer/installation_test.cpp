@@ -1,6 +1,7 @@
 // The whole way on Windows: session, engines, lumbat.dll and the device object, simulated programmer, chip.
 #include "installation.h"
 
+#include "channel/model.h"
 #include "programmer/windows_programmer_win32.h"
 #include "session/session.h"
 #include "support/plug_in_fixture.h"
@@ -8,7 +9,6 @@
 #include "ttl/library/library.h"
 #include "ttl/run/engines.h"
 #include "ttl/run/prepare.h"
-#include "ttl/run/socket40.h"
 #include "ttl/run/ttlload.h"
 
 #include <gtest/gtest.h>
@@ -70,7 +70,7 @@ protected:
         plug_in.hardware.device().hwrelease();
         return !failed && plug_in.blocks.prgresult(0) == 0;
     }
-    bool is_socket40() { return has_socket40(plug_in.blocks.modeltype(0)); }
+    bool is_socket40() { return hw::model_of(plug_in.blocks.modeltype(0)).vector_positions == 40; }
     std::string error_of_device()
     {
         try {
