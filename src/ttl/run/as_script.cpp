@@ -54,8 +54,8 @@ std::optional<run_outcome> compare_rows(const vector_run& run, queued_pins& pins
 {
     run_outcome outcome{.what = kind::passed};
     for (int j = 0; j < run.row_count(); ++j) {
-        group_bytes readback{};
-        for (std::size_t b = 0; b < byte_groups; ++b)
+        hw::port_bytes readback{};
+        for (std::size_t b = 0; b < hw::port_count; ++b)
             readback[b] = run.plug_in.blocks.ibuf2(6 * std::int64_t{j} + static_cast<std::int64_t>(b));
         const std::string_view row = run.row(j);
         std::string result{row};
@@ -89,15 +89,16 @@ run_outcome run_as_script(const vector_run& run, queued_pins& pins)
     }
 }
 
-void queue_data(hw::devobj& device, const group_bytes& data)
+void queue_data(hw::devobj& device, const hw::port_bytes& data)
 {
-    for (std::size_t b = 0; b < byte_groups; ++b) device.vecout(data[b], static_cast<std::uint8_t>(2 * b));
+    for (std::size_t b = 0; b < hw::port_count; ++b) device.vecout(data[b], static_cast<std::uint8_t>(2 * b));
 }
 
-void queue_clocks(hw::devobj& device, const row_bytes& bytes, const group_bytes& data)
+void queue_clocks(hw::devobj& device, const row_bytes& bytes, const hw::port_bytes& data)
 {
-    group_bytes clocked = data;
-    for (std::size_t b = 0; b < byte_groups; ++b) clocked[b] = static_cast<std::uint8_t>(clocked[b] | bytes.clkmask[b]);
+    hw::port_bytes clocked = data;
+    for (std::size_t b = 0; b < hw::port_count; ++b)
+        clocked[b] = static_cast<std::uint8_t>(clocked[b] | bytes.clkmask[b]);
     if (bytes.hasc) {
         queue_data(device, clocked);
         queue_data(device, data);
@@ -110,7 +111,7 @@ void queue_clocks(hw::devobj& device, const row_bytes& bytes, const group_bytes&
 
 void queue_reads(hw::devobj& device)
 {
-    for (std::size_t b = 0; b < byte_groups; ++b) device.vecbyte(static_cast<std::uint8_t>(2 * b));
+    for (std::size_t b = 0; b < hw::port_count; ++b) device.vecbyte(static_cast<std::uint8_t>(2 * b));
 }
 
 }  // namespace tamrix

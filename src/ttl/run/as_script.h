@@ -23,7 +23,7 @@ public:
     /// How often the results are asked for before the run counts as failed.
     virtual int attempts_to_fetch() const = 0;
     /// Compares a row with what came back. True where it failed; `result` becomes the row to show.
-    virtual bool compare(std::string_view row, const group_bytes& readback, std::string& result) = 0;
+    virtual bool compare(std::string_view row, const hw::port_bytes& readback, std::string& result) = 0;
     /// Stands before the second line of a report's box.
     virtual std::string_view report_indent() const { return {}; }
 };
@@ -39,9 +39,9 @@ run_outcome run_as_script(const vector_run& run)
 }
 
 /// One byte for each port, first the address of group 0, then on by 2.
-void queue_data(hw::devobj& device, const group_bytes& data);
+void queue_data(hw::devobj& device, const hw::port_bytes& data);
 /// The clocks of a row: C goes high and low again, K low and high.
-void queue_clocks(hw::devobj& device, const row_bytes& bytes, const group_bytes& data);
+void queue_clocks(hw::devobj& device, const row_bytes& bytes, const hw::port_bytes& data);
 /// The reads of all ports.
 void queue_reads(hw::devobj& device);
 

@@ -34,10 +34,10 @@ run_outcome run_row_by_row(const vector_run& run)
 }
 
 /// Sends the 13 bytes in `ubuf1`.
-bool send_pin_frame(session& plug_in, const group_bytes& first, const group_bytes& second);
+bool send_pin_frame(session& plug_in, const hw::port_bytes& first, const hw::port_bytes& second);
 /// The frame that releases all ports.
 bool send_release_frame(session& plug_in);
 /// Fetches what the socket read; false where no reply came.
-bool fetch_pin_reply(session& plug_in, group_bytes& readback);
+bool fetch_pin_reply(session& plug_in, hw::port_bytes& readback);
 
 }  // namespace tamrix

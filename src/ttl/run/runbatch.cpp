@@ -22,7 +22,7 @@ public:
     void queue_row(std::string_view row, const supply_pins&) override
     {
         const row_bytes bytes = bytes_of_row(row, run_.pins);
-        for (std::size_t b = 0; b < byte_groups; ++b) {
+        for (std::size_t b = 0; b < hw::port_count; ++b) {
             device().vecout(bytes.drvdata[b], static_cast<std::uint8_t>(2 * b));
             device().vecout(bytes.drvmask[b], static_cast<std::uint8_t>(2 * b + 1));
         }
@@ -33,7 +33,7 @@ public:
 
     void queue_release() override
     {
-        for (std::size_t b = 0; b < byte_groups; ++b) {
+        for (std::size_t b = 0; b < hw::port_count; ++b) {
             device().vecout(255, static_cast<std::uint8_t>(2 * b + 1));
             device().vecout(255, static_cast<std::uint8_t>(2 * b));
         }
@@ -42,9 +42,9 @@ public:
     std::int32_t run_ms() const override { return 200; }
     int attempts_to_fetch() const override { return 3; }
 
-    bool compare(std::string_view row, const group_bytes& readback, std::string& result) override
+    bool compare(std::string_view row, const hw::port_bytes& readback, std::string& result) override
     {
-        const row_span span = span_of_48(run_.pins);
+        const hw::row_span span = hw::span_of_48(run_.pins);
         return mark_failures(row, span, expected_bits(row, span), readback, result);
     }
 

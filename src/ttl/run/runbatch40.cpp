@@ -30,8 +30,8 @@ public:
         const row_bytes bytes = bytes_of_socket_row(ttlmap_, supply.vcode == supply_beside_the_tied_position
                                                                  ? forced_position::from_the_start
                                                                  : forced_position::none);
-        group_bytes data{};
-        for (std::size_t b = 0; b < byte_groups; ++b)
+        hw::port_bytes data{};
+        for (std::size_t b = 0; b < hw::port_count; ++b)
             data[b] = static_cast<std::uint8_t>(bytes.drvdata[b] | bytes.drvmask[b]);
         queue_data(device(), data);
         queue_clocks(device(), bytes, data);
@@ -40,7 +40,7 @@ public:
 
     void queue_release() override
     {
-        group_bytes released{};
+        hw::port_bytes released{};
         released.fill(255);
         queue_data(device(), released);
     }
@@ -48,10 +48,10 @@ public:
     std::int32_t run_ms() const override { return 100; }
     int attempts_to_fetch() const override { return 1; }
 
-    bool compare(std::string_view row, const group_bytes& readback, std::string& result) override
+    bool compare(std::string_view row, const hw::port_bytes& readback, std::string& result) override
     {
         ttlmap_ = tosocket40(row);
-        return mark_socket_failures(ttlmap_, expected_bits(ttlmap_, span_of_40), readback, result);
+        return mark_socket_failures(ttlmap_, expected_bits(ttlmap_, hw::span_of_40), readback, result);
     }
 
 private:

@@ -11,10 +11,10 @@ namespace {
 constexpr std::uint8_t data_port(std::size_t b) { return static_cast<std::uint8_t>(2 * b); }
 constexpr std::uint8_t mask_port(std::size_t b) { return static_cast<std::uint8_t>(2 * b + 1); }
 
-group_bytes with_clocks(const row_bytes& bytes)
+hw::port_bytes with_clocks(const row_bytes& bytes)
 {
-    group_bytes data = bytes.drvdata;
-    for (std::size_t b = 0; b < byte_groups; ++b) data[b] = static_cast<std::uint8_t>(data[b] | bytes.clkmask[b]);
+    hw::port_bytes data = bytes.drvdata;
+    for (std::size_t b = 0; b < hw::port_count; ++b) data[b] = static_cast<std::uint8_t>(data[b] | bytes.clkmask[b]);
     return data;
 }
 
@@ -36,20 +36,20 @@ public:
     bool read() override
     {
         if (usb_) return fetch_pin_reply(plug_in_, readback_);
-        for (std::size_t b = 0; b < byte_groups; ++b)
+        for (std::size_t b = 0; b < hw::port_count; ++b)
             readback_[b] = static_cast<std::uint8_t>(device().regin(data_port(b)));
         return true;
     }
 
     bool compare(std::string_view row, std::string& result) const override
     {
-        return mark_failures(row, span_of_48(run_.pins), bytes_.expect, readback_, result);
+        return mark_failures(row, hw::span_of_48(run_.pins), bytes_.expect, readback_, result);
     }
 
     bool release() override
     {
         if (usb_) return send_release_frame(plug_in_);
-        for (std::size_t b = 0; b < byte_groups; ++b) {
+        for (std::size_t b = 0; b < hw::port_count; ++b) {
             device().regout(255, mask_port(b));
             device().regout(255, data_port(b));
         }
@@ -59,15 +59,15 @@ public:
 private:
     hw::devobj& device() { return plug_in_.hardware.device(); }
 
-    void write_data(const group_bytes& data)
+    void write_data(const hw::port_bytes& data)
     {
-        for (std::size_t b = 0; b < byte_groups; ++b) device().regout(data[b], data_port(b));
+        for (std::size_t b = 0; b < hw::port_count; ++b) device().regout(data[b], data_port(b));
     }
 
     /// K has no effect on this route: meant.
     void drive_by_registers()
     {
-        for (std::size_t b = 0; b < byte_groups; ++b) {
+        for (std::size_t b = 0; b < hw::port_count; ++b) {
             device().regout(bytes_.drvdata[b], data_port(b));
             device().regout(bytes_.drvmask[b], mask_port(b));
         }
@@ -93,7 +93,7 @@ private:
     session& plug_in_;
     bool usb_;
     row_bytes bytes_;
-    group_bytes readback_{};
+    hw::port_bytes readback_{};
 };
 
 }  // namespace

@@ -19,12 +19,12 @@ public:
         ttlmap_ = tosocket40(row);
         bytes_ = bytes_of_socket_row(ttlmap_, supply.vcode == supply_at_the_tied_position ? forced_position::with_the_v
                                                                                           : forced_position::none);
-        group_bytes plain{}, clocked{};
-        for (std::size_t b = 0; b < byte_groups; ++b) {
+        hw::port_bytes plain{}, clocked{};
+        for (std::size_t b = 0; b < hw::port_count; ++b) {
             plain[b] = static_cast<std::uint8_t>(bytes_.drvdata[b] | bytes_.drvmask[b]);
             clocked[b] = static_cast<std::uint8_t>(plain[b] | bytes_.clkmask[b]);
         }
-        const auto send = [&](const group_bytes& first, const group_bytes& second) {
+        const auto send = [&](const hw::port_bytes& first, const hw::port_bytes& second) {
             return send_pin_frame(plug_in_, first, second);
         };
         if (!send(plain, plain)) return false;
@@ -45,7 +45,7 @@ private:
     session& plug_in_;
     std::string& ttlmap_;
     row_bytes bytes_;
-    group_bytes readback_{};
+    hw::port_bytes readback_{};
 };
 
 }  // namespace

@@ -14,6 +14,9 @@ using position = std::optional<char>;
 /// Both columns read upward from the bottom.
 struct columns {
     std::array<position, 24> left{}, right{};
+
+    position& at(hw::column_place place) { return (place.right ? right : left)[place.up]; }
+    const position& at(hw::column_place place) const { return (place.right ? right : left)[place.up]; }
 };
 
 std::string_view without_blanks(std::string_view text)
@@ -47,39 +50,12 @@ std::string text_of(const columns& both, std::size_t half)
     return text;
 }
 
-/// A position of a column: 0 to 19 in the left one, 100 to 119 in the right one.
-using wire = int;
-constexpr wire right = 100;
-
-/// The device's pin at each socket position, from the bottom. Above, both columns run straight on.
-constexpr std::size_t wired = 16;
-constexpr std::array<wire, wired> pin_of_left{
-    right + 0, 1, 2, 3, 7, 6, 5, 4, right + 8, right + 6, right + 9, right + 10, right + 14, 15, right + 13, 14};
-constexpr std::array<wire, wired> pin_of_right{right + 1, right + 2, right + 3,  right + 4,  8,          9,
-                                               10,        11,        12,         right + 11, right + 12, 13,
-                                               right + 5, right + 7, right + 15, 0};
-
-/// The socket's position of each device pin, the other way round.
-constexpr std::array<wire, wired> position_of_left{
-    right + 15, 1, 2, 3, 7, 6, 5, 4, right + 4, right + 5, right + 6, right + 7, right + 8, right + 11, 15, 13};
-constexpr std::array<wire, wired> position_of_right{0,          right + 0,  right + 1, right + 2, right + 3, right + 12,
-                                                    9,          right + 13, 8,         10,        11,        right + 9,
-                                                    right + 10, 14,         12,        right + 14};
-
-position at(const columns& both, wire where)
-{
-    return where >= right ? both.right[static_cast<std::size_t>(where - right)]
-                          : both.left[static_cast<std::size_t>(where)];
-}
-
-/// Both columns by a table, straight on above it, up to `half`.
-columns rewired(const columns& from, const std::array<wire, wired>& left_table,
-                const std::array<wire, wired>& right_table, std::size_t half)
+/// Both columns up to `half`, each place from where its wire leads.
+columns rewired(const columns& from, hw::column_place (&source)(hw::column_place), std::size_t half)
 {
     columns to;
-    for (std::size_t k = 0; k < half; ++k) {
-        to.left[k] = k < wired ? at(from, left_table[k]) : from.left[k];
-        to.right[k] = k < wired ? at(from, right_table[k]) : from.right[k];
+    for (const bool right : {false, true}) {
+        for (std::size_t up = 0; up < half; ++up) to.at({right, up}) = from.at(source({right, up}));
     }
     return to;
 }
@@ -95,12 +71,12 @@ constexpr std::size_t device_half(std::size_t half)
     return half;
 }
 
-void add_socket_letter(row_bytes& bytes, char letter, const socket_bit& bit)
+void add_socket_letter(row_bytes& bytes, char letter, const hw::port_bit& bit)
 {
     if (letter == unused_position || add_common_letter(bytes, letter, bit)) return;
-    if (letter != '1') gain(bytes.drvmask[bit.group], bit.value);
-    gain(bytes.drvdata[bit.group], bit.value);
-    gain(bytes.expect[bit.group], bit.value);
+    if (letter != '1') gain(bytes.drvmask[bit.port], bit.mask);
+    gain(bytes.drvdata[bit.port], bit.mask);
+    gain(bytes.expect[bit.port], bit.mask);
 }
 
 }  // namespace
@@ -109,27 +85,27 @@ std::string tosocket40(std::string_view row)
 {
     row = without_blanks(row);
     if (row.size() % 2 != 0) return std::string{row};
-    columns socket = rewired(columns_of(row), pin_of_left, pin_of_right, span_of_40.half);
-    for (std::size_t k = 0; k < span_of_40.half; ++k) {
+    columns socket = rewired(columns_of(row), hw::device_place_at, hw::span_of_40.half);
+    for (std::size_t k = 0; k < hw::span_of_40.half; ++k) {
         if (!socket.left[k]) socket.left[k] = unused_position;
         if (!socket.right[k]) socket.right[k] = unused_position;
     }
-    return text_of(socket, span_of_40.half);
+    return text_of(socket, hw::span_of_40.half);
 }
 
 std::string fromsocket40(std::string_view text)
 {
     text = without_blanks(text);
     if (text.size() % 2 != 0) return std::string{text};
-    if (text.size() > 2 * wired) text = text.substr(4, 2 * wired);
+    if (text.size() > 2 * hw::crossed_rows) text = text.substr(4, 2 * hw::crossed_rows);
     columns socket = columns_of(text);
     const std::size_t half = text.size() / 2;
-    if (half < wired) socket.right[15] = unused_position;  // where the lowest left pin would be
+    if (half < hw::crossed_rows) socket.right[15] = unused_position;  // where the lowest left pin would be
     for (std::size_t k = 0; k < half; ++k) {
         if (socket.left[k] == unused_position) socket.left[k].reset();
         if (socket.right[k] == unused_position) socket.right[k].reset();
     }
-    const columns device = rewired(socket, position_of_left, position_of_right, wired);
+    const columns device = rewired(socket, hw::socket_place_of, hw::crossed_rows);
     std::size_t shown = 0;
     while (shown < device_half(half) && (device.left[shown] || device.right[shown])) ++shown;
     return text_of(device, shown);
@@ -142,19 +118,19 @@ row_bytes bytes_of_socket_row(std::string_view ttlmap, forced_position forced)
     row_bytes bytes;
     if (forced == forced_position::from_the_start)
         bytes.drvmask[tied_group] = bytes.drvdata[tied_group] = bytes.expect[tied_group] = tied;
-    for (int i = 0; i < span_of_40.positions; ++i) {
+    for (int i = 0; i < hw::span_of_40.positions; ++i) {
         const char letter = letter_at(ttlmap, i);
-        add_socket_letter(bytes, letter, bit_of_position(i, span_of_40.half));
+        add_socket_letter(bytes, letter, hw::bit_of_position(i, hw::span_of_40.half));
         if (letter == 'V' && forced == forced_position::with_the_v) gain(bytes.drvmask[tied_group], tied);
     }
     return bytes;
 }
 
-bool mark_socket_failures(std::string_view ttlmap, const group_bytes& expect, const group_bytes& readback,
+bool mark_socket_failures(std::string_view ttlmap, const hw::port_bytes& expect, const hw::port_bytes& readback,
                           std::string& result)
 {
     std::string seen{ttlmap};
-    const bool failed = mark_failures(ttlmap, span_of_40, expect, readback, seen);
+    const bool failed = mark_failures(ttlmap, hw::span_of_40, expect, readback, seen);
     result = fromsocket40(seen);
     return failed;
 }

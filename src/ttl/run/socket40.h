@@ -30,7 +30,7 @@ enum class forced_position : std::uint8_t {
 row_bytes bytes_of_socket_row(std::string_view ttlmap, forced_position forced);
 
 /// As mark_failures, for the socket's 40 letters; `result` becomes them in the device's order.
-bool mark_socket_failures(std::string_view ttlmap, const group_bytes& expect, const group_bytes& readback,
+bool mark_socket_failures(std::string_view ttlmap, const hw::port_bytes& expect, const hw::port_bytes& readback,
                           std::string& result);
 
 }  // namespace tamrix

@@ -1,6 +1,5 @@
 #include "ttl/run/alphabet.h"
 
-#include "base/errors.h"
 #include "slow_model.h"
 
 #include <gtest/gtest.h>
@@ -17,37 +16,6 @@ std::string random_row(std::mt19937& random, int pins)
     std::string row;
     for (int i = 0; i < pins; ++i) row += some_letters[random() % some_letters.size()];
     return row;
-}
-
-TEST(bit_of_position, on_14_pins_fills_the_lowest_places_of_the_socket)
-{
-    const auto at = [](int i) {
-        const socket_bit bit = bit_of_position(i, 7);
-        return std::pair{bit.group, bit.value};
-    };
-    EXPECT_EQ(at(6), (std::pair<std::size_t, std::uint8_t>{0, 1 << 3}));
-    EXPECT_EQ(at(7), (std::pair<std::size_t, std::uint8_t>{0, 1 << 4}));
-    EXPECT_EQ(at(0), (std::pair<std::size_t, std::uint8_t>{1, 1 << 1}));
-    EXPECT_EQ(at(13), (std::pair<std::size_t, std::uint8_t>{1, 1 << 6}));
-}
-
-TEST(bit_of_position, is_the_place_of_the_pin_for_every_device)
-{
-    for (int pins = 2; pins <= 48; pins += 2) {
-        for (int number = 1; number <= pins; ++number) {
-            const slow::place expected = slow::place_of_pin(number, pins);
-            const socket_bit bit = bit_of_position(number - 1, pins / 2);
-            EXPECT_EQ(bit.group, static_cast<std::size_t>(expected.group())) << number << " of " << pins;
-            EXPECT_EQ(bit.value, expected.weight()) << number << " of " << pins;
-        }
-    }
-}
-
-TEST(bit_of_position, a_pin_above_the_socket_is_an_error)
-{
-    EXPECT_THROW(bit_of_position(0, 25), subscript_error);
-    EXPECT_THROW(bit_of_position(48, 24), subscript_error);
-    EXPECT_THROW(bit_of_position(-1, 0), subscript_error);
 }
 
 TEST(pin_code, of_20_pins_counts_up_both_columns_from_the_bottom)
@@ -106,7 +74,7 @@ TEST(bytes_of_row, is_for_every_row_what_a_slow_reading_gives)
             ASSERT_EQ(bytes.drvmask[b], mask) << row;
             ASSERT_EQ(bytes.clkmask[b], clocks) << row;
             ASSERT_EQ(bytes.expect[b], expect) << row;
-            ASSERT_EQ(expected_bits(row, span_of_48(pins))[b], expect) << row;
+            ASSERT_EQ(expected_bits(row, hw::span_of_48(pins))[b], expect) << row;
         }
         ASSERT_EQ(bytes.hasc, row.find('C') != std::string::npos);
         ASSERT_EQ(bytes.hask, row.find('K') != std::string::npos);
@@ -116,9 +84,9 @@ TEST(bytes_of_row, is_for_every_row_what_a_slow_reading_gives)
 TEST(mark_failures, names_the_level_that_was_seen)
 {
     const std::string row = "10HLVGZCKXNw.abc";
-    const row_span span = span_of_48(16);
-    const group_bytes expect = expected_bits(row, span);
-    group_bytes inverted = expect;
+    const hw::row_span span = hw::span_of_48(16);
+    const hw::port_bytes expect = expected_bits(row, span);
+    hw::port_bytes inverted = expect;
     for (auto& byte : inverted) byte = static_cast<std::uint8_t>(~byte);
     std::string result = row;
     EXPECT_TRUE(mark_failures(row, span, expect, inverted, result));
@@ -131,11 +99,11 @@ TEST(mark_failures, names_the_level_that_was_seen)
 TEST(mark_failures, an_X_never_fails_and_a_Z_that_reads_low_does)
 {
     const std::string row = "XXZX";
-    const row_span span = span_of_48(4);
+    const hw::row_span span = hw::span_of_48(4);
     std::string result = row;
     EXPECT_TRUE(mark_failures(row, span, expected_bits(row, span), {}, result));
     EXPECT_EQ(result, "XXLX");
-    group_bytes high{};
+    hw::port_bytes high{};
     high.fill(0xFF);
     result = row;
     EXPECT_FALSE(mark_failures(row, span, expected_bits(row, span), high, result));
