@@ -1,7 +1,7 @@
 #include "sim/bulk_pipe.h"
 
 #include "base/other_side.h"
-#include "channel/bulk.h"
+#include "channel/bulk_read.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,6 +1,6 @@
 #include "sim/transport.h"
 
-#include "channel/bulk.h"
+#include "channel/frames.h"
 
 #include <algorithm>
 #include <utility>

@@ -5,11 +5,12 @@
 
 namespace tamrix::hw {
 
-bool send(session& plug_in, std::int32_t length)
+bool send(session& plug_in, frame_length length)
 {
     auto& frame = plug_in.blocks.ubuf1;
-    (void)frame(length - 1);  // there are as many
-    const std::int32_t result = plug_in.hardware.transport().usbcomwrite(&frame(0), length);
+    const auto bytes = static_cast<std::int32_t>(length);
+    (void)frame(std::int64_t{bytes} - 1);  // there are as many
+    const std::int32_t result = plug_in.hardware.transport().usbcomwrite(&frame(0), bytes);
     write_other_side(plug_in.blocks.prgresult(0), static_cast<std::uint8_t>(result));
     return result != prgresult_write_failed;
 }

@@ -1,7 +1,8 @@
 #include "programmer/loaded_programmer.h"
 
 #include "base/other_side.h"
-#include "channel/bulk.h"
+#include "channel/bulk_read.h"
+#include "channel/bulk_write.h"
 #include "support/plug_in_fixture.h"
 #include "support/temp_files.h"
 
@@ -191,9 +192,10 @@ TEST(loaded_programmer, blocks_arrive_behind_the_readers_back)
 {
     live_session f{"model 9; speed 50"};
     const std::vector<std::uint8_t> data = random_bytes(4 * 32768);
-    ASSERT_TRUE(hw::write_blocks(f.session, data, 32768, hw::bulk_frame::small, 200));
+    ASSERT_TRUE(hw::begin_bulk_write(f.session, 0, hw::frame_length::bulk, 200));
+    ASSERT_TRUE(hw::write_blocks(f.session, data, 32768));
     for (std::uint8_t block = 0; block < 4; ++block) {
-        ASSERT_TRUE(hw::read_block(f.session, block, 32768, hw::bulk_frame::small));
+        ASSERT_TRUE(hw::read_block(f.session, block, 32768, hw::frame_length::bulk));
         const auto got = f.session.blocks.ibuf2.span().first(32768);
         EXPECT_TRUE(std::equal(got.begin(), got.end(), data.begin() + block * 32768));
     }
@@ -205,7 +207,7 @@ TEST(loaded_programmer, a_read_that_never_ends_ends_by_the_limit_and_unloading_i
     plug_in_fixture f;
     f.session.hardware.source = hw::library_source(library, "fault read never ends");
     f.shell.on_doevents = [&f] { f.shell.advance(0.1); };
-    EXPECT_FALSE(hw::read_block(f.session, 0, 4096, hw::bulk_frame::small));
+    EXPECT_FALSE(hw::read_block(f.session, 0, 4096, hw::frame_length::bulk));
     EXPECT_EQ(f.session.blocks.prgresult(0), 3);
 }
 

@@ -1,6 +1,6 @@
 #include "sim/faults.h"
 
-#include "channel/bulk.h"
+#include "channel/bulk_read.h"
 #include "sim/bench.h"
 
 #include <gtest/gtest.h>

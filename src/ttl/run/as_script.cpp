@@ -1,9 +1,10 @@
 #include "ttl/run/as_script.h"
 
 #include "base/other_side.h"
+#include "channel/bulk_read.h"
+#include "channel/ports.h"
 #include "channel/send.h"
 #include "session/session.h"
-#include "ttl/run/resultwait.h"
 
 #include <optional>
 #include <utility>
@@ -14,16 +15,7 @@ namespace {
 
 using kind = run_outcome::kind;
 
-/// Opens a script and, once it has been started, asks for its results.
-bool send_script_frame(session& plug_in)
-{
-    constexpr std::int32_t length = 8;  // the bytes behind the third go as they stand
-    auto& frame = plug_in.blocks.ubuf1;
-    frame(0) = 10;
-    frame(1) = 16;
-    frame(2) = 64;
-    return hw::send(plug_in, length);
-}
+constexpr double results_limit_ms = 4000;
 
 void queue_script(const vector_run& run, queued_pins& pins, supply_pins& supply)
 {
@@ -43,8 +35,13 @@ std::optional<kind> fetch_results(const vector_run& run, const queued_pins& pins
 {
     const std::int32_t length = 64 * (run.rows * 6 / 64) + 129;
     for (int attempt = 0; attempt < pins.attempts_to_fetch(); ++attempt) {
-        if (!send_script_frame(run.plug_in)) return kind::refused_frame;
-        if (resultwait(run.plug_in, 1, 0, length) == 0) return std::nullopt;
+        if (!hw::send_script_frame(run.plug_in)) return kind::refused_frame;
+        if (hw::await_block(run.plug_in, {.target = hw::in_ibuf2(run.plug_in, length),
+                                          .limit_ms = results_limit_ms,
+                                          .end = hw::block_end::data}))
+            return std::nullopt;
+        // Intentional: a read that fails at once counts as one that timed out.
+        hw::write_other_side(run.plug_in.blocks.prgresult(0), hw::prgresult_timed_out);
     }
     return kind::timed_out;
 }
@@ -78,7 +75,7 @@ run_outcome run_as_script(const vector_run& run, queued_pins& pins)
     if (hw::read_other_side(prgresult) == hw::prgresult_timed_out) return {.what = kind::not_played};
     plug_in.blocks.ubuflg(0) = 16368;
     for (;;) {
-        if (!send_script_frame(plug_in)) return {.what = kind::refused_frame};
+        if (!hw::send_script_frame(plug_in)) return {.what = kind::refused_frame};
         supply_pins supply;
         queue_script(run, pins, supply);
         plug_in.hardware.device().vecstart();
@@ -91,7 +88,7 @@ run_outcome run_as_script(const vector_run& run, queued_pins& pins)
 
 void queue_data(hw::devobj& device, const hw::port_bytes& data)
 {
-    for (std::size_t b = 0; b < hw::port_count; ++b) device.vecout(data[b], static_cast<std::uint8_t>(2 * b));
+    for (std::size_t b = 0; b < hw::port_count; ++b) device.vecout(data[b], hw::data_register(b));
 }
 
 void queue_clocks(hw::devobj& device, const row_bytes& bytes, const hw::port_bytes& data)
@@ -111,7 +108,7 @@ void queue_clocks(hw::devobj& device, const row_bytes& bytes, const hw::port_byt
 
 void queue_reads(hw::devobj& device)
 {
-    for (std::size_t b = 0; b < hw::port_count; ++b) device.vecbyte(static_cast<std::uint8_t>(2 * b));
+    for (std::size_t b = 0; b < hw::port_count; ++b) device.vecbyte(hw::data_register(b));
 }
 
 }  // namespace tamrix

@@ -69,32 +69,4 @@ run_outcome run_row_by_row(const vector_run& run, immediate_pins& pins)
     return *played;
 }
 
-bool send_pin_frame(session& plug_in, const hw::port_bytes& first, const hw::port_bytes& second)
-{
-    constexpr std::uint8_t pin_frame = 5;
-    constexpr std::int32_t length = 13;
-    auto& frame = plug_in.blocks.ubuf1;
-    frame(0) = pin_frame;
-    for (std::size_t b = 0; b < hw::port_count; ++b) {
-        frame(static_cast<std::int64_t>(1 + 2 * b)) = first[b];
-        frame(static_cast<std::int64_t>(2 + 2 * b)) = second[b];
-    }
-    return hw::send(plug_in, length);
-}
-
-bool send_release_frame(session& plug_in)
-{
-    hw::port_bytes released{};
-    released.fill(255);
-    return send_pin_frame(plug_in, released, released);
-}
-
-bool fetch_pin_reply(session& plug_in, hw::port_bytes& readback)
-{
-    if (!plug_in.hardware.device().replywait(3, 0, 0)) return false;
-    for (std::size_t b = 0; b < hw::port_count; ++b)
-        readback[b] = hw::read_other_side(plug_in.blocks.ibuf1(static_cast<std::int64_t>(b)));
-    return true;
-}
-
 }  // namespace tamrix

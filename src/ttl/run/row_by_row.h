@@ -33,11 +33,4 @@ run_outcome run_row_by_row(const vector_run& run)
     return run_row_by_row(run, electronics);
 }
 
-/// Sends the 13 bytes in `ubuf1`.
-bool send_pin_frame(session& plug_in, const hw::port_bytes& first, const hw::port_bytes& second);
-/// The frame that releases all ports.
-bool send_release_frame(session& plug_in);
-/// Fetches what the socket read; false where no reply came.
-bool fetch_pin_reply(session& plug_in, hw::port_bytes& readback);
-
 }  // namespace tamrix

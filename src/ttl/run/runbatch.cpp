@@ -1,5 +1,6 @@
 #include "ttl/run/engines.h"
 
+#include "channel/ports.h"
 #include "session/session.h"
 #include "ttl/run/as_script.h"
 
@@ -23,8 +24,8 @@ public:
     {
         const row_bytes bytes = bytes_of_row(row, run_.pins);
         for (std::size_t b = 0; b < hw::port_count; ++b) {
-            device().vecout(bytes.drvdata[b], static_cast<std::uint8_t>(2 * b));
-            device().vecout(bytes.drvmask[b], static_cast<std::uint8_t>(2 * b + 1));
+            device().vecout(bytes.drvdata[b], hw::data_register(b));
+            device().vecout(bytes.drvmask[b], hw::mask_register(b));
         }
         queue_clocks(device(), bytes, bytes.drvdata);
         device().vecdelay(20);
@@ -34,8 +35,8 @@ public:
     void queue_release() override
     {
         for (std::size_t b = 0; b < hw::port_count; ++b) {
-            device().vecout(255, static_cast<std::uint8_t>(2 * b + 1));
-            device().vecout(255, static_cast<std::uint8_t>(2 * b));
+            device().vecout(255, hw::mask_register(b));
+            device().vecout(255, hw::data_register(b));
         }
     }
 

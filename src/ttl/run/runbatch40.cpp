@@ -1,5 +1,6 @@
 #include "ttl/run/engines.h"
 
+#include "channel/ports.h"
 #include "session/session.h"
 #include "ttl/run/as_script.h"
 #include "ttl/run/socket40.h"
@@ -38,12 +39,7 @@ public:
         queue_reads(device());
     }
 
-    void queue_release() override
-    {
-        hw::port_bytes released{};
-        released.fill(255);
-        queue_data(device(), released);
-    }
+    void queue_release() override { queue_data(device(), hw::released_ports); }
 
     std::int32_t run_ms() const override { return 100; }
     int attempts_to_fetch() const override { return 1; }

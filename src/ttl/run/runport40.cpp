@@ -1,5 +1,6 @@
 #include "ttl/run/engines.h"
 
+#include "channel/ports.h"
 #include "ttl/run/row_by_row.h"
 #include "ttl/run/socket40.h"
 
@@ -12,7 +13,11 @@ constexpr std::uint8_t supply_at_the_tied_position = 108;
 /// 40 positions: one byte a group, which stands twice in a frame.
 class pins40 final : public immediate_pins {
 public:
-    explicit pins40(const vector_run& run) : plug_in_{run.plug_in}, ttlmap_{run.ttl.ttlmap} {}
+    explicit pins40(const vector_run& run)
+        : plug_in_{run.plug_in},
+          ttlmap_{run.ttl.ttlmap},
+          ports_{run.plug_in, hw::ports::route::frames, hw::frame_length::logic_pins}
+    {}
 
     bool drive(std::string_view row, const supply_pins& supply) override
     {
@@ -24,26 +29,24 @@ public:
             plain[b] = static_cast<std::uint8_t>(bytes_.drvdata[b] | bytes_.drvmask[b]);
             clocked[b] = static_cast<std::uint8_t>(plain[b] | bytes_.clkmask[b]);
         }
-        const auto send = [&](const hw::port_bytes& first, const hw::port_bytes& second) {
-            return send_pin_frame(plug_in_, first, second);
-        };
-        if (!send(plain, plain)) return false;
-        if (bytes_.hasc && !(send(clocked, clocked) && send(plain, plain))) return false;
-        return !bytes_.hask || (send(plain, plain) && send(clocked, plain));
+        if (!ports_.drive(plain, plain)) return false;
+        if (bytes_.hasc && !(ports_.drive(clocked, clocked) && ports_.drive(plain, plain))) return false;
+        return !bytes_.hask || (ports_.drive(plain, plain) && ports_.drive(clocked, plain));
     }
 
-    bool read() override { return fetch_pin_reply(plug_in_, readback_); }
+    bool read() override { return ports_.read(readback_); }
 
     bool compare(std::string_view, std::string& result) const override
     {
         return mark_socket_failures(ttlmap_, bytes_.expect, readback_, result);
     }
 
-    bool release() override { return send_release_frame(plug_in_); }
+    bool release() override { return ports_.release(); }
 
 private:
     session& plug_in_;
     std::string& ttlmap_;
+    hw::ports ports_;
     row_bytes bytes_;
     hw::port_bytes readback_{};
 };
