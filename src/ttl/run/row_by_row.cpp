@@ -1,7 +1,5 @@
 #include "ttl/run/row_by_row.h"
 
-#include "base/other_side.h"
-#include "channel/send.h"
 #include "session/session.h"
 #include "ttl/run/prepare.h"
 

@@ -14,8 +14,7 @@ constexpr std::uint8_t supply_at_the_tied_position = 108;
 class pins40 final : public immediate_pins {
 public:
     explicit pins40(const vector_run& run)
-        : plug_in_{run.plug_in},
-          ttlmap_{run.ttl.ttlmap},
+        : ttlmap_{run.ttl.ttlmap},
           ports_{run.plug_in, hw::ports::route::frames, hw::frame_length::logic_pins}
     {}
 
@@ -44,7 +43,6 @@ public:
     bool release() override { return ports_.release(); }
 
 private:
-    session& plug_in_;
     std::string& ttlmap_;
     hw::ports ports_;
     row_bytes bytes_;
