@@ -7,6 +7,8 @@ namespace tamrix::sim {
 namespace {
 
 constexpr std::int32_t answered = 0, silent = 1, no_board = 2, read_failed = -1;
+/// Takes the divider of the signal generator: its low byte is the value, the others are in the command frame.
+constexpr std::uint8_t divider_address = 140;
 /// A reply takes the one, a reply that does not come is waited for the other.
 constexpr microseconds reply_time{1000}, reply_limit{1'000'000};
 
@@ -81,8 +83,15 @@ std::int32_t device::ctlout(std::int32_t value, std::uint8_t address)
     line(std::string{"ctlout "} + std::to_string(value) + " -> " + std::to_string(address));
     if (shared_.faults.no_answer) return silent;
     control_registers_[address] = byte_of(value);
+    if (address == divider_address) take_divider(byte_of(value));
     answer_with_pins();
     return answered;
+}
+
+void device::take_divider(std::uint8_t low)
+{
+    const std::uint8_t middle = shared_.replies.ubuf1(2), high = shared_.replies.ubuf1(3);
+    line("-> divider " + std::to_string(high * 65536 + middle * 256 + low));
 }
 
 std::int32_t device::ctlin(std::uint8_t address)

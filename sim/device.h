@@ -46,6 +46,7 @@ private:
     void line(std::string text) { shared_.log->line(std::move(text)); }
     void enter(script::act_kind kind, std::int32_t value, std::uint8_t address);
     void pass(microseconds time);
+    void take_divider(std::uint8_t low);
     void answer_with_pins();
     bool receive();
     void drop_all();

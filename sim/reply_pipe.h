@@ -14,10 +14,15 @@
 
 namespace tamrix::sim {
 
-/// Takes a reply that comes in. An empty one stands for nowhere.
-using reply_place = std::function<void(std::span<const std::uint8_t>)>;
+/// What a programmer knows of its host's memory. An empty function: the host has none.
+struct reply_place {
+    /// Takes a reply that comes in: `ibuf1` first, after it the flag of pipe 0 for one that is `unasked`.
+    std::function<void(std::span<const std::uint8_t> reply, bool unasked)> put{};
+    /// A byte of `ubuf1`; 0 beyond its end.
+    std::function<std::uint8_t(std::size_t index)> ubuf1{};
+};
 
-/// Where a host's memory is the place; what does not fit is dropped.
+/// Where the memory was handed over; what does not fit is dropped.
 reply_place place_in(const hw::reply_memory& memory);
 
 class reply_pipe {
@@ -35,9 +40,11 @@ public:
     void let_arrive();
     /// Somebody waits. True where a reply has come; it is used up.
     bool receive();
+    /// A byte of the command frame that the host is building; 0 where it shows none.
+    std::uint8_t ubuf1(std::size_t index) const { return place_.ubuf1 ? place_.ubuf1(index) : std::uint8_t{0}; }
 
 private:
-    void arrive();
+    void arrive(bool unasked);
 
     reply_place place_;
     fault_set& faults_;

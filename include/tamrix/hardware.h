@@ -20,7 +20,7 @@ extern "C" {
 #endif
 
 /* Changes when a table can no longer be used by older programs. New functions go to the end of the table. */
-#define TAMRIX_HARDWARE_VERSION 1u
+#define TAMRIX_HARDWARE_VERSION 2u
 
 /* The name under which the one function is exported. */
 #define TAMRIX_HARDWARE_SYMBOL "tamrix_hardware_functions"
@@ -28,18 +28,31 @@ extern "C" {
 typedef struct tamrix_programmer tamrix_programmer; /* one programmer; only its library knows what is in it */
 typedef int32_t tamrix_result;
 
-/* Memory that the library fills behind the caller's back, from create() until destroy() has returned. */
+/* Memory of the caller that the library uses from create() until destroy() has returned. What the library writes is
+   written behind the caller's back. An address may be null: then nothing goes there or comes from there. */
 typedef struct tamrix_reply_memory {
+    uint32_t size_bytes; /* sizeof(tamrix_reply_memory) of the caller; new fields go to the end */
+
     uint8_t* ibuf1;       /* the reply to the last command frame */
     int32_t ibuf1_length; /* in bytes; nothing is written beyond */
+
+    /* A 16-bit boolean. The library sets it to all ones (-1) after it has put a reply into ibuf1 that nobody asked for
+       by replywait or replycheck, such as the one at the end of a recording. The caller clears it. */
+    int16_t* usbpip0readresult;
+
+    /* The command frame as the caller is building it; the library only reads it. The divider of a signal generator
+       travels here: ctlout(low byte, 140) takes its middle byte from ubuf1[2] and its high byte from ubuf1[3]. */
+    const uint8_t* ubuf1;
+    int32_t ubuf1_length; /* in bytes; nothing is read beyond */
 } tamrix_reply_memory;
 
 typedef struct tamrix_hardware {
     uint32_t version;    /* TAMRIX_HARDWARE_VERSION of the library */
     uint32_t size_bytes; /* sizeof(tamrix_hardware) of the library */
 
-    /* Makes a programmer. `options` is UTF-8 text for this kind of programmer, perhaps empty, never null. Yields null
-       where there is none and puts the reason, zero-terminated, into `error`, which has room for `error_bytes` bytes.
+    /* Makes a programmer. `replies` itself is gone after the call; its addresses stay. `options` is UTF-8 text for this
+       kind of programmer, perhaps empty, never null. Yields null where there is none and puts the reason,
+       zero-terminated, into `error`, which has room for `error_bytes` bytes.
      */
     tamrix_programmer* (*create)(const char* options, const tamrix_reply_memory* replies, char* error,
                                  size_t error_bytes);

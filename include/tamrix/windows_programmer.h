@@ -16,9 +16,14 @@
    result, any variant that can become a number, empty for 0; and a failed call is a failed Invoke, with a text where
    there is one. replywait's result is a boolean.
 
-   Where replies land: usbbulkread is told where its data and its progress go. The reply to a command frame goes to the
-   block ibuf1 of the host, which nobody passes: transport and device object know their host and open its blocks by
-   name themselves (tamrix/blocks.h). The reply stands there before replywait or replycheck returns. */
+   Where replies land: usbbulkread is told where its data and its progress go. All else is in three blocks of the host,
+   which nobody passes: transport and device object know their host and open them by name themselves
+   (tamrix/blocks.h).
+   - ibuf1 takes the reply to a command frame. The reply is there before replywait or replycheck returns.
+   - usbpip0readresult, a 16-bit boolean: its first element becomes all ones (-1) after a reply has been put into ibuf1
+     that nobody asked for by replywait or replycheck, such as the one at the end of a recording. The plug-in clears it.
+   - ubuf1 is only read. The divider of a signal generator travels there: ctlout(low byte, 140) takes its middle byte
+     from ubuf1(2) and its high byte from ubuf1(3). */
 #ifndef TAMRIX_WINDOWS_PROGRAMMER_H
 #define TAMRIX_WINDOWS_PROGRAMMER_H
 

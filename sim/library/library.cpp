@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <exception>
 #include <memory>
+#include <stdexcept>
 
 #if defined(_WIN32)
 #define TAMRIX_LIBRARY_EXPORT __declspec(dllexport)
@@ -35,7 +36,10 @@ tamrix_result guarded(tamrix_programmer* which, act&& carry_out)
 tamrix_programmer* create(const char* options, const tamrix_reply_memory* replies, char* error, std::size_t error_bytes)
 {
     try {
-        const hw::reply_memory memory{replies->ibuf1, replies->ibuf1_length};
+        if (replies->size_bytes < sizeof(tamrix_reply_memory))
+            throw std::invalid_argument{"the memory for replies is that of an older interface"};
+        const hw::reply_memory memory{replies->ibuf1, replies->ibuf1_length, replies->usbpip0readresult, replies->ubuf1,
+                                      replies->ubuf1_length};
         auto made = std::make_unique<tamrix_programmer>(sim::read_options(options), sim::place_in(memory));
         sim::running_programmers::of_this_process().add(made.get());
         return made.release();

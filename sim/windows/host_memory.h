@@ -7,8 +7,9 @@
 
 namespace tamrix::sim {
 
-/// The block `ibuf1` of the host's instance: the one told, else the first one that there is. It is looked for anew at
-/// each reply, since a host may attach others meanwhile; where there is none, the reply is dropped.
+/// The blocks `ibuf1`, `usbpip0readresult` and `ubuf1` of the host's instance: the one told, else the first one that
+/// there is. They are looked for anew each time, since a host may attach others meanwhile; where there is none, a reply
+/// is dropped and `ubuf1` reads 0.
 reply_place place_at_host(std::optional<int> instance);
 
 }  // namespace tamrix::sim

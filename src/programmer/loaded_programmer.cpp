@@ -168,8 +168,9 @@ const table& functions_of(const std::string& path)
     const table* const found = reinterpret_cast<tamrix_hardware_functions_type>(symbol)();
     if (found == nullptr) fail(path, "yields no functions");
     if (found->version != TAMRIX_HARDWARE_VERSION) {
-        fail(path, "has version " + std::to_string(found->version) + " of the interface where " +
-                       std::to_string(TAMRIX_HARDWARE_VERSION) + " is needed");
+        fail(path, "has version " + std::to_string(found->version) + " of the interface in tamrix/hardware.h where " +
+                       std::to_string(TAMRIX_HARDWARE_VERSION) + " is needed; " +
+                       (found->version < TAMRIX_HARDWARE_VERSION ? "the library" : "this program") + " is too old");
     }
     if (found->size_bytes < sizeof(table)) fail(path, "has too short a table of functions");
     check_functions(path, *found);
@@ -179,7 +180,12 @@ const table& functions_of(const std::string& path)
 std::unique_ptr<programmer> load(const std::string& path, const std::string& options, const reply_memory& replies)
 {
     const table& functions = functions_of(path);
-    const tamrix_reply_memory memory{replies.ibuf1, replies.ibuf1_length};
+    const tamrix_reply_memory memory{.size_bytes = sizeof(tamrix_reply_memory),
+                                     .ibuf1 = replies.ibuf1,
+                                     .ibuf1_length = replies.ibuf1_length,
+                                     .usbpip0readresult = replies.usbpip0readresult,
+                                     .ubuf1 = replies.ubuf1,
+                                     .ubuf1_length = replies.ubuf1_length};
     std::array<char, 1024> error{};
     tamrix_programmer* const made = functions.create(options.c_str(), &memory, error.data(), error.size());
     error.back() = 0;

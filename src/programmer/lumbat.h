@@ -5,10 +5,13 @@
 
 namespace tamrix::hw {
 
-/// Memory that a transport fills behind the caller's back; it lives as long as the transport may run.
+/// Memory of the host that a programmer uses; it lives as long as the programmer may run. An address may be null.
 struct reply_memory {
-    std::uint8_t* ibuf1;        // the reply to the last command frame
-    std::int32_t ibuf1_length;  // in bytes
+    std::uint8_t* ibuf1 = nullptr;  // the reply to the last command frame, put there behind the caller's back
+    std::int32_t ibuf1_length = 0;  // in bytes
+    std::int16_t* usbpip0readresult = nullptr;  // -1 after a reply that nobody asked for has been put into `ibuf1`
+    const std::uint8_t* ubuf1 = nullptr;        // the command frame, from which ctlout takes a divider's upper bytes
+    std::int32_t ubuf1_length = 0;              // in bytes
 };
 
 class lumbat {

@@ -28,7 +28,9 @@ session::session(forms::shell& screen_to_use, std::string name_space)
 {
     hardware.replies = [this] {
         const auto ibuf1 = blocks.ibuf1.span();
-        return hw::reply_memory{ibuf1.data(), static_cast<std::int32_t>(ibuf1.size())};
+        const auto ubuf1 = blocks.ubuf1.span();
+        return hw::reply_memory{ibuf1.data(), static_cast<std::int32_t>(ibuf1.size()), &blocks.usbpip0readresult(0),
+                                ubuf1.data(), static_cast<std::int32_t>(ubuf1.size())};
     };
 }
 

@@ -66,6 +66,9 @@ TEST(programmer_of_a_session, goes_before_the_memory_that_it_writes_to_and_comes
     ASSERT_EQ(f.handed_over.size(), 2u);
     EXPECT_EQ(f.handed_over[1].ibuf1, &f.session.blocks.ibuf1(0));
     EXPECT_EQ(f.handed_over[1].ibuf1_length, 20);
+    EXPECT_EQ(f.handed_over[1].usbpip0readresult, &f.session.blocks.usbpip0readresult(0));
+    EXPECT_EQ(f.handed_over[1].ubuf1, &f.session.blocks.ubuf1(0));
+    EXPECT_EQ(f.handed_over[1].ubuf1_length, 20);
     EXPECT_EQ(f.alive, 1);
 }
 

@@ -3,8 +3,10 @@
 #include "base/other_side.h"
 #include "channel/bulk_read.h"
 #include "channel/bulk_write.h"
+#include "programmer/library_symbol.h"
 #include "support/plug_in_fixture.h"
 #include "support/temp_files.h"
+#include "tamrix/hardware.h"
 
 #include <gtest/gtest.h>
 
@@ -67,7 +69,10 @@ TEST(loaded_programmer, a_file_that_gives_none_is_told_with_the_reason)
     EXPECT_EQ(refusal("/nowhere/programmer.so"), no_such_library("/nowhere/programmer.so"));
     EXPECT_EQ(refusal(bad("NO_SYMBOL")), "is no programmer library: it has no tamrix_hardware_functions");
     EXPECT_EQ(refusal(bad("NO_TABLE")), "yields no functions");
-    EXPECT_EQ(refusal(bad("OLD")), "has version 0 of the interface where 1 is needed");
+    EXPECT_EQ(refusal(bad("OLD")),
+              "has version 1 of the interface in tamrix/hardware.h where 2 is needed; the library is too old");
+    EXPECT_EQ(refusal(bad("NEW")),
+              "has version 3 of the interface in tamrix/hardware.h where 2 is needed; this program is too old");
     EXPECT_EQ(refusal(bad("SHORT")), "has too short a table of functions");
     EXPECT_EQ(refusal(bad("LACKING")), "has no function vecstart");
     EXPECT_EQ(refusal(bad("NOBODY")), "the cable is off");
@@ -120,6 +125,58 @@ TEST(loaded_programmer, frames_and_registers_reach_it_and_replies_come_back)
     EXPECT_EQ(device.ctlout(5, 44), 0);
     EXPECT_EQ(device.ctlin(44), 5);
     EXPECT_EQ(device.boardsel(3), 0);
+}
+
+TEST(loaded_programmer, the_flag_of_pipe_0_is_set_by_a_reply_that_nobody_asked_for)
+{
+    plug_in_fixture f;
+    f.session.hardware.source = hw::library_source(library, "speed 1000");
+    const std::uint8_t frame[] = {9, 1};
+    f.session.hardware.transport().usbcomwrite(frame, 2);
+    EXPECT_TRUE(f.session.hardware.device().replywait(3, 0, 0));
+    EXPECT_EQ(hw::read_other_side(f.session.blocks.usbpip0readresult(0)), bool16_false);
+    f.session.hardware.transport().usbcomwrite(frame, 2);
+    f.session.hardware.device().delayms(1);
+    EXPECT_EQ(hw::read_other_side(f.session.blocks.usbpip0readresult(0)), bool16_true);
+    EXPECT_EQ(f.session.blocks.ibuf1(0), 1);
+}
+
+TEST(loaded_programmer, takes_the_upper_bytes_of_a_divider_from_the_command_frame)
+{
+    const temp_folder folder;
+    const std::string path = folder.path("transcript.txt");
+    {
+        plug_in_fixture f;
+        f.session.hardware.source = hw::library_source(library, "transcript " + path);
+        f.session.blocks.ubuf1(2) = 2;
+        f.session.blocks.ubuf1(3) = 1;
+        f.session.hardware.device().ctlout(3, 140);
+    }
+    EXPECT_NE(read_text(path).find("ctlout 3 -> 140\n"), std::string::npos);
+    EXPECT_NE(read_text(path).find("-> divider 66051\n"), std::string::npos) << read_text(path);
+}
+
+/// What the library says to a host that hands over so many bytes of the structure.
+std::string answer_to_memory_of(std::uint32_t size_bytes)
+{
+    std::string why;
+    void* const handle = hw::load_library(library, why);
+    const auto functions =
+        reinterpret_cast<tamrix_hardware_functions_type>(hw::symbol_of(handle, TAMRIX_HARDWARE_SYMBOL));
+    tamrix_reply_memory memory{};
+    memory.size_bytes = size_bytes;
+    std::array<char, 200> error{};
+    tamrix_programmer* const made = functions()->create("", &memory, error.data(), error.size());
+    if (made != nullptr) functions()->destroy(made);
+    return made != nullptr ? "made" : error.data();
+}
+
+TEST(loaded_programmer, is_not_made_for_a_host_that_hands_over_less_memory)
+{
+    const std::uint32_t all = sizeof(tamrix_reply_memory);
+    EXPECT_EQ(answer_to_memory_of(all - 1), "the memory for replies is that of an older interface");
+    EXPECT_EQ(answer_to_memory_of(all), "made");
+    EXPECT_EQ(answer_to_memory_of(all + 8), "made") << "a newer host has fields that this library does not know";
 }
 
 /// Each operation, with arguments that tell their order, seen from the library's own transcript.

@@ -31,7 +31,7 @@ std::string socket40_text(const std::string& row)
 bench::bench(int its_model, int banks)
     : model{its_model},
       programmer{sim::setup{.model = its_model, .memory_banks = banks, .time = time, .log = log},
-                 sim::place_in({ibuf1.data(), static_cast<std::int32_t>(ibuf1.size())})}
+                 sim::place_in({ibuf1.data(), 20, &usbpip0readresult, ubuf1.data(), 20})}
 {}
 
 std::int32_t bench::frame(std::vector<std::uint8_t> bytes)

@@ -29,7 +29,8 @@ struct bench {
     int model;
     std::shared_ptr<sim::virtual_clock> time = std::make_shared<sim::virtual_clock>();
     std::shared_ptr<sim::journal> log = std::make_shared<sim::journal>(time);
-    std::array<std::uint8_t, 20> ibuf1{};
+    std::array<std::uint8_t, 20> ibuf1{}, ubuf1{};
+    std::int16_t usbpip0readresult = 0;
     sim::programmer programmer;
     hw::devobj& device = programmer.device();
     hw::lumbat& usb = programmer.transport();

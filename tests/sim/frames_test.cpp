@@ -42,6 +42,37 @@ TEST(frames, a_reply_comes_in_during_a_plain_wait_too)
     EXPECT_TRUE(b.device.replywait(3, 0, 0));
 }
 
+TEST(frames, only_a_reply_that_comes_in_unasked_sets_the_flag_of_pipe_0)
+{
+    bench b{40};
+    const std::vector<std::uint8_t> ask_for_pins{5, 0x12, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0};
+    b.frame(ask_for_pins);
+    EXPECT_TRUE(b.device.replywait(3, 0, 0));
+    b.frame({9, 0});
+    b.device.replycheck(3);
+    b.device.regout(1, 0);
+    b.device.delayms(1);
+    EXPECT_EQ(b.usbpip0readresult, 0) << "nothing has come in by itself";
+    b.programmer.add_fault("lost reply");
+    b.frame(ask_for_pins);
+    b.device.delayms(1);
+    EXPECT_EQ(b.usbpip0readresult, 0) << "the reply is lost";
+    b.frame(ask_for_pins);
+    b.device.delayms(1);
+    EXPECT_EQ(b.usbpip0readresult, -1);
+}
+
+TEST(frames, the_upper_bytes_of_a_divider_come_from_the_command_frame)
+{
+    bench b{40};
+    b.log->record(true);
+    b.ubuf1[2] = 2;
+    b.ubuf1[3] = 1;
+    b.device.ctlout(259, 140);
+    b.device.ctlout(5, 141);
+    EXPECT_EQ(b.log->transcript(), "ctlout 259 -> 140\n-> divider 66051\nctlout 5 -> 141\n");
+}
+
 TEST(frames, register_writes_are_answered_like_frames_for_who_waits)
 {
     bench b{40};

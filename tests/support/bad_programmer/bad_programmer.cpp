@@ -59,7 +59,9 @@ void fill(result (*&function)(arguments...))
     fill(table.boardsel);
     fill(table.boardsel2);
 #if defined(OLD)
-    table.version = 0;
+    table.version = 1;
+#elif defined(NEW)
+    table.version = TAMRIX_HARDWARE_VERSION + 1;
 #elif defined(SHORT)
     table.size_bytes = sizeof table - 1;
 #elif defined(LACKING)
