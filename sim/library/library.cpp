@@ -6,6 +6,7 @@
 #include <exception>
 #include <memory>
 #include <stdexcept>
+#include <type_traits>
 
 #if defined(_WIN32)
 #define TAMRIX_LIBRARY_EXPORT __declspec(dllexport)
@@ -80,184 +81,37 @@ std::int32_t usbbulkread(tamrix_programmer* which, std::uint8_t* buffer, std::in
     return transfer(which, [&] { return which->transport().usbbulkread(buffer, length, status); });
 }
 
-tamrix_result setvcc(tamrix_programmer* which, std::int32_t millivolts)
-{
-    return guarded(which, [&] { which->device().setvcc(millivolts); });
-}
+/// A function of the table for an operation of the device object; what that returns goes to an address at the end.
+template <auto operation>
+struct exported;
 
-tamrix_result setvpp(tamrix_programmer* which, std::int32_t millivolts, std::uint8_t channel)
-{
-    return guarded(which, [&] { which->device().setvpp(millivolts, channel); });
-}
+template <class... Taken, void (hw::devobj::*operation)(Taken...)>
+struct exported<operation> {
+    static tamrix_result call(tamrix_programmer* which, Taken... given)
+    {
+        return guarded(which, [&] { (which->device().*operation)(given...); });
+    }
+};
 
-tamrix_result gndpin(tamrix_programmer* which, std::uint8_t pin, std::uint8_t state)
-{
-    return guarded(which, [&] { which->device().gndpin(pin, state); });
-}
+template <class Result, class... Taken, Result (hw::devobj::*operation)(Taken...)>
+requires(!std::is_void_v<Result>) struct exported<operation> {
+    static tamrix_result call(tamrix_programmer* which, Taken... given, std::int32_t* answer)
+    {
+        return guarded(which, [&] { *answer = (which->device().*operation)(given...); });
+    }
+};
 
-tamrix_result vccpin(tamrix_programmer* which, std::uint8_t pin, std::uint8_t state)
-{
-    return guarded(which, [&] { which->device().vccpin(pin, state); });
-}
-
-tamrix_result vpppin(tamrix_programmer* which, std::uint8_t pin, std::uint8_t state)
-{
-    return guarded(which, [&] { which->device().vpppin(pin, state); });
-}
-
-tamrix_result busmode(tamrix_programmer* which, std::int32_t mode)
-{
-    return guarded(which, [&] { which->device().busmode(mode); });
-}
-
-tamrix_result hwinit(tamrix_programmer* which)
-{
-    return guarded(which, [&] { which->device().hwinit(); });
-}
-
-tamrix_result hwreset(tamrix_programmer* which, std::int32_t* answer)
-{
-    return guarded(which, [&] { *answer = which->device().hwreset(); });
-}
-
-tamrix_result ctlout(tamrix_programmer* which, std::int32_t value, std::uint8_t address, std::int32_t* answer)
-{
-    return guarded(which, [&] { *answer = which->device().ctlout(value, address); });
-}
-
-tamrix_result ctlin(tamrix_programmer* which, std::uint8_t address, std::int32_t* answer)
-{
-    return guarded(which, [&] { *answer = which->device().ctlin(address); });
-}
-
-tamrix_result regout(tamrix_programmer* which, std::int32_t value, std::uint8_t address)
-{
-    return guarded(which, [&] { which->device().regout(value, address); });
-}
-
-tamrix_result regin(tamrix_programmer* which, std::uint8_t address, std::int32_t* answer)
-{
-    return guarded(which, [&] { *answer = which->device().regin(address); });
-}
-
-tamrix_result delayms(tamrix_programmer* which, std::int32_t milliseconds)
-{
-    return guarded(which, [&] { which->device().delayms(milliseconds); });
-}
-
-tamrix_result delayus(tamrix_programmer* which, std::int32_t count)
-{
-    return guarded(which, [&] { which->device().delayus(count); });
-}
-
-tamrix_result replywait(tamrix_programmer* which, std::uint8_t count, std::uint8_t mode, std::int32_t extra,
-                        std::int32_t* answer)
-{
-    return guarded(which, [&] { *answer = which->device().replywait(count, mode, extra) ? 1 : 0; });
-}
-
-tamrix_result vecout(tamrix_programmer* which, std::int32_t value, std::uint8_t address)
-{
-    return guarded(which, [&] { which->device().vecout(value, address); });
-}
-
-tamrix_result vecstart(tamrix_programmer* which)
-{
-    return guarded(which, [&] { which->device().vecstart(); });
-}
-
-tamrix_result vecbyte(tamrix_programmer* which, std::uint8_t address)
-{
-    return guarded(which, [&] { which->device().vecbyte(address); });
-}
-
-tamrix_result vecdelay(tamrix_programmer* which, std::int32_t count)
-{
-    return guarded(which, [&] { which->device().vecdelay(count); });
-}
-
-tamrix_result vecdelay2(tamrix_programmer* which, std::int32_t count)
-{
-    return guarded(which, [&] { which->device().vecdelay2(count); });
-}
-
-tamrix_result vecgnd(tamrix_programmer* which, std::uint8_t pin, std::uint8_t state)
-{
-    return guarded(which, [&] { which->device().vecgnd(pin, state); });
-}
-
-tamrix_result vecvcc(tamrix_programmer* which, std::uint8_t pin, std::uint8_t state)
-{
-    return guarded(which, [&] { which->device().vecvcc(pin, state); });
-}
-
-tamrix_result vecvpp(tamrix_programmer* which, std::uint8_t pin, std::uint8_t state)
-{
-    return guarded(which, [&] { which->device().vecvpp(pin, state); });
-}
-
-tamrix_result replycheck(tamrix_programmer* which, std::int32_t count)
-{
-    return guarded(which, [&] { which->device().replycheck(count); });
-}
-
-tamrix_result hwrelease(tamrix_programmer* which)
-{
-    return guarded(which, [&] { which->device().hwrelease(); });
-}
-
-tamrix_result hwfault(tamrix_programmer* which)
-{
-    return guarded(which, [&] { which->device().hwfault(); });
-}
-
-tamrix_result boardsel(tamrix_programmer* which, std::uint8_t code, std::int32_t* answer)
-{
-    return guarded(which, [&] { *answer = which->device().boardsel(code); });
-}
-
-tamrix_result boardsel2(tamrix_programmer* which, std::uint8_t first, std::uint8_t second)
-{
-    return guarded(which, [&] { which->device().boardsel2(first, second); });
-}
-
-constexpr tamrix_hardware functions{
-    .version = TAMRIX_HARDWARE_VERSION,
-    .size_bytes = sizeof(tamrix_hardware),
-    .create = create,
-    .destroy = destroy,
-    .error_text = error_text,
-    .usbcomwrite = usbcomwrite,
-    .usbbulkwrite = usbbulkwrite,
-    .usbbulkread = usbbulkread,
-    .setvcc = setvcc,
-    .setvpp = setvpp,
-    .gndpin = gndpin,
-    .vccpin = vccpin,
-    .vpppin = vpppin,
-    .busmode = busmode,
-    .hwinit = hwinit,
-    .hwreset = hwreset,
-    .ctlout = ctlout,
-    .ctlin = ctlin,
-    .regout = regout,
-    .regin = regin,
-    .delayms = delayms,
-    .delayus = delayus,
-    .replywait = replywait,
-    .vecout = vecout,
-    .vecstart = vecstart,
-    .vecbyte = vecbyte,
-    .vecdelay = vecdelay,
-    .vecdelay2 = vecdelay2,
-    .vecgnd = vecgnd,
-    .vecvcc = vecvcc,
-    .vecvpp = vecvpp,
-    .replycheck = replycheck,
-    .hwrelease = hwrelease,
-    .hwfault = hwfault,
-    .boardsel = boardsel,
-    .boardsel2 = boardsel2,
+constexpr tamrix_hardware functions{.version = TAMRIX_HARDWARE_VERSION,
+                                    .size_bytes = sizeof(tamrix_hardware),
+                                    .create = create,
+                                    .destroy = destroy,
+                                    .error_text = error_text,
+                                    .usbcomwrite = usbcomwrite,
+                                    .usbbulkwrite = usbbulkwrite,
+                                    .usbbulkread = usbbulkread,
+#define TAMRIX_OPERATION(result, name, parameters, arguments) .name = exported<&hw::devobj::name>::call,
+                                    TAMRIX_DEVICE_OPERATIONS(TAMRIX_OPERATION)
+#undef TAMRIX_OPERATION
 };
 
 }  // namespace

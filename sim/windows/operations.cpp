@@ -80,23 +80,9 @@ struct automated<method> {
     static constexpr operation named(const wchar_t* name) { return {name, carry_out, sizeof...(Taken)}; }
 };
 
-using device = hw::devobj;
-
-constexpr operation all[] = {
-    automated<&device::setvcc>::named(L"setvcc"),       automated<&device::setvpp>::named(L"setvpp"),
-    automated<&device::gndpin>::named(L"gndpin"),       automated<&device::vccpin>::named(L"vccpin"),
-    automated<&device::vpppin>::named(L"vpppin"),       automated<&device::busmode>::named(L"busmode"),
-    automated<&device::hwinit>::named(L"hwinit"),       automated<&device::hwreset>::named(L"hwreset"),
-    automated<&device::ctlout>::named(L"ctlout"),       automated<&device::ctlin>::named(L"ctlin"),
-    automated<&device::regout>::named(L"regout"),       automated<&device::regin>::named(L"regin"),
-    automated<&device::delayms>::named(L"delayms"),     automated<&device::delayus>::named(L"delayus"),
-    automated<&device::replywait>::named(L"replywait"), automated<&device::vecout>::named(L"vecout"),
-    automated<&device::vecstart>::named(L"vecstart"),   automated<&device::vecbyte>::named(L"vecbyte"),
-    automated<&device::vecdelay>::named(L"vecdelay"),   automated<&device::vecdelay2>::named(L"vecdelay2"),
-    automated<&device::vecgnd>::named(L"vecgnd"),       automated<&device::vecvcc>::named(L"vecvcc"),
-    automated<&device::vecvpp>::named(L"vecvpp"),       automated<&device::replycheck>::named(L"replycheck"),
-    automated<&device::hwrelease>::named(L"hwrelease"), automated<&device::hwfault>::named(L"hwfault"),
-    automated<&device::boardsel>::named(L"boardsel"),   automated<&device::boardsel2>::named(L"boardsel2")};
+#define TAMRIX_OPERATION(result, name, parameters, arguments) automated<&hw::devobj::name>::named(L"" #name),
+constexpr operation all[] = {TAMRIX_DEVICE_OPERATIONS(TAMRIX_OPERATION)};
+#undef TAMRIX_OPERATION
 
 }  // namespace
 

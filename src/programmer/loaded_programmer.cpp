@@ -4,7 +4,7 @@
 #include "tamrix/hardware.h"
 
 #include <array>
-#include <cstring>
+#include <type_traits>
 #include <utility>
 
 namespace tamrix::hw {
@@ -39,57 +39,33 @@ class loaded_devobj final : public devobj {
 public:
     loaded_devobj(const table& functions, tamrix_programmer* which) : table_{functions}, which_{which} {}
 
-    void setvcc(std::int32_t millivolts) override { call(table_.setvcc, millivolts); }
-    void setvpp(std::int32_t millivolts, std::uint8_t channel) override { call(table_.setvpp, millivolts, channel); }
-    void gndpin(std::uint8_t pin, std::uint8_t state) override { call(table_.gndpin, pin, state); }
-    void vccpin(std::uint8_t pin, std::uint8_t state) override { call(table_.vccpin, pin, state); }
-    void vpppin(std::uint8_t pin, std::uint8_t state) override { call(table_.vpppin, pin, state); }
-    void busmode(std::int32_t mode) override { call(table_.busmode, mode); }
-    void hwinit() override { call(table_.hwinit); }
-    std::int32_t hwreset() override { return ask(table_.hwreset); }
-    std::int32_t ctlout(std::int32_t value, std::uint8_t address) override
-    {
-        return ask(table_.ctlout, value, address);
-    }
-    std::int32_t ctlin(std::uint8_t address) override { return ask(table_.ctlin, address); }
-    void regout(std::int32_t value, std::uint8_t address) override { call(table_.regout, value, address); }
-    std::int32_t regin(std::uint8_t address) override { return ask(table_.regin, address); }
-    void delayms(std::int32_t milliseconds) override { call(table_.delayms, milliseconds); }
-    void delayus(std::int32_t count) override { call(table_.delayus, count); }
-    bool replywait(std::uint8_t count, std::uint8_t mode, std::int32_t extra) override
-    {
-        return ask(table_.replywait, count, mode, extra) != 0;
-    }
-    void vecout(std::int32_t value, std::uint8_t address) override { call(table_.vecout, value, address); }
-    void vecstart() override { call(table_.vecstart); }
-    void vecbyte(std::uint8_t address) override { call(table_.vecbyte, address); }
-    void vecdelay(std::int32_t count) override { call(table_.vecdelay, count); }
-    void vecdelay2(std::int32_t count) override { call(table_.vecdelay2, count); }
-    void vecgnd(std::uint8_t pin, std::uint8_t state) override { call(table_.vecgnd, pin, state); }
-    void vecvcc(std::uint8_t pin, std::uint8_t state) override { call(table_.vecvcc, pin, state); }
-    void vecvpp(std::uint8_t pin, std::uint8_t state) override { call(table_.vecvpp, pin, state); }
-    void replycheck(std::int32_t count) override { call(table_.replycheck, count); }
-    void hwrelease() override { call(table_.hwrelease); }
-    void hwfault() override { call(table_.hwfault); }
-    std::int32_t boardsel(std::uint8_t code) override { return ask(table_.boardsel, code); }
-    void boardsel2(std::uint8_t first, std::uint8_t second) override { call(table_.boardsel2, first, second); }
-
 private:
-    template <class... Wanted, class... Given>
-    void call(tamrix_result (*function)(tamrix_programmer*, Wanted...), Given... given)
+    template <class Result, class... Wanted>
+    auto operation(tamrix_result (*function)(tamrix_programmer*, Wanted...))
     {
-        if (function(which_, given...) != 0) throw programmer_error{table_.error_text(which_)};
+        return [this, function](auto... given) {
+            if constexpr (std::is_void_v<Result>) {
+                check(function(which_, given...));
+            } else {
+                std::int32_t answer = 0;
+                check(function(which_, given..., &answer));
+                return static_cast<Result>(answer);
+            }
+        };
     }
-    template <class... Wanted, class... Given>
-    std::int32_t ask(tamrix_result (*function)(tamrix_programmer*, Wanted...), Given... given)
+    void check(tamrix_result result) const
     {
-        std::int32_t answer = 0;
-        call(function, given..., &answer);
-        return answer;
+        if (result != 0) throw programmer_error{table_.error_text(which_)};
     }
 
     const table& table_;
     tamrix_programmer* which_;
+
+public:
+#define TAMRIX_OPERATION(result, name, parameters, arguments)                                                          \
+    result name parameters override { return operation<result>(table_.name) arguments; }
+    TAMRIX_DEVICE_OPERATIONS(TAMRIX_OPERATION)
+#undef TAMRIX_OPERATION
 };
 
 class loaded_programmer final : public programmer {
@@ -118,40 +94,15 @@ private:
 
 void check_functions(const std::string& path, const table& found)
 {
+#define TAMRIX_OPERATION(result, name, parameters, arguments) {#name, found.name != nullptr},
     const std::pair<const char*, bool> functions[] = {{"create", found.create != nullptr},
                                                       {"destroy", found.destroy != nullptr},
                                                       {"error_text", found.error_text != nullptr},
                                                       {"usbcomwrite", found.usbcomwrite != nullptr},
                                                       {"usbbulkwrite", found.usbbulkwrite != nullptr},
                                                       {"usbbulkread", found.usbbulkread != nullptr},
-                                                      {"setvcc", found.setvcc != nullptr},
-                                                      {"setvpp", found.setvpp != nullptr},
-                                                      {"gndpin", found.gndpin != nullptr},
-                                                      {"vccpin", found.vccpin != nullptr},
-                                                      {"vpppin", found.vpppin != nullptr},
-                                                      {"busmode", found.busmode != nullptr},
-                                                      {"hwinit", found.hwinit != nullptr},
-                                                      {"hwreset", found.hwreset != nullptr},
-                                                      {"ctlout", found.ctlout != nullptr},
-                                                      {"ctlin", found.ctlin != nullptr},
-                                                      {"regout", found.regout != nullptr},
-                                                      {"regin", found.regin != nullptr},
-                                                      {"delayms", found.delayms != nullptr},
-                                                      {"delayus", found.delayus != nullptr},
-                                                      {"replywait", found.replywait != nullptr},
-                                                      {"vecout", found.vecout != nullptr},
-                                                      {"vecstart", found.vecstart != nullptr},
-                                                      {"vecbyte", found.vecbyte != nullptr},
-                                                      {"vecdelay", found.vecdelay != nullptr},
-                                                      {"vecdelay2", found.vecdelay2 != nullptr},
-                                                      {"vecgnd", found.vecgnd != nullptr},
-                                                      {"vecvcc", found.vecvcc != nullptr},
-                                                      {"vecvpp", found.vecvpp != nullptr},
-                                                      {"replycheck", found.replycheck != nullptr},
-                                                      {"hwrelease", found.hwrelease != nullptr},
-                                                      {"hwfault", found.hwfault != nullptr},
-                                                      {"boardsel", found.boardsel != nullptr},
-                                                      {"boardsel2", found.boardsel2 != nullptr}};
+                                                      TAMRIX_DEVICE_OPERATIONS(TAMRIX_OPERATION)};
+#undef TAMRIX_OPERATION
     for (const auto& [name, there] : functions) {
         if (!there) fail(path, std::string{"has no function "} + name);
     }

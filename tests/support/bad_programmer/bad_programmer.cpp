@@ -1,4 +1,5 @@
 // A library that no programmer can come from; the build says by a definition what is wrong with it.
+#include "programmer/operations.h"
 #include "tamrix/hardware.h"
 
 #include <cstdio>
@@ -30,34 +31,9 @@ void fill(result (*&function)(arguments...))
     fill(table.usbcomwrite);
     fill(table.usbbulkwrite);
     fill(table.usbbulkread);
-    fill(table.setvcc);
-    fill(table.setvpp);
-    fill(table.gndpin);
-    fill(table.vccpin);
-    fill(table.vpppin);
-    fill(table.busmode);
-    fill(table.hwinit);
-    fill(table.hwreset);
-    fill(table.ctlout);
-    fill(table.ctlin);
-    fill(table.regout);
-    fill(table.regin);
-    fill(table.delayms);
-    fill(table.delayus);
-    fill(table.replywait);
-    fill(table.vecout);
-    fill(table.vecstart);
-    fill(table.vecbyte);
-    fill(table.vecdelay);
-    fill(table.vecdelay2);
-    fill(table.vecgnd);
-    fill(table.vecvcc);
-    fill(table.vecvpp);
-    fill(table.replycheck);
-    fill(table.hwrelease);
-    fill(table.hwfault);
-    fill(table.boardsel);
-    fill(table.boardsel2);
+#define TAMRIX_OPERATION(result, name, parameters, arguments) fill(table.name);
+    TAMRIX_DEVICE_OPERATIONS(TAMRIX_OPERATION)
+#undef TAMRIX_OPERATION
 #if defined(OLD)
     table.version = 1;
 #elif defined(NEW)
