@@ -33,75 +33,88 @@ struct block_info {
     std::uint32_t count;
 };
 
-// `ppin` and `ICnum` ask for less than their views span. It is meant: the page granularity of a mapping carries them.
-inline constexpr std::array<block_info, 60> small_blocks{{
-    {"ibuf1", 400, element::byte, 20},
-    {"ubuf1", 400, element::byte, 20},
-    {"ubuf2", 400, element::byte, 300},
-    {"ibuf2", 33000, element::byte, 33000},
-    {"usbpip0readresult", 400, element::boolean, 2},
-    {"usbpip2readresult", 400, element::byte, 2},
-    {"arrybuf", 400, element::byte, 210},
-    {"prgnote", 400, element::text, 30},
-    {"prgresult", 400, element::byte, 3},
-    {"wltbigendbuf", 400, element::real, 4},
-    {"bvccpin", 40, element::byte, 4},
-    {"bgndpin", 40, element::byte, 4},
-    {"bvpppin", 40, element::byte, 4},
-    {"bvcc", 40, element::int16, 4},
-    {"bvcch", 40, element::int16, 4},
-    {"bvpp", 40, element::int16, 4},
-    {"buflength", 40, element::int32, 4},
-    {"Language", 40, element::int32, 4},
-    {"pagelength", 40, element::int16, 4},
-    {"modeltype", 40, element::int16, 4},
-    {"wfig", 40, element::byte, 6},
-    {"chipidtestmode", 40, element::boolean, 4},
-    {"pwte", 40, element::int32, 4},
-    {"figmode", 40, element::byte, 4},
-    {"chippin", 40, element::int16, 4},
-    {"wretry", 40, element::int16, 4},
-    {"prgmode", 40, element::byte, 4},
-    {"wordmode", 40, element::byte, 4},
-    {"woption", 40, element::byte, 4},
-    {"wautonum", 40, element::byte, 4},
-    {"tlength", 40, element::int32, 4},
-    {"compid", 40, element::int16, 4},
-    {"typeid", 40, element::int16, 4},
-    {"wsign", 40, element::byte, 4},
-    {"buftype", 40, element::byte, 4},
-    {"autoprg", 40, element::byte, 11},
-    {"rambknum", 40, element::byte, 4},
-    {"MainmnuPrg", 400, element::text, 20},
-    {"MainRtstr", 40, element::text, 3},
-    {"ubuflg", 40, element::int16, 3},
-    {"ramlg", 40, element::int32, 3},
-    {"wlverifyvcc", 40, element::int32, 3},
-    {"algo", 40, element::text, 4},
-    {"figvol", 40, element::byte, 4},
-    {"wwarnno", 40, element::byte, 4},
-    {"spdter", 40, element::text, 4},
-    {"menu", 40, element::byte, 14},
-    {"order", 400, element::byte, 10},
-    {"pintestmap", 40, element::text, 3},
-    {"wordmode0", 40, element::byte, 3},
-    {"ppin", 40, element::text, 13},
-    {"serial", 40, element::int32, 3},
-    {"typeformat", 40, element::byte, 3},
-    {"ICnum", 40, element::byte, 80},
-    {"wcompany", 40, element::text, 4},
-    {"wtype", 40, element::text, 3},
-    {"usbable", 40, element::boolean, 10},
-    {"algorithm", 40, element::text, 4},
-    {"selmode", 40, element::byte, 3},
-    {"algobuf", 131072, element::byte, 131072},
-}};
+/// The small blocks as line(name, mapped bytes, element, count), in the order in which they are attached. "typeid" is a
+/// keyword, so that block is written with an underscore here. `ppin` and `ICnum` ask for less than their views span;
+/// intentional: the page granularity of a mapping carries them.
+// clang-format off
+#define TAMRIX_SMALL_BLOCKS(line)                                                                                      \
+    line(ibuf1, 400, byte, 20)                                                                                         \
+    line(ubuf1, 400, byte, 20)                                                                                         \
+    line(ubuf2, 400, byte, 300)                                                                                        \
+    line(ibuf2, 33000, byte, 33000)                                                                                    \
+    line(usbpip0readresult, 400, boolean, 2)                                                                            \
+    line(usbpip2readresult, 400, byte, 2)                                                                              \
+    line(arrybuf, 400, byte, 210)                                                                                      \
+    line(prgnote, 400, text, 30)                                                                                       \
+    line(prgresult, 400, byte, 3)                                                                                      \
+    line(wltbigendbuf, 400, real, 4)                                                                                   \
+    line(bvccpin, 40, byte, 4)                                                                                         \
+    line(bgndpin, 40, byte, 4)                                                                                         \
+    line(bvpppin, 40, byte, 4)                                                                                         \
+    line(bvcc, 40, int16, 4)                                                                                           \
+    line(bvcch, 40, int16, 4)                                                                                          \
+    line(bvpp, 40, int16, 4)                                                                                           \
+    line(buflength, 40, int32, 4)                                                                                      \
+    line(Language, 40, int32, 4)                                                                                       \
+    line(pagelength, 40, int16, 4)                                                                                     \
+    line(modeltype, 40, int16, 4)                                                                                      \
+    line(wfig, 40, byte, 6)                                                                                            \
+    line(chipidtestmode, 40, boolean, 4)                                                                                \
+    line(pwte, 40, int32, 4)                                                                                           \
+    line(figmode, 40, byte, 4)                                                                                         \
+    line(chippin, 40, int16, 4)                                                                                        \
+    line(wretry, 40, int16, 4)                                                                                         \
+    line(prgmode, 40, byte, 4)                                                                                         \
+    line(wordmode, 40, byte, 4)                                                                                        \
+    line(woption, 40, byte, 4)                                                                                         \
+    line(wautonum, 40, byte, 4)                                                                                        \
+    line(tlength, 40, int32, 4)                                                                                        \
+    line(compid, 40, int16, 4)                                                                                         \
+    line(typeid_, 40, int16, 4)                                                                                        \
+    line(wsign, 40, byte, 4)                                                                                           \
+    line(buftype, 40, byte, 4)                                                                                         \
+    line(autoprg, 40, byte, 11)                                                                                        \
+    line(rambknum, 40, byte, 4)                                                                                        \
+    line(MainmnuPrg, 400, text, 20)                                                                                    \
+    line(MainRtstr, 40, text, 3)                                                                                       \
+    line(ubuflg, 40, int16, 3)                                                                                         \
+    line(ramlg, 40, int32, 3)                                                                                          \
+    line(wlverifyvcc, 40, int32, 3)                                                                                    \
+    line(algo, 40, text, 4)                                                                                            \
+    line(figvol, 40, byte, 4)                                                                                          \
+    line(wwarnno, 40, byte, 4)                                                                                         \
+    line(spdter, 40, text, 4)                                                                                          \
+    line(menu, 40, byte, 14)                                                                                           \
+    line(order, 400, byte, 10)                                                                                         \
+    line(pintestmap, 40, text, 3)                                                                                      \
+    line(wordmode0, 40, byte, 3)                                                                                       \
+    line(ppin, 40, text, 13)                                                                                           \
+    line(serial, 40, int32, 3)                                                                                         \
+    line(typeformat, 40, byte, 3)                                                                                      \
+    line(ICnum, 40, byte, 80)                                                                                          \
+    line(wcompany, 40, text, 4)                                                                                        \
+    line(wtype, 40, text, 3)                                                                                           \
+    line(usbable, 40, boolean, 10)                                                                                      \
+    line(algorithm, 40, text, 4)                                                                                       \
+    line(selmode, 40, byte, 3)                                                                                         \
+    line(algobuf, 131072, byte, 131072)
 
-// The size and the count of `ibuffer` follow from buflength(0), see ibuffer_bytes.
-inline constexpr std::array<block_info, 2> big_blocks{{
-    {"ibuffer", 0, element::byte, 0},
-    {"ibuffer66", 40, element::byte, 15},
-}};
+/// The big blocks. The size and the count of `ibuffer` follow from buflength(0), see ibuffer_bytes.
+#define TAMRIX_BIG_BLOCKS(line) \
+    line(ibuffer, 0, byte, 0)   \
+    line(ibuffer66, 40, byte, 15)
+// clang-format on
+
+/// The name of a block as it is in the lists above.
+constexpr std::string_view block_name(std::string_view listed)
+{
+    return listed.ends_with('_') ? listed.substr(0, listed.size() - 1) : listed;
+}
+
+#define TAMRIX_BLOCK_INFO(name, mapped_bytes, kind, count) {block_name(#name), mapped_bytes, element::kind, count},
+inline constexpr std::array<block_info, 60> small_blocks{{TAMRIX_SMALL_BLOCKS(TAMRIX_BLOCK_INFO)}};
+inline constexpr std::array<block_info, 2> big_blocks{{TAMRIX_BIG_BLOCKS(TAMRIX_BLOCK_INFO)}};
+#undef TAMRIX_BLOCK_INFO
 
 /// The object name of a small block of instance `num`: the number stands at the end.
 inline std::string small_block_object(std::string_view name, int num)

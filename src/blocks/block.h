@@ -14,6 +14,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace tamrix {
 
@@ -121,5 +122,28 @@ public:
 private:
     void clear_private_element() override;
 };
+
+namespace detail {
+
+template <element kind>
+struct view;
+template <>
+struct view<element::byte> : std::type_identity<block<std::uint8_t>> {};
+template <>
+struct view<element::int16> : std::type_identity<block<std::int16_t>> {};
+template <>
+struct view<element::int32> : std::type_identity<block<std::int32_t>> {};
+template <>
+struct view<element::bool16> : std::type_identity<block<bool16>> {};
+template <>
+struct view<element::real> : std::type_identity<block<double>> {};
+template <>
+struct view<element::text> : std::type_identity<text_block> {};
+
+}  // namespace detail
+
+/// The view of a block whose elements are of this kind.
+template <element kind>
+using view_of = typename detail::view<kind>::type;
 
 }  // namespace tamrix
