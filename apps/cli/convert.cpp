@@ -6,6 +6,7 @@
 #include "cli/conversion_plan.h"
 #include "cli/temporary_folder.h"
 #include "files/file_io.h"
+#include "messages/message_numbers.h"
 #include "transfer/readfile.h"
 #include "transfer/writefile.h"
 
@@ -127,11 +128,11 @@ private:
 
     std::string refusal_of_load(const forms::message_box& box) const
     {
-        if (says(box, 1136)) {
+        if (says(box, message::to_buffer_address_beyond_buffer)) {
             return "--to-buffer " + arith::hex(options_.to_buffer.value_or(0)) + ": behind the end of the buffer (" +
                    arith::hex(plan_.buffer_bytes) + ")";
         }
-        if (says(box, 1137)) {
+        if (says(box, message::from_file_address_beyond_file)) {
             return "--from-file " + arith::hex(options_.from_file.value_or(0)) + ": behind the end of the file (" +
                    arith::hex(input_file{options_.in}.length()) + ")";
         }
@@ -142,14 +143,14 @@ private:
     {
         const std::string start = "--save-from " + arith::hex(plan_.save_from);
         const std::string size = "--save-size " + arith::hex(plan_.save_size);
-        if (says(box, 1136)) {
+        if (says(box, message::to_buffer_address_beyond_buffer)) {
             return start + ": behind the end of the device (" + arith::hex(plan_.device_bytes()) + ")";
         }
-        if (says(box, 1146)) {
+        if (says(box, message::range_beyond_buffer)) {
             const std::int64_t limit = plan_.device_bytes() + 16 * std::int64_t{plan_.spare_units};
             return start + " " + size + ": reaches behind the end of the device (" + arith::hex(limit) + ")";
         }
-        if (says(box, 1147)) return size + ": more than a Tektronix file can hold (10000)";
+        if (says(box, message::beyond_64k_of_tektronix)) return size + ": more than a Tektronix file can hold (10000)";
         return box.text;
     }
 

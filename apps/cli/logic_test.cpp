@@ -1,6 +1,7 @@
 #include "cli/logic_test.h"
 
 #include "host/data_folder.h"
+#include "messages/message_numbers.h"
 
 namespace tamrix::cli {
 
@@ -10,7 +11,7 @@ namespace {
 std::string obstacle(const attached_plug_in& plug_in)
 {
     using kind = run_outcome::kind;
-    const std::string error = plug_in.state.text(1075) + " ";
+    const std::string error = plug_in.state.text(message::communication_error) + " ";
     const std::string remedy = "; check the cable and the supply of the programmer, then test again";
     switch (plug_in.variables.ttl.outcome.what) {
     case kind::passed:

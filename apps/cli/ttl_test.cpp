@@ -1,5 +1,6 @@
 // The commands that play vectors on the chip in the socket.
 #include "cli/logic_test.h"
+#include "messages/message_numbers.h"
 #include "ttl/dialogs/ttlautotest.h"
 #include "ttl/dialogs/ttltest.h"
 #include "ttl/library/library.h"
@@ -57,8 +58,9 @@ void ttl_test(const ttl_options& options, const std::string& name, console& con)
     b.socket.tell_hazards(con);
     check_carried_out(name, b.plug_in,
                       "no record in the library (a name of 12 letters is never found); add it under a shorter name");
-    if (!b.plug_in.variables.ttl.outcome.rows.empty()) fail(name + ": " + state.text(1019) + state.text(1088));
-    con.line(name + ": " + state.text(1165));
+    if (!b.plug_in.variables.ttl.outcome.rows.empty())
+        fail(name + ": " + state.text(message::ttl_and_cmos_test) + state.text(message::fail));
+    con.line(name + ": " + state.text(message::vector_test_ok));
 }
 
 void ttl_find(const ttl_options& options, console& con)
@@ -71,7 +73,7 @@ void ttl_find(const ttl_options& options, console& con)
     check_carried_out("auto find", b.plug_in, "the library is damaged; name a sound one with --syspath");
     // Hazards are not told: the vectors of other devices drive the outputs of this one, which is how auto find works.
     for (const std::string& name : hits) con.line(name);
-    if (hits.empty()) fail(b.plug_in.state.text(1164));
+    if (hits.empty()) fail(b.plug_in.state.text(message::device_not_found));
 }
 
 }  // namespace tamrix::cli

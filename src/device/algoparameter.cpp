@@ -2,6 +2,8 @@
 
 #include "base/arith.h"
 #include "device/parameter_text.h"
+#include "messages/message_numbers.h"
+#include "session/captions.h"
 #include "session/session.h"
 
 #include <limits>
@@ -65,16 +67,19 @@ void algoparameter::on_load()
 
 void algoparameter::load_captions()
 {
-    caption(plug_in_.text(1016));
-    Frame1.caption = plug_in_.text(1154);
-    Label1.caption = plug_in_.text(1155);
-    Label2.caption = plug_in_.text(1156);
-    Label3.caption = plug_in_.text(1157);
-    Label4.caption = plug_in_.text(1159);
+    caption(plug_in_.text(message::modify_algorithm_parameters));
+    const caption_line captions[] = {
+        {Frame1.caption, message::algorithm_parameters},
+        {Label1.caption, message::vcc},
+        {Label2.caption, message::pulse_width},
+        {Label3.caption, message::vpp},
+        {Label4.caption, message::retry},
+        {OKButton.caption, message::ok},
+        {CancelButton.caption, message::cancel},
+    };
+    set_captions(plug_in_, captions);
     Label5.caption = "V";
     Label7.caption = "V";
-    OKButton.caption = plug_in_.text(1067);
-    CancelButton.caption = plug_in_.text(1068);
 }
 
 /// A device without a VPP of its own that is written by pages has its page length in the box.
@@ -84,7 +89,7 @@ void algoparameter::show_vpp_or_page()
     const std::int16_t bvpp = plug_in_.blocks.bvpp(0), pagelength = plug_in_.blocks.pagelength(0);
     page_ = bvpp <= own_vpp && pagelength > 1;
     if (page_) {
-        Label3.caption = plug_in_.text(1158);
+        Label3.caption = plug_in_.text(message::page);
         Label7.visible = false;
         Text3.text(std::to_string(pagelength));
         return;

@@ -1,5 +1,7 @@
 #include "device/note_table.h"
 
+#include "messages/message_numbers.h"
+
 #include <algorithm>
 #include <initializer_list>
 #include <iterator>
@@ -8,37 +10,34 @@ namespace tamrix::notes {
 
 namespace {
 
-constexpr int program_memory = 1282, id_locations = 1283, data_memory = 1284, config_word = 1285, memory_from_0 = 1286,
-              user_parameter = 1287, auxiliary_memory = 1307;
-
 constexpr figure T{total_length}, page{page_length}, vcch{vcc_high}, s{auxiliary};
 
 constexpr memory program(const figure& length, int bytes_an_address)
 {
-    return {program_memory, range("000", length - 1), range("000", bytes_an_address * length - 1)};
+    return {message::program_memory, range("000", length - 1), range("000", bytes_an_address * length - 1)};
 }
 
-constexpr memory config(const place& device, const place& buffer) { return {config_word, device, buffer}; }
+constexpr memory config(const place& device, const place& buffer) { return {message::config_word, device, buffer}; }
 
 /// `length` addresses of the device, from `device` on, lie in the buffer with two bytes each.
 constexpr memory ids(const figure& device, int length)
 {
-    return {id_locations, range(device, device + length - 1), range(2 * device, 2 * (device + length) - 1)};
+    return {message::id_locations, range(device, device + length - 1), range(2 * device, 2 * (device + length) - 1)};
 }
 
 constexpr memory data(const char* first, const figure& length, const figure& buffer)
 {
-    return {data_memory, range(first, 2 * length - 1), range(2 * buffer, 2 * (length + buffer) - 1)};
+    return {message::data_memory, range(first, 2 * length - 1), range(2 * buffer, 2 * (length + buffer) - 1)};
 }
 
 constexpr memory auxiliary_block(const place& device, const place& buffer)
 {
-    return {auxiliary_memory, device, buffer};
+    return {message::auxiliary_program_memory, device, buffer};
 }
 
 constexpr memory plain(const figure& length)
 {
-    return {memory_from_0, range("000", length - 1), range("000", length - 1), {}, true};
+    return {message::memory_from_0, range("000", length - 1), range("000", length - 1), {}, true};
 }
 
 constexpr memory named(std::string_view name, const place& device, const place& buffer)
@@ -100,22 +99,22 @@ constexpr figure first_used = 0x10000 - 0x800 * page;  // note 12
 constexpr note table[] = {
     with_config_behind(1, "FFF"),
     make(2, {program(p, 2),
-             {data_memory, range("000", d - 1), range(0x4200, 2 * d + 0x4200 - 1)},
-             {id_locations, range(0x2000, 0x2003), range(0x4000, 0x4007)},
+             {message::data_memory, range("000", d - 1), range(0x4200, 2 * d + 0x4200 - 1)},
+             {message::id_locations, range(0x2000, 0x2003), range(0x4000, 0x4007)},
              config(at(0x2007), range(0x400E, 0x400F))}),
     with_named_config(3, "FIGO---FIG1   "),
     with_config_behind(4, "2007"),
     with_named_config(5, "SByte, BVector  "),
     make(6, {program(T - 0x30, 1),
-             {user_parameter, nowhere, range(T - 0x30, T - 0x30 + 0x1F)},
+             {message::user_parameter, nowhere, range(T - 0x30, T - 0x30 + 0x1F)},
              config(at(0xFD00), at(T - 0x30 + 0x20))}),
     with_data_memory(7, "00", page),
     make(8, {program(T - 0x10, 2), config(nowhere, range(2 * (T - 0x10), 2 * (T - 0x10) + 1))}),
     plain_with_config(9),
     plain_with_config(10),
     plain_with_config(11),
-    widened(12, {{program_memory, range(first_used, 0xFFFF), range(first_used, 0xFFFF)},
-                 {id_locations, as_text(" F50H,F60H,F70H,F80H,F90H,FA0H,FB0H,FC0H,FD0H,FE0H"), nowhere}}),
+    widened(12, {{message::program_memory, range(first_used, 0xFFFF), range(first_used, 0xFFFF)},
+                 {message::id_locations, as_text(" F50H,F60H,F70H,F80H,F90H,FA0H,FB0H,FC0H,FD0H,FE0H"), nowhere}}),
     with_option_rom(13),
     with_option_rom(14),
     with_option_rom(15),

@@ -2,6 +2,7 @@
 
 #include "base/arith.h"
 #include "base/utf8.h"
+#include "messages/message_numbers.h"
 
 #include <algorithm>
 #include <vector>
@@ -10,7 +11,6 @@ namespace tamrix::notes {
 
 namespace {
 
-constexpr int heading_text = 1281, program_memory = 1282;
 constexpr std::size_t blanks_before_heading = 16, least_widening = 4, least_gap = 4;
 constexpr std::string_view row_end = "\r\r";  // an empty line stands between the rows
 constexpr char32_t wide_colon = 0xFF1A;
@@ -82,10 +82,11 @@ std::string note_text(const note& which, const device_values& device, const std:
                         .brings_gap = one.device.what == place::kind::text});
         label_width = std::max(label_width, width(label).label);
     }
-    const std::size_t labels_of_heading = width(text(program_memory)).label;
+    const std::size_t labels_of_heading = width(text(message::program_memory)).label;
     const std::size_t widening =
         which.long_rows ? std::max(label_width, labels_of_heading + least_widening) - labels_of_heading : 0;
-    std::string result = blanks(blanks_before_heading + widening) + text(heading_text) + std::string{row_end};
+    std::string result =
+        blanks(blanks_before_heading + widening) + text(message::device_and_buffer) + std::string{row_end};
     const std::size_t column = width(rows.front().device).rest + least_gap;
     for (const row_text& row : rows) {
         const auto [label, rest] = width(row.device);

@@ -2,19 +2,19 @@
 
 #include "channel/model.h"
 #include "device/note_text.h"
+#include "messages/message_numbers.h"
 #include "session/session.h"
 
 namespace tamrix {
 
 namespace {
 
-constexpr int note_title = 1095, needs_adaptor = 1313;
 constexpr std::uint8_t generation_17 = 17;
 
 /// The line for the host's log.
 std::string add_power_line(session& plug_in)
 {
-    std::string line = ">>" + plug_in.text(note_title) + plug_in.text(needs_adaptor) + "\n";
+    std::string line = ">>" + plug_in.text(message::note) + plug_in.text(message::needs_ac_adaptor) + "\n";
     plug_in.blocks.MainRtstr(0) += line;
     return line;
 }
@@ -75,7 +75,7 @@ void warn(session& plug_in, bool16 ok, std::uint8_t& no, bool16 extpower0)
     // A note that added the power line has it as its title too: meant.
     plug_in.screen.box(
         {.text = notes::note_text(*shown, values_of(plug_in.blocks), [&](int number) { return plug_in.text(number); }),
-         .title = power_line.empty() ? plug_in.text(note_title) : power_line,
+         .title = power_line.empty() ? plug_in.text(message::note) : power_line,
          .picture = forms::icon::information,
          .lines = forms::lines_of_box::cells});
 }

@@ -1,6 +1,7 @@
 #include "files/file_io.h"
 #include "formats/binary.h"
 #include "formats/fill.h"
+#include "messages/message_numbers.h"
 #include "session/session.h"
 
 #include <algorithm>
@@ -62,7 +63,7 @@ std::int64_t selected_bytes(transfer_job& job, std::int64_t file_length)
 
 status reject_file_address(transfer_job& job)
 {
-    job.plug_in.tell(1137);
+    job.plug_in.tell(message::from_file_address_beyond_file);
     return status::rejected;
 }
 

@@ -1,6 +1,8 @@
 // The seven byte selections of the load dialog's two mode lists.
 #pragma once
 
+#include "messages/message_numbers.h"
+
 #include <array>
 #include <cstdint>
 
@@ -13,13 +15,13 @@ struct byte_selection {
 };
 
 inline constexpr std::array<byte_selection, 7> byte_selections{{
-    {1127, 1, 0},  // "Normal"
-    {1128, 2, 0},
-    {1129, 2, 1},
-    {1130, 4, 0},
-    {1131, 4, 1},
-    {1132, 4, 2},
-    {1133, 4, 3},
+    {message::normal, 1, 0},
+    {message::even_1st_of_2, 2, 0},
+    {message::odd_2nd_of_2, 2, 1},
+    {message::byte_1_of_4, 4, 0},
+    {message::byte_2_of_4, 4, 1},
+    {message::byte_3_of_4, 4, 2},
+    {message::byte_4_of_4, 4, 3},
 }};
 
 }  // namespace tamrix

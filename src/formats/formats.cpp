@@ -10,6 +10,7 @@
 #include "formats/motorola.h"
 #include "formats/tektronix.h"
 #include "formats/texas.h"
+#include "messages/message_numbers.h"
 #include "session/session.h"
 
 #include <array>
@@ -21,7 +22,7 @@ namespace tamrix {
 std::span<const format, 8> formats()
 {
     static constexpr std::array<format, 8> table{{
-        {"binary", {}, 1126, "bin rom img", detect_binary, read_binary, write_binary, measure_binary},
+        {"binary", {}, message::binary, "bin rom img", detect_binary, read_binary, write_binary, measure_binary},
         {"intel", "Intel", 0, "hex ihx ihex h86", detect_intel, read_intel, write_intel, measure_intel, estimate_intel},
         {"motorola", "Motorola S", 0, "s19 s28 s37 srec mot", detect_motorola, read_motorola, write_motorola,
          measure_motorola, estimate_motorola},

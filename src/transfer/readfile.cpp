@@ -5,6 +5,8 @@
 #include "formats/byte_selection.h"
 #include "formats/fill.h"
 #include "formats/formats.h"
+#include "messages/message_numbers.h"
+#include "session/captions.h"
 #include "session/session.h"
 #include "transfer/transfer_report.h"
 
@@ -68,21 +70,24 @@ void readfile::on_load()
 
 void readfile::load_captions()
 {
-    caption(plug_in_.text(1115));
-    rfileLabel1.caption = plug_in_.text(1107);
-    rfileLabel3.caption = plug_in_.text(1117);
-    rfileLabel4.caption = plug_in_.text(1118);
-    rfileLabel5.caption = plug_in_.text(1119);
-    rfileLabel6.caption = plug_in_.text(1120);
-    rfileLabel7.caption = plug_in_.text(1309);
-    rfilebufFrame1.caption = plug_in_.text(1121);
-    rfileOption1(2).caption = plug_in_.text(1122);
-    rfileOption1(1).caption = plug_in_.text(1123);
-    rfileOption1(0).caption = plug_in_.text(1124);
-    rfileformatFrame2.caption = plug_in_.text(1125);
+    caption(plug_in_.text(message::load_file_to_buffer));
+    const caption_line captions[] = {
+        {rfileLabel1.caption, message::file},
+        {rfileLabel3.caption, message::from_file_mode},
+        {rfileLabel4.caption, message::to_buffer_mode},
+        {rfileLabel5.caption, message::to_buffer_address},
+        {rfileLabel6.caption, message::from_file_address},
+        {rfileLabel7.caption, message::file_size},
+        {rfilebufFrame1.caption, message::clear_buffer_options},
+        {rfileOption1(2).caption, message::disable},
+        {rfileOption1(1).caption, message::clear_to_00},
+        {rfileOption1(0).caption, message::clear_to_ff},
+        {rfileformatFrame2.caption, message::auto_format_detected},
+        {okcom.caption, message::ok},
+        {exitcom.caption, message::cancel},
+    };
+    set_captions(plug_in_, captions);
     for (int i = 0; const format& one : formats()) rfileOption2(i++).caption = caption_of(one, plug_in_);
-    okcom.caption = plug_in_.text(1067);
-    exitcom.caption = plug_in_.text(1068);
 }
 
 /// The other vendor's format is not preselected on a device of these two makers.
@@ -110,7 +115,8 @@ void readfile::confirm()
     busy_ = true;
     const status outcome = run_reader();
     busy_ = false;
-    report_transfer(plug_in_, transfer_.fname, outcome, 1134, 1135, plug_in_.screen.seconds() - started);
+    report_transfer(plug_in_, transfer_.fname, outcome, message::load_file_ok, message::load_file_fail,
+                    plug_in_.screen.seconds() - started);
     if (outcome != status::rejected) close();
 }
 
@@ -123,12 +129,12 @@ bool readfile::take_addresses()
         return false;
     };
     const auto bufstart = arith::parse_hex(rfileText1.text());
-    if (!bufstart) return refused(1189);
+    if (!bufstart) return refused(message::invalid_input);
     at.bufstart = *bufstart;
-    if (at.bufstart > plug_in_.blocks.buflength(0)) return refused(1136);
+    if (at.bufstart > plug_in_.blocks.buflength(0)) return refused(message::to_buffer_address_beyond_buffer);
     const auto filestart = arith::parse_hex(rfileText2.text());
     const auto loadlength = arith::parse_hex(rfileText3.text());
-    if (!filestart || !loadlength) return refused(1189);
+    if (!filestart || !loadlength) return refused(message::invalid_input);
     at.filestart = *filestart;
     // The margin makes the limit harmless for a full-size file.
     at.loadlength = *loadlength < plug_in_.devbytes() ? *loadlength : plug_in_.devbytes() + 100;

@@ -1,6 +1,8 @@
 #include "transfer/writefile.h"
 
 #include "base/arith.h"
+#include "messages/message_numbers.h"
+#include "session/captions.h"
 #include "session/session.h"
 #include "transfer/transfer_report.h"
 
@@ -41,19 +43,22 @@ forms::layout writefile::arrangement()
 
 void writefile::on_load()
 {
-    caption(plug_in_.text(1143));
-    wfileLabel1.caption = plug_in_.text(1107);
-    wfileformatFrame2.caption = plug_in_.text(1144);
+    caption(plug_in_.text(message::save_buffer_to_file));
     for (int i = 0; i < save_format_count; ++i) {
         wfileOption2(i).caption = caption_of(formats()[static_cast<std::size_t>(i)], plug_in_);
         wfileOption2(i).enabled = i == 0 || plug_in_.blocks.tlength(0) <= largest_text_device;
     }
     wfileOption2(format_of_name()).select();
-    wfileLabel5.caption = plug_in_.text(1148);
-    wfileLabel6.caption = plug_in_.text(1145);
-    wfileLabel7.caption = plug_in_.text(1320);
-    okcom.caption = plug_in_.text(1067);
-    exitcom.caption = plug_in_.text(1068);
+    const caption_line captions[] = {
+        {wfileLabel1.caption, message::file},
+        {wfileformatFrame2.caption, message::file_format},
+        {wfileLabel5.caption, message::from_buffer_address},
+        {wfileLabel6.caption, message::buffer_size},
+        {wfileLabel7.caption, message::to_buffer_address_of_save},
+        {okcom.caption, message::ok},
+        {exitcom.caption, message::cancel},
+    };
+    set_captions(plug_in_, captions);
     wfileText1.text("0");
 }
 
@@ -103,7 +108,8 @@ void writefile::confirm()
     busy_ = true;
     const status outcome = run_writer();
     busy_ = false;
-    report_transfer(plug_in_, transfer_.fname, outcome, 1141, 1142, plug_in_.screen.seconds() - started);
+    report_transfer(plug_in_, transfer_.fname, outcome, message::save_file_ok, message::save_file_fail,
+                    plug_in_.screen.seconds() - started);
     close();
 }
 
@@ -116,14 +122,15 @@ bool writefile::take_range()
         return false;
     };
     const auto bufstart = arith::parse_hex(wfileText1.text());
-    if (!bufstart) return refused(1189);
+    if (!bufstart) return refused(message::invalid_input);
     at.bufstart = *bufstart;
-    if (at.bufstart > plug_in_.devbytes()) return refused(1136);
+    if (at.bufstart > plug_in_.devbytes()) return refused(message::to_buffer_address_beyond_buffer);
     const auto savelength = arith::parse_hex(wfileText2.text());
-    if (!savelength) return refused(1189);
+    if (!savelength) return refused(message::invalid_input);
     at.savelength = *savelength;
-    if (at.bufstart + at.savelength > savelimit()) return refused(1146);
-    if (wfileOption2(tektronix).value() && at.savelength > largest_tektronix) return refused(1147);
+    if (at.bufstart + at.savelength > savelimit()) return refused(message::range_beyond_buffer);
+    if (wfileOption2(tektronix).value() && at.savelength > largest_tektronix)
+        return refused(message::beyond_64k_of_tektronix);
     return true;
 }
 

@@ -1,5 +1,7 @@
 #include "ttl/dialogs/ttladd.h"
 
+#include "messages/message_numbers.h"
+#include "session/captions.h"
 #include "session/session.h"
 #include "ttl/dialogs/vector_grid.h"
 #include "ttl/library/library.h"
@@ -39,10 +41,13 @@ forms::layout ttladd::arrangement()
 
 void ttladd::on_load()
 {
-    caption(plug_in_.text(1186));
-    Label1.caption = plug_in_.text(1187);
-    Label2.caption = plug_in_.text(1188);
-    OKButton.caption = plug_in_.text(1067);
+    caption(plug_in_.text(message::new_pattern));
+    const caption_line captions[] = {
+        {Label1.caption, message::ic_type},
+        {Label2.caption, message::pin_numbers},
+        {OKButton.caption, message::ok},
+    };
+    set_captions(plug_in_, captions);
     Text1.text(ttl_.ttlname);
     Text2.text("");
 }
@@ -52,8 +57,9 @@ void ttladd::confirm()
     const int pins = whole_number(Text2.text()).value_or(0);
     const bool valid = pins % 2 == 0 && !Text1.text().empty() && pins <= 40 && pins > 0 && name_fits(Text1.text());
     if (!valid) {
-        plug_in_.screen.box(
-            {.text = plug_in_.text(1189), .title = plug_in_.text(1186), .picture = forms::icon::warning});
+        plug_in_.screen.box({.text = plug_in_.text(message::invalid_input),
+                             .title = plug_in_.text(message::new_pattern),
+                             .picture = forms::icon::warning});
         return;
     }
     ttl_.ttlname = Text1.text();

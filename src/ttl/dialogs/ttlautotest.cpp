@@ -1,5 +1,7 @@
 #include "ttl/dialogs/ttlautotest.h"
 
+#include "messages/message_numbers.h"
+#include "session/captions.h"
 #include "session/session.h"
 
 namespace tamrix {
@@ -38,10 +40,13 @@ forms::layout ttlautotest::arrangement()
 
 void ttlautotest::on_load()
 {
-    caption(plug_in_.text(1183));
-    Label2.caption = plug_in_.text(1184);
-    Label1.caption = plug_in_.text(1185);
-    OKButton.caption = plug_in_.text(1067);
+    caption(plug_in_.text(message::auto_find_device_result));
+    const caption_line captions[] = {
+        {Label2.caption, message::device_could_be},
+        {Label1.caption, message::families_74},
+        {OKButton.caption, message::ok},
+    };
+    set_captions(plug_in_, captions);
     List1.items(ttl_.hits);
     focus(OKButton);
 }

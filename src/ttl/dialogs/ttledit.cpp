@@ -1,5 +1,7 @@
 #include "ttl/dialogs/ttledit.h"
 
+#include "messages/message_numbers.h"
+#include "session/captions.h"
 #include "session/session.h"
 #include "ttl/library/library.h"
 #include "ttl/run/vecttest.h"
@@ -85,23 +87,26 @@ void ttledit::on_unload()
 void ttledit::load_captions()
 {
     const bool device = edits_device();
-    caption((device ? "PLD" : ttl_.ttlname) + plug_in_.text(1182));
-    Frame1.caption = plug_in_.text(1166);
-    Label1.caption = plug_in_.text(1167);
-    Label2.caption = plug_in_.text(1168);
-    Label3.caption = plug_in_.text(1169);
-    Label4.caption = plug_in_.text(1170);
-    Label5.caption = "C" + plug_in_.text(1171) + "_010";
-    Label7.caption = "K" + plug_in_.text(1171) + "_101";
-    Label6.caption = plug_in_.text(1172);
-    Label11.caption = plug_in_.text(device ? 1181 : 1173);
-    Label12.caption = plug_in_.text(device ? 1175 : 1174);
-    Command2.caption = plug_in_.text(1176);
-    Command3.caption = plug_in_.text(1177);
-    Command4.caption = plug_in_.text(1178);
-    OKButton.caption = plug_in_.text(1179);
-    CancelButton.caption = plug_in_.text(1180);
-    Command1.caption = plug_in_.text(1018);
+    caption((device ? "PLD" : ttl_.ttlname) + plug_in_.text(message::test_vector_edit));
+    const caption_line captions[] = {
+        {Frame1.caption, message::edit_key},
+        {Label1.caption, message::key_vih},
+        {Label2.caption, message::key_vil},
+        {Label3.caption, message::key_voh},
+        {Label4.caption, message::key_vol},
+        {Label6.caption, message::key_unused},
+        {Label11.caption, device ? message::key_no_test : message::key_vcc_pin},
+        {Label12.caption, device ? message::key_high_impedance : message::key_gnd_pin},
+        {Command2.caption, message::insert},
+        {Command3.caption, message::copy},
+        {Command4.caption, message::cut},
+        {OKButton.caption, message::done},
+        {CancelButton.caption, message::exit},
+        {Command1.caption, message::test},
+    };
+    set_captions(plug_in_, captions);
+    Label5.caption = "C" + plug_in_.text(message::key_clock) + "_010";
+    Label7.caption = "K" + plug_in_.text(message::key_clock) + "_101";
 }
 
 void ttledit::take_device_vectors()

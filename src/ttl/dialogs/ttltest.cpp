@@ -1,6 +1,8 @@
 #include "ttl/dialogs/ttltest.h"
 
 #include "channel/model.h"
+#include "messages/message_numbers.h"
+#include "session/captions.h"
 #include "session/session.h"
 #include "ttl/dialogs/ttladd.h"
 #include "ttl/dialogs/ttledit.h"
@@ -62,13 +64,16 @@ void ttltest::on_load()
 void ttltest::load_captions()
 {
     const bool library = edits_library();
-    caption(plug_in_.text(library ? 1021 : 1019));
-    Label1.caption = plug_in_.text(1112);
-    Label2.caption = plug_in_.text(1102);
-    OKButton.caption = plug_in_.text(library ? 1162 : 1018);
-    CancelButton.caption = plug_in_.text(1068);
-    add.caption = plug_in_.text(1160);
-    del.caption = plug_in_.text(1161);
+    caption(plug_in_.text(library ? message::edit_pattern : message::ttl_and_cmos_test));
+    const caption_line captions[] = {
+        {Label1.caption, message::search},
+        {Label2.caption, message::type},
+        {OKButton.caption, library ? message::edit : message::test},
+        {CancelButton.caption, message::cancel},
+        {add.caption, message::add},
+        {del.caption, message::del},
+    };
+    set_captions(plug_in_, captions);
     add.visible = library;
     del.visible = library;
 }
@@ -88,7 +93,7 @@ void ttltest::fill_list()
 {
     library_directory directory = read_directory(plug_in_);
     List1.items(std::move(directory.names));
-    Label3.caption = plug_in_.text(1353) + std::to_string(directory.count);
+    Label3.caption = plug_in_.text(message::total) + std::to_string(directory.count);
 }
 
 /// The entry that is exactly the text in the search field; -1 where there is none.
@@ -106,8 +111,8 @@ void ttltest::search()
 {
     if (listed() >= 0) return;
     if (!edits_library()) {
-        plug_in_.screen.box({.text = plug_in_.text(1164),
-                             .title = plug_in_.text(1066) + plug_in_.text(1019),
+        plug_in_.screen.box({.text = plug_in_.text(message::device_not_found),
+                             .title = plug_in_.text(message::warning) + plug_in_.text(message::ttl_and_cmos_test),
                              .picture = forms::icon::error});
         List1.index(-1);
         return;
@@ -118,8 +123,8 @@ void ttltest::search()
 
 bool ttltest::asks_to_add()
 {
-    return plug_in_.screen.box({.text = plug_in_.text(1163),
-                                .title = plug_in_.text(1021),
+    return plug_in_.screen.box({.text = plug_in_.text(message::add_new_device),
+                                .title = plug_in_.text(message::edit_pattern),
                                 .picture = forms::icon::question,
                                 .buttons = forms::buttons_of_box::yes_no}) == forms::answer::yes;
 }
@@ -143,8 +148,9 @@ void ttltest::edit_selected()
     if (List1.index() < 0) return;
     const std::string name = List1.text();
     if (!name_fits(name)) {  // of a library that was made elsewhere; the editor could not save it
-        plug_in_.screen.box(
-            {.text = plug_in_.text(1189), .title = plug_in_.text(1021), .picture = forms::icon::warning});
+        plug_in_.screen.box({.text = plug_in_.text(message::invalid_input),
+                             .title = plug_in_.text(message::edit_pattern),
+                             .picture = forms::icon::warning});
         return;
     }
     ttl_.wnote = 0;
@@ -175,14 +181,14 @@ bool ttltest::passes(const std::string& name)
 {
     run_outcome& outcome = ttl_.outcome;
     outcome = ttlload(plug_in_, ttl_, name, 0, 0);
-    if (outcome.communication_failed()) tell_communication_error(plug_in_, 1019);
+    if (outcome.communication_failed()) tell_communication_error(plug_in_, message::ttl_and_cmos_test);
     return !outcome.ended_in_failure();
 }
 
 bool ttltest::wants_repetition()
 {
-    return plug_in_.screen.box({.text = plug_in_.text(1165),
-                                .title = plug_in_.text(1019),
+    return plug_in_.screen.box({.text = plug_in_.text(message::vector_test_ok),
+                                .title = plug_in_.text(message::ttl_and_cmos_test),
                                 .picture = forms::icon::information,
                                 .buttons = forms::buttons_of_box::retry_cancel}) == forms::answer::retry;
 }

@@ -1,6 +1,7 @@
 #include "ttl/library/library.h"
 
 #include "base/arith.h"
+#include "messages/message_numbers.h"
 #include "session/session.h"
 #include "ttl/library/library_file.h"
 #include "ttl/library/library_save.h"
@@ -54,9 +55,8 @@ std::string name_around(std::string_view header, std::size_t q)
 
 bool asked_to_delete(session& plug_in)
 {
-    constexpr int delete_question = 1221, edit_title = 1021;
-    return plug_in.screen.box({.text = plug_in.text(delete_question),
-                               .title = plug_in.text(edit_title),
+    return plug_in.screen.box({.text = plug_in.text(message::delete_pattern),
+                               .title = plug_in.text(message::edit_pattern),
                                .picture = forms::icon::question,
                                .buttons = forms::buttons_of_box::yes_no}) == forms::answer::yes;
 }

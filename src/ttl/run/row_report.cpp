@@ -1,5 +1,6 @@
 #include "ttl/run/row_report.h"
 
+#include "messages/message_numbers.h"
 #include "session/session.h"
 
 #include <cstdio>
@@ -7,9 +8,6 @@
 namespace tamrix {
 
 namespace {
-
-constexpr int expected_text = 1222, result_text = 1223, test_text = 1019, fail_text = 1088, warning_title = 1066,
-              communication_error_text = 1075;
 
 std::string four_digits(int number)
 {
@@ -23,7 +21,8 @@ std::string four_digits(int number)
 row_lines lines_of(const session& plug_in, const failed_row& failed)
 {
     const std::string number = four_digits(failed.number) + ":";
-    return {plug_in.text(expected_text) + number + failed.row, plug_in.text(result_text) + number + failed.result};
+    return {plug_in.text(message::expected_row) + number + failed.row,
+            plug_in.text(message::result_row) + number + failed.result};
 }
 
 after_report report_failed_row(session& plug_in, std::uint8_t logmode, const failed_row& failed,
@@ -34,12 +33,13 @@ after_report report_failed_row(session& plug_in, std::uint8_t logmode, const fai
         plug_in.blocks.MainRtstr(0) += ">> " + expected + "\n>> " + result + "\n\n";
         return after_report::go_on;
     }
-    const forms::answer answer = plug_in.screen.box({.text = expected + "\n" + std::string{indent} + result + "\n\n" +
-                                                             plug_in.text(test_text) + plug_in.text(fail_text),
-                                                     .title = plug_in.text(warning_title),
-                                                     .picture = forms::icon::error,
-                                                     .buttons = forms::buttons_of_box::abort_retry_ignore,
-                                                     .lines = forms::lines_of_box::letters});
+    const forms::answer answer =
+        plug_in.screen.box({.text = expected + "\n" + std::string{indent} + result + "\n\n" +
+                                    plug_in.text(message::ttl_and_cmos_test) + plug_in.text(message::fail),
+                            .title = plug_in.text(message::warning),
+                            .picture = forms::icon::error,
+                            .buttons = forms::buttons_of_box::abort_retry_ignore,
+                            .lines = forms::lines_of_box::letters});
     switch (answer) {
     case forms::answer::retry: return after_report::start_again;
     case forms::answer::ignore: return after_report::forgive;
@@ -49,7 +49,7 @@ after_report report_failed_row(session& plug_in, std::uint8_t logmode, const fai
 
 void tell_communication_error(session& plug_in, int title)
 {
-    plug_in.screen.box({.text = plug_in.text(communication_error_text),
+    plug_in.screen.box({.text = plug_in.text(message::communication_error),
                         .title = plug_in.text(title),
                         .picture = forms::icon::information});
 }

@@ -2,6 +2,7 @@
 
 #include "channel/model.h"
 #include "channel/usb_route.h"
+#include "messages/message_numbers.h"
 #include "session/session.h"
 #include "ttl/library/library.h"
 #include "ttl/library/library_file.h"
@@ -15,8 +16,6 @@
 namespace tamrix {
 
 namespace {
-
-constexpr int not_found_text = 1164, result_title = 1183;
 
 /// The board of the family last tried; switched on a change only, and over USB only: meant.
 class family_board {
@@ -83,8 +82,9 @@ std::optional<std::vector<std::string>> walk(session& plug_in, ttl_variables& tt
 
 void tell_not_found(session& plug_in)
 {
-    plug_in.screen.box(
-        {.text = plug_in.text(not_found_text), .title = plug_in.text(result_title), .picture = forms::icon::error});
+    plug_in.screen.box({.text = plug_in.text(message::device_not_found),
+                        .title = plug_in.text(message::auto_find_device_result),
+                        .picture = forms::icon::error});
 }
 
 }  // namespace
@@ -107,7 +107,7 @@ void ttlscan(session& plug_in, ttl_variables& ttl,
 
     run_outcome& outcome = ttl.outcome;
     const auto found = walk(plug_in, ttl, lines, device_count(in_line_buffer(*header)));
-    if (outcome.communication_failed()) tell_communication_error(plug_in, result_title);
+    if (outcome.communication_failed()) tell_communication_error(plug_in, message::auto_find_device_result);
     if (!found) return;
     if (!outcome.communication_failed())
         outcome.what = found->empty() ? run_outcome::kind::failed : run_outcome::kind::passed;

@@ -1,6 +1,7 @@
 #include "ttl/run/vecttest.h"
 
 #include "channel/model.h"
+#include "messages/message_numbers.h"
 #include "session/session.h"
 #include "ttl/run/engines.h"
 #include "ttl/run/prepare.h"
@@ -13,8 +14,6 @@ namespace tamrix {
 namespace {
 
 constexpr std::int16_t most_rows = 101;  // plus one, as all row counts
-constexpr int vector_test_text = 1092, fail_text = 1088, ok_text = 1165, test_title = 1019,
-              communication_error_text = 1075;
 
 void take_rows(ttl_variables& ttl, const pld_variables& pld, std::uint8_t mode,
                const std::vector<std::string>& editor_rows)
@@ -52,21 +51,21 @@ run_outcome run_engine(session& plug_in, ttl_variables& ttl, std::uint8_t mode)
 void tell_failure(session& plug_in, const ttl_variables& ttl, std::uint8_t mode)
 {
     if (ttl.outcome.communication_failed()) {
-        if (mode == 0) tell_communication_error(plug_in, test_title);
-        if (mode != 0) plug_in.blocks.MainRtstr(0) += ">> " + plug_in.text(communication_error_text) + "\n";
+        if (mode == 0) tell_communication_error(plug_in, message::ttl_and_cmos_test);
+        if (mode != 0) plug_in.blocks.MainRtstr(0) += ">> " + plug_in.text(message::communication_error) + "\n";
     }
-    plug_in.blocks.MainRtstr(0) += ">> " + plug_in.text(vector_test_text) + plug_in.text(fail_text) + "\n";
+    plug_in.blocks.MainRtstr(0) += ">> " + plug_in.text(message::vector_test) + plug_in.text(message::fail) + "\n";
 }
 
 /// Tells of a pass; true where the person wants to test again.
 bool again_after_pass(session& plug_in, std::uint8_t mode)
 {
     if (mode != 0) {
-        plug_in.blocks.MainRtstr(0) += ">> " + plug_in.text(ok_text) + "\n";
+        plug_in.blocks.MainRtstr(0) += ">> " + plug_in.text(message::vector_test_ok) + "\n";
         return false;
     }
-    return plug_in.screen.box({.text = plug_in.text(ok_text),
-                               .title = plug_in.text(test_title),
+    return plug_in.screen.box({.text = plug_in.text(message::vector_test_ok),
+                               .title = plug_in.text(message::ttl_and_cmos_test),
                                .picture = forms::icon::information,
                                .buttons = forms::buttons_of_box::retry_cancel}) == forms::answer::retry;
 }
