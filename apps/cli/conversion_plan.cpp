@@ -5,7 +5,6 @@
 #include "formats/byte_selection.h"
 
 #include <algorithm>
-#include <cctype>
 #include <limits>
 
 namespace tamrix::cli {
@@ -165,14 +164,8 @@ void measure(const convert_options& options, source_file& source)
 
 std::optional<int> format_of_extension(const std::string& path)
 {
-    const auto name = path.find_last_of("/\\");
-    const auto point = path.find_last_of('.');
-    if (point == std::string::npos || (name != std::string::npos && point < name)) return std::nullopt;
-    std::string extension = path.substr(point + 1);
-    std::ranges::transform(extension, extension.begin(), [](unsigned char c) { return std::tolower(c); });
     for (int index = 0; index < save_format_count; ++index) {
-        const std::string all = " " + std::string{formats()[static_cast<std::size_t>(index)].extensions} + " ";
-        if (!extension.empty() && all.find(" " + extension + " ") != std::string::npos) return index;
+        if (has_extension(formats()[static_cast<std::size_t>(index)], path)) return index;
     }
     return std::nullopt;
 }

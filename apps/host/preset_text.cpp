@@ -1,5 +1,7 @@
 #include "host/preset_text.h"
 
+#include "base/ascii.h"
+
 #include <array>
 #include <cerrno>
 #include <charconv>
@@ -58,14 +60,6 @@ constexpr std::array<key_line, 22> keys{{
 
 constexpr std::array<std::string_view, 3> clear_names{"ff", "00", "none"};  // in the order of clear_choice
 
-std::string_view trimmed(std::string_view text)
-{
-    constexpr std::string_view blanks = " \t\r";
-    const auto first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
-
 /// Decimal, or hexadecimal after "0x"; none where anything else stands there.
 std::optional<std::int64_t> number(std::string_view text)
 {
@@ -104,11 +98,11 @@ public:
     void take_line(std::string_view line)
     {
         ++line_;
-        line = trimmed(line.substr(0, line.find('#')));
+        line = ascii::trimmed(line.substr(0, line.find('#')));
         if (line.empty()) return;
         const auto blank = line.find_first_of(" \t");
         const std::string_view key = line.substr(0, blank);
-        const std::string_view value = blank == std::string_view::npos ? "" : trimmed(line.substr(blank));
+        const std::string_view value = blank == std::string_view::npos ? "" : ascii::trimmed(line.substr(blank));
         if (key == "device") {
             start(value);
         } else if (devices_.empty()) {

@@ -1,5 +1,6 @@
 #include "sim/library/options.h"
 
+#include "base/ascii.h"
 #include "chips/chip.h"
 #include "sim/test_board.h"
 #include "sim/wiring.h"
@@ -10,14 +11,6 @@
 namespace tamrix::sim {
 
 namespace {
-
-std::string_view trimmed(std::string_view text)
-{
-    constexpr std::string_view blanks = " \t\r";
-    const auto first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
 
 template <class number>
 number number_of(std::string_view entry, std::string_view text, number lowest, number highest)
@@ -68,7 +61,7 @@ private:
     std::optional<std::string_view> behind(std::string_view word) const
     {
         if (entry_ != word && !entry_.starts_with(std::string{word} + ' ')) return std::nullopt;
-        return trimmed(entry_.substr(word.size()));
+        return ascii::trimmed(entry_.substr(word.size()));
     }
 
     std::string_view entry_;
@@ -81,7 +74,7 @@ library_options read_entries(std::string_view text, take&& take_entry)
     library_options found;
     while (!text.empty()) {
         const auto end = text.find_first_of(";\n");
-        const std::string_view entry = trimmed(text.substr(0, end));
+        const std::string_view entry = ascii::trimmed(text.substr(0, end));
         if (!entry.empty()) take_entry(entry_reader{entry, found});
         text = end == std::string_view::npos ? std::string_view{} : text.substr(end + 1);
     }

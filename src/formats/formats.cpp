@@ -1,5 +1,6 @@
 #include "formats/formats.h"
 
+#include "base/ascii.h"
 #include "base/native_path.h"
 #include "files/file_io.h"
 #include "formats/binary.h"
@@ -14,7 +15,6 @@
 #include "session/session.h"
 
 #include <array>
-#include <cctype>
 #include <vector>
 
 namespace tamrix {
@@ -45,9 +45,8 @@ bool has_extension(const format& which, const std::string& path)
     const std::string native = native_path(path);
     const auto point = native.find_last_of("./");
     if (point == std::string::npos || native[point] == '/' || point + 1 == native.size()) return false;
-    std::string extension = native.substr(point + 1);
-    for (char& c : extension) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return (" " + std::string{which.extensions} + " ").find(" " + extension + " ") != std::string::npos;
+    return (" " + std::string{which.extensions} + " ").find(" " + ascii::lowered(native.substr(point + 1)) + " ") !=
+           std::string::npos;
 }
 
 detected_format detect_format(const std::string& path)

@@ -1,6 +1,7 @@
 #include "transfer/readfile.h"
 
 #include "base/arith.h"
+#include "base/ascii.h"
 #include "formats/binary.h"
 #include "formats/byte_selection.h"
 #include "formats/fill.h"
@@ -15,12 +16,6 @@ namespace tamrix {
 namespace {
 
 constexpr int texas_instrument = 7;
-
-std::string trimmed(const std::string& text)
-{
-    const auto first = text.find_first_not_of(' ');
-    return first == std::string::npos ? std::string{} : text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
 
 }  // namespace
 
@@ -95,7 +90,8 @@ void readfile::adjust_format_to_maker()
 {
     constexpr int vendor_family = 2, holtek = 4, emc = 5;
     if (plug_in_.blocks.typeformat(0) != vendor_family) return;
-    const std::string maker = trimmed(plug_in_.blocks.wcompany(0));
+    const std::string company = plug_in_.blocks.wcompany(0);
+    const std::string_view maker = ascii::trimmed(company, " ");
     if (maker == "HOLTEK" && transfer_.rformat == emc) transfer_.rformat = 0;
     if (maker == "EMC" && transfer_.rformat == holtek) transfer_.rformat = 0;
 }

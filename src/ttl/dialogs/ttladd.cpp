@@ -1,5 +1,6 @@
 #include "ttl/dialogs/ttladd.h"
 
+#include "base/ascii.h"
 #include "messages/message_numbers.h"
 #include "session/captions.h"
 #include "session/session.h"
@@ -17,8 +18,7 @@ namespace {
 /// A whole number, with blanks around it at most.
 std::optional<int> whole_number(std::string_view text)
 {
-    while (text.starts_with(' ')) text.remove_prefix(1);
-    while (text.ends_with(' ')) text.remove_suffix(1);
+    text = ascii::trimmed(text, " ");
     int value = 0;
     const char* const end = text.data() + text.size();
     const auto [stopped_at, error] = std::from_chars(text.data(), end, value);

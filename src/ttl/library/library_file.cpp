@@ -1,6 +1,7 @@
 #include "ttl/library/library_file.h"
 
 #include "base/arith.h"
+#include "base/ascii.h"
 #include "files/file_io.h"
 
 #include <algorithm>
@@ -11,7 +12,7 @@ namespace {
 
 constexpr std::size_t line_buffer = 3000;
 
-constexpr unsigned char lower(char c) { return static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c); }
+constexpr unsigned char lower(char c) { return static_cast<unsigned char>(ascii::lower(c)); }
 
 std::int64_t hex_value(std::string_view digits) { return arith::parse_hex(without_blanks_around(digits)).value_or(0); }
 
@@ -80,12 +81,7 @@ std::optional<std::uint8_t> byte_at(std::string_view line, std::size_t column)
     return static_cast<std::uint8_t>(line[column - 1]);
 }
 
-std::string_view without_blanks_around(std::string_view text)
-{
-    const auto first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
+std::string_view without_blanks_around(std::string_view text) { return ascii::trimmed(text, " "); }
 
 std::optional<std::string_view> find_header(library_lines& lines)
 {

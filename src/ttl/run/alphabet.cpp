@@ -1,12 +1,12 @@
 #include "ttl/run/alphabet.h"
 
+#include "base/ascii.h"
+#include "base/errors.h"
 #include <algorithm>
 
 namespace tamrix {
 
 namespace {
-
-constexpr char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 constexpr bool must_read_high(char letter) { return letter == 'V' || letter == '1' || letter == 'H' || letter == 'Z'; }
 constexpr bool must_read_low(char letter) { return letter == 'G' || letter == '0' || letter == 'L'; }
@@ -82,7 +82,7 @@ bool mark_failures(std::string_view row, const hw::row_span& span, const hw::por
 
 std::uint8_t pin_code(std::string_view row0, char letter, int pins)
 {
-    const auto found = std::ranges::find(row0, lower(letter), lower);
+    const auto found = std::ranges::find(row0, ascii::lower(letter), ascii::lower);
     const int place = found == row0.end() ? -1 : static_cast<int>(found - row0.begin());
     return hw::driver_of_position(place, pins / 2);
 }
