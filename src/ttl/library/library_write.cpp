@@ -1,10 +1,10 @@
 #include "ttl/library/library.h"
 
 #include "base/arith.h"
+#include "files/replace_file.h"
 #include "messages/message_numbers.h"
 #include "session/session.h"
 #include "ttl/library/library_file.h"
-#include "ttl/library/library_save.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -122,7 +122,7 @@ bool ttldelete(session& plug_in, const std::string& name, std::uint8_t silent)
     if (q - 1 > directory_column) text += columns(*header, directory_column, q - 1 - directory_column);
     text.append(columns(*header, q + *length)).append(line_end);
     append_other_lines(text, lines, name + std::string(name_width - *length, ' '));
-    save_library(path, text);
+    replace_file(path, text);
     return false;
 }
 
@@ -145,7 +145,7 @@ void ttlinsert(session& plug_in, ttl_variables& ttl, std::vector<std::string>& l
     text += four_digits(count + 1) + directory_with(*header, count, ttl.ttlname);
     text.append(line_end).append(record_line(ttl, rows)).append(line_end);
     append_other_lines(text, lines);
-    save_library(path, text);
+    replace_file(path, text);
     if (!listed) list.push_back(ttl.ttlname);
 }
 

@@ -1,7 +1,7 @@
 // A library's long life: thousands of changes, a save that is cut off, a file that is damaged.
 // POSIX only: it forks, and looks at /dev/shm.
+#include "files/replace_file.h"
 #include "ttl/library/library.h"
-#include "ttl/library/library_save.h"
 #include "ttl/run/ttlscan.h"
 #include "ttl/ttl_fixture.h"
 
@@ -214,7 +214,7 @@ TEST(library, is_the_old_or_the_new_one_whole_after_a_process_was_killed_while_i
     EXPECT_GT(old_found, 0);
     EXPECT_GT(new_found, 0);
     EXPECT_GT(left_a_file, 0);
-    save_library(f.file, without);
+    replace_file(f.file, without);
     EXPECT_EQ(files_in(f.folder + "lib"), 1) << "the next save clears away what the killed ones left";
 }
 

@@ -1,7 +1,7 @@
 // POSIX only: owners, modes and links of the library's file.
 #include "files/file_io.h"
+#include "files/replace_file.h"
 #include "ttl/library/library.h"
-#include "ttl/library/library_save.h"
 #include "ttl/ttl_fixture.h"
 
 #include <gtest/gtest.h>
@@ -21,7 +21,7 @@ TEST(save_library, keeps_mode_and_links_and_leaves_no_other_file)
     const std::string file = files.write("test.lib", "old");
     ::chmod(file.c_str(), 0640);
     std::filesystem::create_symlink("test.lib", files.path("link.lib"));
-    save_library(files.path("link.lib"), "new");
+    replace_file(files.path("link.lib"), "new");
     EXPECT_TRUE(std::filesystem::is_symlink(files.path("link.lib")));
     EXPECT_EQ(read_text(file), "new");
     struct stat info {};
@@ -56,7 +56,7 @@ TEST(save_library, writes_in_place_where_the_folder_takes_no_file)
     ::chmod(file.c_str(), 0666);
     ::chmod(files.path("").c_str(), 0555);
     EXPECT_TRUE(as_nobody([&] {
-        save_library(file, "new");
+        replace_file(file, "new");
         return true;
     }));
     ::chmod(files.path("").c_str(), 0755);
@@ -71,7 +71,7 @@ TEST(save_library, does_not_replace_a_file_that_may_not_be_written)
     ::chmod(files.path("").c_str(), 0777);
     EXPECT_TRUE(as_nobody([&] {
         try {
-            save_library(file, "new");
+            replace_file(file, "new");
         } catch (const file_error& error) {
             return std::string{error.what()}.find("Permission denied") != std::string::npos;
         }

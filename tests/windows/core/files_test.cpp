@@ -1,8 +1,8 @@
 // Files and paths as Windows has them.
 #include "base/native_path.h"
 #include "files/file_io.h"
+#include "files/replace_file.h"
 #include "support/temp_files.h"
-#include "ttl/library/library_save.h"
 
 #include <gtest/gtest.h>
 
@@ -71,7 +71,7 @@ TEST(save_library_on_windows, replaces_the_file_and_leaves_no_other)
 {
     const temp_folder files;
     const std::string library = files.write("test.lib", "a longer old text");
-    save_library(library, "new");
+    replace_file(library, "new");
     EXPECT_EQ(read_text(library), "new");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator{files.path("")}, {}), 1);
 }
@@ -90,13 +90,13 @@ TEST(save_library_on_windows, clears_away_what_killed_saves_left)
     for (const std::string& name : others) files.write(name, "mine");
     const std::string held = files.write("test.lib.saving-" + nobody + "-5678", "mine");
     const HANDLE user = ::CreateFileA(held.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-    save_library(library, "new");
+    replace_file(library, "new");
     EXPECT_EQ(read_text(library), "new");
     EXPECT_FALSE(std::filesystem::exists(files.path("test.lib.saving-" + nobody + "-1234")));
     for (const std::string& name : others) EXPECT_EQ(read_text(files.path(name)), "mine") << name;
     EXPECT_EQ(read_text(held), "mine");
     ::CloseHandle(user);
-    save_library(library, "newer");
+    replace_file(library, "newer");
     EXPECT_FALSE(std::filesystem::exists(held));
 }
 
@@ -105,7 +105,7 @@ TEST(save_library_on_windows, does_not_replace_a_file_that_may_not_be_written)
     const temp_folder files;
     const std::string library = files.write("test.lib", "old");
     ::SetFileAttributesA(library.c_str(), FILE_ATTRIBUTE_READONLY);
-    EXPECT_THROW(save_library(library, "new"), file_error);
+    EXPECT_THROW(replace_file(library, "new"), file_error);
     ::SetFileAttributesA(library.c_str(), FILE_ATTRIBUTE_NORMAL);
     EXPECT_EQ(read_text(library), "old");
 }

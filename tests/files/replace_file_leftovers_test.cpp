@@ -1,6 +1,6 @@
 // POSIX only: it forks and locks files. What killed saves of a library leave beside it, and saves at the same time.
+#include "files/replace_file.h"
 #include "support/temp_files.h"
-#include "ttl/library/library_save.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@
 namespace tamrix::tests {
 namespace {
 
-struct save_leftovers : testing::Test {
+struct replace_file_leftovers : testing::Test {
     bool is_there(const std::string& name) const
     {
         return std::filesystem::exists(std::filesystem::symlink_status(files.path(name)));
@@ -28,59 +28,59 @@ struct save_leftovers : testing::Test {
     std::string file = files.write("test.lib", "old");
 };
 
-TEST_F(save_leftovers, go_away_with_the_next_save)
+TEST_F(replace_file_leftovers, go_away_with_the_next_save)
 {
     files.write("test.lib.saving-aB3xY9", "ha");
     files.write("test.lib.saving-000000", "");
-    save_library(file, "new");
+    replace_file(file, "new");
     EXPECT_EQ(read_text(file), "new");
     EXPECT_EQ(count(), 1);
 }
 
-TEST_F(save_leftovers, go_away_with_a_save_through_a_link_from_another_folder)
+TEST_F(replace_file_leftovers, go_away_with_a_save_through_a_link_from_another_folder)
 {
     files.write("test.lib.saving-aB3xY9", "ha");
     std::filesystem::create_directory(files.path("links"));
     std::filesystem::create_symlink("../test.lib", files.path("links/my.lib"));
     const std::string other = files.write("links/my.lib.saving-aB3xY9", "not of this library");
-    save_library(files.path("links/my.lib"), "new");
+    replace_file(files.path("links/my.lib"), "new");
     EXPECT_FALSE(is_there("test.lib.saving-aB3xY9"));
     EXPECT_EQ(read_text(other), "not of this library");
 }
 
-TEST_F(save_leftovers, with_names_of_another_kind_stay)
+TEST_F(replace_file_leftovers, with_names_of_another_kind_stay)
 {
     const std::vector<std::string> others{
         "test.lib.backup",         "test.lib.aB3xY9",           "test.lib.saving-aB3xY",
         "test.lib.saving-aB3xY9z", "test.lib.saving-aB3.Y9",    "other.lib.saving-aB3xY9",
         "atest.lib.saving-aB3xY9", "test.lib.saving-aB3xY\xC3", "Test.lib.saving-aB3xY9"};
     for (const std::string& name : others) files.write(name, "mine");
-    save_library(file, "new");
+    replace_file(file, "new");
     for (const std::string& name : others) EXPECT_EQ(read_text(files.path(name)), "mine") << name;
 }
 
-TEST_F(save_leftovers, that_are_no_files_stay)
+TEST_F(replace_file_leftovers, that_are_no_files_stay)
 {
     const std::string target = files.write("target", "mine");
     std::filesystem::create_directory(files.path("test.lib.saving-folder"));
     std::filesystem::create_symlink("target", files.path("test.lib.saving-link00"));
     std::filesystem::create_symlink("nowhere", files.path("test.lib.saving-link01"));
     ASSERT_EQ(::mkfifo(files.path("test.lib.saving-pipe00").c_str(), 0600), 0);
-    save_library(file, "new");
+    replace_file(file, "new");
     for (const char* name : {"folder", "link00", "link01", "pipe00"})
         EXPECT_TRUE(is_there(std::string{"test.lib.saving-"} + name)) << name;
     EXPECT_EQ(read_text(target), "mine");
 }
 
-TEST_F(save_leftovers, stay_as_long_as_somebody_holds_them)
+TEST_F(replace_file_leftovers, stay_as_long_as_somebody_holds_them)
 {
     const std::string held = files.write("test.lib.saving-aB3xY9", "ha");
     const int other = ::open(held.c_str(), O_RDWR | O_CLOEXEC);
     ASSERT_EQ(::flock(other, LOCK_EX), 0);
-    save_library(file, "new");
+    replace_file(file, "new");
     EXPECT_EQ(read_text(held), "ha");
     ::close(other);
-    save_library(file, "newer");
+    replace_file(file, "newer");
     EXPECT_EQ(count(), 1);
 }
 
@@ -88,7 +88,7 @@ TEST_F(save_leftovers, stay_as_long_as_somebody_holds_them)
 int save_often(const std::string& file, char letter, std::size_t length)
 {
     try {
-        for (int i = 0; i < 500; ++i) save_library(file, std::string(length, letter));
+        for (int i = 0; i < 500; ++i) replace_file(file, std::string(length, letter));
     } catch (...) {
         return 1;
     }
@@ -96,7 +96,7 @@ int save_often(const std::string& file, char letter, std::size_t length)
 }
 
 // A save that lost its new file to the other one would write in place, where the reader sees it half done.
-TEST_F(save_leftovers, are_never_the_files_of_saves_at_the_same_time)
+TEST_F(replace_file_leftovers, are_never_the_files_of_saves_at_the_same_time)
 {
     constexpr std::size_t length = 20000;
     files.write("test.lib", std::string(length, 'x'));

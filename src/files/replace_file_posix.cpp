@@ -1,4 +1,4 @@
-#include "ttl/library/library_save.h"
+#include "files/replace_file.h"
 
 #include "base/native_path.h"
 #include "files/file_io.h"
@@ -27,19 +27,19 @@ namespace {
     throw file_error{{.file = path, .found = std::strerror(error)}};
 }
 
-/// Stands between the library's name and the letters that tell one save from another.
+/// Stands between the file's name and the letters that tell one save from another.
 constexpr std::string_view mark_of_a_save = ".saving-";
 constexpr std::size_t letters_of_a_save = 6;
 
-/// A new file beside the library, which goes away again unless it took the library's name. A lock tells others that
+/// A new file beside the old one, which goes away again unless it took the file's name. A lock tells others that
 /// it is in work.
 class file_beside {
 public:
-    explicit file_beside(const std::string& library)
+    explicit file_beside(const std::string& target)
     {
         do {
             if (file_ >= 0) ::close(file_);
-            name_ = library + std::string{mark_of_a_save} + std::string(letters_of_a_save, 'X');
+            name_ = target + std::string{mark_of_a_save} + std::string(letters_of_a_save, 'X');
             file_ = ::mkostemp(name_.data(), O_CLOEXEC);
         } while (file_ >= 0 && !hold());
     }
@@ -68,9 +68,9 @@ public:
         }
         if (::fsync(file_) != 0) fail(name_, errno);
     }
-    bool take_name(const std::string& library)
+    bool take_name(const std::string& target)
     {
-        if (::rename(name_.c_str(), library.c_str()) != 0) return false;
+        if (::rename(name_.c_str(), target.c_str()) != 0) return false;
         name_.clear();
         return true;
     }
@@ -89,13 +89,13 @@ private:
     int file_ = -1;
 };
 
-std::filesystem::path folder_of(const std::string& library)
+std::filesystem::path folder_of(const std::string& target)
 {
-    const std::filesystem::path folder = std::filesystem::path{library}.parent_path();
+    const std::filesystem::path folder = std::filesystem::path{target}.parent_path();
     return folder.empty() ? "." : folder;
 }
 
-/// `begin` is the library's name with the mark.
+/// `begin` is the file's name with the mark.
 bool is_name_of_a_save(std::string_view name, std::string_view begin)
 {
     const auto is_letter = [](char c) {
@@ -111,7 +111,7 @@ void remove_unless_held(const std::filesystem::path& path)
     if (file < 0) return;
     struct stat locked {
     }, named{};
-    // Its save may have ended in between: then the locked file is the library.
+    // Its save may have ended in between: then the locked file is the target itself.
     if (::flock(file, LOCK_EX | LOCK_NB) == 0 && ::fstat(file, &locked) == 0 && S_ISREG(locked.st_mode) &&
         ::lstat(path.c_str(), &named) == 0 && named.st_dev == locked.st_dev && named.st_ino == locked.st_ino) {
         ::unlink(path.c_str());
@@ -120,39 +120,39 @@ void remove_unless_held(const std::filesystem::path& path)
 }
 
 /// A save that was killed could not take its file away.
-void remove_leftovers(const std::string& library)
+void remove_leftovers(const std::string& target)
 {
-    const std::string begin = std::filesystem::path{library}.filename().string().append(mark_of_a_save);
+    const std::string begin = std::filesystem::path{target}.filename().string().append(mark_of_a_save);
     std::error_code none;
-    std::filesystem::directory_iterator entry{folder_of(library), none};
+    std::filesystem::directory_iterator entry{folder_of(target), none};
     for (; !none && entry != std::filesystem::directory_iterator{}; entry.increment(none)) {
         if (is_name_of_a_save(entry->path().filename().string(), begin)) remove_unless_held(entry->path());
     }
 }
 
 /// Makes the new name last across a power cut. The content is safe already, so a folder that cannot do it is no fault.
-void flush_folder_of(const std::string& library)
+void flush_folder_of(const std::string& target)
 {
-    const int file = ::open(folder_of(library).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int file = ::open(folder_of(target).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (file < 0) return;
     ::fsync(file);
     ::close(file);
 }
 
 /// False where the folder does not take the new file.
-bool replace_in_one_step(const std::string& library, std::string_view content)
+bool replace_in_one_step(const std::string& target, std::string_view content)
 {
     struct stat old {};
-    if (::stat(library.c_str(), &old) != 0) fail(library, errno);
-    file_beside fresh{library};
+    if (::stat(target.c_str(), &old) != 0) fail(target, errno);
+    file_beside fresh{target};
     if (!fresh.is_open() || !fresh.take_owner_and_mode(old)) return false;
     fresh.write(content);
-    if (!fresh.take_name(library)) return false;
-    flush_folder_of(library);
+    if (!fresh.take_name(target)) return false;
+    flush_folder_of(target);
     return true;
 }
 
-/// A link to the library stays a link.
+/// A link to the file stays a link.
 std::string behind_links(const std::string& path)
 {
     std::error_code none;
@@ -162,14 +162,14 @@ std::string behind_links(const std::string& path)
 
 }  // namespace
 
-void save_library(const std::string& path, std::string_view content)
+void replace_file(const std::string& path, std::string_view content)
 {
-    const std::string library = behind_links(native_path(path));
+    const std::string target = behind_links(native_path(path));
     // Whoever may not write the file may not replace it either.
-    if (::access(library.c_str(), W_OK) != 0) fail(path, errno);
-    remove_leftovers(library);
-    if (replace_in_one_step(library, content)) return;
-    output_file file{library};
+    if (::access(target.c_str(), W_OK) != 0) fail(path, errno);
+    remove_leftovers(target);
+    if (replace_in_one_step(target, content)) return;
+    output_file file{target};
     file.write({reinterpret_cast<const std::uint8_t*>(content.data()), content.size()});
     file.close();
 }

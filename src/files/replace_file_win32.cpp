@@ -1,6 +1,6 @@
 #include "base/wide_path_win32.h"
 #include "files/file_io.h"
-#include "ttl/library/library_save.h"
+#include "files/replace_file.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -16,12 +16,12 @@ namespace tamrix {
 
 namespace {
 
-/// Stands between the library's name and the numbers that tell one save from another: its process and a time.
+/// Stands between the file's name and the numbers that tell one save from another: its process and a time.
 constexpr std::string_view mark_of_a_save = ".saving-";
 
-std::string name_beside(const std::string& library)
+std::string name_beside(const std::string& target)
 {
-    return library + std::string{mark_of_a_save} + std::to_string(::GetCurrentProcessId()) + "-" +
+    return target + std::string{mark_of_a_save} + std::to_string(::GetCurrentProcessId()) + "-" +
            std::to_string(::GetTickCount());
 }
 
@@ -48,9 +48,9 @@ bool has_ended(DWORD process)
 }
 
 /// A save that was killed could not take its file away. What somebody has open stays.
-void remove_leftovers(const std::string& library)
+void remove_leftovers(const std::string& target)
 {
-    const std::filesystem::path whole{wide_path(library)};
+    const std::filesystem::path whole{wide_path(target)};
     const std::wstring begin = whole.filename().wstring() + std::wstring{mark_of_a_save.begin(), mark_of_a_save.end()};
     const std::filesystem::path folder = whole.parent_path();
     std::error_code none;
@@ -63,12 +63,12 @@ void remove_leftovers(const std::string& library)
     }
 }
 
-bool may_be_written(const std::string& library)
+bool may_be_written(const std::string& target)
 {
     // An administrator may open even what is marked as read-only.
-    const DWORD attributes = ::GetFileAttributesW(wide_path(library).c_str());
+    const DWORD attributes = ::GetFileAttributesW(wide_path(target).c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_READONLY) != 0) return false;
-    const HANDLE file = ::CreateFileW(wide_path(library).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+    const HANDLE file = ::CreateFileW(wide_path(target).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                       nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) return false;
     ::CloseHandle(file);
@@ -84,9 +84,9 @@ void write_whole(const std::string& path, std::span<const std::uint8_t> bytes)
 
 /// False where the folder does not take the new file. The replacement keeps what belongs to the old name: its owner,
 /// its rights, its attributes.
-bool replace_in_one_step(const std::string& library, std::span<const std::uint8_t> bytes)
+bool replace_in_one_step(const std::string& target, std::span<const std::uint8_t> bytes)
 {
-    const std::string fresh = name_beside(library);
+    const std::string fresh = name_beside(target);
     const std::wstring wide = wide_path(fresh);
     try {
         write_whole(fresh, bytes);
@@ -94,7 +94,7 @@ bool replace_in_one_step(const std::string& library, std::span<const std::uint8_
         ::DeleteFileW(wide.c_str());
         return false;
     }
-    if (::ReplaceFileW(wide_path(library).c_str(), wide.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
+    if (::ReplaceFileW(wide_path(target).c_str(), wide.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
                        nullptr) != 0) {
         return true;
     }
@@ -104,7 +104,7 @@ bool replace_in_one_step(const std::string& library, std::span<const std::uint8_
 
 }  // namespace
 
-void save_library(const std::string& path, std::string_view content)
+void replace_file(const std::string& path, std::string_view content)
 {
     // Whoever may not write the file may not replace it either.
     if (!may_be_written(path)) throw file_error{{.file = path, .found = "permission denied"}};
