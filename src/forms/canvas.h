@@ -33,6 +33,7 @@ public:
 class picture final : public control, public canvas {
 public:
     using control::control;
+    void accept(control_visitor& visitor) override { visitor.visit(*this); }
     property<colour> background{*this, 0xFFFFFF};
     /// The lower right corner of what the form draws; a renderer gives the picture at least that much room.
     property<point> extent{*this};

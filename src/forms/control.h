@@ -1,6 +1,8 @@
 // What all controls of a form share: a property that tells the renderer when it changes, and the control itself.
 #pragma once
 
+#include "forms/control_visitor.h"
+
 #include <functional>
 #include <type_traits>
 #include <utility>
@@ -38,6 +40,9 @@ public:
 
     property<bool> enabled{*this, true};
     property<bool> visible{*this, true};
+
+    /// Calls the function for this kind of control.
+    virtual void accept(control_visitor& visitor) = 0;
 
     form& owner() const { return owner_; }
     /// True where a person can use it.

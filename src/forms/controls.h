@@ -16,6 +16,7 @@ namespace tamrix::forms {
 class label : public control {
 public:
     using control::control;
+    void accept(control_visitor& visitor) override { visitor.visit(*this); }
     property<std::string> caption{*this};
 };
 
@@ -23,6 +24,7 @@ public:
 class frame : public control {
 public:
     using control::control;
+    void accept(control_visitor& visitor) override { visitor.visit(*this); }
     property<std::string> caption{*this};
 };
 
@@ -30,6 +32,7 @@ public:
 class button : public control {
 public:
     using control::control;
+    void accept(control_visitor& visitor) override { visitor.visit(*this); }
     property<std::string> caption{*this};
     std::function<void()> on_click;
 
@@ -40,6 +43,7 @@ public:
 class text_box : public control {
 public:
     using control::control;
+    void accept(control_visitor& visitor) override { visitor.visit(*this); }
     /// Assigning raises on_change.
     std::string text() const { return text_; }
     void text(std::string_view value);
@@ -72,6 +76,7 @@ private:
 class combo_box : public control {
 public:
     using control::control;
+    void accept(control_visitor& visitor) override { visitor.visit(*this); }
     property<std::vector<std::string>> items{*this};
     std::function<void()> on_click;
 
@@ -90,6 +95,7 @@ class option_group;
 class option : public control {
 public:
     option(form& owner, option_group& group, int index) : control{owner}, group_{group}, index_{index} {}
+    void accept(control_visitor& visitor) override { visitor.visit(*this); }
     property<std::string> caption{*this};
 
     int index() const { return index_; }
@@ -131,6 +137,7 @@ private:
 class progress_bar : public control {
 public:
     using control::control;
+    void accept(control_visitor& visitor) override { visitor.visit(*this); }
     property<double> value{*this, 0.0};
 };
 
@@ -138,6 +145,7 @@ public:
 class timer : public control {
 public:
     explicit timer(form& owner) : control{owner} { enabled = false; }
+    void accept(control_visitor& visitor) override { visitor.visit(*this); }
     property<int> interval_ms{*this, 0};
     std::function<void()> on_tick;
 

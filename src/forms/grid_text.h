@@ -37,6 +37,7 @@ public:
     static constexpr int cell_width = 120, cell_height = 215;  // of one letter in a press, in twips
 
     using control::control;
+    void accept(control_visitor& visitor) override { visitor.visit(*this); }
     property<colour> background{*this, 0xFFFFFF};
     property<bool> locked{*this, false};
     /// So many lines are seen at least; Page Up and Page Down move by as many.

@@ -12,6 +12,7 @@ namespace tamrix::forms {
 class list_box : public control {
 public:
     using control::control;
+    void accept(control_visitor& visitor) override { visitor.visit(*this); }
     /// Raised where the selection changes, whoever changed it, and where a person picks the selected entry again.
     std::function<void()> on_click;
 

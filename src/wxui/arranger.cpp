@@ -61,7 +61,7 @@ std::vector<forms::control*> in_order_of_platform(const layout& part, forms::but
 }  // namespace
 
 arranger::arranger(forms::form& shown, wxWindow& window, callback_guard& guard, widget_table& widgets)
-    : shown_{shown}, window_{window}, guard_{guard}, widgets_{widgets}
+    : shown_{shown}, window_{window}, maker_{guard, widgets}
 {}
 
 wxSizer* arranger::arrange()
@@ -69,10 +69,7 @@ wxSizer* arranger::arrange()
     auto* outer = new wxBoxSizer{wxVERTICAL};
     outer->Add(nested(shown_.arrangement(), &window_), wxSizerFlags{1}.Expand().Border(wxALL, pixels(margin)));
     for (forms::control* control : shown_.controls()) {
-        auto* timer = dynamic_cast<forms::timer*>(control);
-        if (timer == nullptr) continue;
-        widgets_[timer] = make_timer(*timer, guard_);
-        widgets_[timer]->update();
+        if (dynamic_cast<forms::timer*>(control) != nullptr) maker_.make(*control, &window_, label_use::caption);
     }
     return outer;
 }
@@ -89,9 +86,9 @@ void arranger::add(wxSizer& into, const layout& part, wxWindow* parent)
     if (part.what != kind::item) {
         into.Add(nested(part, parent), flags.Expand());
     } else if (in_row && !picture) {
-        into.Add(make(*part.item, parent, label_use::caption), flags.CenterVertical());
+        into.Add(maker_.make(*part.item, parent, label_use::caption), flags.CenterVertical());
     } else {
-        into.Add(make(*part.item, parent, label_use::note), flags.Expand());
+        into.Add(maker_.make(*part.item, parent, label_use::note), flags.Expand());
     }
 }
 
@@ -106,8 +103,7 @@ wxSizer* arranger::nested(const layout& part, wxWindow* parent)
     }
     auto* framed = new wxStaticBoxSizer{wxVERTICAL, parent};
     wxStaticBox* box = framed->GetStaticBox();
-    widgets_[part.border] = make_frame(*part.border, box);
-    widgets_[part.border]->update();
+    maker_.make(*part.border, box, label_use::caption);
     layout inside = part;
     inside.border = nullptr;
     framed->Add(nested(inside, box), wxSizerFlags{1}.Expand().Border(wxALL, pixels(line_gap)));
@@ -145,7 +141,7 @@ wxSizer* arranger::table(const layout& part, wxWindow* parent, int columns)
         if (child.what != kind::item) {
             grid->Add(nested(child, parent), flags);
         } else {
-            wxWindow* made = make(*child.item, parent, field ? label_use::value : label_use::caption);
+            wxWindow* made = maker_.make(*child.item, parent, field ? label_use::value : label_use::caption);
             grid->Add(made, flags);
             if (field && as<forms::label>(child) == nullptr) boxes.push_back(made);
         }
@@ -162,51 +158,13 @@ wxSizer* arranger::button_row(const layout& part, wxWindow* parent)
     std::vector<wxWindow*> made;
     int width = pixels(least_button);
     for (forms::control* button : in_order_of_platform(part, shown_.default_button(), shown_.cancel_button())) {
-        wxWindow* window = make(*button, parent, label_use::caption);
+        wxWindow* window = maker_.make(*button, parent, label_use::caption);
         width = std::max(width, window->GetBestSize().x);
         row->Add(window, wxSizerFlags{}.Border(wxLEFT, made.empty() ? 0 : pixels(line_gap)));
         made.push_back(window);
     }
     for (wxWindow* window : made) window->SetMinSize({width, -1});
     return row;
-}
-
-wxWindow* arranger::make(forms::control& control, wxWindow* parent, label_use use)
-{
-    widget_ptr& made = widgets_[&control];
-    if (auto* label = dynamic_cast<forms::label*>(&control)) {
-        made = make_label(*label, parent, use);
-    } else if (auto* button = dynamic_cast<forms::button*>(&control)) {
-        made = make_button(*button, parent, guard_);
-    } else if (auto* text_box = dynamic_cast<forms::text_box*>(&control)) {
-        made = make_text_box(*text_box, parent, guard_);
-    } else if (auto* combo_box = dynamic_cast<forms::combo_box*>(&control)) {
-        made = make_combo_box(*combo_box, parent, guard_);
-    } else if (auto* list_box = dynamic_cast<forms::list_box*>(&control)) {
-        made = make_list_box(*list_box, parent, guard_);
-    } else if (auto* grid = dynamic_cast<forms::grid_text*>(&control)) {
-        made = make_grid_text(*grid, parent, guard_);
-    } else if (auto* bar = dynamic_cast<forms::progress_bar*>(&control)) {
-        made = make_progress_bar(*bar, parent);
-    } else if (auto* picture = dynamic_cast<forms::picture*>(&control)) {
-        made = make_picture(*picture, parent, guard_);
-    } else if (auto* option = dynamic_cast<forms::option*>(&control); option != nullptr && made == nullptr) {
-        return make_group(*option, parent);
-    }
-    made->update();
-    return made->window();
-}
-
-/// All options of a group are made in one go: the toolkit takes neighbours for a group.
-wxWindow* arranger::make_group(forms::option& member, wxWindow* parent)
-{
-    forms::option_group& group = member.group();
-    for (int index = 0; index < group.count(); ++index) {
-        widget_ptr& made = widgets_[&group(index)];
-        made = make_option(group(index), parent, guard_);
-        made->update();
-    }
-    return widgets_.at(&member)->window();
 }
 
 }  // namespace tamrix::wxui

@@ -2,16 +2,11 @@
 #pragma once
 
 #include "forms/form.h"
-#include "wxui/callback_guard.h"
-#include "wxui/widgets.h"
-
-#include <map>
+#include "wxui/widget_maker.h"
 
 #include <wx/sizer.h>
 
 namespace tamrix::wxui {
-
-using widget_table = std::map<forms::control*, widget_ptr>;
 
 class arranger {
 public:
@@ -28,14 +23,11 @@ private:
     wxSizer* line_up(const forms::layout& part, wxWindow* parent, wxSizer* into);
     wxSizer* table(const forms::layout& part, wxWindow* parent, int columns);
     wxSizer* button_row(const forms::layout& part, wxWindow* parent);
-    wxWindow* make(forms::control& control, wxWindow* parent, label_use use);
-    wxWindow* make_group(forms::option& member, wxWindow* parent);
     int pixels(int at_96_dpi) const;
 
     forms::form& shown_;
     wxWindow& window_;
-    callback_guard& guard_;
-    widget_table& widgets_;
+    widget_maker maker_;
     bool grows_down_ = false;
 };
 
