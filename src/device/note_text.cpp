@@ -42,8 +42,6 @@ width_of_row width(std::string_view words)
     return result;
 }
 
-std::string blanks(std::size_t count) { return std::string(count, ' '); }
-
 std::string address_text(const address& one, const device_values& device)
 {
     return one.digits.empty() ? arith::hex(one.value.of(device)) : std::string{one.digits};
@@ -61,6 +59,25 @@ std::string place_text(const place& where, const device_values& device, bool wit
     return without_start ? end : address_text(where.from, device) + "H---" + end;
 }
 
+/// The columns of a heading are two blanks or more apart.
+forms::box_row heading_row(std::string_view heading, std::size_t blanks_before)
+{
+    forms::box_cell device = forms::cell_of(heading);
+    device.blanks += blanks_before;
+    const std::size_t gap = std::min(device.words.find("  "), device.words.size());
+    const forms::box_cell buffer = forms::cell_of(std::string_view{device.words}.substr(gap));
+    device.words.resize(gap);
+    return {.cells = {device, buffer}};
+}
+
+/// Moves the blanks at the end of one cell before the next.
+void part(forms::box_cell& from, forms::box_cell& to)
+{
+    const std::size_t kept = from.words.find_last_not_of(' ') + 1;
+    to.blanks += from.words.size() - kept;
+    from.words.resize(kept);
+}
+
 struct row_text {
     std::string device;  // with the label
     std::string buffer;
@@ -71,7 +88,7 @@ struct row_text {
 
 /// Labels end in one column and the buffer's addresses begin in one: shorter rows are filled up with blanks, as nearly
 /// as that goes in a font whose letters differ in width. The first row sets the column of the buffer.
-std::string note_text(const note& which, const device_values& device, const std::function<std::string(int)>& text)
+forms::box_table words_of(const note& which, const device_values& device, const std::function<std::string(int)>& text)
 {
     std::vector<row_text> rows;
     std::size_t label_width = 0;
@@ -85,14 +102,18 @@ std::string note_text(const note& which, const device_values& device, const std:
     const std::size_t labels_of_heading = width(text(message::program_memory)).label;
     const std::size_t widening =
         which.long_rows ? std::max(label_width, labels_of_heading + least_widening) - labels_of_heading : 0;
-    std::string result =
-        blanks(blanks_before_heading + widening) + text(message::device_and_buffer) + std::string{row_end};
+    forms::box_table result{.row_end = std::string{row_end}};
+    result.rows.push_back(heading_row(text(message::device_and_buffer), blanks_before_heading + widening));
     const std::size_t column = width(rows.front().device).rest + least_gap;
     for (const row_text& row : rows) {
         const auto [label, rest] = width(row.device);
-        result += blanks(label_width - label) + row.device;
-        if (!row.brings_gap && !row.buffer.empty()) result += blanks(std::max(column, rest + least_gap) - rest);
-        result += row.buffer + std::string{row_end};
+        forms::box_row shown = forms::row_of(row.device);
+        shown.label.blanks += label_width - label;
+        forms::box_cell buffer{.words = row.buffer};
+        if (!row.brings_gap && !row.buffer.empty()) buffer.blanks = std::max(column, rest + least_gap) - rest;
+        part(shown.cells.front(), buffer);
+        shown.cells.push_back(buffer);
+        result.rows.push_back(shown);
     }
     return result;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "device/note_table.h"
+#include "forms/box_table.h"
 
 #include <functional>
 #include <string>
@@ -9,6 +10,6 @@
 namespace tamrix::notes {
 
 /// `text` yields a message by its number.
-std::string note_text(const note& which, const device_values& device, const std::function<std::string(int)>& text);
+forms::box_table words_of(const note& which, const device_values& device, const std::function<std::string(int)>& text);
 
 }  // namespace tamrix::notes

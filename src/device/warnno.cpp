@@ -73,11 +73,12 @@ void warn(session& plug_in, bool16 ok, std::uint8_t& no, bool16 extpower0)
     const notes::note* const shown = notes::find_note(number_of_table(plug_in, no));
     if (shown == nullptr) return;
     // A note that added the power line has it as its title too: meant.
-    plug_in.screen.box(
-        {.text = notes::note_text(*shown, values_of(plug_in.blocks), [&](int number) { return plug_in.text(number); }),
-         .title = power_line.empty() ? plug_in.text(message::note) : power_line,
-         .picture = forms::icon::information,
-         .lines = forms::lines_of_box::cells});
+    const forms::box_table table =
+        notes::words_of(*shown, values_of(plug_in.blocks), [&](int number) { return plug_in.text(number); });
+    plug_in.screen.box({.text = forms::plain_text(table),
+                        .title = power_line.empty() ? plug_in.text(message::note) : power_line,
+                        .picture = forms::icon::information,
+                        .table = table});
 }
 
 }  // namespace tamrix

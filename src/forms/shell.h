@@ -1,4 +1,5 @@
-// What a form or routine asks of the platform: modal dialogs, message boxes, the message pump, the clock.
+// What a form or routine asks of the platform: modal dialogs, message boxes, names of files, a printer, the message
+// pump, the clock.
 #pragma once
 
 #include "forms/message_box.h"

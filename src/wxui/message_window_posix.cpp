@@ -92,59 +92,29 @@ private:
 
     wxSizer* content(const forms::message_box& box)
     {
-        switch (box.lines) {
-        case forms::lines_of_box::free: break;
-        case forms::lines_of_box::letters: return rows_of_letters(text_of(box));
-        case forms::lines_of_box::cells: return table(text_of(box));
-        }
-        return text(text_of(box));
+        return box.table.rows.empty() ? text(text_of(box)) : table(box.table);
     }
 
-    /// What stands before the colon of a line is its label; what stands behind it has letters of one width.
-    wxSizer* rows_of_letters(const wxString& shown)
+    wxSizer* table(const forms::box_table& shown)
     {
-        auto* lines = new wxBoxSizer{wxVERTICAL};
-        auto* grid = new wxFlexGridSizer{2, wxSize{FromDIP(label_gap), FromDIP(line_gap)}};
-        lines->Add(grid);
-        for (const wxString& line : wxSplit(shown, '\n', '\0')) {
-            if (line.Find(':') == wxNOT_FOUND) {
-                lines->Add(words(line));
-                continue;
+        std::size_t columns = 0;
+        for (const forms::box_row& row : shown.rows) columns = std::max(columns, row.cells.size() + 1);
+        const wxSize gaps = shown.letters ? wxSize{label_gap, line_gap} : wxSize{cell_gap, margin};
+        auto* grid = new wxFlexGridSizer{static_cast<int>(columns), FromDIP(gaps)};
+        for (const forms::box_row& row : shown.rows) {
+            grid->Add(words(to_wx(row.label.words)), wxSizerFlags{}.Right().CenterVertical());
+            for (std::size_t i = 0; i + 1 < columns; ++i) {
+                wxStaticText* cell = words(i < row.cells.size() ? to_wx(row.cells[i].words) : wxString{});
+                if (shown.letters) cell->SetFont(letters_of_one_width());
+                grid->Add(cell, wxSizerFlags{}.CenterVertical());
             }
-            add_label(*grid, line);
-            wxStaticText* row = words(behind_label(line));
-            row->SetFont(letters_of_one_width());
-            grid->Add(row, wxSizerFlags{}.CenterVertical());
         }
+        if (shown.closing.empty()) return grid;
+        auto* lines = new wxBoxSizer{wxVERTICAL};
+        lines->Add(grid);
+        lines->AddSpacer(GetCharHeight());
+        lines->Add(words(to_wx(shown.closing).Trim()));
         return lines;
-    }
-
-    wxSizer* table(const wxString& shown)
-    {
-        auto* grid = new wxFlexGridSizer{3, wxSize{FromDIP(cell_gap), FromDIP(margin)}};
-        for (const wxString& line : wxSplit(shown, '\n', '\0')) {
-            if (wxString{line}.Trim().empty()) continue;
-            add_label(*grid, line);
-            const wxString cells = behind_label(line);
-            const int gap = cells.Find("  ");
-            grid->Add(words(gap == wxNOT_FOUND ? cells : cells.Left(gap)));
-            grid->Add(words(gap == wxNOT_FOUND ? wxString{} : wxString{cells.Mid(gap)}.Trim(false)));
-        }
-        return grid;
-    }
-
-    void add_label(wxSizer& into, const wxString& line)
-    {
-        into.Add(words(wxString{line.Left(line.Find(':') + 1)}.Trim(false)), wxSizerFlags{}.Right().CenterVertical());
-    }
-
-    /// A heading has no label, only blanks in its place.
-    static wxString behind_label(const wxString& line)
-    {
-        const int colon = line.Find(':');
-        if (colon == wxNOT_FOUND) return wxString{line}.Trim(false);
-        const wxString rest = line.Mid(colon + 1);
-        return rest.StartsWith("  ") ? rest : wxString{rest}.Trim(false);
     }
 
     wxSizer* buttons(std::span<const forms::answer> answers, const answer_texts& texts)

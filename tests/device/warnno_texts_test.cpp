@@ -30,12 +30,24 @@ TEST_F(device_notes, show_the_figures_of_a_device_that_is_too_short_as_they_are)
 TEST_F(device_notes, show_their_text_in_a_box_with_the_information_picture_and_ok)
 {
     call(1);
-    EXPECT_EQ(shell.whole_boxes(), (std::vector<forms::message_box>{{.text = reviewed("note_01"),
-                                                                     .title = "Note!",
-                                                                     .picture = forms::icon::information,
-                                                                     .buttons = forms::buttons_of_box::ok,
-                                                                     .lines = forms::lines_of_box::cells}}));
+    ASSERT_EQ(shell.whole_boxes().size(), 1u);
+    const forms::message_box& box = shell.whole_boxes().front();
+    EXPECT_EQ(box.text, reviewed("note_01"));
+    EXPECT_EQ(box.title, "Note!");
+    EXPECT_EQ(box.picture, forms::icon::information);
+    EXPECT_EQ(box.buttons, forms::buttons_of_box::ok);
     EXPECT_EQ(status_text(), "");
+}
+
+TEST_F(device_notes, have_their_rows_and_columns_beside_the_text)
+{
+    call(22);
+    const std::vector<forms::box_row> rows{{{}, {{"Device", 17}, {"Buffer", 9}}},
+                                           {{"Program Memory:"}, {{"000H---900FH"}, {"000H---900FH", 4}}},
+                                           {{"Config. Word:", 7}, {{}, {"9010H---9420H", 25}}}};
+    ASSERT_EQ(shell.whole_boxes().size(), 1u);
+    EXPECT_EQ(shell.whole_boxes().front().table.rows, rows);
+    EXPECT_FALSE(shell.whole_boxes().front().table.letters);
 }
 
 TEST_F(device_notes, with_other_numbers_show_nothing)

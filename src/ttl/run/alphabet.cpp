@@ -1,7 +1,7 @@
 #include "ttl/run/alphabet.h"
 
 #include "base/ascii.h"
-#include "base/errors.h"
+
 #include <algorithm>
 
 namespace tamrix {

@@ -33,13 +33,14 @@ after_report report_failed_row(session& plug_in, std::uint8_t logmode, const fai
         plug_in.blocks.MainRtstr(0) += ">> " + expected + "\n>> " + result + "\n\n";
         return after_report::go_on;
     }
-    const forms::answer answer =
-        plug_in.screen.box({.text = expected + "\n" + std::string{indent} + result + "\n\n" +
-                                    plug_in.text(message::ttl_and_cmos_test) + plug_in.text(message::fail),
-                            .title = plug_in.text(message::warning),
-                            .picture = forms::icon::error,
-                            .buttons = forms::buttons_of_box::abort_retry_ignore,
-                            .lines = forms::lines_of_box::letters});
+    const forms::box_table table{.rows = {forms::row_of(expected), forms::row_of(std::string{indent} + result)},
+                                 .closing = plug_in.text(message::ttl_and_cmos_test) + plug_in.text(message::fail),
+                                 .letters = true};
+    const forms::answer answer = plug_in.screen.box({.text = forms::plain_text(table),
+                                                     .title = plug_in.text(message::warning),
+                                                     .picture = forms::icon::error,
+                                                     .buttons = forms::buttons_of_box::abort_retry_ignore,
+                                                     .table = table});
     switch (answer) {
     case forms::answer::retry: return after_report::start_again;
     case forms::answer::ignore: return after_report::forgive;

@@ -22,7 +22,10 @@ TEST(report, is_a_box_with_the_critical_icon_that_asks_how_to_go_on)
         .title = "Warning! ",
         .picture = forms::icon::error,
         .buttons = forms::buttons_of_box::abort_retry_ignore,
-        .lines = forms::lines_of_box::letters};
+        .table = {
+            .rows = {{{"Expected:"}, {{"V0001:00H00HGH00H00V", 1}}}, {{"Result:", 2}, {{"V0001:00L00HGH00H00V", 1}}}},
+            .closing = "TTL & CMOS Test fail!",
+            .letters = true}};
     EXPECT_EQ(f.shell.whole_boxes(), std::vector{expected});
 }
 
