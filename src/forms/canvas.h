@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,6 +21,15 @@ struct point {
     bool operator==(const point&) const = default;
 };
 
+/// Where a figure lies, in twips.
+struct area {
+    int left = 0, top = 0, width = 0, height = 0;
+    bool operator==(const area&) const = default;
+};
+
+/// What fills its area: an ellipse touches the middle of each side.
+enum class outline : std::uint8_t { rectangle, ellipse };
+
 class canvas {
 public:
     virtual ~canvas() = default;
@@ -27,7 +37,11 @@ public:
     virtual void line(point from, point to, colour ink) = 0;
     /// `at` is the upper left corner of the text, UTF-8.
     virtual void text(point at, std::string_view words, colour ink) = 0;
+    /// Without `fill` what lies below is seen inside the border.
+    virtual void figure(outline kind, const area& place, std::optional<colour> fill, colour border) = 0;
 };
+
+class shape;
 
 /// A surface of a form. It keeps what was drawn since it was cleared, so that it can be drawn again on any canvas.
 class picture final : public control, public canvas {
@@ -38,22 +52,34 @@ public:
     /// The lower right corner of what the form draws; a renderer gives the picture at least that much room.
     property<point> extent{*this};
     std::function<void(point)> on_press;
+    /// The picture has another size now.
+    std::function<void()> on_resize;
+
+    /// Its width and height in twips: those on the screen, or `extent` before it was shown.
+    point size() const { return size_.value_or(extent()); }
 
     void clear(colour background_colour) override;
     void line(point from, point to, colour ink) override;
     void text(point at, std::string_view words, colour ink) override;
-    /// Repeats the drawing on `target`.
+    void figure(outline kind, const area& place, std::optional<colour> fill, colour border) override;
+    /// Lets `drawing` draw, and tells the renderer once of all that it did.
+    void draw(const std::function<void()>& drawing);
+    /// Repeats the drawing on `target`, with the shapes that lie on it.
     void draw_on(canvas& target) const;
 
     void press(point where);
+    /// The renderer tells how large it shows the picture.
+    void resize(point size);
+    void changed() override;
 
 private:
-    struct stroke {
-        point from, to;
-        std::string words;  // a text where not empty
-        colour ink;
-    };
-    std::vector<stroke> strokes_;
+    friend class shape;
+
+    std::vector<std::function<void(canvas&)>> strokes_;
+    std::vector<const shape*> shapes_;
+    std::optional<point> size_;
+    int drawings_ = 0;    // that run now
+    bool other_ = false;  // than what the renderer knows
 };
 
 }  // namespace tamrix::forms

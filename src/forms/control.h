@@ -48,7 +48,7 @@ public:
     /// True where a person can use it.
     bool usable() const { return enabled() && visible(); }
     /// Tells the renderer that something about this control is different now.
-    void changed();
+    virtual void changed();
 
 protected:
     /// Runs a handler that may be empty.

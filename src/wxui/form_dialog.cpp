@@ -29,11 +29,11 @@ form_dialog::form_dialog(forms::form& shown, wxWindow* parent)
     if (const auto standard = widgets_.find(shown_.default_button()); standard != widgets_.end()) {
         static_cast<wxButton*>(standard->second->window())->SetDefault();
     }
+    shown_.show_on(this);  // before the pictures hear how large they are: what the form does then is to be seen
     take_room();
     CentreOnParent();
     Bind(wxEVT_CHAR_HOOK, &form_dialog::on_key, this);
     Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { guard_([this] { shown_.ask_to_leave(); }); });
-    shown_.show_on(this);
     if (shown_.focused() != nullptr) focus_moved(*shown_.focused());
 }
 

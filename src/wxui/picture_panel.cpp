@@ -2,6 +2,8 @@
 
 #include "wxui/text.h"
 
+#include <algorithm>
+
 #include <wx/dcbuffer.h>
 
 namespace tamrix::wxui {
@@ -28,8 +30,29 @@ void dc_canvas::clear(forms::colour background)
 
 void dc_canvas::line(forms::point from, forms::point to, forms::colour ink)
 {
-    target_.SetPen(to_wx_colour(ink));
+    target_.SetPen(pen(ink));
     target_.DrawLine(pixels(from), pixels(to));
+}
+
+/// A line is one pixel of the screen wide, and as wide on paper.
+wxPen dc_canvas::pen(forms::colour ink) const
+{
+    return {to_wx_colour(ink), std::max(1, wxRound(twips_per_pixel * scale_))};
+}
+
+void dc_canvas::figure(forms::outline kind, const forms::area& place, std::optional<forms::colour> fill,
+                       forms::colour border)
+{
+    target_.SetPen(pen(border));
+    target_.SetBrush(fill ? wxBrush{to_wx_colour(*fill)} : *wxTRANSPARENT_BRUSH);
+    const wxPoint first = pixels({place.left, place.top});
+    const wxPoint last = pixels({place.left + place.width, place.top + place.height});
+    const wxRect inside{first, wxSize{last.x - first.x, last.y - first.y}};
+    if (kind == forms::outline::ellipse) {
+        target_.DrawEllipse(inside);
+    } else {
+        target_.DrawRectangle(inside);
+    }
 }
 
 void dc_canvas::text(forms::point at, std::string_view words, forms::colour ink)
@@ -44,10 +67,13 @@ picture_panel::picture_panel(wxWindow* parent, forms::picture& shown, callback_g
     SetBackgroundStyle(wxBG_STYLE_PAINT);
     SetMinClientSize(least_size());
     Bind(wxEVT_PAINT, [this](wxPaintEvent&) { paint(); });
-    Bind(wxEVT_LEFT_DOWN, [this, &guard](wxMouseEvent& event) {
-        const auto twips = [this](int pixels) { return wxRound(pixels / pixels_per_twip()); };
-        const forms::point where{twips(event.GetX()), twips(event.GetY())};
-        guard([&] { shown_.press(where); });
+    Bind(wxEVT_LEFT_DOWN,
+         [this, &guard](wxMouseEvent& event) { guard([&] { shown_.press(twips(event.GetPosition())); }); });
+    Bind(wxEVT_SIZE, [this, &guard](wxSizeEvent& event) {
+        event.Skip();
+        const wxSize size = GetClientSize();
+        guard([&] { shown_.resize(twips({size.x, size.y})); });
+        Refresh(false);
     });
 }
 
@@ -55,6 +81,12 @@ wxSize picture_panel::least_size() const
 {
     const forms::point extent = shown_.extent;
     return {wxRound(extent.x * pixels_per_twip()), wxRound(extent.y * pixels_per_twip())};
+}
+
+forms::point picture_panel::twips(wxPoint pixels) const
+{
+    const auto scaled = [this](int length) { return wxRound(length / pixels_per_twip()); };
+    return {scaled(pixels.x), scaled(pixels.y)};
 }
 
 double picture_panel::pixels_per_twip() const { return GetDPIScaleFactor() / twips_per_pixel; }

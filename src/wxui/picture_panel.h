@@ -4,6 +4,7 @@
 #include "forms/canvas.h"
 #include "wxui/callback_guard.h"
 
+#include <optional>
 #include <string_view>
 
 #include <wx/dc.h>
@@ -19,15 +20,18 @@ public:
     void clear(forms::colour background) override;
     void line(forms::point from, forms::point to, forms::colour ink) override;
     void text(forms::point at, std::string_view words, forms::colour ink) override;
+    void figure(forms::outline kind, const forms::area& place, std::optional<forms::colour> fill,
+                forms::colour border) override;
 
 private:
     wxPoint pixels(forms::point at) const;
+    wxPen pen(forms::colour ink) const;
 
     wxDC& target_;
     double scale_;
 };
 
-/// Repaints the whole picture on a buffer, so that it does not flicker, and hands presses on in twips.
+/// Repaints the whole picture on a buffer, so that it does not flicker, and hands presses and its size on in twips.
 class picture_panel final : public wxWindow {
 public:
     picture_panel(wxWindow* parent, forms::picture& shown, callback_guard& guard);
@@ -38,6 +42,7 @@ public:
 
 private:
     double pixels_per_twip() const;
+    forms::point twips(wxPoint pixels) const;
     void paint();
 
     forms::picture& shown_;

@@ -1,34 +1,16 @@
 #include "forms/canvas.h"
 
+#include "support/listing.h"
 #include "support/scripted_shell.h"
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace tamrix::forms {
 namespace {
-
-/// Writes down the calls that reach it.
-class listing final : public canvas {
-public:
-    void clear(colour background) override { calls.push_back("clear " + number(background)); }
-    void line(point from, point to, colour ink) override
-    {
-        calls.push_back("line " + place(from) + " " + place(to) + " " + number(ink));
-    }
-    void text(point at, std::string_view words, colour ink) override
-    {
-        calls.push_back("text " + place(at) + " " + number(ink) + " " + std::string{words});
-    }
-
-    std::vector<std::string> calls;
-
-private:
-    static std::string number(colour value) { return std::to_string(value); }
-    static std::string place(point at) { return std::to_string(at.x) + "," + std::to_string(at.y); }
-};
 
 struct drawing_form final : form {
     picture Picture1{*this};
@@ -37,7 +19,7 @@ struct drawing_form final : form {
 
 std::vector<std::string> drawn(const picture& source)
 {
-    listing target;
+    tests::listing<canvas> target;
     source.draw_on(target);
     return target.calls;
 }
@@ -95,6 +77,55 @@ TEST(picture, tells_its_renderer_of_every_stroke)
         dialog.Picture1.clear(0xFFFFFF);
         EXPECT_EQ(shell.changes(dialog.Picture1), 3);
     });
+}
+
+TEST(picture, tells_its_renderer_once_of_a_whole_drawing)
+{
+    tests::scripted_shell shell;
+    drawing_form dialog;
+    picture& surface = dialog.Picture1;
+    shell.during(dialog, [&] {
+        surface.draw([&] {
+            surface.clear(0x008080);
+            for (int x = 0; x < 100; ++x) surface.line({x, 0}, {x, 9}, 1);
+            surface.draw([&] { surface.text({0, 0}, "a", 1); });
+            EXPECT_EQ(shell.changes(surface), 0);
+        });
+        EXPECT_EQ(shell.changes(surface), 1);
+        surface.draw([] {});
+        EXPECT_EQ(shell.changes(surface), 1) << "nothing was drawn";
+        EXPECT_THROW(surface.draw([&] {
+            surface.line({0, 0}, {1, 1}, 1);
+            throw std::runtime_error{"in the midst"};
+        }),
+                     std::runtime_error);
+        EXPECT_EQ(shell.changes(surface), 2);
+        surface.line({0, 0}, {1, 1}, 1);
+        EXPECT_EQ(shell.changes(surface), 3);
+    });
+}
+
+TEST(picture, repeats_its_figures)
+{
+    drawing_form dialog;
+    dialog.Picture1.figure(outline::ellipse, {1, 2, 3, 4}, 5, 6);
+    dialog.Picture1.figure(outline::rectangle, {1, 2, 3, 4}, {}, 6);
+    EXPECT_EQ(drawn(dialog.Picture1), (calls{"clear 16777215", "ellipse 1,2 3,4 5 6", "rectangle 1,2 3,4 open 6"}));
+}
+
+TEST(picture, is_as_large_as_its_drawing_until_the_renderer_tells_another_size)
+{
+    drawing_form dialog;
+    int resized = 0;
+    dialog.Picture1.on_resize = [&] { ++resized; };
+    dialog.Picture1.extent = {3000, 1500};
+    EXPECT_EQ(dialog.Picture1.size(), (point{3000, 1500}));
+    dialog.Picture1.resize({3000, 1500});
+    EXPECT_EQ(resized, 0);
+    dialog.Picture1.resize({4500, 1500});
+    dialog.Picture1.resize({4500, 1500});
+    EXPECT_EQ(resized, 1);
+    EXPECT_EQ(dialog.Picture1.size(), (point{4500, 1500}));
 }
 
 TEST(picture, reports_where_it_was_pressed_only_while_it_is_usable)
