@@ -12,6 +12,7 @@ class list_box;
 class option;
 class picture;
 class progress_bar;
+class status_bar;
 class text_box;
 class timer;
 
@@ -27,6 +28,7 @@ public:
     virtual void visit(option& control) = 0;
     virtual void visit(picture& control) = 0;
     virtual void visit(progress_bar& control) = 0;
+    virtual void visit(status_bar& control) = 0;
     virtual void visit(text_box& control) = 0;
     virtual void visit(timer& control) = 0;
 };
