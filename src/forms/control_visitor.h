@@ -9,6 +9,8 @@ class frame;
 class grid_text;
 class label;
 class list_box;
+class menu;
+class menu_item;
 class option;
 class picture;
 class progress_bar;
@@ -25,6 +27,8 @@ public:
     virtual void visit(grid_text& control) = 0;
     virtual void visit(label& control) = 0;
     virtual void visit(list_box& control) = 0;
+    virtual void visit(menu& control) = 0;
+    virtual void visit(menu_item& control) = 0;
     virtual void visit(option& control) = 0;
     virtual void visit(picture& control) = 0;
     virtual void visit(progress_bar& control) = 0;

@@ -4,6 +4,7 @@
 #include "forms/canvas.h"
 #include "forms/controls.h"
 #include "forms/layout.h"
+#include "forms/menu.h"
 
 #include <functional>
 #include <string>
@@ -36,6 +37,8 @@ public:
 
     /// The arrangement of the controls on the screen.
     virtual layout arrangement() = 0;
+    /// From left to right, above the controls.
+    virtual std::vector<menu*> menus() { return {}; }
     /// Enter presses this one; may be null.
     virtual button* default_button() { return nullptr; }
     /// Escape and the window's own close button press this one; without one they close the form.

@@ -67,6 +67,11 @@ arranger::arranger(forms::form& shown, wxWindow& window, callback_guard& guard, 
 wxSizer* arranger::arrange()
 {
     auto* outer = new wxBoxSizer{wxVERTICAL};
+    if (const auto menus = shown_.menus(); !menus.empty()) {
+        auto* strip = new wxBoxSizer{wxHORIZONTAL};
+        for (forms::menu* one : menus) strip->Add(maker_.make(*one, &window_, label_use::caption));
+        outer->Add(strip);
+    }
     outer->Add(nested(shown_.arrangement(), &window_), wxSizerFlags{1}.Expand().Border(wxALL, pixels(margin)));
     for (forms::control* control : shown_.controls()) {
         if (dynamic_cast<forms::timer*>(control) != nullptr) maker_.make(*control, &window_, label_use::caption);

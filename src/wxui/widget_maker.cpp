@@ -30,6 +30,11 @@ void widget_maker::visit(forms::label& control) { keep(control, make_label(contr
 
 void widget_maker::visit(forms::list_box& control) { keep(control, make_list_box(control, parent_, guard_)); }
 
+void widget_maker::visit(forms::menu& control) { keep(control, make_menu(control, parent_, guard_)); }
+
+/// Its menu shows it as it is when it is opened.
+void widget_maker::visit(forms::menu_item&) {}
+
 /// All options of a group are made in one go: the toolkit takes neighbours for a group.
 void widget_maker::visit(forms::option& control)
 {

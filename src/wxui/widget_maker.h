@@ -26,6 +26,8 @@ private:
     void visit(forms::grid_text& control) override;
     void visit(forms::label& control) override;
     void visit(forms::list_box& control) override;
+    void visit(forms::menu& control) override;
+    void visit(forms::menu_item& control) override;
     void visit(forms::option& control) override;
     void visit(forms::picture& control) override;
     void visit(forms::progress_bar& control) override;

@@ -21,6 +21,8 @@ struct every_kind final : form {
     grid_text RichTextBox1{*this};
     label Label1{*this};
     list_box List1{*this};
+    menu File{*this};
+    menu_item Open{File};
     option_group Option1{*this, 1};
     picture Picture1{*this};
     progress_bar ProgressBar1{*this};
@@ -39,6 +41,8 @@ struct naming_visitor final : control_visitor {
     void visit(grid_text&) override { names.push_back("grid_text"); }
     void visit(label&) override { names.push_back("label"); }
     void visit(list_box&) override { names.push_back("list_box"); }
+    void visit(menu&) override { names.push_back("menu"); }
+    void visit(menu_item&) override { names.push_back("menu_item"); }
     void visit(option&) override { names.push_back("option"); }
     void visit(picture&) override { names.push_back("picture"); }
     void visit(progress_bar&) override { names.push_back("progress_bar"); }
@@ -52,9 +56,9 @@ TEST(a_visitor, is_told_the_kind_of_each_control)
     every_kind dialog;
     naming_visitor visitor;
     for (control* one : dialog.controls()) one->accept(visitor);
-    EXPECT_EQ(visitor.names,
-              (std::vector<std::string>{"button", "combo_box", "frame", "grid_text", "label", "list_box", "option",
-                                        "picture", "progress_bar", "status_bar", "text_box", "timer"}));
+    EXPECT_EQ(visitor.names, (std::vector<std::string>{"button", "combo_box", "frame", "grid_text", "label", "list_box",
+                                                       "menu", "menu_item", "option", "picture", "progress_bar",
+                                                       "status_bar", "text_box", "timer"}));
 }
 
 }  // namespace
