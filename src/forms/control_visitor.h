@@ -14,6 +14,7 @@ class menu_item;
 class option;
 class picture;
 class progress_bar;
+class scroll_bar;
 class status_bar;
 class text_box;
 class timer;
@@ -32,6 +33,7 @@ public:
     virtual void visit(option& control) = 0;
     virtual void visit(picture& control) = 0;
     virtual void visit(progress_bar& control) = 0;
+    virtual void visit(scroll_bar& control) = 0;
     virtual void visit(status_bar& control) = 0;
     virtual void visit(text_box& control) = 0;
     virtual void visit(timer& control) = 0;

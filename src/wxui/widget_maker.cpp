@@ -49,6 +49,8 @@ void widget_maker::visit(forms::picture& control) { keep(control, make_picture(c
 
 void widget_maker::visit(forms::progress_bar& control) { keep(control, make_progress_bar(control, parent_)); }
 
+void widget_maker::visit(forms::scroll_bar& control) { keep(control, make_scroll_bar(control, parent_, guard_)); }
+
 void widget_maker::visit(forms::status_bar& control) { keep(control, make_status_bar(control, parent_)); }
 
 void widget_maker::visit(forms::text_box& control) { keep(control, make_text_box(control, parent_, guard_)); }

@@ -31,6 +31,7 @@ private:
     void visit(forms::option& control) override;
     void visit(forms::picture& control) override;
     void visit(forms::progress_bar& control) override;
+    void visit(forms::scroll_bar& control) override;
     void visit(forms::status_bar& control) override;
     void visit(forms::text_box& control) override;
     void visit(forms::timer& control) override;

@@ -44,6 +44,7 @@ widget_ptr make_grid_text(forms::grid_text& control, wxWindow* parent, callback_
 widget_ptr make_option(forms::option& control, wxWindow* parent, callback_guard& guard);
 widget_ptr make_progress_bar(forms::progress_bar& control, wxWindow* parent);
 widget_ptr make_menu(forms::menu& control, wxWindow* parent, callback_guard& guard);
+widget_ptr make_scroll_bar(forms::scroll_bar& control, wxWindow* parent, callback_guard& guard);
 widget_ptr make_status_bar(forms::status_bar& control, wxWindow* parent);
 widget_ptr make_picture(forms::picture& control, wxWindow* parent, callback_guard& guard);
 widget_ptr make_timer(forms::timer& control, callback_guard& guard);

@@ -26,6 +26,7 @@ struct every_kind final : form {
     option_group Option1{*this, 1};
     picture Picture1{*this};
     progress_bar ProgressBar1{*this};
+    scroll_bar HScroll1{*this};
     status_bar StatusBar1{*this, 1};
     text_box Text1{*this};
     timer Timer1{*this};
@@ -46,6 +47,7 @@ struct naming_visitor final : control_visitor {
     void visit(option&) override { names.push_back("option"); }
     void visit(picture&) override { names.push_back("picture"); }
     void visit(progress_bar&) override { names.push_back("progress_bar"); }
+    void visit(scroll_bar&) override { names.push_back("scroll_bar"); }
     void visit(status_bar&) override { names.push_back("status_bar"); }
     void visit(text_box&) override { names.push_back("text_box"); }
     void visit(timer&) override { names.push_back("timer"); }
@@ -58,7 +60,7 @@ TEST(a_visitor, is_told_the_kind_of_each_control)
     for (control* one : dialog.controls()) one->accept(visitor);
     EXPECT_EQ(visitor.names, (std::vector<std::string>{"button", "combo_box", "frame", "grid_text", "label", "list_box",
                                                        "menu", "menu_item", "option", "picture", "progress_bar",
-                                                       "status_bar", "text_box", "timer"}));
+                                                       "scroll_bar", "status_bar", "text_box", "timer"}));
 }
 
 }  // namespace
