@@ -2,7 +2,21 @@
 // pump, the clock.
 #pragma once
 
+#include "forms/file_question.h"
 #include "forms/message_box.h"
+#include "forms/page.h"
+
+#include <optional>
+#include <string>
+
+#include "forms/box_table.h"
+#include "forms/file_question.h"
+#include "forms/form.h"
+#include "forms/message_box.h"
+#include "forms/page.h"
+#include <cstdint>
+#include <optional>
+#include <string>
 
 namespace tamrix::forms {
 
@@ -16,6 +30,12 @@ public:
     /// out here.
     void show_modal(form& dialog);
     virtual answer box(const message_box& box) = 0;
+    /// The name of a file to read or to write, UTF-8; none where the person cancels, as a platform without anybody to
+    /// ask does. Before an existing file is named for writing the person has agreed to replace it.
+    virtual std::optional<std::string> open_file(const file_question&) { return std::nullopt; }
+    virtual std::optional<std::string> save_file(const file_question&) { return std::nullopt; }
+    /// Asks for a printer and prints one page. What the job throws comes out.
+    virtual print_end print(const print_job&) { return print_end::cancelled; }
     virtual void beep() = 0;
     /// Lets waiting messages pass: one round of the message pump.
     virtual void doevents() = 0;

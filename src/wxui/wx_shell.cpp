@@ -1,7 +1,9 @@
 #include "wxui/wx_shell.h"
 
+#include "wxui/file_window.h"
 #include "wxui/form_dialog.h"
 #include "wxui/host_window.h"
+#include "wxui/printing.h"
 
 #include <chrono>
 
@@ -35,6 +37,27 @@ forms::answer wx_shell::box(const forms::message_box& box)
     toolkit_.need_display();
     const host_window host;
     return ask(window_in_front(), box, answer_texts_);
+}
+
+std::optional<std::string> wx_shell::open_file(const forms::file_question& question)
+{
+    toolkit_.need_display();
+    const host_window host;
+    return ask_for_file(window_in_front(), question, file_use::open);
+}
+
+std::optional<std::string> wx_shell::save_file(const forms::file_question& question)
+{
+    toolkit_.need_display();
+    const host_window host;
+    return ask_for_file(window_in_front(), question, file_use::save);
+}
+
+forms::print_end wx_shell::print(const forms::print_job& job)
+{
+    toolkit_.need_display();
+    const host_window host;
+    return wxui::print(window_in_front(), job);
 }
 
 void wx_shell::beep() { wxBell(); }

@@ -1,4 +1,5 @@
-// The shell on a real screen: forms as modal dialogs, message boxes, the message pump and the steady clock.
+// The shell on a real screen: forms as modal dialogs, message boxes, file dialogs, the printer, the message pump and
+// the steady clock.
 #pragma once
 
 #include "forms/form.h"
@@ -15,6 +16,9 @@ namespace tamrix::wxui {
 class wx_shell final : public forms::shell {
 public:
     forms::answer box(const forms::message_box& box) override;
+    std::optional<std::string> open_file(const forms::file_question& question) override;
+    std::optional<std::string> save_file(const forms::file_question& question) override;
+    forms::print_end print(const forms::print_job& job) override;
     void beep() override;
     void doevents() override;
     double seconds() override;

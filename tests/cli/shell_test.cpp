@@ -1,6 +1,7 @@
 #include "cli/shell.h"
 
 #include <gtest/gtest.h>
+#include <optional>
 
 namespace tamrix::cli {
 
@@ -65,6 +66,17 @@ TEST(cli_shell, boxes_are_kept_in_their_order)
     ASSERT_EQ(screen.boxes().size(), 2u);
     EXPECT_EQ(screen.boxes()[0].text, "one");
     EXPECT_EQ(screen.boxes()[1].title, "Warning");
+}
+
+TEST(cli_shell, nobody_names_a_file_or_a_printer)
+{
+    shell screen;
+    bool drawn = false;
+    EXPECT_EQ(screen.open_file({.title = "Load File"}), std::nullopt);
+    EXPECT_EQ(screen.save_file({.title = "Save"}), std::nullopt);
+    EXPECT_EQ(screen.print({.title = "page", .draw = [&](forms::page&) { drawn = true; }}),
+              forms::print_end::cancelled);
+    EXPECT_FALSE(drawn);
 }
 
 TEST(cli_shell, a_question_gets_the_answer_that_changes_the_least)

@@ -1,5 +1,7 @@
 #include "support/scripted_shell.h"
 
+#include "support/listing.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -72,6 +74,53 @@ forms::answer scripted_shell::box(const forms::message_box& box)
     case forms::buttons_of_box::abort_retry_ignore: return forms::answer::abort;
     default: return forms::answer::ok;
     }
+}
+
+namespace {
+
+/// What the script says next; `otherwise` where it says nothing.
+template <class T>
+T next_of(std::deque<T>& script, T otherwise)
+{
+    if (script.empty()) return otherwise;
+    const T next = std::move(script.front());
+    script.pop_front();
+    return next;
+}
+
+class listed_page final : public listing<forms::page> {
+public:
+    explicit listed_page(forms::point size) : size_{size} {}
+    forms::point size() const override { return size_; }
+
+private:
+    forms::point size_;
+};
+
+}  // namespace
+
+std::optional<std::string> scripted_shell::open_file(const forms::file_question& question)
+{
+    to_open_.push_back(question);
+    return next_of(files_, std::optional<std::string>{});
+}
+
+std::optional<std::string> scripted_shell::save_file(const forms::file_question& question)
+{
+    to_save_.push_back(question);
+    return next_of(files_, std::optional<std::string>{});
+}
+
+forms::print_end scripted_shell::print(const forms::print_job& job)
+{
+    print_titles_.push_back(job.title);
+    const forms::print_end end = next_of(prints_, forms::print_end::cancelled);
+    if (end == forms::print_end::printed) {
+        listed_page page{page_size};
+        job.draw(page);
+        pages_.push_back(page.calls);
+    }
+    return end;
 }
 
 void scripted_shell::doevents()

@@ -1,5 +1,5 @@
-// A screen for tests: dialogs are answered by the test's own steps, boxes are recorded, and time stands still until the
-// test moves it.
+// A screen for tests: dialogs, questions for files and prints are answered by the test's own steps, boxes and pages are
+// recorded, and time stands still until the test moves it.
 #pragma once
 
 #include "forms/form.h"
@@ -7,6 +7,7 @@
 
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,10 @@ public:
     void during(forms::form& dialog, std::function<void()> steps);
     /// The answer to the next box; without one a box is answered with its first button, but no attempt is repeated.
     void answer_next_box(forms::answer answer) { answers_.push_back(answer); }
+    /// The answer to the next question for a file; without one it is cancelled.
+    void answer_next_file(std::optional<std::string> name) { files_.push_back(std::move(name)); }
+    /// The end of the next print; without one it is cancelled. The job draws where it is printed.
+    void answer_next_print(forms::print_end end) { prints_.push_back(end); }
     /// Runs in every round of the message pump, as a person's clicks would.
     std::function<void()> on_doevents;
     /// Runs before a box is answered.
@@ -33,6 +38,12 @@ public:
     const std::vector<std::string>& boxes() const { return boxes_; }
     /// The boxes themselves.
     const std::vector<forms::message_box>& whole_boxes() const { return whole_boxes_; }
+    const std::vector<forms::file_question>& files_to_open() const { return to_open_; }
+    const std::vector<forms::file_question>& files_to_save() const { return to_save_; }
+    /// The titles of the pages that were to be printed, and what is on those that were.
+    const std::vector<std::string>& print_titles() const { return print_titles_; }
+    const std::vector<std::vector<std::string>>& pages() const { return pages_; }
+    forms::point page_size{11906, 16838};  // A4, in twips
     int beeps() const { return beeps_; }
     int pumps() const { return pumps_; }
     /// How often controls of the shown dialogs told their renderer of a change, by control.
@@ -42,6 +53,9 @@ public:
     int dialogs_shown() const { return dialogs_shown_; }
 
     forms::answer box(const forms::message_box& box) override;
+    std::optional<std::string> open_file(const forms::file_question& question) override;
+    std::optional<std::string> save_file(const forms::file_question& question) override;
+    forms::print_end print(const forms::print_job& job) override;
     void beep() override { ++beeps_; }
     void doevents() override;
     double seconds() override { return seconds_; }
@@ -52,6 +66,11 @@ private:
 
     std::deque<std::function<void(forms::form&)>> steps_;
     std::deque<forms::answer> answers_;
+    std::deque<std::optional<std::string>> files_;
+    std::deque<forms::print_end> prints_;
+    std::vector<forms::file_question> to_open_, to_save_;
+    std::vector<std::string> print_titles_;
+    std::vector<std::vector<std::string>> pages_;
     std::vector<std::string> boxes_;
     std::vector<forms::message_box> whole_boxes_;
     std::vector<double> progress_;

@@ -1,0 +1,30 @@
+// A page to print on.
+#pragma once
+
+#include "forms/canvas.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace tamrix::forms {
+
+class page : public canvas {
+public:
+    /// Its width and height in twips. What is drawn outside is lost.
+    virtual point size() const = 0;
+};
+
+struct print_job {
+    std::string title{};  // in the printer's queue
+    /// Draws the page; may be called more than once.
+    std::function<void(page&)> draw{};
+};
+
+enum class print_end : std::uint8_t {
+    printed,
+    cancelled,  // by the person
+    failed,     // the printer did not take it
+};
+
+}  // namespace tamrix::forms

@@ -1,0 +1,121 @@
+// File dialogs and the printer on a real screen.
+#include "gtk_window.h"
+#include "over_host.h"
+
+#include "wxui/printing.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include <wx/bitmap.h>
+#include <wx/dcmemory.h>
+#include <wx/image.h>
+
+using namespace tamrix;
+using namespace tamrix::tests;
+
+namespace {
+
+class questions : public testing::Test {
+protected:
+    wxui::wx_shell screen;
+    const std::string filter = "All Files (*.*)|*.*|Binary File (*.BIN)|*.bin";
+
+    /// Such a dialog is none of the toolkit's own windows. Escape closes it after the script.
+    void system_dialog(const std::function<void()>& asks, const std::function<void()>& script)
+    {
+        host_window host;
+        during(screen, host, [&] {
+            const void* const behind = gtk_window::in_front().widget();
+            const script_timer starter{[&] {
+                comes_true([&] { return gtk_window::in_front().widget() != behind; });
+                press("shift");
+                script();
+                press("Escape");
+            }};
+            asks();
+        });
+    }
+
+    forms::file_question named(const std::string& name) const
+    {
+        return {.title = "A File", .filter = filter, .name = name};
+    }
+};
+
+}  // namespace
+
+TEST_F(questions, for_a_file_that_are_cancelled_have_no_answer)
+{
+    std::optional<std::string> opened = "none", saved = "none";
+    box_over_host(
+        screen, [&] { opened = screen.open_file(named("*.*")); }, [] {});
+    box_over_host(
+        screen, [&] { saved = screen.save_file(named("*.*")); }, [] {});
+    EXPECT_EQ(opened, std::nullopt);
+    EXPECT_EQ(saved, std::nullopt);
+}
+
+TEST_F(questions, for_a_printer_that_are_cancelled_print_nothing)
+{
+    bool drawn = false;
+    auto end = forms::print_end::printed;
+    const forms::print_job job{.title = "page", .draw = [&](forms::page&) { drawn = true; }};
+    box_over_host(
+        screen, [&] { end = screen.print(job); }, [] {});
+    EXPECT_EQ(end, forms::print_end::cancelled);
+    EXPECT_FALSE(drawn);
+}
+
+TEST_F(questions, for_a_printer_put_lines_and_texts_on_a_page_of_known_size)
+{
+    during(screen, *std::make_unique<host_window>(), [&] {
+        wxBitmap paper{595, 842};  // A4 at 72 dots to the inch
+        wxMemoryDC target{paper};
+        target.SetBackground(*wxWHITE_BRUSH);
+        target.Clear();
+        forms::point size;
+        const forms::print_job job{.title = "page", .draw = [&](forms::page& page) {
+                                       size = page.size();
+                                       page.line({0, 1440}, {size.x, 1440}, 0xFF0000);
+                                       page.figure(forms::outline::rectangle, {1440, 2880, 1440, 1440}, 0x00FF00, 0);
+                                   }};
+        wxui::job_printout printout{job};
+        printout.SetDC(&target);
+        printout.SetPageSizeMM(210, 297);
+        printout.SetPageSizePixels(595, 842);
+        EXPECT_TRUE(printout.HasPage(1));
+        EXPECT_FALSE(printout.HasPage(2));
+        EXPECT_TRUE(printout.OnPrintPage(1));
+        target.SelectObject(wxNullBitmap);
+        EXPECT_NEAR(size.x, 11906, 2);
+        EXPECT_NEAR(size.y, 16838, 2);
+        const wxImage image = paper.ConvertToImage();
+        const auto green = [&](int x, int y) { return static_cast<int>(image.GetGreen(x, y)); };
+        const auto red = [&](int x, int y) { return static_cast<int>(image.GetRed(x, y)); };
+        EXPECT_EQ(red(300, 72), 255);
+        EXPECT_EQ(green(300, 72), 0) << "the line lies an inch below the edge";
+        EXPECT_EQ(green(300, 80), 255);
+        EXPECT_EQ(red(100, 180), 0) << "the rectangle";
+    });
+}
+
+TEST_F(questions, for_a_printer_let_the_error_of_a_job_out)
+{
+    const forms::print_job job{.title = "page", .draw = [](forms::page&) { throw std::runtime_error{"no ink"}; }};
+    during(screen, *std::make_unique<host_window>(), [&] {
+        wxBitmap paper{100, 100};
+        wxMemoryDC target{paper};
+        wxui::job_printout printout{job};
+        printout.SetDC(&target);
+        printout.SetPageSizeMM(10, 10);
+        printout.SetPageSizePixels(100, 100);
+        EXPECT_FALSE(printout.OnPrintPage(1));
+        EXPECT_THROW(printout.rethrow(), std::runtime_error);
+    });
+}
