@@ -134,7 +134,7 @@ struct view<element::int16> : std::type_identity<block<std::int16_t>> {};
 template <>
 struct view<element::int32> : std::type_identity<block<std::int32_t>> {};
 template <>
-struct view<element::bool16> : std::type_identity<block<bool16>> {};
+struct view<element::boolean> : std::type_identity<block<bool16>> {};
 template <>
 struct view<element::real> : std::type_identity<block<double>> {};
 template <>

@@ -9,15 +9,6 @@
 #include <optional>
 #include <string>
 
-#include "forms/box_table.h"
-#include "forms/file_question.h"
-#include "forms/form.h"
-#include "forms/message_box.h"
-#include "forms/page.h"
-#include <cstdint>
-#include <optional>
-#include <string>
-
 namespace tamrix::forms {
 
 class form;

@@ -151,7 +151,7 @@ TEST_F(logic_dialogs, the_library_loses_an_entry_of_its_list)
 
 TEST_F(logic_dialogs, a_new_device_is_not_entered_by_escape_or_the_close_button)
 {
-    ttladd left_by_key{session, variables.ttl}, left_by_button{session};
+    ttladd left_by_key{session, variables.ttl}, left_by_button{session, variables.ttl};
     with(left_by_key, [&] {
         press("Escape");
         EXPECT_FALSE(left_by_key.is_open());

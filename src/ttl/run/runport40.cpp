@@ -14,8 +14,7 @@ constexpr std::uint8_t supply_at_the_tied_position = 108;
 class pins40 final : public immediate_pins {
 public:
     explicit pins40(const vector_run& run)
-        : ttlmap_{run.ttl.ttlmap},
-          ports_{run.plug_in, hw::ports::route::frames, hw::frame_length::logic_pins}
+        : ttlmap_{run.ttl.ttlmap}, ports_{run.plug_in, hw::ports::route::frames, hw::frame_length::logic_pins}
     {}
 
     bool drive(std::string_view row, const supply_pins& supply) override
