@@ -24,8 +24,8 @@ constexpr std::uint32_t element_bytes(element kind)
     return 0;
 }
 
-/// `mapped_bytes` is what the side that creates the block asks for; a block that exists is mapped as it stands. `count`
-/// is the number of elements that a view offers, whatever the block's real size.
+/// `mapped_bytes` is the size with which a block is created; an existing block is mapped as it is. `count` is the
+/// number of elements that a view offers, whatever the block's real size.
 struct block_info {
     std::string_view name;
     std::uint32_t mapped_bytes;
@@ -116,18 +116,17 @@ inline constexpr std::array<block_info, 60> small_blocks{{TAMRIX_SMALL_BLOCKS(TA
 inline constexpr std::array<block_info, 2> big_blocks{{TAMRIX_BIG_BLOCKS(TAMRIX_BLOCK_INFO)}};
 #undef TAMRIX_BLOCK_INFO
 
-/// The object name of a small block of instance `num`: the number stands at the end.
+/// The object name of a small block of instance `num`: it ends with the number.
 inline std::string small_block_object(std::string_view name, int num)
 {
     return "qorfan" + std::string{name} + std::to_string(num);
 }
 
-/// The object name of a big block: without a number, all instances share it.
+/// The object name of a big block. It has no number: all instances share the block.
 inline std::string big_block_object(std::string_view name) { return "qorfan" + std::string{name}; }
 
-/// Mapped bytes of `ibuffer` for a buffer of `buflength` bytes. The two constants differ on purpose: a length from
-/// 0x8400000 to 0x107FFFFF is mapped whole with its margin, only from 0x10800000 on the mapping falls back to the fixed
-/// size.
+/// Mapped bytes of `ibuffer` for a buffer of `buflength` bytes. Intentional: the two constants differ. A length from
+/// 0x8400000 to 0x107FFFFF is mapped whole, with its margin; from 0x10800000 on, the mapping has the fixed size.
 constexpr std::int32_t ibuffer_bytes(std::int32_t buflength)
 {
     constexpr std::int32_t margin = 2200;

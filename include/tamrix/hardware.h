@@ -1,14 +1,14 @@
 /* The interface of a programmer in a shared library. Plain C, so that it can be written in any language.
 
-   A library exports one function, tamrix_hardware_functions(), which yields a table that is valid for the life of the
-   process; the library is never unloaded. All calls come from one thread, except that bulk reads and replies arrive in
-   a context of the library's own.
+   A library exports one function, tamrix_hardware_functions(), which returns a table that is valid for the life of the
+   process; the library is never unloaded. All calls come from one thread. Bulk reads and replies may arrive on a thread
+   of the library.
 
-   A pin is a contact of the socket as a "pin code": 1 is the lowest contact of the left column, 101 that of the right
-   one. A code that no contact has is legal and reaches nothing. `state` is 1 to connect, 0 to release.
+   A pin is a contact of the socket, given as a "pin code": 1 is the lowest contact of the left column, 101 the lowest
+   of the right one. A code without a contact is legal and does nothing. `state` is 1 to connect, 0 to release.
 
-   Functions that yield tamrix_result yield 0 when done, any other value when the call failed; error_text() then tells
-   why. No function may throw. */
+   A tamrix_result of 0 means done; any other value means that the call failed, and error_text() says why. No function
+   may throw. */
 #ifndef TAMRIX_HARDWARE_H
 #define TAMRIX_HARDWARE_H
 
@@ -25,7 +25,7 @@ extern "C" {
 /* The name under which the one function is exported. */
 #define TAMRIX_HARDWARE_SYMBOL "tamrix_hardware_functions"
 
-typedef struct tamrix_programmer tamrix_programmer; /* one programmer; only its library knows what is in it */
+typedef struct tamrix_programmer tamrix_programmer; /* one programmer; its library defines the content */
 typedef int32_t tamrix_result;
 
 /* Memory of the caller that the library uses from create() until destroy() has returned. What the library writes is
@@ -56,21 +56,21 @@ typedef struct tamrix_hardware {
      */
     tamrix_programmer* (*create)(const char* options, const tamrix_reply_memory* replies, char* error,
                                  size_t error_bytes);
-    /* Ends all transfers: nothing is written to the caller's memory after it has returned. */
+    /* Ends all transfers: after it returns, nothing is written to the caller's memory. */
     void (*destroy)(tamrix_programmer* which);
-    /* Why the last failed call failed: UTF-8, valid until the next call. Never null. */
+    /* Why the last failing call failed: UTF-8, valid until the next call. Never null. */
     const char* (*error_text)(tamrix_programmer* which);
 
     /* The transport. */
 
-    /* Sends a command frame. Yields 1 on failure, any other value when sent. */
+    /* Sends a command frame. Returns 1 on failure, any other value on success. */
     int32_t (*usbcomwrite)(tamrix_programmer* which, const uint8_t* buffer, int32_t length);
-    /* Sends one block of data. Yields 1 on failure. */
+    /* Sends one block of data. Returns 1 on failure. */
     int32_t (*usbbulkwrite)(tamrix_programmer* which, const uint8_t* buffer, int32_t length);
-    /* Starts a read of length - 1 bytes of data and returns at once. The read runs on in a context of its own: the
-       data, then 2 into *status (more than 3 on failure), then the end marker 170 into buffer[length - 1], each visible
-       to who sees what follows it. Both addresses stay valid until then, or until a later usbcomwrite has begun
-       something else. The result does not count. */
+    /* Starts a read of length - 1 bytes of data and returns at once. The read continues in the background and writes in
+       this order: the data, then 2 to *status (more than 3 on failure), then the end marker 170 to buffer[length - 1].
+       A reader that sees one of them also sees what was written before it (release order). Both addresses stay valid
+       until the end marker is written or a later usbcomwrite has started something else. The result is ignored. */
     int32_t (*usbbulkread)(tamrix_programmer* which, uint8_t* buffer, int32_t length, uint8_t* status);
 
     /* The device object. */
@@ -82,30 +82,30 @@ typedef struct tamrix_hardware {
     tamrix_result (*vpppin)(tamrix_programmer* which, uint8_t pin, uint8_t state);
     tamrix_result (*busmode)(tamrix_programmer* which, int32_t mode); /* 0 normal pin work, 1 read-back */
     tamrix_result (*hwinit)(tamrix_programmer* which);
-    /* Drops all drivers and voltages. *answer becomes 1 where the hardware does not answer. */
+    /* Switches off all drivers and voltages. *answer becomes 1 if the hardware does not answer. */
     tamrix_result (*hwreset)(tamrix_programmer* which, int32_t* answer);
     tamrix_result (*ctlout)(tamrix_programmer* which, int32_t value, uint8_t address, int32_t* status);
     tamrix_result (*ctlin)(tamrix_programmer* which, uint8_t address, int32_t* value);
-    /* Register 2b is the data byte of port b when written and the pins when read, 2b + 1 its release mask (1 releases).
-     */
+    /* Register 2b, written, is the data byte of port b; read, the levels of its pins. Register 2b + 1 is the release
+       mask of the port: a 1 bit releases its pin. */
     tamrix_result (*regout)(tamrix_programmer* which, int32_t value, uint8_t address);
     tamrix_result (*regin)(tamrix_programmer* which, uint8_t address, int32_t* value); /* 0 to 255, -1: failed */
-    tamrix_result (*delayms)(tamrix_programmer* which, int32_t milliseconds);          /* returns when they are over */
+    tamrix_result (*delayms)(tamrix_programmer* which, int32_t milliseconds);          /* returns after that time */
     tamrix_result (*delayus)(tamrix_programmer* which, int32_t count);                 /* in microseconds */
-    /* Waits for the reply to the last frame. *came becomes 1 when it stands in ibuf1, 0 where none came. */
+    /* Waits for the reply to the last frame. *came becomes 1 when the reply is in ibuf1, 0 if none came. */
     tamrix_result (*replywait)(tamrix_programmer* which, uint8_t count, uint8_t mode, int32_t extra, int32_t* came);
 
-    /* A script: acts are entered one by one; vecstart hands to the hardware what has been entered. */
+    /* A script: each of these calls adds a step; vecstart sends the steps to the hardware. */
     tamrix_result (*vecout)(tamrix_programmer* which, int32_t value, uint8_t address);
     tamrix_result (*vecstart)(tamrix_programmer* which);
-    tamrix_result (*vecbyte)(tamrix_programmer* which, uint8_t address); /* its byte goes into the result stream */
+    tamrix_result (*vecbyte)(tamrix_programmer* which, uint8_t address); /* appends the byte to the result stream */
     tamrix_result (*vecdelay)(tamrix_programmer* which, int32_t count);
     tamrix_result (*vecdelay2)(tamrix_programmer* which, int32_t count);
     tamrix_result (*vecgnd)(tamrix_programmer* which, uint8_t pin, uint8_t state);
     tamrix_result (*vecvcc)(tamrix_programmer* which, uint8_t pin, uint8_t state);
     tamrix_result (*vecvpp)(tamrix_programmer* which, uint8_t pin, uint8_t state);
 
-    /* Waits for a bare acknowledge, which then stands in ibuf1[0]: 0 when all is well. */
+    /* Waits for a bare acknowledge, which arrives in ibuf1[0]: 0 is success. */
     tamrix_result (*replycheck)(tamrix_programmer* which, int32_t count);
     tamrix_result (*hwrelease)(tamrix_programmer* which);
     tamrix_result (*hwfault)(tamrix_programmer* which);

@@ -1,9 +1,9 @@
 // The part of tamrix/named_memory.h for systems with POSIX shared memory; include that one.
 //
-// Every user holds a shared lock on the object; the last to leave removes the name, and an object that nobody holds is
-// what a crashed process left: it counts as not there. The sticky bit marks objects that follow this rule; an object
-// made by other means is opened as it stands and never removed. An object of another user is neither opened nor
-// removed: whoever took a name first would otherwise read and change what host and plug-in share.
+// Every user holds a shared lock on the object, and the last one to close it removes the name. An object without a lock
+// was left by a crashed process and counts as missing. The sticky bit marks objects that follow this rule; an object
+// without it was made by other means: it is opened as it is and never removed. An object of another user account is
+// neither opened nor removed: otherwise that account could read and change what host and plug-in share.
 #pragma once
 
 #include <cerrno>
@@ -28,7 +28,7 @@ inline constexpr mode_t managed = S_ISVTX;
 
 inline std::string path_of(const std::string& object) { return "/" + object; }
 
-/// Moves a descriptor out of the range of the standard streams, so that no handle is 0.
+/// Moves a descriptor above those of the standard streams, so that no handle is 0.
 inline handle as_handle(int fd)
 {
     if (fd < 0 || fd > STDERR_FILENO) return fd < 0 ? 0 : fd;
@@ -48,7 +48,7 @@ inline int lock(handle file, int operation)
 
 }  // namespace detail
 
-/// Releases a handle; the name goes away with its last user.
+/// Releases a handle; the last user removes the name.
 inline void close(handle file, const std::string& object) noexcept
 {
     if (file == 0) return;
@@ -59,7 +59,7 @@ inline void close(handle file, const std::string& object) noexcept
     ::close(file);
 }
 
-/// Opens an object that exists; 0 where there is none or it cannot be opened.
+/// Opens an existing object; 0 if there is none or it cannot be opened.
 inline handle open(const std::string& object)
 {
     for (;;) {
@@ -78,23 +78,23 @@ inline handle open(const std::string& object)
         if (detail::lock(file, LOCK_SH) == 0 && ::fstat(file, &info) == 0 && info.st_nlink > 0 && info.st_size > 0) {
             return file;
         }
-        ::close(file);  // it went away, or is not finished, between the two calls
+        ::close(file);  // it was removed, or is not complete yet, between the two calls
     }
 }
 
-/// Creates an object of `length_bytes` zero bytes; 0 where the name is taken or it cannot be made.
+/// Creates an object of `length_bytes` zero bytes; 0 if the name is taken or it fails.
 inline handle create(const std::string& object, std::uint32_t length_bytes)
 {
     const std::string path = detail::path_of(object);
     for (;;) {
-        // The mark stands from the first moment, so nobody takes a half-made object for one made by other means.
+        // Marked from the start, so that nobody takes an incomplete object for one made by other means.
         const handle file = detail::as_handle(
             ::shm_open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR | detail::managed));
         if (file == 0) return 0;
         struct stat info {};
         if (detail::lock(file, LOCK_SH) == 0 && ::ftruncate(file, length_bytes) == 0 && ::fstat(file, &info) == 0) {
             if (info.st_nlink > 0) return file;
-            ::close(file);  // taken for a leftover before the lock stood: once more
+            ::close(file);  // another process took it for a leftover before the lock was set: try again
             continue;
         }
         ::shm_unlink(path.c_str());
@@ -103,12 +103,12 @@ inline handle create(const std::string& object, std::uint32_t length_bytes)
     }
 }
 
-/// Opens an object, or creates it with `length_bytes` bytes where there is none; 0 where neither can be done. A length
-/// of 0 creates nothing.
+/// Opens an object, or creates it with `length_bytes` bytes if there is none; 0 if neither is possible. A length of 0
+/// creates nothing.
 inline handle open_or_create(const std::string& object, std::uint32_t length_bytes)
 {
-    // Another process may make or remove the object between the two calls. A name that is taken and cannot be opened
-    // however often belongs to something else.
+    // Another process may create or remove the object between the two calls. A name that is taken and can never be
+    // opened belongs to something else.
     for (int attempt = 0; attempt < 100; ++attempt) {
         if (const handle file = open(object); file != 0 || length_bytes == 0) return file;
         if (const handle file = create(object, length_bytes); file != 0) return file;
@@ -117,7 +117,7 @@ inline handle open_or_create(const std::string& object, std::uint32_t length_byt
     return 0;
 }
 
-/// Bytes that can be reached through a mapping of the object: its length, rounded up to whole pages.
+/// Bytes that can be reached through a mapping: the length of the object, rounded up to whole pages.
 inline std::size_t reach_bytes(handle file)
 {
     struct stat info {};
@@ -126,7 +126,7 @@ inline std::size_t reach_bytes(handle file)
     return (static_cast<std::size_t>(info.st_size) + page - 1) / page * page;
 }
 
-/// Maps the whole object for reading and writing; null where that fails.
+/// Maps the whole object for reading and writing; null on failure.
 inline void* map(handle file)
 {
     const std::size_t length = reach_bytes(file);

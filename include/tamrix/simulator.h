@@ -1,10 +1,9 @@
-/* What the shared library of the simulated programmer exports beside tamrix_hardware_functions(): by these functions a
-   host lets a person put chips into the simulated socket and break their pins while the programmer is in use. Plain C;
-   all texts are UTF-8.
+/* What the library of the simulated programmer exports in addition to tamrix_hardware_functions(). A host uses it to
+   put chips into the simulated socket and to break their pins while the programmer is in use. Plain C; all texts are
+   UTF-8.
 
-   A programmer is made with its options text when its user first needs it. The functions here reach the one of this
-   process that was made last. They can be called from any thread, also while it works: a change waits for the end of
-   the call that runs. No function throws. */
+   The functions act on the programmer that this process created last. Call them from any thread, also while the
+   programmer works: a change waits until the running call ends. No function throws. */
 #ifndef TAMRIX_SIMULATOR_H
 #define TAMRIX_SIMULATOR_H
 
@@ -23,15 +22,16 @@ extern "C" {
 
 enum { TAMRIX_SIMULATOR_DONE = 0, TAMRIX_SIMULATOR_REFUSED = 1, TAMRIX_SIMULATOR_NOT_RUNNING = 2 };
 
-/* Changes the programmer. `entries` are lines, or parts between ";", as in its options text: "socket 7400", "socket
-   empty", "fault pin 3 open", "chips FOLDER"; "no faults" mends everything that is broken before what the same text
-   breaks. All of it is done, or, where it is refused, nothing; the reason then stands zero-terminated in `error`, which
-   has room for `error_bytes` bytes. Where no simulated programmer has been made there is nothing to change: the options
-   text that makes it can say the same. */
+/* Changes the programmer. `entries` are lines, or parts separated by ";", as in its options text: "socket 7400",
+   "socket empty", "fault pin 3 open", "chips FOLDER"; "no faults" first removes all earlier faults. Either all entries
+   are done or, if one is refused, none; the reason is then in `error`, zero-terminated, which has room for
+   `error_bytes` bytes. Returns TAMRIX_SIMULATOR_NOT_RUNNING if no simulated programmer exists yet; the options text
+   that creates it takes the same entries. */
 TAMRIX_SIMULATOR_EXPORT int32_t tamrix_simulator_change(const char* entries, char* error, size_t error_bytes);
 
-/* Hands over each hazard that came since the last call, in their order, also of programmers that have gone: what could
-   have harmed a real chip or programmer. The text is valid during the call of `take` only, which must not call back. */
+/* Passes to `take`, in order, each hazard since the last call: what could have damaged a real chip or programmer. Those
+   of destroyed programmers are included. The text is valid only during the call of `take`, which must call no function
+   of this file. */
 typedef void (*tamrix_simulator_take_text)(void* context, const char* text);
 TAMRIX_SIMULATOR_EXPORT void tamrix_simulator_hazards(tamrix_simulator_take_text take, void* context);
 
@@ -39,13 +39,13 @@ TAMRIX_SIMULATOR_EXPORT void tamrix_simulator_hazards(tamrix_simulator_take_text
 typedef struct tamrix_simulator_chip {
     const char* name;
     const char* description;
-    const char* same_as; /* the chip with whose pins and function it agrees; "" where it has data of its own */
+    const char* same_as; /* the chip with the same pins and function; "" if this one has data of its own */
     int32_t pins, vcc_pin, gnd_pin;
-    const char* const* pin_names; /* pin 1 first; "" where a pin has no name */
+    const char* const* pin_names; /* pin 1 first; "" for a pin without a name */
 } tamrix_simulator_chip;
 
-/* Hands over the chips of the data folder `folder`, in its order. Valid during the call of `take` only. Yields 0, or 1
-   and the reason in `error` where a file is wrong; nothing has been handed over then. */
+/* Passes the chips of the folder `folder` to `take`, in order. Each is valid only during the call of `take`. Returns 0;
+   or 1 with the reason in `error` if a file is wrong, and then `take` has not been called. */
 typedef void (*tamrix_simulator_take_chip)(void* context, const tamrix_simulator_chip* chip);
 TAMRIX_SIMULATOR_EXPORT int32_t tamrix_simulator_chips(const char* folder, tamrix_simulator_take_chip take,
                                                        void* context, char* error, size_t error_bytes);

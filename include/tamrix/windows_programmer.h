@@ -1,20 +1,19 @@
-/* How a programmer is reached on Windows where nothing else is said: by a transport library, lumbat.dll, and by a
-   device object that COM makes. Who writes one of them, or a host, includes this. Plain C; all sizes are those of
-   32-bit code.
+/* How the plug-in reaches a programmer on Windows by default: through a transport library, lumbat.dll, and a device
+   object that COM creates. Include this to implement either of them, or a host. Plain C; sizes are those of 32-bit
+   code.
 
-   The transport library is looked for as Windows looks for any library: first in the folder of the host's program. It
-   is loaded by the first call that needs it and never unloaded. It exports three stdcall functions by their plain
-   names; those that compilers give them, _usbcomwrite@8, _usbbulkwrite@8 and _usbbulkread@12, with or without the
-   underscore, will do as well.
+   Windows searches for the transport library as for any other, first in the folder of the host's program. The first
+   call that needs it loads it; it is never unloaded. It exports three stdcall functions, either by their plain names or
+   as compilers decorate them: _usbcomwrite@8, _usbbulkwrite@8 and _usbbulkread@12, with or without the underscore.
 
-   The device object is an automation object. Its class is known under the ProgID below, or under what the environment
-   variable TAMRIX_DEVOBJ says: another ProgID, or a class identifier in braces. It is made by the first call that
-   needs it, in the apartment of the host's thread, and never released. Every operation is found by its name
-   (IDispatch::GetIDsOfNames, once a name) and called as a method, its arguments by reference (VT_BYREF | VT_I4,
-   VT_BYREF | VT_UI1). The operations and their meaning are those of the device object in hardware.h, with these
-   differences: what stands there as an address behind the arguments (answer, status, value, came) is the method's
-   result, any variant that can become a number, empty for 0; and a failed call is a failed Invoke, with a text where
-   there is one. replywait's result is a boolean.
+   The device object is an automation object. Its class has the ProgID below, unless the environment variable
+   TAMRIX_DEVOBJ names another ProgID or a class identifier in braces. The first call that needs the object creates it,
+   in the apartment of the host's thread; it is never released. Each operation is looked up by its name
+   (IDispatch::GetIDsOfNames, once a name) and called as a method with its arguments by reference (VT_BYREF | VT_I4,
+   VT_BYREF | VT_UI1). The operations and their meaning are those of the device object in hardware.h, with two
+   differences. Where an operation there writes its answer to a pointer, its last argument (answer, status, value,
+   came), here it is the result of the method: any variant that converts to a number, empty for 0; a boolean for
+   replywait. And a call fails by a failing Invoke, with a text if there is one.
 
    Where replies land: usbbulkread is told where its data and its progress go. All else is in three blocks of the host,
    which nobody passes: transport and device object know their host and open them by name themselves
@@ -37,13 +36,14 @@
 extern "C" {
 #endif
 
-/* Sends a command frame. Yields 1 on failure, any other value when sent. */
+/* Sends a command frame. Returns 1 on failure, any other value on success. */
 typedef int32_t(__stdcall* tamrix_usbcomwrite)(const uint8_t* buffer, int32_t length);
-/* Sends one block of data. Yields 1 on failure. */
+/* Sends one block of data. Returns 1 on failure. */
 typedef int32_t(__stdcall* tamrix_usbbulkwrite)(const uint8_t* buffer, int32_t length);
-/* Starts a read of length - 1 bytes of data and returns at once. The read runs on in a context of its own: the data,
-   then 2 into *status (more than 3 on failure), then the end marker 170 into buffer[length - 1]. Both addresses stay
-   valid until then, or until a later usbcomwrite has begun something else. The result does not count. */
+/* Starts a read of length - 1 bytes of data and returns at once. The read continues in the background and writes in
+   this order: the data, then 2 to *status (more than 3 on failure), then the end marker 170 to buffer[length - 1]. Both
+   addresses stay valid until the end marker is written or a later usbcomwrite has started something else. The result is
+   ignored. */
 typedef int32_t(__stdcall* tamrix_usbbulkread)(uint8_t* buffer, int32_t length, uint8_t* status);
 
 #ifdef __cplusplus
