@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds, and opens the workbench.
+# Installs missing packages, builds, and opens the workbench.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/scripts/setup.sh"
 
@@ -7,10 +7,10 @@ if [[ ${1-} == --help || ${1-} == -h ]]; then
     cat <<'END'
 usage: ./run.sh [ARGUMENT...]
 
-Installs the packages that are missing (Debian 12; as root or through sudo), builds the release and opens the workbench,
-with the simulated programmer attached (--programmer LIBRARY takes another).
-Without a display it runs `tamrix tour` instead: a run through what the program does, told on the terminal.
-The arguments are handed on. The programs stand in build/release/bin afterwards.
+Installs missing packages (Debian 12; as root or through sudo), builds the release and opens the workbench with the
+simulated programmer (--programmer LIBRARY selects another).
+Without a display it runs `tamrix tour` instead, which shows on the terminal what tamrix does.
+The program gets the arguments. Afterwards the programs are in build/release/bin.
 END
     exit
 fi

@@ -16,25 +16,24 @@ namespace tamrix::cli {
 
 namespace {
 
-constexpr const char* about = "Loads, converts and examines the files of a device programmer.";
+constexpr const char* about = "Converts and examines the files of a device programmer, and tests logic ICs.";
 
 constexpr const char* exit_statuses =
     "Exit status: 0 done, 1 failed, 2 rejected values or wrong usage, 3 a test could not be carried out.";
 
 constexpr const char* about_language =
-    "--language CODE before or behind the command chooses the language of messages (tamrix --help).\n";
+    "--language CODE, before or after the command, selects the language of messages (see tamrix --help).\n";
 
 constexpr const char* about_convert =
-    "Loads IN into a buffer and saves the buffer to OUT, through the same steps as the load and the save dialog.";
+    "Loads IN into a buffer and saves the buffer to OUT, in the same steps as the load and save dialogs.";
 
 constexpr const char* convert_details =
     "Addresses and sizes (HEX) are hexadecimal, counts (N) decimal or hexadecimal after 0x.\n"
-    "Without --device-words the device is sized by the file. Then what the file filled is saved: to binary from "
-    "buffer\n"
-    "address 0 on, as an image of the buffer; to a text format from the lowest address that the file filled, so that "
-    "the\n"
-    "addresses stay. With --device-words the whole device is saved. --save-from and --save-size choose another range.\n"
-    "What the file does not fill holds FF, or what --clear says.\n";
+    "Without --device-words the file determines the size of the device, and OUT gets what the file filled: in\n"
+    "binary an image of the buffer from address 0 on; in a text format from the lowest filled address on, so\n"
+    "that addresses do not change. With --device-words the whole device is saved. --save-from and --save-size\n"
+    "select another range.\n"
+    "What the file does not fill is FF, or what --clear says.\n";
 
 struct arguments_of_commands {
     convert_words convert;
@@ -65,7 +64,7 @@ void add_device_options(CLI::App& command, convert_words& words)
     command.add_option("--word-bytes", words.word_bytes, "width of a word in bytes, 1 to 255")
         ->type_name("N")
         ->group(group);
-    command.add_option("--spare-units", words.spare_units, "16-byte units behind the main area, 0 to 255")
+    command.add_option("--spare-units", words.spare_units, "16-byte units after the main area, 0 to 255")
         ->type_name("N")
         ->group(group);
     command.add_option("--buffer-bytes", words.buffer_bytes, "length of the buffer (default: that of the device)")
@@ -77,19 +76,15 @@ void add_load_options(CLI::App& command, convert_words& words)
 {
     const auto group = "Load";
     const auto modes = "normal|even|odd|1of4|2of4|3of4|4of4";
-    command.add_option("--from-mode", words.from_mode, "which bytes of the file are taken")
-        ->type_name(modes)
-        ->group(group);
-    command.add_option("--to-mode", words.to_mode, "which bytes of the buffer they go to")
-        ->type_name(modes)
-        ->group(group);
+    command.add_option("--from-mode", words.from_mode, "the bytes of the file to load")->type_name(modes)->group(group);
+    command.add_option("--to-mode", words.to_mode, "the bytes of the buffer to fill")->type_name(modes)->group(group);
     command.add_option("--to-buffer", words.to_buffer, "buffer address at which the load starts")
         ->type_name("HEX")
         ->group(group);
     command.add_option("--from-file", words.from_file, "file address at which the load starts")
         ->type_name("HEX")
         ->group(group);
-    command.add_option("--file-size", words.file_size, "most bytes to load")->type_name("HEX")->group(group);
+    command.add_option("--file-size", words.file_size, "load at most this many bytes")->type_name("HEX")->group(group);
     command.add_option("--clear", words.clear, "what fills the buffer before the load (default: ff)")
         ->type_name("none|00|ff")
         ->group(group);
@@ -107,8 +102,8 @@ void add_save_options(CLI::App& command, convert_words& words)
 void add_socket_options(CLI::App& command, ttl_words& words)
 {
     const auto group = "Simulated programmer";
-    command.add_option("--model", words.socket.model, "its model number (default: 40)")->type_name("N")->group(group);
-    command.add_option("--route", words.socket.route, "how it is reached (default: usb)")
+    command.add_option("--model", words.socket.model, "its model (default: 40)")->type_name("N")->group(group);
+    command.add_option("--route", words.socket.route, "the route to it (default: usb)")
         ->type_name("usb|devobj")
         ->group(group);
     command.add_option("--socket", words.socket.socket, "the chip in its socket (default: empty)")
@@ -127,7 +122,7 @@ void add_socket_options(CLI::App& command, ttl_words& words)
 CLI::App* add_command(CLI::App& app, const std::string& name, const std::string& description)
 {
     CLI::App* command = app.add_subcommand(name, description);
-    command->set_help_flag("-h,--help", "prints this and ends");
+    command->set_help_flag("-h,--help", "prints this help and exits");
     command->fallthrough();
     command->footer(std::string{about_language} + exit_statuses);
     return command;
@@ -145,28 +140,28 @@ CLI::App* add_ttl_command(CLI::App& ttl, const std::string& name, const std::str
 void add_model_option(CLI::App& command, ttl_words& words)
 {
     command
-        .add_option("--model", words.socket.model, "the programmer's model, which chooses the library (default: 40)")
+        .add_option("--model", words.socket.model, "the programmer's model, which determines the library (default: 40)")
         ->type_name("N");
 }
 
 void add_ttl_commands(CLI::App& app, ttl_words& words)
 {
-    CLI::App* ttl = add_command(app, "ttl", "Tests and identifies logic ICs, and keeps the library of their vectors.");
+    CLI::App* ttl = add_command(app, "ttl", "Tests and identifies logic ICs, and edits the library of their vectors.");
     ttl->require_subcommand(1);
-    CLI::App* list = add_ttl_command(*ttl, "list", "Tells the names of the library.", words);
-    CLI::App* show = add_ttl_command(*ttl, "show", "Tells the pins and the vectors of a device.", words);
+    CLI::App* list = add_ttl_command(*ttl, "list", "Lists the devices in the library.", words);
+    CLI::App* show = add_ttl_command(*ttl, "show", "Shows the pins and the vectors of a device.", words);
     CLI::App* test = add_ttl_command(*ttl, "test", "Plays a device's vectors on the chip in the socket.", words);
-    CLI::App* find = add_ttl_command(*ttl, "find", "Tells which devices the chip in the socket could be.", words);
+    CLI::App* find = add_ttl_command(*ttl, "find", "Lists the devices that the chip in the socket could be.", words);
     CLI::App* add = add_ttl_command(*ttl, "add", "Adds a device to the library, or replaces it.", words);
     CLI::App* remove = add_ttl_command(*ttl, "delete", "Deletes a device from the library.", words);
     for (CLI::App* command : {show, test, add, remove}) {
-        command->add_option("NAME", words.name, "the device as the library writes it")->type_name("")->required();
+        command->add_option("NAME", words.name, "the name of the device in the library")->type_name("")->required();
     }
     add->add_option("PINS", words.pins, "its pin count, even, up to 40")->type_name("")->required();
     add->add_option(
            "ROWS-FILE", words.file,
-           "a row a line, a letter a pin: 1 0 drive, H L expect, C K clock, Z off, X unused, V G supply; # begins a "
-           "remark")
+           "one row a line, one letter a pin: 1 0 drive, H L expect, C K clock, Z off, X unused, V G supply; # starts "
+           "a comment")
         ->type_name("")
         ->required();
     for (CLI::App* command : {list, show, add, remove}) add_model_option(*command, words);
@@ -179,27 +174,30 @@ void add_ttl_commands(CLI::App& app, ttl_words& words)
 
 void add_commands(CLI::App& app, arguments_of_commands& arguments)
 {
-    app.set_help_flag("-h,--help", "prints this and ends");
-    app.set_version_flag("--version", "tamrix " TAMRIX_VERSION, "prints the version and ends");
+    app.set_help_flag("-h,--help", "prints this help and exits");
+    app.set_version_flag("--version", "tamrix " TAMRIX_VERSION, "prints the version and exits");
     app.add_option("--language", arguments.language,
                    "the language of the plug-in's messages: " + host::language_codes())
         ->type_name("CODE");
-    app.footer("tamrix COMMAND --help tells more.\n" + std::string{exit_statuses});
+    app.footer("tamrix COMMAND --help explains a command.\n" + std::string{exit_statuses});
 
     CLI::App* convert = add_command(app, "convert", about_convert);
     convert->add_option("IN", arguments.convert.in, "the file to load")->type_name("")->required();
-    convert->add_option("OUT", arguments.convert.out, "the file to save; it is replaced")->type_name("")->required();
+    convert->add_option("OUT", arguments.convert.out, "the file to save; an existing file is replaced")
+        ->type_name("")
+        ->required();
     add_format_options(*convert, arguments.convert);
     add_device_options(*convert, arguments.convert);
     add_load_options(*convert, arguments.convert);
     add_save_options(*convert, arguments.convert);
     convert->footer(std::string{convert_details} + "\n" + about_language + exit_statuses);
 
-    CLI::App* detect = add_command(app, "detect", "Tells the format of each file as a host passes it: index and name.");
+    CLI::App* detect =
+        add_command(app, "detect", "Prints the format of each file: the index that a host passes, and the name.");
     detect->add_option("FILE", arguments.files, "the files to look at")->type_name("")->required();
 
     CLI::App* jedec =
-        add_command(app, "jedec", "Reads a JEDEC fuse file, tells what it holds, and writes it anew with -o.");
+        add_command(app, "jedec", "Reads a JEDEC fuse file, says what is in it, and rewrites it with -o.");
     jedec->add_option("IN", arguments.jedec.in, "the file to read")->type_name("")->required();
     jedec->add_option("-o,--output", arguments.jedec.out, "the file to write")->type_name("OUT");
     jedec->add_option("--words", arguments.jedec.words, "fuses of the device (default: the QF field of IN)")
@@ -215,7 +213,7 @@ void add_commands(CLI::App& app, arguments_of_commands& arguments)
 
     add_ttl_commands(app, arguments.ttl);
 
-    add_command(app, "tour", "Shows what the program does, on sample data.");
+    add_command(app, "tour", "Shows what tamrix does, on sample data.");
 }
 
 /// The library leaves two empty lines between the groups of options.
@@ -283,7 +281,7 @@ int run(const std::vector<std::string>& arguments, console& con)
         if (*error.what() != '\0') con.error(error.what());
         return error.status();
     } catch (const std::bad_alloc&) {
-        con.error("more than the memory can hold");
+        con.error("not enough memory");
     } catch (const std::exception& error) {
         con.error(error.what());
     }

@@ -128,7 +128,7 @@ void add_notes(conversion_plan& plan, const convert_options& options, const sour
     const std::int64_t limit = plan.device_bytes() + 16 * std::int64_t{plan.spare_units};
     if (filled.end > limit) {
         plan.notes.push_back(options.in + ": reaches to " + arith::hex(filled.end - 1) +
-                             " in the buffer; what lies behind the end of the device (" + arith::hex(limit) +
+                             " in the buffer; what lies beyond the end of the device (" + arith::hex(limit) +
                              ") is left out");
     }
     const address_range& file = *source.addresses;
@@ -180,7 +180,7 @@ conversion_plan plan_conversion(const convert_options& options, const source_fil
     const address_range filled = in_buffer(options, source);
     if (formats()[static_cast<std::size_t>(plan.from)].name == "holtek" && !options.device_words) {
         refuse(options.in +
-               ": --device-words is expected; a Holtek image has a part that goes behind the device's words");
+               ": --device-words is expected; a Holtek image has a part that goes after the device's words");
     }
     if (options.device_words) {
         size_by_hand(plan, options);

@@ -148,7 +148,7 @@ private:
         }
         if (says(box, message::range_beyond_buffer)) {
             const std::int64_t limit = plan_.device_bytes() + 16 * std::int64_t{plan_.spare_units};
-            return start + " " + size + ": reaches behind the end of the device (" + arith::hex(limit) + ")";
+            return start + " " + size + ": reaches beyond the end of the device (" + arith::hex(limit) + ")";
         }
         if (says(box, message::beyond_64k_of_tektronix)) return size + ": more than a Tektronix file can hold (10000)";
         return box.text;

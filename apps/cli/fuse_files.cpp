@@ -73,7 +73,7 @@ std::optional<std::int64_t> told_number(const std::string& path, std::string_vie
 static std::int64_t fuse_count(const std::string& path)
 {
     const auto count = told_number(path, "QF", most_fuses);
-    if (!count) refuse(path + ": does not tell its fuse count (QF); --words N does");
+    if (!count) refuse(path + ": does not give its fuse count (QF); --words N does");
     return *count;
 }
 

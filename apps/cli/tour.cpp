@@ -103,7 +103,7 @@ void tour(console& con)
     steps.title("For a 16-bit system the image is split over two chips, even and odd bytes");
     steps.command({"convert", "blink.bin", "even.s19", "--from-mode", "even"}, exit_done);
     steps.command({"convert", "blink.bin", "odd.s19", "--from-mode", "odd"}, exit_done);
-    steps.title("A load that fails tells where and why, and nothing is saved");
+    steps.title("A load that fails says where and why, and nothing is saved");
     damage("blink.hex");
     steps.command({"convert", "damaged.hex", "none.bin"}, exit_failed);
     steps.title("A value that does not fit is refused");
@@ -115,7 +115,7 @@ void tour(console& con)
     steps.command({"ttl", "test", "7400", "--socket", "7400", "--fault", "pin 3 stuck 0"}, exit_failed);
     steps.title("What could an unknown chip be?");
     steps.command({"ttl", "find", "--socket", "74193"}, exit_done);
-    con.line("\nThat is all so far. The dialogs of the same steps stand in the workbench.");
+    con.line("\nThat is all so far. The workbench has a dialog for each of these steps.");
 }
 
 }  // namespace tamrix::cli

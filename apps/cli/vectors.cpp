@@ -35,7 +35,7 @@ void vectors(const ttl_options& options, const std::string& jedec_file, console&
     // The supply stands in the corners, as on nearly all programmable devices; a chip in the socket knows better.
     const package chip = socket.chip().value_or([&] {
         const auto pins = told_number(jedec_file, "QP", most_pins);
-        if (!pins || *pins % 2 != 0) refuse(jedec_file + ": does not tell its pin count (QP), and the socket is empty");
+        if (!pins || *pins % 2 != 0) refuse(jedec_file + ": does not give its pin count (QP), and the socket is empty");
         return package{static_cast<int>(*pins), static_cast<int>(*pins), static_cast<int>(*pins) / 2};
     }());
     plug_in.blocks.value<std::int16_t>("chippin") = static_cast<std::int16_t>(chip.pins);

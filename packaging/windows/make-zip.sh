@@ -8,10 +8,10 @@ usage() {
     cat <<'END'
 usage: packaging/windows/make-zip.sh [--help]
 
-Installs the packages that are missing (Debian 12; as root or through sudo), builds the preset windows and makes
-build/tamrix-windows-VERSION.zip, whose name it prints.
+Installs missing packages (Debian 12; as root or through sudo), builds the preset windows, writes
+build/tamrix-windows-VERSION.zip and prints its name.
 
-`./test.sh --windows` makes it too, unpacks it under wine, registers the library from there and runs the samples.
+`./test.sh --windows` writes it too, unpacks it under wine, registers the library from there and runs the samples.
 END
 }
 

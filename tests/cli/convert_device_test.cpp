@@ -43,7 +43,7 @@ TEST_F(convert_device, a_file_that_does_not_fit_brings_a_note)
     const auto result = convert({"in.bin", "out.bin", "--device-words", "4"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err,
-              "tamrix: note: in.bin: reaches to 9 in the buffer; what lies behind the end of the device (4) is left "
+              "tamrix: note: in.bin: reaches to 9 in the buffer; what lies beyond the end of the device (4) is left "
               "out\n");
     EXPECT_EQ(read_text(folder.path("out.bin")), "0123");
 }
@@ -53,7 +53,7 @@ TEST_F(convert_device, a_buffer_that_is_given_limits_the_device)
     folder.write("in.bin", "0123456789");
     const auto result = convert({"in.bin", "out.bin", "--buffer-bytes", "4"});
     EXPECT_EQ(result.status, 0);
-    EXPECT_THAT(result.err, HasSubstr("what lies behind the end of the device (4) is left out"));
+    EXPECT_THAT(result.err, HasSubstr("what lies beyond the end of the device (4) is left out"));
     EXPECT_EQ(read_text(folder.path("out.bin")), "0123");
     EXPECT_EQ(converted("in.bin", "out.bin", {"--buffer-bytes", "100"}), "0123456789");
 }
@@ -62,7 +62,7 @@ TEST_F(convert_device, a_start_behind_the_buffer_is_refused)
 {
     folder.write("in.bin", "abc");
     expect_refused({"--to-buffer", "1001", "--buffer-bytes", "0x1000"},
-                   "--to-buffer 1001: behind the end of the buffer (1000)");
+                   "--to-buffer 1001: beyond the end of the buffer (1000)");
     EXPECT_EQ(convert({"in.bin", "out.bin", "--to-buffer", "1000", "--buffer-bytes", "0x1000"}).status, 0);
 }
 
@@ -72,7 +72,7 @@ TEST_F(convert_device, a_start_behind_the_file_is_refused)
     const auto result = convert({"in.bin", "out.bin", "--from-file", "4"});
     EXPECT_EQ(result.status, 2);
     EXPECT_THAT(result.out, HasSubstr(">>Load File Fail!\n"));
-    EXPECT_EQ(result.err, "tamrix: --from-file 4: behind the end of the file (3)\n");
+    EXPECT_EQ(result.err, "tamrix: --from-file 4: beyond the end of the file (3)\n");
     EXPECT_FALSE(exists("out.bin"));
     EXPECT_EQ(converted("in.bin", "out.bin", {"--from-file", "3"}), "");
 }
@@ -80,11 +80,11 @@ TEST_F(convert_device, a_start_behind_the_file_is_refused)
 TEST_F(convert_device, a_save_behind_the_device_is_refused)
 {
     folder.write("in.bin", "0123456789");
-    expect_refused({"--save-from", "B"}, "--save-from B: behind the end of the device (A)");
+    expect_refused({"--save-from", "B"}, "--save-from B: beyond the end of the device (A)");
     expect_refused({"--save-from", "8", "--save-size", "3"},
-                   "--save-from 8 --save-size 3: reaches behind the end of the device (A)");
+                   "--save-from 8 --save-size 3: reaches beyond the end of the device (A)");
     expect_refused({"--save-size", "FFFFFFFFFF"},
-                   "--save-from 0 --save-size FFFFFFFFFF: reaches behind the end of the device (A)");
+                   "--save-from 0 --save-size FFFFFFFFFF: reaches beyond the end of the device (A)");
     EXPECT_EQ(converted("in.bin", "out.bin", {"--save-from", "8", "--save-size", "2"}), "89");
 }
 

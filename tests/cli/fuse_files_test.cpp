@@ -119,7 +119,7 @@ TEST_F(fuse_files, without_a_fuse_count_need_the_option)
     folder.write("in.jed", "L0000 1*\n");
     const auto refused = run({"jedec", "in.jed"});
     EXPECT_EQ(refused.status, 2);
-    EXPECT_EQ(refused.err, "tamrix: in.jed: does not tell its fuse count (QF); --words N does\n");
+    EXPECT_EQ(refused.err, "tamrix: in.jed: does not give its fuse count (QF); --words N does\n");
     EXPECT_EQ(run({"jedec", "in.jed", "--words", "4"}).status, 0);
 }
 

@@ -239,7 +239,7 @@ TEST_F(logic, a_fuse_file_without_vectors_or_pins_is_told)
     EXPECT_EQ(run({"vectors", "none.jed"}).err, "tamrix: none.jed: no vectors in it\n");
     folder.write("pins.jed", "No pins*\nQF8*\nL0000 01010101*\nV0001 11L11LNL11H01N*\n");
     EXPECT_EQ(run({"vectors", "pins.jed"}).err,
-              "tamrix: pins.jed: does not tell its pin count (QP), and the socket is empty\n");
+              "tamrix: pins.jed: does not give its pin count (QP), and the socket is empty\n");
 }
 
 }  // namespace

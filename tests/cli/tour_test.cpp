@@ -18,7 +18,7 @@ TEST(tour, detects_converts_compares_and_shows_what_failures_say)
     EXPECT_THAT(result.out, HasSubstr("blink.bin and again.bin hold the same 320 bytes"));
     EXPECT_THAT(result.out, HasSubstr("tamrix: damaged.hex:5: checksum "));
     EXPECT_THAT(result.out, HasSubstr("(exit status 1)"));
-    EXPECT_THAT(result.out, HasSubstr("tamrix: --to-buffer 101: behind the end of the buffer (100)\n(exit status 2)"));
+    EXPECT_THAT(result.out, HasSubstr("tamrix: --to-buffer 101: beyond the end of the buffer (100)\n(exit status 2)"));
     EXPECT_THAT(result.out, HasSubstr("--socket 7400\n7400: Vector Test OK!\n"));
     EXPECT_THAT(result.out, HasSubstr("--fault \"pin 3 stuck 0\"\nExpected: V0002:"));
     EXPECT_THAT(result.out, HasSubstr("$ tamrix ttl find --socket 74193\n40193\n74193\n"));
