@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds, and tests.
+# Installs missing packages, builds, and tests.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/scripts/setup.sh"
 source "$root/scripts/windows.sh"
@@ -12,17 +12,16 @@ usage() {
 usage: ./test.sh [--sanitize | --threads | --odr | --windows | --fuzz SECONDS | --bench | --format | --check | --help]
                  [-- CTEST-ARGUMENT...]
 
-Installs the packages that are missing (Debian 12; as root or through sudo), builds, and then
+Installs missing packages (Debian 12; as root or through sudo), builds, and then
 
-  (nothing)    runs every test, those of real windows on displays of their own (Xvfb)
+  (no option)  runs every test; tests of real windows get displays of their own (Xvfb)
   --sanitize   runs the tests that need no display, with address, leak and undefined behaviour checks
-  --threads    runs the tests of the programmer with checks of what its threads share
-  --odr        compiles everything and tells where two files take one name for different things
-  --windows    builds for 32-bit Windows and runs the tests of that under wine, those of dialogs on a display of their own,
-               and tries the package (as root; the first time it makes a small 32-bit system for wine and builds
-               wxWidgets in the cache folder, which takes about fifteen minutes)
-  --fuzz S     feeds every reader damaged files for S seconds each, with the same checks
-  --bench      measures the release side by side with other tools and writes docs/performance.md
+  --threads    runs the tests of the programmer, which has threads, with the thread sanitizer
+  --odr        compiles everything and reports names that two files define differently
+  --windows    builds for 32-bit Windows, runs the tests under wine, and tries the package (as root; the first time it
+               also makes a small 32-bit system for wine and builds wxWidgets, in the cache folder: about fifteen minutes)
+  --fuzz S     feeds every reader damaged files for S seconds each, with the checks of --sanitize
+  --bench      measures the release beside other tools and writes docs/performance.md
   --format     formats every .h and .cpp file that git knows
   --check      checks the formatting, which folders include which, and the scripts
   --help       shows this

@@ -161,14 +161,14 @@ def arguments():
                     "the changes that no test notices. The working tree is not touched.",
         epilog="example: scripts/mutate.sh --count 40 src/pld")
     parser.add_argument("place", nargs="+", help="a source file or a folder of them, below src/")
-    parser.add_argument("--count", type=int, default=20, help="how many changes that compile are tried (default 20)")
-    parser.add_argument("--seed", type=int, default=1, help="the changes are drawn at random by this number (default 1)")
-    parser.add_argument("--tests", action="append", default=[], help="a test program to run as well; may be repeated")
+    parser.add_argument("--count", type=int, default=20, help="number of changes to try, of those that compile (default 20)")
+    parser.add_argument("--seed", type=int, default=1, help="seed of the random choice (default 1)")
+    parser.add_argument("--tests", action="append", default=[], help="another test program to run; may be repeated")
     parser.add_argument("--filter", default="*",
                         help="the tests that are run, as --gtest_filter takes them: --filter=-slow.* leaves some out (default all)")
-    parser.add_argument("--jobs", type=int, default=2, help="how many are tried at a time (default 2)")
-    parser.add_argument("--seconds", type=int, default=120, help="a test program that runs longer has noticed (default 120)")
-    parser.add_argument("--list", action="store_true", help="only list what would be tried")
+    parser.add_argument("--jobs", type=int, default=2, help="number of changes tried at a time (default 2)")
+    parser.add_argument("--seconds", type=int, default=120, help="a test program that runs longer counts as having noticed (default 120)")
+    parser.add_argument("--list", action="store_true", help="only list the changes")
     return parser.parse_args()
 
 

@@ -24,7 +24,7 @@ version() { sed -n 's/^project(tamrix VERSION \([0-9.]*\).*/\1/p' "$root/CMakeLi
 # as_windows_text FILE...: to standard output, with the line ends that every editor of Windows knows.
 as_windows_text() { sed 's/\r*$/\r/' "$@"; }
 
-# fill FOLDER: everything as it will stand on the user's disk. Folders of the vector libraries are those that the plug-in
+# fill FOLDER: everything as it will be on the user's disk. Folders of the vector libraries are those that the plug-in
 # looks for below the path that it is given.
 fill() {
     local folder=$1 built=$root/build/windows file
