@@ -1,4 +1,4 @@
-// Tells which devices of the library a chip could be.
+// Shows which devices of the library a chip could be.
 #pragma once
 
 #include "forms/form.h"

@@ -70,7 +70,7 @@ private:
     std::int16_t ttlcnt_before_ = 0, ttlpin_before_ = 0;  // of the device in work, which has them back at the end
 
     int curcol = 0, currow = 0;  // the caret
-    int colmin = 0, colmax = 0;  // first letter, and behind the last one
+    int colmin = 0, colmax = 0;  // the first letter, and the column after the last
     int rowmin = 0;
     std::int32_t lastrow = -1;
     std::string emptyrow, yankrow;  // a new row as it begins, and the copied one

@@ -16,7 +16,7 @@ public:
     explicit vector_grid(int pins) : pins_{pins > 0 ? pins : 0} {}
 
     int pins() const { return pins_; }
-    /// The column behind the last letter, where the line feed stands.
+    /// The column after the last letter, where the line feed is.
     int end_column() const { return pins_ + first_column; }
     int line_length() const { return end_column() + 1; }
     /// The offset of a column of row `row`, which counts from 0.
@@ -33,7 +33,7 @@ public:
     /// A stored row as it fills a line: cut to one letter a pin, or filled up with `fill`.
     std::string fitted(std::string_view stored, char fill) const;
 
-    /// "." stands for a letter that is not filled in yet.
+    /// "." is a letter that is not filled in yet.
     static constexpr char unfilled = '.';
     static std::string unfilled_row(int pins) { return std::string(static_cast<std::size_t>(pins), unfilled); }
 

@@ -17,11 +17,11 @@ class session;
 std::string library_path(const session& plug_in);
 
 struct library_directory {
-    std::int32_t count = 0;          // as the header tells it, even where the list is shorter
+    std::int32_t count = 0;          // as the header says, even if the list is shorter
     std::vector<std::string> names;  // in the order of the directory
 };
 
-/// Names behind the line buffer's end are left out. A missing library gives an empty directory.
+/// Names beyond the end of the line buffer are left out. A missing library gives an empty directory.
 library_directory read_directory(session& plug_in);
 
 /// Fetches a device into `ttlpin`, `ttlcnt` and `ttlvect`. False where the library does not have it.
@@ -30,9 +30,9 @@ bool fetch_device(const session& plug_in, ttl_variables& ttl, const std::string&
 /// Whether a record has room for the name. Blanks around it are not stored.
 bool name_fits(std::string_view name);
 
-/// Removes a device; asks first unless `silent` is not 0. True where the person refused. A library with fewer than two
-/// devices, or without this name, is left as it is. Throws std::runtime_error, and leaves the file, where the library
-/// has no end line or an earlier name holds this one; the text says which.
+/// Removes a device; asks first if `silent` is 0. Returns true if the person refused. A library with fewer than two
+/// devices, or without this name, does not change. If the library has no end line, or an earlier name contains this
+/// one, throws std::runtime_error with a text that says which, and the file does not change.
 bool ttldelete(session& plug_in, const std::string& name, std::uint8_t silent);
 
 /// Adds or replaces the device of `ttlname`, `ttlpin` and `ttlcnt` with the vectors `rows`. `list` holds the names as

@@ -9,7 +9,7 @@
 
 namespace tamrix {
 
-/// The whole file. One that does not exist is created empty. Throws file_error where it exists and cannot be read.
+/// The whole file. A missing file is created empty. Throws file_error if it exists and cannot be read.
 std::string library_content(const std::string& path);
 
 /// A line ends at CR or CR LF. A lone LF is data: it is the length byte of a 10-pin row or of a name of 10 letters.
@@ -25,16 +25,16 @@ private:
 /// The line as most readers hold it: cut or padded with blanks to 3000 characters.
 std::string in_line_buffer(std::string_view line);
 
-/// Compares as the library does: without regard to the case of letters.
+/// Compares as the library does: ignoring the case of letters.
 bool sorts_before(std::string_view left, std::string_view right);
-/// Column where `text` begins in `line`, without regard to case; 0 where it does not stand there.
+/// Column where `text` begins in `line`, ignoring case; 0 if it is not there.
 std::size_t column_of(std::string_view line, std::string_view text);
 inline bool contains(std::string_view line, std::string_view text) { return column_of(line, text) != 0; }
 bool is_end_line(std::string_view line);
 
 /// Columns `first` on, as far as the line reaches.
 std::string_view columns(std::string_view line, std::size_t first, std::size_t count = std::string_view::npos);
-/// The byte of one column; none behind the end of the line.
+/// The byte of one column; none after the end of the line.
 std::optional<std::uint8_t> byte_at(std::string_view line, std::size_t column);
 std::string_view without_blanks_around(std::string_view text);
 
@@ -50,7 +50,7 @@ struct directory_entry {
     std::string_view name;
     std::size_t next_column;
 };
-/// The entry whose length byte stands in `column`; none where it is not whole.
+/// The entry whose length byte is in `column`; none if it is incomplete.
 std::optional<directory_entry> directory_entry_at(std::string_view header, std::size_t column);
 
 /// One device, from a line in the line buffer.

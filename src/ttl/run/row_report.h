@@ -1,4 +1,4 @@
-// Tells of a failed row, in the host's log or in a box that asks how to go on, and of a run that broke off.
+// Reports a failed row, in the host's log or in a box that asks how to go on, and a run that broke off.
 #pragma once
 
 #include "ttl/run_outcome.h"
@@ -18,7 +18,7 @@ enum class after_report : std::uint8_t {
     end_as_failed  // Abort
 };
 
-/// The two lines that tell of it, without line feeds.
+/// The two lines of the report, without line feeds.
 struct row_lines {
     std::string expected, result;
 };
@@ -28,7 +28,7 @@ row_lines lines_of(const session& plug_in, const failed_row& failed);
 after_report report_failed_row(session& plug_in, std::uint8_t logmode, const failed_row& failed,
                                std::string_view indent = {});
 
-/// A box that tells that the programmer could not be reached; the message `title` is its title.
+/// A box that says that the programmer could not be reached; the message `title` is its title.
 void tell_communication_error(session& plug_in, int title);
 
 }  // namespace tamrix
