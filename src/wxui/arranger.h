@@ -12,9 +12,9 @@ class arranger {
 public:
     arranger(forms::form& shown, wxWindow& window, callback_guard& guard, widget_table& widgets);
 
-    /// Makes the widgets of the form and yields the sizer that holds them.
+    /// Creates the widgets of the form and returns the sizer that holds them.
     wxSizer* arrange();
-    /// True where more height than the least is of use.
+    /// True if the form can use more than its least height.
     bool grows_down() const { return grows_down_; }
 
 private:

@@ -18,7 +18,7 @@ public:
         try {
             body();
         } catch (...) {
-            // The first error is the one that counts; what follows from it does not.
+            // The first error counts; later ones result from it.
             if (!kept_) kept_ = std::current_exception();
             on_error_();
         }

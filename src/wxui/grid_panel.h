@@ -1,5 +1,5 @@
-// The window of a grid text: letters in cells, painted and moved through by the control, not by a text field of the
-// platform, whose own ideas about keys would get in the way.
+// The window of a grid text: letters in cells. The control paints them and moves the caret; a text field of the
+// platform would handle some keys itself.
 #pragma once
 
 #include "forms/grid_text.h"
@@ -17,9 +17,9 @@ class grid_panel final : public wxScrolledCanvas {
 public:
     grid_panel(wxWindow* parent, forms::grid_text& shown, callback_guard& guard);
 
-    /// Brings what is seen to the state of the control.
+    /// Shows the current state of the control.
     void show_text();
-    /// Where a cell stands in the window as it is scrolled now; tests of the screen click there.
+    /// Where a cell is in the window as it is scrolled now; tests of the screen click there.
     wxRect cell(int line, int column) const;
     bool AcceptsFocus() const override { return shown_.takes_keys(); }
 

@@ -1,13 +1,12 @@
-// The window of a host that knows nothing of wxWidgets, while a modal one of ours stands before it.
+// The window of a host that does not use wxWidgets, while a modal window of ours is in front of it.
 #pragma once
 
 class wxWindow;
 
 namespace tamrix::wxui {
 
-/// From construction to destruction the host's window in front takes no input, and controls that are made have the
-/// system's present look, whatever the host's are made to look like. Where the host's windows are wxWidgets'
-/// own, that does all this itself and nothing is left to do here.
+/// From construction to destruction the host's front window takes no input, and new controls have the system's current
+/// look, whatever look the host's have. If the host's windows are those of wxWidgets, wxWidgets does this itself.
 class host_window {
 public:
     host_window();
@@ -15,7 +14,7 @@ public:
     host_window(const host_window&) = delete;
     host_window& operator=(const host_window&) = delete;
 
-    /// Keeps `ours` before the host's window.
+    /// Keeps `ours` in front of the host's window.
     void put_behind(wxWindow& ours) const;
 
 private:
@@ -24,7 +23,7 @@ private:
     unsigned long cookie_ = 0;
 };
 
-/// Serves the messages that wait for the host's windows, while no loop of wxWidgets' runs.
+/// Handles the waiting messages of the host's windows, while no loop of wxWidgets runs.
 void serve_host_messages();
 
 }  // namespace tamrix::wxui

@@ -1,4 +1,4 @@
-// The font of letters that stand below each other.
+// The font of letters in columns.
 #pragma once
 
 #include <wx/font.h>

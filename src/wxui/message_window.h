@@ -12,17 +12,17 @@ class wxWindow;
 
 namespace tamrix::wxui {
 
-/// What stands on the button for an answer, UTF-8 with its mnemonic.
+/// The caption of the button for an answer, UTF-8, with its mnemonic.
 using answer_texts = std::function<std::string(forms::answer)>;
 
 std::string english_text(forms::answer which);
 
-/// The answers that a box offers. Enter gives the first.
+/// The answers that a box offers. Enter chooses the first.
 std::span<const forms::answer> answers_of(forms::buttons_of_box buttons);
-/// The answer of Escape and of the window's close button: Abort where the box offers it, else the last one.
+/// The answer of Escape and of the window's close button: Abort if the box has it, else the last one.
 forms::answer answer_of_closing(forms::buttons_of_box buttons);
 
-/// The title and the text that a box is shown with, the lines of the text parted by line feeds.
+/// The title and the text of a box; line feeds separate the lines of the text.
 wxString title_of(const forms::message_box& box);
 wxString text_of(const forms::message_box& box);
 

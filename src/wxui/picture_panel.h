@@ -36,7 +36,7 @@ class picture_panel final : public wxWindow {
 public:
     picture_panel(wxWindow* parent, forms::picture& shown, callback_guard& guard);
 
-    /// The smallest size at which the whole picture is seen.
+    /// The smallest size that shows the whole picture.
     wxSize least_size() const;
     bool AcceptsFocus() const override { return false; }
 

@@ -1,5 +1,5 @@
-// A progress bar that paints at once. The toolkit's own one waits for the message pump, which stands still while a
-// handler is at work.
+// A progress bar that paints at once. The toolkit's own bar waits for the message pump, which does not run while a
+// handler works.
 #pragma once
 
 #include <wx/window.h>

@@ -1,4 +1,4 @@
-// Texts on their way to and from wxWidgets.
+// Texts to and from wxWidgets.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 
 namespace tamrix::wxui {
 
-/// A text that is no UTF-8, as a file's name may be, is shown byte by byte rather than not at all.
+/// A text that is not UTF-8, as a file's name may be, is shown byte by byte rather than not at all.
 inline wxString to_wx(std::string_view text)
 {
     const wxString converted = wxString::FromUTF8(text.data(), text.size());
@@ -17,8 +17,9 @@ inline wxString to_wx(std::string_view text)
 
 inline std::string to_utf8(const wxString& text) { return text.utf8_string(); }
 
-/// A caption as it is shown: blanks at the ends, which once aligned it, do not count, and an "&" that stands before no
-/// letter is just an "&".
+/// A caption as it is shown: without blanks at the ends, which once aligned it; an "&" that no letter follows is just
+/// an
+/// "&".
 inline wxString shown_caption(std::string_view caption)
 {
     const wxString trimmed = to_wx(caption).Trim(true).Trim(false);

@@ -1,4 +1,4 @@
-// wxWidgets under the dialogs: the host's where it runs one, else one of our own from the first dialog on.
+// wxWidgets for the dialogs: the host's if it runs one, else one of our own from the first dialog on.
 #pragma once
 
 #include <thread>
@@ -12,10 +12,10 @@ public:
     toolkit(const toolkit&) = delete;
     toolkit& operator=(const toolkit&) = delete;
 
-    /// Throws std::runtime_error where no window can be opened, and on another thread than that of the first dialog.
+    /// Throws std::runtime_error if no window can be opened, or on another thread than that of the first dialog.
     void need_display();
-    /// Ends a wxWidgets of our own; the next dialog starts it anew. False on another thread than the one that started
-    /// it, which alone can end it.
+    /// Ends a wxWidgets of our own; the next dialog starts it anew. Only the thread that started it can end it; false
+    /// on any other.
     bool end();
 
 private:

@@ -1,4 +1,4 @@
-// Controls as widgets: each shows the state of its control and hands on what the person does with it.
+// Controls as widgets: each shows the state of its control and passes on what the person does with it.
 #pragma once
 
 #include "forms/form.h"
@@ -18,18 +18,17 @@ namespace tamrix::wxui {
 class widget {
 public:
     virtual ~widget() = default;
-    /// Brings the widget to the state of its control, without an event of the toolkit. True where it may need other
-    /// room now.
+    /// Shows the state of the control, without an event of the toolkit. True if the widget may now need other room.
     virtual bool update() = 0;
-    /// Null where there is nothing to see.
+    /// Null if there is nothing to see.
     virtual wxWindow* window() const = 0;
 };
 
-/// What a label is for decides how it shows a long text.
+/// What a label is for; this decides how it shows a long text.
 enum class label_use {
-    caption,  // names a control; a mnemonic in it leads there
-    value,    // shows a text of any length in the room there is: the middle gives way
-    note,     // stands alone; wrapped where it is very long
+    caption,  // names a control; its mnemonic leads there
+    value,    // shows a text of any length in the room there is: an ellipsis replaces the middle
+    note,     // on its own; wrapped if it is very long
 };
 
 using widget_ptr = std::unique_ptr<widget>;

@@ -11,8 +11,8 @@
 
 namespace tamrix::wxui {
 
-/// Works in a host that runs wxWidgets already and in one that knows nothing of it. Dialogs and boxes throw
-/// std::runtime_error where there is no display.
+/// Works in a host that uses wxWidgets and in one that does not. Dialogs and boxes throw std::runtime_error if there is
+/// no display.
 class wx_shell final : public forms::shell {
 public:
     forms::answer box(const forms::message_box& box) override;
@@ -23,10 +23,10 @@ public:
     void doevents() override;
     double seconds() override;
 
-    /// Names the buttons of boxes, which are English before; asked anew for each box.
+    /// Names the buttons of boxes, which are otherwise English; called for each box.
     void name_answers(answer_texts texts) { answer_texts_ = std::move(texts); }
 
-    /// Ends what the dialogs needed; the next one starts it anew. False where another thread has to do that.
+    /// Ends what the dialogs needed; the next one starts it anew. False if another thread has to do that.
     bool rest() { return toolkit_.end(); }
 
 private:
