@@ -1,4 +1,4 @@
-// The arguments of a late-bound call in the types that the method declares.
+// The arguments of a late-bound call, converted to the types that the method declares.
 #pragma once
 
 #include <vector>
@@ -9,8 +9,8 @@
 
 namespace tamrix::com {
 
-/// Copies of the caller's arguments, each behind a reference of the declared type. Scripts pass variables as references
-/// to variants and numbers in widths of their own, which no typed parameter takes. What the method changed goes back.
+/// Copies of the caller's arguments, each referenced with the declared type. Scripts pass variables as references to
+/// variants, and numbers in other widths, which no typed parameter accepts. Changes by the method are copied back.
 class arguments {
 public:
     arguments() = default;
@@ -18,12 +18,13 @@ public:
     arguments(const arguments&) = delete;
     arguments& operator=(const arguments&) = delete;
 
-    /// S_OK, or what the call fails with; `bad_argument`, if not null, then tells the place of a bad argument. May
+    /// S_OK, or the error of the call; `bad_argument`, if not null, then gets the position of the bad argument. May
     /// throw std::bad_alloc.
     HRESULT take(ITypeInfo* info, DISPID method, const DISPPARAMS& given, UINT* bad_argument);
-    /// What the type library's own dispatcher takes. Valid as long as this object.
+    /// The arguments for the type library's own dispatcher. Valid as long as this object.
     DISPPARAMS* parameters() { return &parameters_; }
-    /// Writes numbers that the method changed to the caller's variables, in their own types. `given` is what was taken.
+    /// Writes numbers that the method changed to the caller's variables, in their own types. `given` are the original
+    /// arguments.
     void give_back(const DISPPARAMS& given) const;
 
 private:

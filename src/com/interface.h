@@ -1,4 +1,4 @@
-// The class's default interface as its binary callers see it: the order of tamrix.idl is the order of the slots.
+// The class's default interface for binary callers: its slots have the order of tamrix.idl.
 #pragma once
 
 #include <windows.h>

@@ -5,14 +5,14 @@
 
 namespace tamrix::com {
 
-/// The plug-in behind all objects. The blocks and the variables of its modules live as long as the library is loaded,
-/// not as long as an object: a host that makes a second object finds what the first one left. May throw.
+/// The plug-in of all objects. The blocks and the variables of its modules live as long as the library is loaded, not
+/// as long as an object: a host that creates a second object finds the state that the first one left. May throw.
 entry_methods& plug_in();
 
-/// Lets go what the next object would make anew: the programmer and what the dialogs needed. False on a thread that may
-/// not.
+/// Releases what the next object would create anew: the programmer and what the dialogs needed. False on a thread that
+/// cannot do it.
 bool rest_plug_in();
-/// The library is being unloaded while the process lives on.
+/// The library is being unloaded while the process continues.
 void forget_plug_in();
 
 }  // namespace tamrix::com

@@ -1,4 +1,4 @@
-// Makes the objects of the one class that a DLL serves.
+// Creates the objects of the one class that a DLL serves.
 #pragma once
 
 #include "com/server/stay.h"

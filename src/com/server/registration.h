@@ -1,4 +1,4 @@
-// Writes what the registry has to know of the class that the DLL serves, and takes it back.
+// Registers and unregisters the class that the DLL serves.
 #pragma once
 
 #include <windows.h>
@@ -7,9 +7,9 @@ namespace tamrix::com {
 
 enum class audience { machine, user };
 
-/// Writes all keys; where one cannot be written, takes back those that were.
+/// Writes all keys; if one cannot be written, removes those that were.
 HRESULT register_class(audience who);
-/// Removes all keys. Those that are not there are no fault.
+/// Removes all keys. A missing key is no error.
 HRESULT unregister_class(audience who);
 
 }  // namespace tamrix::com

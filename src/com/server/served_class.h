@@ -1,4 +1,4 @@
-// What a DLL with one class tells of it; the exported functions, the class factory and the registration stand on this.
+// How a DLL describes its one class to the exported functions, the class factory and the registration.
 #pragma once
 
 #include <string>
@@ -21,7 +21,8 @@ struct served_class {
     std::vector<registry_entry> (*entries)();
     /// The keys that belong to the class, from the top down: removed with all that is below.
     std::vector<std::wstring> (*own_keys)();
-    /// Called when nothing keeps the DLL any more: lets go what cannot go while it is being unloaded. False: not now.
+    /// Called when the DLL is no longer in use: releases what cannot be released while it is being unloaded. False: not
+    /// now.
     bool (*rest)() = [] { return true; };
     /// The DLL is being unloaded while the process lives on.
     void (*forget)() = [] {};
@@ -30,7 +31,7 @@ struct served_class {
 /// Defined by each DLL.
 const served_class& the_served_class();
 
-/// What `make` has to do for a class of objects that begin with one reference.
+/// A `make` for a class of objects that begin with one reference.
 template <class Object>
 HRESULT make_object(REFIID wanted, void** made)
 {
