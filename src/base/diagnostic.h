@@ -7,7 +7,7 @@
 
 namespace tamrix {
 
-/// Empty where nothing failed.
+/// Empty if nothing failed.
 struct diagnostic {
     std::string file{};                     // as the host gave it
     std::optional<std::uint64_t> line{};    // from 1, in text files

@@ -1,5 +1,5 @@
-// Single elements of the shared blocks that the other side (a transport's own context, another program) reads or
-// writes while we do.
+// Single elements of the shared blocks that the other side (a thread of the transport, another program) reads or writes
+// at the same time.
 #pragma once
 
 #include <atomic>
@@ -7,14 +7,14 @@
 
 namespace tamrix::hw {
 
-/// Sees the element as the other side left it, and all that it wrote before.
+/// Reads the element as the other side wrote it; all that it wrote before is then visible too.
 template <class T>
 T read_other_side(const T& element)
 {
     return std::atomic_ref<T>{const_cast<T&>(element)}.load(std::memory_order_acquire);
 }
 
-/// Whoever sees this value also sees all that we wrote before.
+/// Writes the element. Whoever reads this value also sees everything written before it.
 template <class T>
 void write_other_side(T& element, std::type_identity_t<T> value)
 {

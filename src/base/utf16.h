@@ -1,4 +1,4 @@
-// Between UTF-8, in which all texts stand inside, and the 16-bit units that a Windows host speaks.
+// Converts between UTF-8, the encoding of all texts inside, and the 16-bit units of a Windows host.
 #pragma once
 
 #include "base/utf8.h"

@@ -43,7 +43,7 @@ private:
 
     session& plug_in_;
     bool page_ = false;                 // Text3 holds the page length
-    bool milliseconds_ = false;         // Text2 stands in milliseconds
+    bool milliseconds_ = false;         // Text2 is in milliseconds
     std::int16_t retry_of_device_ = 0;  // what Text4 began with
 };
 

@@ -1,4 +1,4 @@
-// The numbers of a device note: sums of multiples of what the host tells of the device.
+// The numbers of a device note: sums of multiples of what the host says about the device.
 #pragma once
 
 #include <array>
@@ -17,7 +17,7 @@ struct figure {
     std::int64_t constant = 0;
 
     constexpr figure() = default;
-    constexpr figure(std::int64_t value) : constant{value} {}  // so that a number stands where a figure is asked for
+    constexpr figure(std::int64_t value) : constant{value} {}  // lets a plain number be a figure
     constexpr explicit figure(unknown one) { factors[one] = 1; }
 
     constexpr std::int64_t of(const device_values& device) const

@@ -10,7 +10,7 @@
 
 namespace tamrix::notes {
 
-/// An address: a figure in hexadecimal, or digits as they are to stand.
+/// An address: a figure in hexadecimal, or digits to show unchanged.
 struct address {
     std::string_view digits{};
     figure value{};
@@ -21,7 +21,7 @@ struct address {
     constexpr address(std::int64_t number) : value{number} {}
 };
 
-/// Where a memory lies. A text is shown as it stands, with the blanks that it brings.
+/// Where a memory lies. A text is shown unchanged, with its blanks.
 struct place {
     enum class kind : std::uint8_t { none, one_address, range, text };
     kind what = kind::none;
@@ -38,7 +38,7 @@ constexpr place range(const address& from, const address& to)
 constexpr place as_text(std::string_view words) { return {.what = place::kind::text, .text = words}; }
 
 struct memory {
-    int label = 0;  // a message; 0 where it has a name instead
+    int label = 0;  // a message; 0 if it has a name instead
     place device{}, buffer{};
     std::string_view name{};
     bool starts_in_label = false;  // the label ends with the first address of the device
@@ -46,7 +46,7 @@ struct memory {
 
 struct note {
     std::uint8_t number = 0;
-    bool long_rows = false;  // longer than those that the heading is made for
+    bool long_rows = false;  // longer than the rows for which the heading is made
     std::array<memory, 4> memories{};
     std::size_t count = 0;
 

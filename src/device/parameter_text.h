@@ -9,17 +9,17 @@ namespace tamrix {
 
 struct typed_number {
     double value = 0;
-    bool found = false;  // false where the text holds no digit; the value is 0 then
+    bool found = false;  // false if the text has no digit; the value is then 0
     bool whole = false;  // the number is all of the text
 };
 
-/// The number that the text begins with, up to a second point or anything else that does not belong to it.
+/// The number at the start of the text, up to a second point or anything else that does not belong to it.
 typed_number read_number(std::string_view text);
 
-/// The nearest whole number, halves to the even one, held within the limits.
+/// The nearest whole number within the limits; halves round to even.
 std::int32_t whole_number(double value, std::int32_t least, std::int32_t most);
 
-/// Microseconds as milliseconds with the decimals that it takes: "10", "1.5", "2.048".
+/// Microseconds as milliseconds with as many decimals as necessary: "10", "1.5", "2.048".
 std::string milliseconds_text(std::int32_t microseconds);
 
 }  // namespace tamrix

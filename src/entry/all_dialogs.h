@@ -1,4 +1,4 @@
-// The dialogs that stand behind the entry methods.
+// The dialogs of the entry methods.
 #pragma once
 
 #include "entry/dialogs.h"

@@ -17,7 +17,7 @@ public:
     /// once.
     entry_methods(session& plug_in, module_variables& variables, dialog_table dialogs = {});
 
-    /// True where the method called `method` leads to a dialog or a routine on the model in use.
+    /// True if the method named `method` has a dialog or a routine on the model in use.
     bool offers(std::string_view method) const;
 
     reply readfile0(std::string& fname, std::int16_t& rformat, std::string& syspath0) override;

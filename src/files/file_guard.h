@@ -1,4 +1,4 @@
-// Runs file work and turns its faults into a diagnostic.
+// Runs work on files and turns its faults into a diagnostic.
 #pragma once
 
 #include "base/diagnostic.h"

@@ -1,4 +1,4 @@
-// Files as the readers and writers use them: opened by the host's path, read and written at offsets, failing with a
+// Files for the readers and writers: opened by the host's path, read and written at offsets; a failure has a
 // diagnostic.
 #pragma once
 
@@ -16,7 +16,7 @@ namespace tamrix {
 class file_error : public std::runtime_error {
 public:
     explicit file_error(diagnostic why);
-    /// What the system did not do with the file, by its error number.
+    /// What the system could not do with the file, by its error number.
     file_error(const std::string& path, int error);
     const diagnostic& why() const { return why_; }
 
@@ -34,9 +34,9 @@ public:
 
     /// Length in bytes when it was opened.
     std::int64_t length() const { return length_; }
-    /// Reads from `offset` on until `target` is full or the file ends; yields the bytes read.
+    /// Reads from `offset` on until `target` is full or the file ends; returns the number of bytes read.
     std::size_t read_at(std::int64_t offset, std::span<std::uint8_t> target);
-    /// As read_at; what lies behind the end of the file reads as 0.
+    /// As read_at; bytes beyond the end of the file read as 0.
     void read_zero_padded(std::int64_t offset, std::span<std::uint8_t> target);
 
 private:
@@ -54,10 +54,10 @@ public:
     output_file(const output_file&) = delete;
     output_file& operator=(const output_file&) = delete;
 
-    /// Writes behind what was last written.
+    /// Appends to what was written last.
     void write(std::span<const std::uint8_t> bytes);
     void write_at(std::int64_t offset, std::span<const std::uint8_t> bytes);
-    /// Closes and reports what the system kept back until now.
+    /// Closes the file and reports errors that the system delayed until now.
     void close();
 
 private:
@@ -70,7 +70,7 @@ class file_image {
 public:
     static constexpr std::size_t slack_bytes = 64;
 
-    /// Reads the file as it stands; throws file_error, or std::bad_alloc where it does not fit.
+    /// Reads the file as it is; throws file_error, or std::bad_alloc if it does not fit.
     explicit file_image(input_file& file);
     explicit file_image(const std::string& path);
 
@@ -87,11 +87,10 @@ private:
     std::size_t mapped_bytes_ = 0;
 };
 
-/// Makes the file, empty, where it does not exist. False where it cannot be there at all: its folder is missing or
-/// takes no new file.
+/// Creates a missing file, empty. False if it cannot exist: its folder is missing or takes no new file.
 bool exists_or_is_made(const std::string& path);
 
-/// The file's date and time in the platform's default form and the local time zone; "" where it cannot be told.
+/// The file's date and time in the platform's default form and the local time zone; "" if they are unknown.
 std::string file_time_text(const std::string& path);
 
 }  // namespace tamrix

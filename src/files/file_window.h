@@ -1,4 +1,4 @@
-// A file seen through a window that moves along it, so that a file of any length is read once, through little memory.
+// A file seen through a window that moves along it, so that a file of any length is read once, with little memory.
 #pragma once
 
 #include "files/file_io.h"
@@ -12,7 +12,7 @@
 
 namespace tamrix {
 
-/// From this length on the addresses of a text file are estimated by its first and its last part; a part fits the
+/// From this length on, the addresses of a text file are estimated from its first and its last part; a part fits the
 /// window.
 inline constexpr std::int64_t shortest_estimated_bytes = std::int64_t{1} << 20;
 inline constexpr std::int64_t estimate_part_bytes = 250000;
@@ -40,7 +40,7 @@ public:
         return {bytes_.get() + inside, static_cast<std::size_t>(held_ - inside)};
     }
 
-    /// Where `byte` stands next, from `offset` on; the length of the file where it does not.
+    /// The offset of the next `byte`, from `offset` on; the length of the file if there is none.
     std::int64_t find(std::uint8_t byte, std::int64_t offset)
     {
         constexpr std::size_t line_end = 3;  // between two records there is usually nothing else

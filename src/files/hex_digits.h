@@ -44,10 +44,10 @@ constexpr std::uint32_t four_bytes(std::uint64_t text)
 
 }  // namespace detail
 
-/// The value of a digit, 0 to 15; 0xFF for any other character. Both cases count.
+/// The value of a digit, upper or lower case, 0 to 15; 0xFF for any other character.
 inline std::uint8_t digit(std::uint8_t character) { return detail::values[character]; }
 
-/// The four bytes of eight digits, the first in the lowest place; none where a character is no digit.
+/// The four bytes of eight digits, the first in the lowest place; none if a character is no digit.
 inline std::optional<std::uint32_t> decode_four(const std::uint8_t* text)
 {
     static_assert(std::endian::native == std::endian::little);
@@ -57,7 +57,7 @@ inline std::optional<std::uint32_t> decode_four(const std::uint8_t* text)
     return detail::four_bytes(eight);
 }
 
-/// The value of two digits; negative where one of them is none.
+/// The value of two digits; negative if one of them is no digit.
 inline int byte(const std::uint8_t* text)
 {
     const int high = digit(text[0]);
@@ -65,14 +65,14 @@ inline int byte(const std::uint8_t* text)
     return (high | low) > 15 ? -1 : high * 16 + low;
 }
 
-/// Decodes `count` bytes from 2 * `count` digits and adds the byte sum to `sum`. Where a character is no digit it
-/// yields false; up to then `target` holds whole bytes that stand before that character, and nothing else is changed.
+/// Decodes `count` bytes from 2 * `count` digits and adds the byte sum to `sum`. Returns false at a character that is
+/// no digit; `target` then has the whole bytes before that character, and nothing else changes.
 bool decode(const std::uint8_t* text, std::size_t count, std::uint8_t* target, unsigned& sum);
 
-/// Writes 2 * `count` upper-case digits and yields the end of them. Adds the byte sum to `sum`.
+/// Writes 2 * `count` upper-case digits and returns their end. Adds the byte sum to `sum`.
 char* encode(const std::uint8_t* bytes, std::size_t count, char* text, unsigned& sum);
 
-/// Writes the low `digits` digits of `value`, upper case, and yields the end of them.
+/// Writes the low `digits` digits of `value`, upper case, and returns their end.
 char* encode_number(std::uint64_t value, int digits, char* text);
 
 }  // namespace tamrix::hex_digits

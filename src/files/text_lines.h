@@ -16,7 +16,7 @@ public:
     explicit text_lines(const std::string& path) : image_{path}, rest_{as_text(image_.bytes())} {}
 
     std::int64_t file_length() const { return static_cast<std::int64_t>(image_.bytes().size()); }
-    /// The next line without its end; none behind the last. A line end at the end of the file opens no further line.
+    /// The next line without its end; none after the last. A line end at the end of the file starts no further line.
     std::optional<std::string_view> next()
     {
         if (rest_.empty()) return std::nullopt;
@@ -31,7 +31,7 @@ public:
         }
         return line;
     }
-    /// Number, from 1, of the line that next() gave last.
+    /// Number, from 1, of the line that next() returned last.
     std::uint64_t number() const { return number_; }
 
 private:

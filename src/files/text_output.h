@@ -1,4 +1,4 @@
-// Text records on their way to a file, gathered so that a file of any length costs few writes.
+// Text records for a file, collected so that a file of any length takes few writes.
 #pragma once
 
 #include "files/file_io.h"
@@ -47,24 +47,24 @@ public:
         unsigned none = 0;
         hex_digits::encode(&low, 1, grow(2), none);
     }
-    /// Ends the line; a good place to empty what has gathered.
+    /// Ends the line, and writes what is collected when that is much.
     void end_line()
     {
         text("\r\n");
         breathe();
     }
-    /// To be called at least every 1024 characters: empties what has gathered when it becomes much.
+    /// Writes what is collected when that is much. Call it at least every 1024 characters.
     void breathe()
     {
         if (used_ > capacity - 2 * longest_line) flush();
     }
-    /// What has gathered reaches the file, and the file is closed.
+    /// Writes what is collected and closes the file.
     void close()
     {
         flush();
         file_.close();
     }
-    /// What has gathered reaches the file as far as the system takes it.
+    /// Writes what is collected, as far as the system accepts it.
     void flush()
     {
         const std::size_t gathered = std::exchange(used_, 0);

@@ -8,7 +8,7 @@
 
 namespace tamrix {
 
-/// `end` is one behind the last.
+/// `end` is one past the last.
 struct address_range {
     std::int64_t begin = 0;
     std::int64_t end = 0;
@@ -24,7 +24,7 @@ public:
         begin_ = std::min(begin_, begin);
         end_ = std::max(end_, begin + length);
     }
-    /// None where nothing was added.
+    /// None if nothing was added.
     std::optional<address_range> range() const
     {
         if (begin_ > end_) return std::nullopt;

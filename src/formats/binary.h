@@ -5,7 +5,7 @@
 
 namespace tamrix {
 
-/// The length at which a device's image no longer fits the mapping and goes through "tmpbuf.bin"; and the size of one
+/// The length at which a device's image no longer fits the mapping and goes through "tmpbuf.bin", and the size of one
 /// part.
 inline constexpr std::int64_t large_image_bytes = 0x10800000;
 inline constexpr std::int64_t large_chunk_bytes = 0x8400000;

@@ -9,7 +9,7 @@
 
 namespace tamrix {
 
-/// `count` bytes of the buffer from `address` on; throws subscript_error where one of them lies outside.
+/// `count` bytes of the buffer from `address` on; throws subscript_error if one of them is outside.
 inline std::span<const std::uint8_t> buffer_bytes(session& plug_in, std::int64_t address, std::int64_t count)
 {
     auto& ibuffer = plug_in.blocks.ibuffer;

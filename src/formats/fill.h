@@ -8,8 +8,8 @@
 
 namespace tamrix {
 
-/// Sets buffer(`first`) to buffer(`last`), both included. A range that runs past the end of the view stops there: a
-/// mapping may be smaller than the buffer length that the host tells.
+/// Sets buffer(`first`) to buffer(`last`), both included. A range stops at the end of the view: a mapping may be
+/// smaller than the buffer length that the host gives.
 inline void fill(std::span<std::uint8_t> buffer, std::int64_t first, std::int64_t last, std::uint8_t value)
 {
     const std::int64_t end = std::min(last + 1, static_cast<std::int64_t>(buffer.size()));

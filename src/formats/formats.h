@@ -1,5 +1,4 @@
-// The buffer file formats, one record each: the dialogs' options, the command line and the detection are driven from
-// this table.
+// The buffer file formats, one record each. This table drives the dialogs' options, the command line and the detection.
 #pragma once
 
 #include "formats/address_range.h"
@@ -16,7 +15,7 @@ namespace tamrix {
 /// How sure a detector is; a later value is surer.
 enum class detection : std::uint8_t { no, maybe, damaged, mine };
 
-/// What a detector is shown: the start of the file, at most detection_head_bytes of it, and how long the whole file is.
+/// What a detector receives: the start of the file, at most detection_head_bytes, and the length of the whole file.
 struct file_start {
     std::span<const std::uint8_t> bytes;
     std::int64_t file_length;
@@ -24,19 +23,19 @@ struct file_start {
 
 struct format {
     std::string_view name;        // on the command line
-    std::string_view caption;     // of the option; empty where a message supplies it
-    int caption_message;          // 0 where `caption` stands
-    std::string_view extensions;  // lower case, with blanks between
+    std::string_view caption;     // of the option; empty if a message supplies it
+    int caption_message;          // 0 if `caption` is used
+    std::string_view extensions;  // lower case, separated by blanks
     detection (*detect)(const file_start& file);
     transfer_routine read;
-    transfer_routine write;  // null where this format cannot be saved
-    /// The addresses that the whole file fills, so that a buffer can be sized by it; none where it fills none. Throws
-    /// file_error. Null with `read`.
+    transfer_routine write;  // null if this format cannot be saved
+    /// The addresses that the whole file fills, to size a buffer; none if it fills none. Throws file_error. Null if
+    /// `read` is.
     std::optional<address_range> (*measure)(const std::string& path);
-    /// The same by the start and the end of a long file alone, so it may be wrong; none where they do not tell, or
-    /// where the file is short. Null where only the whole file can tell.
+    /// The same from only the start and the end of a long file, so it may be wrong; none if they are not enough, or if
+    /// the file is short. Null if the format needs the whole file.
     std::optional<address_range> (*estimate)(const std::string& path) = nullptr;
-    /// Bytes that one file address stands for, as in the load dialog's From File Address.
+    /// Bytes of one file address, as in the load dialog's From File Address.
     int address_bytes = 1;
 };
 
@@ -49,7 +48,7 @@ inline constexpr int save_format_count = 4;
 /// The caption of the format's option in the host's language.
 std::string caption_of(const format& which, const session& plug_in);
 
-/// True where the file's name ends with one of the format's extensions.
+/// True if the file's name ends with one of the format's extensions.
 bool has_extension(const format& which, const std::string& path);
 
 /// What detection found: the option index and how sure it is.

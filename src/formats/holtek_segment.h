@@ -10,7 +10,7 @@ namespace tamrix {
 
 inline constexpr std::uint8_t holtek_mark = 0xC0;
 
-/// Offset of the first segment; none where the image has no Holtek header.
+/// Offset of the first segment; none if the image has no Holtek header.
 inline std::optional<std::size_t> first_holtek_segment(std::span<const std::uint8_t> image)
 {
     constexpr std::size_t too_long = 0x8000;
@@ -32,7 +32,7 @@ struct holtek_segment {
     std::size_t end() const { return checksum() + 1; }
 };
 
-/// The segment at `begin`; none where its mark or its head is missing.
+/// The segment at `begin`; none if its mark or its head is missing.
 inline std::optional<holtek_segment> holtek_segment_at(std::span<const std::uint8_t> image, std::size_t begin)
 {
     if (begin + 7 > image.size() || image[begin] != 'e') return std::nullopt;

@@ -1,4 +1,4 @@
-// The head of an Intel HEX record: what stands between ":" and the data.
+// The head of an Intel HEX record: what is between ":" and the data.
 #pragma once
 
 #include "files/hex_digits.h"
@@ -19,12 +19,12 @@ struct intel_head {
     unsigned sum() const { return length + (address >> 8) + (address & 0xFF) + type; }
 };
 
-/// No record is longer than this, ":" and line end included. The count of an Intel Hex16 record is in words.
+/// The longest record, with ":" and line end. The count of an Intel Hex16 record is in words.
 inline constexpr std::size_t longest_intel_record = 1 + 8 + 2 * 255 + 2 + 2;
 inline constexpr std::size_t longest_intel16_record = 1 + 8 + 4 * 255 + 2 + 2;
 
-/// The head of the record that starts at the front of `text`; none where there is no ":" or one of the eight characters
-/// behind it is no digit.
+/// The head of the record at the start of `text`; none if there is no ":" or one of the eight characters after it is no
+/// digit.
 inline std::optional<intel_head> intel_head_of(std::span<const std::uint8_t> text)
 {
     constexpr std::size_t head_digits = 8;

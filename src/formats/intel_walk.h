@@ -11,7 +11,7 @@
 
 namespace tamrix {
 
-/// Text around records is passed over. What a data record does is the derived class's.
+/// Text around records is skipped. The derived class handles data records.
 class intel_walk {
 public:
     virtual ~intel_walk() = default;
@@ -24,15 +24,15 @@ protected:
     /// Characters from the ":" to the first data digit.
     static constexpr std::size_t digits_at = 9;
 
-    /// `longest_record`: characters, of this grammar. `extension_stride`: how far the walk goes on after an extended
+    /// `longest_record`: characters, in this grammar. `extension_stride`: how far the walk moves after an extended
     /// address record.
     intel_walk(transfer_job& job, std::size_t longest_record, std::int64_t extension_stride);
 
-    /// Takes the data record at p_ and moves p_ behind it.
+    /// Takes the data record at p_ and moves p_ past it.
     virtual step take_data(const intel_head& head, text_view record) = 0;
     /// The status at the end of the walk.
     virtual status outcome() { return status::done; }
-    /// Up to here the walk may go on without telling its progress.
+    /// Up to here the walk may go on without reporting progress.
     std::int64_t next_mark() const { return next_mark_; }
     /// Leaves a diagnostic for the record at p_.
     step fail(std::string found, std::string expected);
@@ -41,7 +41,7 @@ protected:
     file_window file_;
     const transfer_variables at_;
     const std::int64_t buflength_, devbytes_;
-    std::int64_t p_ = 0;  // where the walk stands
+    std::int64_t p_ = 0;  // the position of the walk
     std::int64_t extension_ = 0;
 
 private:
@@ -62,7 +62,7 @@ struct intel_selection {
     std::int64_t position;  // of the first selected byte, counted from the start address
 };
 
-/// `relative` is the record's address behind the file start, in bytes, not below 0.
+/// `relative` is the record's address from the file start on, in bytes, not below 0.
 intel_selection select_in_record(const transfer_variables& at, std::int64_t relative);
 
 }  // namespace tamrix

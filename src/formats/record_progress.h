@@ -5,13 +5,13 @@
 
 namespace tamrix {
 
-/// Tells, record by record, when the bar moves.
+/// Says, record by record, when the bar moves.
 class record_progress {
 public:
     record_progress(std::int64_t file_length, int per_step) : file_length_{file_length}, per_step_{per_step} {}
 
-    /// Counts a record that is about `record_length` characters long. Yields the bar's new value, or a negative number
-    /// where it stays.
+    /// Counts a record that is about `record_length` characters long. Returns the bar's new value, or a negative number
+    /// if it does not move.
     double next(std::int64_t record_length)
     {
         if (record_length != length_) {  // most files have records of one length, and divisions are slow

@@ -22,7 +22,7 @@ public:
           last_address_{(devbytes_ - at_.bufstart + at_.filestart) * at_.filestep}
     {}
 
-    /// False where a record that starts at `address` is passed over: below the file start, or behind the device.
+    /// False if a record that starts at `address` is skipped: below the file start, or beyond the device.
     bool takes(std::int64_t address) const { return address >= at_.filestart && address <= last_address_; }
     /// Bytes of the record from one item to the next.
     std::int64_t step() const { return at_.filestep; }
@@ -35,9 +35,9 @@ public:
     {
         return at_.bufphase + at_.bufstep * (item + (address - at_.filestart) / at_.filestep);
     }
-    /// True where a position lies behind the device; with it the rest of the record is dropped.
+    /// True if a position is beyond the device; the rest of the record is then dropped.
     bool beyond(std::int64_t position) const { return position > devbytes_; }
-    /// Stores one item; false where with it more than `loadlength` bytes are stored, which ends the load. Throws
+    /// Stores one item; false if more than `loadlength` bytes are then stored, which ends the load. Throws
     /// subscript_error outside the buffer.
     bool store(std::int64_t position, std::uint8_t value)
     {
@@ -45,8 +45,8 @@ public:
         return ++stored_ <= at_.loadlength;
     }
 
-    /// Where a run of `count` items of consecutive bytes lands in one piece; null where it does not, or the limit of
-    /// the load lies inside it.
+    /// Where a run of `count` items of consecutive bytes lands in one piece; null if it does not, or if the limit of
+    /// the load is inside it.
     std::uint8_t* run(std::int64_t address, std::int64_t count)
     {
         if (at_.filestep != 1 || at_.bufstep != 1) return nullptr;

@@ -9,7 +9,7 @@
 
 namespace tamrix {
 
-/// The value of `count` digits at `at` (from 0); none where the line ends before, or one of them is no digit.
+/// The value of `count` digits at `at` (from 0); none if the line ends before, or if one of them is no digit.
 inline std::optional<unsigned> number_in(std::string_view line, std::size_t at, std::size_t count)
 {
     if (at + count > line.size()) return std::nullopt;

@@ -1,4 +1,4 @@
-// What one load or save needs beside the session: the status it yields and where its progress goes.
+// What one load or save needs in addition to the session: its status and where its progress goes.
 #pragma once
 
 #include "files/file_window.h"
@@ -17,16 +17,16 @@ class session;
 enum class status : std::int16_t {
     done = 0,
     failed = 1,    // a bad file, a bad record, a file error
-    rejected = 2,  // the entered values do not fit; the user was told and may correct them
+    rejected = 2,  // the entered values do not fit; the user has seen a message and may correct them
 };
 
 /// What a load does with the buffer first; the index of the dialog's option.
 enum class clear_option : std::uint8_t { fill_ff = 0, fill_00 = 1, disabled = 2 };
 
-/// What a load met in the file, whether it landed in the buffer or not.
+/// What a load found in the file, whether it went to the buffer or not.
 struct load_extent {
     std::optional<address_range> addresses{};
-    bool whole = false;  // the reader went through the whole file and tells what it met
+    bool whole = false;  // the reader went through the whole file, so `addresses` is complete
 };
 
 struct transfer_job {
@@ -34,7 +34,7 @@ struct transfer_job {
     transfer_variables& transfer;
     clear_option clear = clear_option::disabled;
     std::function<void(double percent)> progress;  // 0 to 100
-    load_extent met{};                             // left by the readers that tell it
+    load_extent met{};                             // set by the readers that know it
 };
 
 using transfer_routine = status (*)(transfer_job&);

@@ -1,4 +1,4 @@
-// Tells fuse files and SVF files from others by their content.
+// Detects fuse files and SVF files by their content.
 #pragma once
 
 #include <string>

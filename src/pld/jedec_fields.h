@@ -10,7 +10,7 @@
 
 namespace tamrix {
 
-/// A field, or as much of it as one line holds. What is no field is passed over.
+/// A field, or the part of it on one line. Everything else is skipped.
 struct jedec_field {
     enum class kind : std::uint8_t {
         header,       // a line above the first fuse row, as it is in the file
@@ -28,7 +28,7 @@ struct jedec_field {
 
 class jedec_fields {
 public:
-    /// Throws file_error, or std::bad_alloc where the file does not fit.
+    /// Throws file_error, or std::bad_alloc if the file does not fit.
     explicit jedec_fields(const std::string& path) : lines_{path} {}
 
     std::int64_t file_length() const { return lines_.file_length(); }
@@ -42,7 +42,7 @@ private:
     std::string_view take_bits(std::string_view text);
 
     text_lines lines_;
-    std::string_view rows_;    // of a line with fuse rows: what is still to be taken
+    std::string_view rows_;    // the rest of a line with fuse rows
     bool bits_go_on_ = false;  // lines of bits belong to the last row
     bool fuses_seen_ = false;  // the header is over
     bool in_vectors_ = false;  // the last line was a vector

@@ -1,4 +1,4 @@
-// The test vectors of a programmable device and what else a fuse file leaves behind; shared by reader, writer and
+// The test vectors of a programmable device and what else a fuse file brings; shared by reader, writer and
 // vector test.
 #pragma once
 
@@ -13,7 +13,7 @@ struct pld_variables {
     vector_list pldvect;
     std::int32_t pldvectcnt = 0;  // the highest vector number plus 1
     std::uint32_t checksum = 0;   // of the fuses read or written last
-    std::string note;  // header text of the fuse file read last: each line with a line feed and two blanks ahead
+    std::string note;             // header text of the fuse file read last: each line after a line feed and two blanks
 };
 
 }  // namespace tamrix

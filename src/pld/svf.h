@@ -1,4 +1,4 @@
-// Brings an SVF file under the host's system path.
+// Copies an SVF file to the host's system path.
 #pragma once
 
 #include "base/diagnostic.h"

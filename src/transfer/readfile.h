@@ -27,7 +27,7 @@ public:
     forms::progress_bar ProgressBar1{*this};
     forms::button okcom{*this}, exitcom{*this};
 
-    /// What the last load met in its file.
+    /// What the last load found in its file.
     const load_extent& met() const { return met_; }
 
     forms::layout arrangement() override;
@@ -48,7 +48,7 @@ private:
     session& plug_in_;
     transfer_variables& transfer_;
     load_extent met_;
-    bool busy_ = false;  // a reader is running: exitcom is dead
+    bool busy_ = false;  // a reader is running: exitcom does nothing
 };
 
 }  // namespace tamrix

@@ -32,7 +32,7 @@ private:
     int format_of_name();
     void derive_size();
     void derive_end();
-    /// One behind the last address that may be saved.
+    /// One past the last address that may be saved.
     std::int64_t limit() const;
     std::int64_t savelimit() const;
     void confirm();
