@@ -1,4 +1,4 @@
-// The pipe by which bulk reads arrive, behind the reader's back.
+// The pipe that delivers bulk reads while the reader does other things.
 #pragma once
 
 #include "sim/clock.h"
@@ -16,11 +16,11 @@ public:
     bulk_pipe(const bulk_pipe&) = delete;
     bulk_pipe& operator=(const bulk_pipe&) = delete;
 
-    /// When it is `when`: writes `data`, then 2 to `status`, and a little later, with `marker`, the end marker behind
-    /// the data. `buffer` has room for one byte more than `data` has. A read that is still under way is dropped.
+    /// At the time `when`: writes `data`, then 2 to `status`, and a little later, with `marker`, the end marker after
+    /// the data. `buffer` is one byte longer than `data`. A read that is still active is dropped.
     void start(std::vector<std::uint8_t> data, std::uint8_t* buffer, std::uint8_t* status, microseconds when,
                bool marker);
-    /// After this nothing is written any more.
+    /// Nothing is written after this.
     void cancel();
 
 private:

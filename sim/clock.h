@@ -1,4 +1,4 @@
-// The time in which a simulated programmer lives: moved by its user, or the wall's.
+// The time of a simulated programmer: virtual, advanced by its user, or real.
 #pragma once
 
 #include <chrono>
@@ -18,17 +18,17 @@ public:
     using alarm = std::uint64_t;
 
     virtual ~clock() = default;
-    /// Since the clock was made.
+    /// Since the clock was created.
     virtual microseconds now() const = 0;
-    /// Lets time pass; a blocking wait does this. Less than nothing counts as nothing.
+    /// Lets time pass, as a blocking wait does. A negative time counts as 0.
     virtual void advance(microseconds time) = 0;
-    /// Has `act` run once when it is `when`, in the clock's own context. `act` must not use the clock's alarms.
+    /// Runs `act` once at the time `when`, in the clock's own context. `act` must not use the clock's alarms.
     virtual alarm at(microseconds when, std::function<void()> act) = 0;
-    /// After this the act of `which` neither runs nor is running.
+    /// After this the act of `which` is not running and never runs.
     virtual void cancel(alarm which) = 0;
 };
 
-/// Stands still until it is advanced; alarms run inside advance(), in their order. For one thread.
+/// Stops until it is advanced; alarms run inside advance(), in their order. For one thread.
 class virtual_clock final : public clock {
 public:
     microseconds now() const override { return now_; }
@@ -42,7 +42,7 @@ private:
     std::map<std::pair<microseconds, alarm>, std::function<void()>> alarms_;
 };
 
-/// Runs with the clock on the wall, `speed` times as fast. Alarms run on a thread of its own.
+/// Runs `speed` times as fast as real time. Alarms run on a thread of its own.
 class wall_clock final : public clock {
 public:
     explicit wall_clock(double speed = 1);

@@ -16,25 +16,25 @@ struct event {
     std::string text;
 };
 
-/// It outlives the programmer, so that what was left on at the end can be read. For one thread.
+/// It outlives the programmer, so that a test can read what was left on at the end. For one thread.
 class journal {
 public:
     explicit journal(std::shared_ptr<const clock> time) : time_{std::move(time)} {}
 
-    /// The transcript grows from now on, or no longer.
+    /// Starts or stops the transcript.
     void record(bool on) { recording_ = on; }
     bool recording() const { return recording_; }
     void line(std::string text);
     /// Something that can harm a part or the hardware. A test fails on it.
     void hazard(std::string text);
-    /// Something odd that harms nobody: a frame that the hardware does not know, a part that oscillates.
+    /// Something odd but harmless: a frame that the hardware does not know, a part that oscillates.
     void note(std::string text);
 
     const std::vector<event>& hazards() const { return hazards_; }
     const std::vector<event>& notes() const { return notes_; }
     const std::vector<event>& lines() const { return lines_; }
-    /// The transcript as text, a line each; with times as "12.345 ms  line". Hazards and notes stand in it where they
-    /// came.
+    /// The transcript as text, one entry a line; with times as "12.345 ms  line". Hazards and notes are in it at their
+    /// time.
     std::string transcript(bool with_times = false) const;
     void clear_transcript() { lines_.clear(); }
 

@@ -19,7 +19,7 @@ public:
     machine(const machine&) = delete;
     machine& operator=(const machine&) = delete;
 
-    // The acts. Each takes effect at once and needs no time.
+    // The operations. Each takes effect at once and needs no time.
     void set_vcc(std::int32_t millivolts);
     void set_vpp(std::int32_t millivolts, int channel);
     void ground(int code, bool on);
@@ -27,7 +27,7 @@ public:
     void vpp(int code, bool on);
     /// Register 2b is the data byte of port b, 2b + 1 its mask. All others only keep their value.
     void write_register(std::uint8_t address, std::uint8_t value);
-    /// All ports in one moment.
+    /// All ports at once.
     void write_ports(const port_bytes& data, const port_bytes& masks);
     /// Register 2b reads the pins of port b, any other its value.
     std::uint8_t read_register(std::uint8_t address);
@@ -35,7 +35,7 @@ public:
     /// Drivers, voltages and registers as after switching on. The part loses its supply.
     void reset();
 
-    /// Time passes, so that what fights now does harm.
+    /// Time passes, so a conflict that exists now is a hazard.
     void settle_down() { socket_.look_for_hazards(); }
     /// A voltage or driver that is still on is a hazard.
     void check_idle();
@@ -43,7 +43,7 @@ public:
     sim::socket& socket() { return socket_; }
     const wiring& wires() const { return wires_; }
     void insert(std::unique_ptr<part> what);
-    /// After a fault came or went.
+    /// Call this after a fault was added or removed.
     void update();
 
 private:

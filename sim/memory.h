@@ -1,4 +1,4 @@
-// The programmer's memory as the bulk pipe sees it: banks of 32768 bytes.
+// The programmer's memory, read and written through the bulk pipe: banks of 32768 bytes.
 #pragma once
 
 #include "sim/faults.h"
@@ -18,12 +18,12 @@ public:
     {}
 
     int banks() const { return static_cast<int>(bytes_.size() / bank_bytes); }
-    /// The next writes go to this bank and on from there.
+    /// The next writes start at this bank.
     void seek(int bank) { next_ = static_cast<std::size_t>(bank) * bank_bytes; }
-    /// False where not all of it found room.
+    /// False if it does not all fit.
     bool write(std::span<const std::uint8_t> data);
-    /// `count` bytes from the start of a bank on; FF where there is no memory. A bad bank has bit 0 of its first byte
-    /// turned round.
+    /// `count` bytes from the start of a bank on; FF where there is no memory. In a bad bank, bit 0 of the first byte
+    /// is inverted.
     std::vector<std::uint8_t> read(int bank, std::size_t count) const;
 
 private:

@@ -1,4 +1,4 @@
-// What can sit in the simulated socket: a chip, a test board.
+// What can be in the simulated socket: a chip, a test board.
 #pragma once
 
 #include <cstdint>
@@ -16,20 +16,20 @@ public:
 
     /// Pins of the package, an even number; pin 1 is index 0 everywhere.
     virtual int pins() const = 0;
-    /// Index of the supply pins; negative where it has none.
+    /// Indices of the supply pins; negative if there is none.
     virtual int vcc_pin() const = 0;
     virtual int gnd_pin() const = 0;
 
-    /// The supply came on: registers take their state of that moment.
+    /// The supply was switched on: registers get their state at power up.
     virtual void power_up() = 0;
-    /// `nodes` holds the level at each pin as the part sees it, never `open`; `drives` receives what the part drives at
-    /// each pin, `open` where it does not. Clock edges are differences to the `nodes` of the call before. Called again
-    /// until nothing changes, since outputs may be wired to inputs.
+    /// `nodes` is the level at each pin as the part sees it, never `open`; `drives` receives what the part drives at
+    /// each pin, `open` if nothing. Clock edges are differences to the `nodes` of the previous call. Called again until
+    /// nothing changes, since outputs may be wired to inputs.
     virtual void settle(std::span<const level> nodes, std::span<level> drives) = 0;
 
-    /// Pairs of pins that are one wire inside, as on a test board.
+    /// Pairs of pins that are connected inside, as on a test board.
     virtual std::span<const std::pair<int, int>> links() const { return {}; }
-    /// What a pin stands without harm.
+    /// The highest voltage that a pin tolerates.
     virtual std::int32_t highest_millivolts(int /*pin*/) const { return 7000; }
 };
 

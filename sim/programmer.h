@@ -1,4 +1,4 @@
-// A programmer made of software, with a socket, faults that can be switched on, and a record of all that happened.
+// A programmer made of software, with a socket, faults that can be switched on, and a journal.
 #pragma once
 
 #include "programmer/programmer.h"
@@ -12,7 +12,7 @@ namespace tamrix::sim {
 
 struct setup {
     int model = 40;
-    int memory_banks = 0;                // of 32768 bytes, at most 16; 0: as the model has them
+    int memory_banks = 0;                // of 32768 bytes, at most 16; 0: as many as the model has
     std::shared_ptr<sim::clock> time{};  // none: a virtual clock of its own
     std::shared_ptr<journal> log{};      // none: one of its own. It must run on `time`
 };
@@ -21,7 +21,7 @@ struct setup {
 class programmer final : public hw::programmer {
 public:
     explicit programmer(const setup& wanted, reply_place replies = {});
-    /// What is still on then is a hazard in the journal.
+    /// Everything still on is then a hazard in the journal.
     ~programmer() override;
     programmer(const programmer&) = delete;
     programmer& operator=(const programmer&) = delete;
@@ -29,13 +29,13 @@ public:
     hw::lumbat& transport() override { return transport_; }
     hw::devobj& device() override { return device_; }
 
-    /// Throws std::invalid_argument where the part does not fit. Null takes out what is there.
+    /// Throws std::invalid_argument if the part does not fit. Null empties the socket.
     void insert(std::unique_ptr<part> what) { shared_.hardware.insert(std::move(what)); }
     bool part_has_power() { return shared_.hardware.socket().part_has_power(); }
-    /// By name, as add_fault() in faults.h tells. Throws fault_error.
+    /// By name, see add_fault() in faults.h. Throws fault_error.
     void add_fault(std::string_view text);
     void clear_faults();
-    /// Makes each voltage and supply driver that is still on a hazard.
+    /// Reports each voltage and supply driver that is still on as a hazard.
     void check_idle() { shared_.hardware.check_idle(); }
 
     sim::clock& time() { return *shared_.time; }
@@ -47,8 +47,8 @@ private:
     sim::device device_{shared_, transport_};
 };
 
-/// The source of a session's door. `prepare` gets the programmer when it has been made: to put a part into its socket,
-/// or to keep hold of it.
+/// The source of a session's door. `prepare` receives each new programmer: to put a part into its socket, or to keep a
+/// pointer to it.
 hw::programmer_source source_of(setup wanted, std::function<void(programmer&)> prepare = {});
 
 }  // namespace tamrix::sim

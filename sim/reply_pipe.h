@@ -31,14 +31,14 @@ public:
         : place_{std::move(place)}, faults_{faults}, log_{log}
     {}
 
-    /// The hardware answers. Of two replies on their way the last one counts. `by_itself`: it comes in whether or not
-    /// somebody waits for it, as replies to frames do.
+    /// The hardware answers. A later reply replaces one that has not arrived yet. `by_itself`: it arrives even if
+    /// nobody waits for it, as replies to frames do.
     void send(std::vector<std::uint8_t> bytes, bool by_itself);
-    /// Forgets what is on its way and what has come in.
+    /// Forgets replies that are on their way or have arrived.
     void clear();
     /// Time passes.
     void let_arrive();
-    /// Somebody waits. True where a reply has come; it is used up.
+    /// Somebody waits. True if a reply has arrived; it is then used up.
     bool receive();
     /// A byte of the command frame that the host is building; 0 where it shows none.
     std::uint8_t ubuf1(std::size_t index) const { return place_.ubuf1 ? place_.ubuf1(index) : std::uint8_t{0}; }

@@ -1,4 +1,4 @@
-// The script of a vector run: acts that wait until they are started, and the bytes that their reads gave.
+// The script of a vector run: steps that wait until they are started, and the bytes that they read.
 #pragma once
 
 #include "sim/machine.h"
@@ -17,13 +17,13 @@ public:
         std::uint8_t address = 0;  // register or pin code
     };
 
-    /// The script frame came. It asks for the results that there are; the next act that is entered begins a new script.
+    /// A script frame arrived. It fetches the current results; the next step begins a new script.
     void open() { opened_ = true; }
-    /// False where there is no room for it.
+    /// False if there is no room for it.
     bool enter(const act& one);
-    /// Plays what has been entered since the last start; yields the time that the hardware needs for it.
+    /// Plays the steps since the last start; returns the time that the hardware needs for them.
     microseconds start(machine& hardware);
-    /// `count` bytes of the results, 0 behind their end.
+    /// `count` bytes of the results, 0 after their end.
     std::vector<std::uint8_t> results(std::size_t count) const;
     void clear();
 

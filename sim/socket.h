@@ -1,4 +1,4 @@
-// The socket: what the programmer's drivers, the part and the pull-ups make of each contact.
+// The socket: the level of each contact from the programmer's drivers, the part and the pull-ups.
 #pragma once
 
 #include "sim/faults.h"
@@ -16,35 +16,35 @@ namespace tamrix::sim {
 struct contact_drive {
     level pin = level::open;      // the pin driver
     bool ground = false;          // the ground driver
-    std::int32_t millivolts = 0;  // of the supply that is switched to it; 0: none
+    std::int32_t millivolts = 0;  // of the supply switched to it; 0: none
     bool operator==(const contact_drive&) const = default;
 };
 
 /// Who wins: ground, then supply, then a low of pin driver or part, then their high, then a stuck pin, then the
-/// pull-up. A stuck pin is so on the part's side: the part sees the constant, and the contact shows it where nobody
-/// drives. An open pin: the part sees high, as an input that is left open does, and the contact shows nothing of the
-/// part.
+/// pull-up. A stuck pin is stuck on the part's side: the part sees the constant, and the contact shows it if nothing
+/// drives it. At an open pin the part sees high, as an open input does, and the contact shows nothing of the part.
 class socket {
 public:
     socket(const wiring& wires, const fault_set& faults, journal& log);
 
-    /// Puts a part in place of what was there; null takes it out. Takes effect at the next settle(). Throws
-    /// std::invalid_argument where the part does not fit.
+    /// Replaces the part; null empties the socket. Takes effect at the next settle(). Throws std::invalid_argument if
+    /// the part does not fit.
     void insert(std::unique_ptr<part> what);
     const part* occupant() const { return part_.get(); }
 
     /// Takes effect at the next settle().
     contact_drive& at(int contact) { return drives_[static_cast<std::size_t>(contact)]; }
-    /// After a fault came or went: what the part joins is worked out anew. Takes effect at the next settle().
+    /// Call this after a fault was added or removed: it recomputes what the part joins. Takes effect at the next
+    /// settle().
     void rewire();
-    /// Lets all levels become stable; a part that has its supply acts.
+    /// Lets all levels become stable; a part with supply works.
     void settle();
     /// The level that the programmer's input sees at a contact.
     bool is_high(int contact) const { return levels_[net_of_[static_cast<std::size_t>(contact)]] == level::high; }
     bool part_has_power() const { return powered_; }
 
-    /// Called where time passes: whoever fights now does so for longer than a moment. Each fight is told once, until it
-    /// ends.
+    /// Called when time passes: a conflict that exists now is more than momentary. Each conflict is reported once,
+    /// until it ends.
     void look_for_hazards();
 
 private:

@@ -1,4 +1,4 @@
-// The board that the output test needs in the socket: it joins each pin with the pin opposite.
+// The board that the output test needs in the socket: it connects each pin to the opposite one.
 #pragma once
 
 #include "sim/part.h"
@@ -20,7 +20,7 @@ public:
     void power_up() override {}
     void settle(std::span<const level>, std::span<level>) override {}
     std::span<const std::pair<int, int>> links() const override { return links_; }
-    /// Bare copper.
+    /// Bare copper: any voltage.
     std::int32_t highest_millivolts(int) const override { return 30000; }
 
 private:

@@ -23,7 +23,7 @@ struct parts_of_programmer {
     memory ram;
     reply_pipe replies;
     script vectors{};
-    microseconds script_done{0};  // the time at which the hardware has played the script
+    microseconds script_done{0};  // when the hardware has played the script
 
     parts_of_programmer(int model, int banks, std::shared_ptr<clock> its_time, std::shared_ptr<journal> its_log,
                         reply_place place_of_replies);

@@ -6,8 +6,8 @@
 
 namespace tamrix::sim {
 
-/// A contact of the socket has an index: the left column from its lowest contact up, then the right one likewise. A
-/// part sits at the socket's bottom.
+/// Each contact of the socket has an index: the left column from its lowest contact up, then the right column likewise.
+/// A part sits at the socket's bottom.
 class wiring {
 public:
     /// Models 22, 23, 24, 28 and 29 have 40 contacts, all others 48.
@@ -15,18 +15,17 @@ public:
 
     int rows() const { return rows_; }
     int contacts() const { return 2 * rows_; }
-    /// True where one byte a group is all there is: 1 releases the contact, 0 drives it low. Else a data and a mask
-    /// byte.
+    /// True if each port has one byte only: 1 releases the contact, 0 drives it low. Else a data and a mask byte.
     bool can_only_pull_low() const { return rows_ == 20; }
 
-    /// The contact at a bit of a port; none where the bit is wired to nothing.
+    /// The contact at a bit of a port; none if the bit is not connected.
     std::optional<int> contact_of_bit(int port, int bit) const;
     /// 1 is the left column's lowest contact, 101 that of the right one. None for any other number.
     std::optional<int> contact_of_code(int code) const;
     int code_of_contact(int contact) const;
     /// Pin and result counted from 0.
     int contact_of_pin(int pin, int pins) const;
-    /// None where a part of `pins` pins has no pin there.
+    /// None if a part of `pins` pins has no pin there.
     std::optional<int> pin_at(int contact, int pins) const;
 
 private:

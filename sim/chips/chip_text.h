@@ -9,8 +9,7 @@
 
 namespace tamrix::sim {
 
-/// A chip file says something that cannot be: "FILE:LINE: what was found, what was expected". Line 0: the file as a
-/// whole.
+/// A chip file is wrong: "FILE:LINE: what was found, what was expected". Line 0: the file as a whole.
 class chip_error : public std::runtime_error {
 public:
     chip_error(std::string_view file, int line, std::string_view text)

@@ -9,7 +9,7 @@ using gate_id = std::uint32_t;
 
 enum class gate_kind : std::uint8_t { constant_0, constant_1, pin, reg, invert, both, either, differ };
 
-/// Gates stand behind those that they read. `a` is the index of a pin or register, or of the first gate read.
+/// A gate comes after those that it reads. `a` is the index of a pin or register, or of the first gate read.
 struct gate {
     gate_kind kind = gate_kind::constant_0;
     gate_id a = 0, b = 0;
@@ -20,13 +20,13 @@ struct clause {
     gate_id condition = 0, data = 0;
 };
 
-/// Clauses that hold come first and win over edges; among equals the one that stands first.
+/// Level clauses come first and have priority over edges; among equals the first one wins.
 struct reg {
     std::string name;
     std::vector<clause> clauses;
 };
 
-/// `both`: driven at times, and read back by the chip.
+/// `both`: sometimes driven, and also read by the chip.
 enum class pin_role : std::uint8_t { input, output, both, vcc, gnd, none };
 
 struct pin {
@@ -36,7 +36,7 @@ struct pin {
     gate_id enable = 0;  // the pin is driven while this is 1
     bool open_collector = false;
     bool clock = false;       // an edge of it moves a register
-    bool pulse_only = false;  // rests low: what happens while it is high is not told
+    bool pulse_only = false;  // rests low: what happens while it is high is undefined
 };
 
 /// A condition on the way from one row to the next: with pins, these must not change while it is 1; without, it is

@@ -1,4 +1,4 @@
-// What `tamrix-chips` does: checks chip files, writes the vector library, tells how much of it finds what.
+// What `tamrix-chips` does: checks chip files, writes the vector library, reports which faults its vectors find.
 #pragma once
 
 #include <string>

@@ -16,11 +16,11 @@ public:
     explicit lanes(std::shared_ptr<const circuit> plan);
 
     const circuit& plan() const { return *plan_; }
-    /// The registers take these states, one word a register; a missing one is 0. No edge is seen in the next settle.
+    /// Sets the registers, one word each; a missing one is 0. No edge occurs in the next settle.
     void power_up(std::span<const word> registers);
     void set_node(std::size_t pin, word level) { nodes_[pin] = level; }
     word node(std::size_t pin) const { return nodes_[pin]; }
-    /// Brings gates and registers to rest. What never rests is left as it stands after some hundred rounds.
+    /// Brings gates and registers to rest. What never rests is left as it is after some hundred rounds.
     void settle();
 
     /// From now on the gate is at this level in these lanes.

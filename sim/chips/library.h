@@ -1,4 +1,4 @@
-// The vector library of the logic IC test: made from chips, and written as the file that the test reads.
+// The vector library of the logic IC test: generated from chips, in the file format that the test reads.
 #pragma once
 
 #include "chips/chip.h"
@@ -15,11 +15,11 @@ struct library_entry {
 /// The vectors of all chips, in the order of the chips.
 std::vector<vector_set> make_all_vectors(const std::vector<chip>& chips);
 
-/// A record for every name and alias, in ascending order without regard to case. Throws chip_error where a name stands
-/// inside a name before it (taking it out of the library would damage the other), or a line would be too long.
+/// A record for every name and alias, in ascending order, ignoring case. Throws chip_error if a name is part of a name
+/// before it (deleting it from the library would damage the other), or if a line would be too long.
 std::string library_text(const std::vector<chip>& chips, const std::vector<vector_set>& sets);
 
-/// What is missed and why, a line a chip, and the sum.
+/// The missed faults and why, one line a chip, and the total.
 std::string coverage_text(const std::vector<chip>& chips, const std::vector<vector_set>& sets);
 
 }  // namespace tamrix::sim

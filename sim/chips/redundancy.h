@@ -1,4 +1,4 @@
-// Says of a fault that no row shows whether any row could.
+// Says whether any row could show a fault that no row shows.
 #pragma once
 
 #include "chips/vector_run.h"

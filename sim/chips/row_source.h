@@ -1,4 +1,4 @@
-// Proposes rows: what the tester could do next.
+// Proposes the next rows of a tester.
 #pragma once
 
 #include "chips/vector_run.h"

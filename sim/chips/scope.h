@@ -10,7 +10,7 @@
 
 namespace tamrix::sim {
 
-/// Where a statement stands: at the chip's level, or in one use of a part.
+/// Where a statement is: at the chip's level, or in one use of a part.
 struct scope {
     std::string prefix;                            // in front of names of its own
     std::map<std::string, std::string> arguments;  // of a part: parameter to outer name

@@ -24,14 +24,14 @@ public:
     tester(std::shared_ptr<const circuit> plan, std::vector<order_lanes> orders, std::uint64_t random_start);
 
     const circuit& plan() const { return chip_.plan(); }
-    /// The supply comes on while the pins are at `levels`, a word a pin.
+    /// Switches the supply on while the pins are at `levels`, one word a pin.
     void power_up(std::span<const word> registers, std::span<const word> levels);
     void apply(const row_acts& row);
 
     /// The level that the tester reads. A released pin that nothing drives is pulled up.
     word node(std::size_t pin) const { return levels_[pin]; }
     const lanes& chip() const { return chip_; }
-    /// At some moment of the last row tester and chip both drove a pin.
+    /// True if tester and chip both drove a pin at some moment of the last row, in any lane.
     bool fought() const { return fought_; }
     /// The lanes in which the condition of a caution was 1 at some moment from the end of the row before on.
     word met(std::size_t caution) const { return met_[caution]; }

@@ -19,12 +19,12 @@ struct statement_line {
     bool indented = false;
     int line = 0;
     std::vector<token> tokens;
-    std::string rest;  // what follows the first word, as it stands; a chip's name and description
+    std::string rest;  // everything after the first word, unchanged; a chip's name and description
 };
 
 std::vector<statement_line> cut_lines(std::string_view text, std::string_view file);
 
-/// Walks the tokens of one statement; every failure tells what was found and what was expected.
+/// Walks the tokens of one statement; every error says what was found and what was expected.
 class token_walk {
 public:
     token_walk(const statement_line& from, std::string_view file) : tokens_{from.tokens}, line_{from.line}, file_{file}
@@ -61,7 +61,7 @@ private:
 
 bool is_number(std::string_view word);
 
-/// `q3` to `q0`: q3 q2 q1 q0; also `1A` to `4A` and `QD` to `QA`. Empty where the two make no range.
+/// `q3` to `q0`: q3 q2 q1 q0; also `1A` to `4A` and `QD` to `QA`. Empty if the two form no range.
 std::vector<std::string> name_range(const std::string& from, const std::string& to);
 
 }  // namespace tamrix::sim

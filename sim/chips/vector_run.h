@@ -18,20 +18,20 @@ struct stuck_fault {
     std::size_t gate = none;  // an inner fault: the output of a gate
 };
 
-/// Every gate of the model stuck. They are not graded, since a real chip has others, but rows that show them as well
-/// are rows that look at all of what the chip does.
+/// Every gate of the model stuck. They are not graded, since a real chip has other gates, but rows that show them also
+/// cover everything that the chip does.
 std::vector<stuck_fault> inner_faults_of(const circuit& plan);
 
 /// Every signal pin stuck low and stuck high. A pin that is open reads high inside and outside, as one stuck high does.
 std::vector<stuck_fault> faults_of(const circuit& plan);
 
-/// The good chip: tells whether a row holds whatever the order of its changes, and what it shows.
+/// The good chip: says whether the result of a row is independent of the order of its changes, and what it is.
 class good_run {
 public:
     explicit good_run(std::shared_ptr<const circuit> plan);
 
-    /// The letters of the row, or nothing where tester and chip would fight, the chip's state would depend on the
-    /// order, or something that the chip asks to avoid happens. After a refused row the run is of no further use.
+    /// The letters of the row; none if tester and chip would drive against each other, if the chip's state would depend
+    /// on the order, or if something happens that the chip says to avoid. Do not use the run after a refused row.
     std::optional<std::string> apply(const row_acts& row);
     std::size_t known_registers() const;
     const tester& socket() const { return socket_; }

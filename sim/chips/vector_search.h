@@ -1,4 +1,4 @@
-// Looks for rows that show what no row has shown yet.
+// Searches for rows that show what no row has shown yet.
 #pragma once
 
 #include "chips/row_source.h"
@@ -26,7 +26,7 @@ struct run_state {
     faulty_runs faulty;
     row_acts last;  // empty before row 0
 
-    /// False where the row does not hold; the state is then of no further use.
+    /// False if the row is refused; do not use the state after that.
     bool play(const row_acts& row, played_rows& into)
     {
         auto letters = good.apply(row);
@@ -50,8 +50,8 @@ public:
         : source_{plan}, most_rows_{most_rows}, random_{random}, longest_{longest}
     {}
 
-    /// Goes on from `state` until `wanted` faults are found, or all lengths of sequences have been tried `rounds` times
-    /// in vain.
+    /// Continues from `state` until `wanted` faults are found, or until all lengths of sequences have been tried
+    /// `rounds` times without success.
     void extend(run_state& state, played_rows& rows, std::size_t wanted, int rounds);
 
 private:

@@ -1,4 +1,4 @@
-// The maker of test vectors: rows that every engine can play, found by trying, and graded by the faults that they show.
+// The generator of test vectors: rows that every engine can play, found by trial, and graded by the faults they show.
 #pragma once
 
 #include "chips/vector_run.h"
@@ -25,11 +25,11 @@ struct rival {
     std::shared_ptr<const circuit> plan;
 };
 
-/// The most rows that a record can hold for a device of so many pins.
+/// The most rows that a record can have for a device with this number of pins.
 std::size_t most_rows(std::size_t pins);
 
-/// The same for the same arguments, on every machine. `rivals`: chips with the same pins and supply, which the rows are
-/// to tell from this one.
+/// The same for the same arguments, on every machine. `rivals`: chips with the same pins and supply; the rows should
+/// distinguish them from this one.
 vector_set make_vectors(const std::string& name, const std::shared_ptr<const circuit>& plan,
                         const std::vector<rival>& rivals);
 

@@ -1,4 +1,4 @@
-// What the text says that a host hands to the simulated programmer when it is loaded as a library, or later on.
+// The options text of the simulated programmer, which a host passes when it is created as a library, or later.
 #pragma once
 
 #include "sim/programmer.h"
@@ -11,36 +11,36 @@
 
 namespace tamrix::sim {
 
-/// Entries, each on a line of its own or behind a ";":
+/// Entries, one a line; ";" separates entries on one line:
 ///     model 40            the programmer's model
 ///     ram banks 4         banks of memory, 1 to 16
-///     fault TEXT          as add_fault() in faults.h tells
-///     no faults           all is sound, but for what stands behind it
+///     fault TEXT          see add_fault() in faults.h
+///     no faults           removes all faults but those that follow
 ///     socket NAME         "empty", "test board" or a chip of the folder that "chips" names
 ///     chips FOLDER        where the *.chip files are
-///     speed 10            times as fast as the clock on the wall
-///     transcript FILE     the calls with their times, hazards and notes among them
-///     instance 0          number of the host whose blocks replies go to, for a programmer that finds them itself
+///     speed 10            how many times faster than real time
+///     transcript FILE     the calls with their times, with hazards and notes
+///     instance 0          number of the host whose blocks receive replies, for a programmer that finds them itself
 struct library_options {
     int model = 40;
     int memory_banks = 0;
     double speed = 1;
     std::vector<std::string> faults{};
     bool no_faults = false;
-    std::optional<std::string> socket{};  // none: not told
-    std::string chips_folder{};           // empty: not told
+    std::optional<std::string> socket{};  // none: not given
+    std::string chips_folder{};           // empty: not given
     std::string transcript_file{};        // empty: none
-    std::optional<int> host_instance{};   // none: not told
+    std::optional<int> host_instance{};   // none: not given
 };
 
-/// Throws std::invalid_argument that says what was found and what can stand there.
+/// Throws std::invalid_argument that says what was found and what is possible there.
 library_options read_options(std::string_view text);
 
-/// The same for a programmer that has been made: its model, memory, speed and transcript are as they are.
+/// The same for an existing programmer, whose model, memory, speed and transcript cannot change.
 library_options read_changes(std::string_view text);
 
-/// What goes into the socket of a model; null for "empty". Throws std::invalid_argument for a name that is not known,
-/// or where a file of the chips is wrong.
+/// The part for the socket of a model; null for "empty". Throws std::invalid_argument if the name is unknown or a file
+/// of the chips is wrong.
 std::unique_ptr<part> part_named(std::string_view name, int model, const std::string& chips_folder);
 
 }  // namespace tamrix::sim

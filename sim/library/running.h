@@ -1,4 +1,4 @@
-// A simulated programmer behind the C interface, and the list of those that this process has.
+// A simulated programmer with the C interface, and the list of those in this process.
 #pragma once
 
 #include "sim/library/options.h"
@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
-/// A programmer that runs with the clock on the wall.
+/// A programmer that runs in real time.
 struct tamrix_programmer {
     tamrix_programmer(const tamrix::sim::library_options& options, tamrix::sim::reply_place replies);
-    /// Leaves its last hazards to the others.
+    /// Passes its last hazards on to the others.
     ~tamrix_programmer();
     tamrix_programmer(const tamrix_programmer&) = delete;
     tamrix_programmer& operator=(const tamrix_programmer&) = delete;
@@ -22,12 +22,12 @@ struct tamrix_programmer {
 
     /// All or nothing. Throws std::invalid_argument.
     void change(const tamrix::sim::library_options& changes);
-    /// Writes to the transcript's file what came since the last call.
+    /// Writes what is new since the last call to the transcript's file.
     void write_transcript();
-    /// Moves what came since the last call to the end of `into`.
+    /// Moves what is new since the last call to the end of `into`.
     void take_hazards(std::vector<std::string>& into);
 
-    /// Held during every call: a host may change the programmer while its user is at work.
+    /// Locked during every call: a host may change the programmer while its user works.
     std::mutex busy;
     std::string error;
 
@@ -43,8 +43,8 @@ private:
 
 namespace tamrix::sim {
 
-/// The one piece of state that the library keeps for the process: its C interface gives a programmer to who made it
-/// only, and who changes it is somebody else.
+/// The only state that the library keeps for the process. The C interface gives a programmer only to its creator, but
+/// somebody else changes it.
 class running_programmers {
 public:
     static running_programmers& of_this_process();
@@ -53,7 +53,7 @@ public:
     void remove(tamrix_programmer* going);
     void leave_hazards(std::vector<std::string> hazards);
 
-    /// Changes the one made last; false where there is none. Throws std::invalid_argument.
+    /// Changes the one created last; false if there is none. Throws std::invalid_argument.
     bool change(const library_options& changes);
     std::vector<std::string> take_hazards();
 

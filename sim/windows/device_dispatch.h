@@ -1,4 +1,4 @@
-// The device object as COM makes it: an automation object over the programmer that serve() reaches.
+// The device object for COM: an automation object over the programmer of serve().
 #pragma once
 
 #include "com/server/stay.h"

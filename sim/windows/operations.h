@@ -1,4 +1,4 @@
-// The operations of a device object as automation calls them: by name, with variants.
+// The operations of a device object for automation: called by name, with variants.
 #pragma once
 
 #include "programmer/devobj.h"
@@ -15,13 +15,13 @@ namespace tamrix::sim {
 
 struct operation {
     const wchar_t* name;
-    /// Arguments in the order of the call, all of them there. S_OK, or what the call fails with; `result` is empty
-    /// before it. What the device throws goes through.
+    /// Needs all arguments, in the order of the call. Returns S_OK or the error of the call; `result` is empty before
+    /// it. Exceptions of the device pass through.
     HRESULT (*carry_out)(hw::devobj& device, std::span<const VARIANTARG* const> arguments, VARIANT& result);
     UINT arguments;
 };
 
-/// All of them. A place in it is an operation's identifier less 1.
+/// All of them. The index of an operation is its identifier less 1.
 std::span<const operation> operations();
 
 }  // namespace tamrix::sim

@@ -1,4 +1,4 @@
-// The programmer behind a transport library and a device object, which are two ways to one and the same.
+// The one programmer that a transport library and a device object share.
 #pragma once
 
 #include "programmer/devobj.h"
@@ -8,8 +8,8 @@
 
 namespace tamrix::sim {
 
-/// Runs `act` on it, one call at a time, from whichever half it comes. What `act` throws goes through; so does the
-/// reason, std::exception, where there is no programmer. Defined by each module that has one of the halves.
+/// Runs `act` on it, one call at a time, from either half. Exceptions of `act` pass through; if there is no programmer,
+/// throws a std::exception with the reason. Each module that has one of the halves defines it.
 void serve(const std::function<void(hw::lumbat&, hw::devobj&)>& act);
 
 }  // namespace tamrix::sim
