@@ -1,4 +1,4 @@
-// The plug-in and its host in one process, on shared blocks that no other program meets.
+// The plug-in and its host in one process, on shared blocks that no other program uses.
 #pragma once
 
 #include "cli/shell.h"
@@ -16,10 +16,10 @@ public:
     /// Creates the small blocks and attaches the plug-in to them. Throws std::runtime_error.
     explicit attached_plug_in(std::int32_t language);
 
-    /// Creates the data buffer and attaches it. From then on nothing stays behind, even if this process is killed.
+    /// Creates the data buffer and attaches it. From then on nothing is left over, even if this process is killed.
     void attach_buffer(std::int32_t buflength);
 
-    /// The status text, which is then empty.
+    /// Returns the status text and clears it.
     std::string take_status_text();
 
     shell screen;

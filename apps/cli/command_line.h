@@ -1,4 +1,4 @@
-// The arguments of the `tamrix` command, and what each of its commands does with them.
+// The arguments of the `tamrix` command and its subcommands.
 #pragma once
 
 #include "cli/console.h"
@@ -8,7 +8,7 @@
 
 namespace tamrix::cli {
 
-/// Runs one command. `arguments` do not hold the program's name. Yields the exit status; throws nothing.
+/// Runs one command. `arguments` do not include the program's name. Returns the exit status; throws nothing.
 int run(const std::vector<std::string>& arguments, console& con);
 
 }  // namespace tamrix::cli

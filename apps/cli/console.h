@@ -1,4 +1,4 @@
-// Where the command's words go: results to standard output, errors and notes to standard error.
+// The output of the command: results to standard output, errors and notes to standard error.
 #pragma once
 
 #include <cstdio>
@@ -27,9 +27,9 @@ class console {
 public:
     explicit console(std::FILE* out = stdout, std::FILE* err = stderr) : out_{out}, err_{err} {}
 
-    /// As it stands.
+    /// Prints the text unchanged.
     void print(std::string_view text) { std::fwrite(text.data(), 1, text.size(), out_); }
-    /// One fact on a line of its own.
+    /// Prints one fact on a line of its own.
     void line(std::string_view text)
     {
         print(text);
@@ -38,7 +38,7 @@ public:
     void error(std::string_view text) { tell("tamrix: ", text); }
     void note(std::string_view text) { tell("tamrix: note: ", text); }
 
-    /// Throws command_error where the system did not take all that was printed.
+    /// Throws command_error if the system could not write everything.
     void finish()
     {
         if (std::fflush(out_) != 0 || std::ferror(out_) != 0) fail("standard output: cannot be written");
@@ -47,7 +47,7 @@ public:
 private:
     void tell(std::string_view before, std::string_view text)
     {
-        std::fflush(out_);  // so that the lines stand in their order where both go to one place
+        std::fflush(out_);  // keeps the order of lines if both go to one place
         std::fprintf(err_, "%.*s%.*s\n", static_cast<int>(before.size()), before.data(), static_cast<int>(text.size()),
                      text.data());
     }

@@ -14,7 +14,7 @@ namespace tamrix::cli {
 /// What is known of IN before it is loaded.
 struct source_file {
     int format = 0;                            // option index
-    std::optional<address_range> addresses{};  // that it fills; none where it holds no data
+    std::optional<address_range> addresses{};  // that it fills; none if it has no data
     bool estimated = false;                    // the addresses may be wrong
 };
 
@@ -32,7 +32,7 @@ struct conversion_plan {
     std::int64_t save_from = 0, save_size = 0;
     bool file_fills_buffer = false;       // so that there is nothing to clear
     bool through_temporary_file = false;  // the image does not fit the buffer's mapping
-    std::vector<std::string> notes{};     // what the person should know beside the result
+    std::vector<std::string> notes{};     // what the person should know in addition to the result
 
     std::int64_t device_bytes() const { return std::int64_t{device_words} * word_bytes; }
     bool same_device(const conversion_plan& other) const
@@ -42,10 +42,10 @@ struct conversion_plan {
     }
 };
 
-/// Throws command_error where the buffer would have to be larger than it can be.
+/// Throws command_error if the buffer would have to be larger than possible.
 conversion_plan plan_conversion(const convert_options& options, const source_file& source);
 
-/// The format of the first four whose extensions hold that of `path`; none where it has another or none.
+/// The one of the first four formats that has the extension of `path`; none if no format has it.
 std::optional<int> format_of_extension(const std::string& path);
 
 }  // namespace tamrix::cli

@@ -11,7 +11,7 @@
 
 namespace tamrix::cli {
 
-/// The words of the command line as they were typed; none where an option was not given.
+/// The words of the command line as typed; none for an option that was not given.
 struct convert_words {
     std::string in, out;
     std::optional<std::string> from, to, from_mode, to_mode, clear;
@@ -40,8 +40,7 @@ std::string savable_formats();
 
 /// Throws command_error, "--to-buffer 12G: not a hexadecimal number".
 convert_options check(const convert_words& words);
-/// The offset of the language that `word` names by its code or its offset; 0 where none was given. Throws
-/// command_error.
+/// The offset of the language that `word` names by its code or its offset; 0 if none was given. Throws command_error.
 std::int32_t check_language(const std::optional<std::string>& word);
 
 }  // namespace tamrix::cli

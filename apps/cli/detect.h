@@ -8,8 +8,8 @@
 
 namespace tamrix::cli {
 
-/// Prints "FILE: INDEX NAME" for each file, with "-" for the index of fuse and SVF files, which go through methods of
-/// their own. A file that cannot be read is told and passed over; throws command_error at the end then.
+/// Prints "FILE: INDEX NAME" for each file, with "-" as the index of fuse and SVF files, which have methods of their
+/// own. Reports and skips a file that cannot be read, and then throws command_error at the end.
 void detect(const std::vector<std::string>& files, console& con);
 
 }  // namespace tamrix::cli

@@ -19,11 +19,11 @@ struct jedec_options {
     std::string maker;
 };
 
-/// The number behind a field name such as "QF" that the file tells of itself; none where it does not, or where the
-/// number is not from 1 to `most`. Throws file_error.
+/// The number after a field name such as "QF" in the file; none if there is no such field or the number is not from 1
+/// to `most`. Throws file_error.
 std::optional<std::int64_t> told_number(const std::string& path, std::string_view field, std::int64_t most);
 
-/// Reads the fuses and vectors of a file, tells them, and writes them to `out` if there is one.
+/// Reads the fuses and vectors of a file, prints a summary, and writes them to `out` if there is one.
 void jedec(const jedec_options& options, std::int32_t language, console& con);
 
 /// Copies an SVF file to "pldtmp.svf" under `syspath`.

@@ -9,7 +9,7 @@
 
 namespace tamrix::cli {
 
-/// The words of the command line as they were typed; none where an option was not given.
+/// The words of the command line as typed; none for an option that was not given.
 struct ttl_words {
     std::string command;  // "list", "show", "test", "find", "add", "delete" or "vectors"
     std::string name, pins, file;
@@ -26,13 +26,13 @@ struct ttl_options {
     std::int32_t language = 0;
 };
 
-/// All throw command_error. The library is that of the model.
+/// All throw command_error. The model determines the library.
 void ttl_list(const ttl_options& options, console& con);
 void ttl_show(const ttl_options& options, const std::string& name, console& con);
-/// Through the test dialog. Failing rows are told, and fail the command.
+/// Uses the test dialog. Prints failing rows; they fail the command.
 void ttl_test(const ttl_options& options, const std::string& name, console& con);
 void ttl_find(const ttl_options& options, console& con);
-/// `rows_file`: a row a line, a letter a pin; "#" begins a remark.
+/// `rows_file`: one row a line, one letter a pin; "#" starts a comment.
 void ttl_add(const ttl_options& options, const std::string& name, const std::string& pins, const std::string& rows_file,
              console& con);
 void ttl_delete(const ttl_options& options, const std::string& name, console& con);

@@ -1,4 +1,4 @@
-// The screen of a command line: dialogs are answered by the command, message boxes are kept for it to tell.
+// The screen of a command line: the command answers dialogs, and gets the message boxes to print.
 #pragma once
 
 #include "forms/form.h"
@@ -11,16 +11,16 @@ namespace tamrix::cli {
 
 class shell final : public forms::shell {
 public:
-    /// What answers the dialogs. It acts as a person would; a dialog that it leaves open is cancelled.
+    /// Answers the dialogs, as a person would; a dialog that it leaves open is cancelled.
     std::function<void(forms::form&)> person;
 
     /// The answer to a report of a failing row.
     forms::answer failing_rows = forms::answer::abort;
-    /// Where the programmer keeps a time of its own: its seconds, and what lets it pass. Empty: the system's clock.
+    /// For a programmer with its own time: the seconds, and a function that lets time pass. Empty: the system's clock.
     std::function<double()> clock;
     std::function<void()> on_doevents;
 
-    /// Nobody is there to decide, so the answer is the one that changes the least: OK, else No or Cancel.
+    /// Nobody is there to decide, so this chooses the answer that changes the least: OK, else No or Cancel.
     forms::answer box(const forms::message_box& box) override;
     void beep() override {}
     void doevents() override

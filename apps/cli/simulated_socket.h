@@ -12,7 +12,7 @@
 
 namespace tamrix::cli {
 
-/// The words of the command line as they were typed; none where an option was not given.
+/// The words of the command line as typed; none for an option that was not given.
 struct socket_words {
     std::optional<std::string> model, route, socket;
     std::vector<std::string> faults;
@@ -28,21 +28,21 @@ struct socket_options {
 /// Throws command_error.
 socket_options check(const socket_words& words);
 
-/// Of the chip in the socket; pins count from 1.
+/// The chip in the socket; pins count from 1.
 struct package {
     int pins, vcc_pin, gnd_pin;
 };
 
-/// Stands behind a plug-in's hardware from its making on. Time is the programmer's own, so no wait takes any.
+/// The programmer of a plug-in, from construction on. Its time is virtual, so no wait takes real time.
 class simulated_socket {
 public:
-    /// Throws command_error for a chip that is not known or does not fit, or a fault that cannot be read.
+    /// Throws command_error for a chip that is unknown or does not fit, or a fault that is not understood.
     simulated_socket(attached_plug_in& plug_in, const socket_options& options);
     ~simulated_socket();
     simulated_socket(const simulated_socket&) = delete;
     simulated_socket& operator=(const simulated_socket&) = delete;
 
-    /// None where the socket is empty.
+    /// None if the socket is empty.
     const std::optional<package>& chip() const { return chip_; }
     /// What could have harmed a real chip or programmer, each kind once.
     void tell_hazards(console& con) const;

@@ -1,4 +1,4 @@
-// A folder of one's own for as long as it lives.
+// A private folder that exists as long as its object.
 #pragma once
 
 #include "cli/console.h"

@@ -1,11 +1,11 @@
-// tamrix tour: what the program does, shown on sample data.
+// tamrix tour: shows what tamrix does, on sample data.
 #pragma once
 
 #include "cli/console.h"
 
 namespace tamrix::cli {
 
-/// Throws command_error where a step does not come out as it must.
+/// Throws command_error if a step has an unexpected result.
 void tour(console& con);
 
 }  // namespace tamrix::cli

@@ -20,7 +20,7 @@ struct device_preset {
     std::string algorithm{};                     // algo(0)
     std::int32_t words = 0;                      // tlength(0); of a logic device its fuses
     std::uint8_t word_bytes = 1;                 // wordmode(0)
-    std::uint8_t spare_units = 0;                // wordmode(1): 16-byte units behind the main area
+    std::uint8_t spare_units = 0;                // wordmode(1): 16-byte units after the main area
     std::int32_t buffer_bytes = 0;               // buflength(0); at least what the device needs
     std::int16_t pins = 0;                       // chippin(0)
     std::uint8_t vcc_pin = 0;                    // from 1; its code goes to bvccpin(0)
@@ -33,9 +33,9 @@ struct device_preset {
     std::uint8_t program_mode = 0;               // prgmode(0)
     std::uint8_t family = 0;                     // typeformat(0): 2 is the class of the vendor formats
     clear_choice clear = clear_choice::fill_ff;  // typeformat(1)
-    std::uint8_t note = 0;                       // wwarnno(0): what warn is called with; 0 where there is none
+    std::uint8_t note = 0;                       // wwarnno(0): the argument of warn; 0 if there is no note
     std::int16_t vcc_high = 0;                   // bvcch(0): a count in some notes
-    std::uint8_t option_0 = 0;                   // woption(0) to woption(3): what the notes go by
+    std::uint8_t option_0 = 0;                   // woption(0) to woption(3): the notes depend on them
     std::uint8_t option_1 = 0;
     std::uint8_t option_2 = 0;
     std::uint8_t option_3 = 0;
@@ -46,17 +46,17 @@ struct device_preset {
 /// Bytes that the main area and the spare units take in the buffer.
 std::int64_t image_bytes(const device_preset& device);
 
-/// The code by which the programmer knows a supply pin, counted from 1, of a package of `pins` pins; 0 for no pin.
+/// The programmer's code of a supply pin, counted from 1, in a package of `pins` pins; 0 for no pin.
 std::uint8_t pin_code(std::int64_t pin, std::int64_t pins);
 
-/// Puts the device's values into the blocks. The buffer is the caller's: create_buffer(device.buffer_bytes) where that
+/// Puts the device's values into the blocks. The caller creates the buffer: create_buffer(device.buffer_bytes) if that
 /// changed.
 void apply(const device_preset& device, host_blocks& blocks);
 
-/// The device of that name; null where the list has none.
+/// The device of that name; null if the list has none.
 const device_preset* find_preset(std::span<const device_preset> list, std::string_view name);
 
-/// `changes` over `base`: a device of the same name is replaced where it stands, others follow at the end.
+/// `base` with `changes`: a device of the same name is replaced in its place, others follow at the end.
 std::vector<device_preset> merge_presets(std::vector<device_preset> base, std::span<const device_preset> changes);
 
 }  // namespace tamrix::host

@@ -1,4 +1,4 @@
-// The languages that the plug-in's texts can stand in.
+// The languages of the plug-in's texts.
 #pragma once
 
 #include <cstdint>
@@ -19,10 +19,10 @@ struct language {
 /// Each language once, English first.
 std::span<const language> languages();
 
-/// Texts stand under this offset as well, and they are English again.
+/// This offset has texts too: English again.
 inline constexpr std::int32_t second_english = 15000;
 
-/// The language of an offset; null where none has it.
+/// The language of an offset; null if there is none.
 const language* find_language(std::int32_t offset);
 
 /// The offset that `word` names: a code of the list, or the offset itself in digits. None for every other word.

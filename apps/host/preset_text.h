@@ -15,7 +15,7 @@ namespace tamrix::host {
 //     words 0x8000       numbers are decimal, or hexadecimal after "0x"
 //     vcc 5.00           volts
 //     clear ff           ff, 00 or none
-// "#" starts a comment. What a stanza leaves out has its default; the buffer fits the device then.
+// "#" starts a comment. What a stanza leaves out has its default; the default buffer fits the device.
 
 /// The devices of a text; `file` is its name in errors. Throws std::runtime_error:
 /// "devices.txt:12: word-bytes 300 where a number from 1 to 255 was expected".
@@ -25,7 +25,7 @@ std::string print_presets(std::span<const device_preset> devices);
 
 /// Reads a file of devices. Throws std::runtime_error as parse_presets, or with the reason why it cannot be read.
 std::vector<device_preset> read_presets(const std::string& path);
-/// Writes a file of devices: beside it first, then in its place, so that it is the old or the new one at every moment.
+/// Writes a file of devices: first beside it, then in its place, so that at every moment it is the old or the new one.
 /// Throws std::runtime_error.
 void write_presets(const std::string& path, std::span<const device_preset> devices);
 

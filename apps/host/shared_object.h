@@ -21,9 +21,9 @@ public:
     unsigned char* bytes() const { return bytes_; }
     /// Bytes that can be reached: the object's length, rounded up to whole pages.
     std::size_t reach_bytes() const { return reach_bytes_; }
-    /// True where this side made it.
+    /// True if this side created it.
     bool created() const { return created_; }
-    /// Takes the name away: who has the object open keeps it, nobody else finds it.
+    /// Removes the name: whoever has the object open keeps it, nobody else can open it.
     void withdraw_name() const;
 
 private:

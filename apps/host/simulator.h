@@ -1,4 +1,4 @@
-// The simulated programmer's socket as a host offers it: which chip is in it, and what is wrong with its pins.
+// The socket of the simulated programmer for a host: the chip in it, and the faults of its pins.
 #pragma once
 
 #include "tamrix/simulator.h"
@@ -13,7 +13,7 @@ namespace tamrix::host {
 
 struct simulated_chip {
     std::string name, description;
-    std::string same_as;  // the chip whose pins and function it has; empty where it has its own
+    std::string same_as;  // the chip whose pins and function it has; empty if it has its own
     int vcc_pin = 0, gnd_pin = 0;
     std::vector<std::string> pin_names;  // pin 1 first
 
@@ -24,35 +24,35 @@ enum class pin_state { sound, open, stuck_at_0, stuck_at_1 };
 
 class simulator {
 public:
-    /// Loads the simulator's library; an empty path stands for the one beside the program. `chips_folder` has the data
-    /// of the chips. Throws std::runtime_error.
+    /// Loads the simulator's library; an empty path means the one beside the program. `chips_folder` has the data of
+    /// the chips. Throws std::runtime_error.
     simulator(const std::string& library_path, std::string chips_folder);
     simulator(const simulator&) = delete;
     simulator& operator=(const simulator&) = delete;
 
-    /// The file to hand to tamrix_use_programmer.
+    /// The library for tamrix_use_programmer.
     const std::string& library_path() const { return path_; }
-    /// What is to be handed over with it: the socket as it is now.
+    /// The options for tamrix_use_programmer: the socket as it is now.
     std::string options(int model) const;
 
     /// By name, digits before letters and short numbers first.
     const std::vector<simulated_chip>& chips() const { return chips_; }
-    /// Null where there is none of that name.
+    /// Null if there is none of that name.
     const simulated_chip* find(std::string_view name) const;
 
-    /// What is in the socket; null where it is empty.
+    /// The chip in the socket; null if it is empty.
     const simulated_chip* chip() const { return find(chip_); }
     pin_state state_of(int pin) const;
-    /// How many pins of the chip are not sound.
+    /// How many pins of the chip have a fault.
     std::size_t faults() const { return faults_.size(); }
 
-    /// Puts another chip in, which is sound, or with an empty name none. All three change a programmer that is running
-    /// as well; false where none is, so that it has to be made with options(). Throw std::runtime_error.
+    /// Inserts another chip, without faults; an empty name empties the socket. All three also change a running
+    /// programmer; false if none is running, so that the next one needs options(). Throw std::runtime_error.
     bool insert(std::string_view name);
     bool set(int pin, pin_state state);
     bool mend();
 
-    /// What could have harmed a real chip since the last call, each kind once with how often it came.
+    /// What could have harmed a real chip since the last call, each kind once, with its count.
     std::vector<std::string> take_hazards();
 
 private:

@@ -1,4 +1,4 @@
-// What a person keeps of their own: the libraries of logic devices.
+// A person's own files: the libraries of logic devices.
 #pragma once
 
 #include <string>
@@ -8,8 +8,8 @@ namespace tamrix::host {
 /// "tamrix" in XDG_DATA_HOME, or in .local/share of the home folder. Ends without a separator; need not exist.
 std::string user_data_folder();
 
-/// The folder that a host hands to the methods of the logic test, with "/" at its end: the person's own. Libraries of
-/// the folder `installed` that are missing there, or are empty, are copied; one that is there stays as it is. Throws
+/// The folder that a host passes to the methods of the logic test, with "/" at its end: the person's own. Libraries
+/// that are missing or empty there are copied from the folder `installed`; others do not change. Throws
 /// std::runtime_error.
 std::string own_logic_libraries(const std::string& installed);
 

@@ -1,4 +1,4 @@
-// Finding bytes in the buffer: what a person types, and where it stands.
+// Finds bytes in the buffer: what a person types, and where it is.
 #pragma once
 
 #include <cstddef>
@@ -10,11 +10,11 @@
 
 namespace tamrix::workbench {
 
-/// "55 AA" and "55aa" are bytes in hexadecimal; anything else, and what stands in double quotes, is a text of UTF-8.
-/// Empty where there is nothing to find.
+/// "55 AA" and "55aa" are bytes in hexadecimal; anything else, and anything in double quotes, is UTF-8 text. Empty if
+/// there is nothing to find.
 std::vector<std::uint8_t> search_pattern(std::string_view typed);
 
-/// The first place at or behind `start`, then from the beginning on; none where the pattern stands nowhere.
+/// The first place from `start` on, then from the beginning on; none if the pattern does not occur.
 std::optional<std::size_t> find_bytes(std::span<const std::uint8_t> bytes, std::span<const std::uint8_t> pattern,
                                       std::size_t start);
 

@@ -1,4 +1,4 @@
-// The devices that can be selected: those that come with the program, and the person's own over them.
+// The devices that can be selected: those of the program, and the person's own, which override them.
 #pragma once
 
 #include "host/device_preset.h"
@@ -15,13 +15,13 @@ public:
     device_catalogue();
 
     const std::vector<host::device_preset>& devices() const { return all_; }
-    /// True for one that stands in the person's own file.
+    /// True for a device in the person's own file.
     bool is_own(std::string_view name) const;
 
-    /// Puts a device into the person's own file. Throws std::runtime_error where that cannot be written; the list is
-    /// as before then.
+    /// Puts a device into the person's own file. Throws std::runtime_error if that cannot be written; the list then
+    /// does not change.
     void save(const host::device_preset& device);
-    /// Takes a device out of it; one of the program's own shines through again.
+    /// Removes a device from it; the program's own device of that name is then visible again.
     void remove(std::string_view name);
 
 private:

@@ -18,7 +18,7 @@ public:
     /// A device that is not `fresh` keeps its name.
     device_dialog(wxWindow* parent, const host::device_preset& start, bool fresh);
 
-    /// What was entered, once the dialog ended with OK.
+    /// The entered values, after the dialog ended with OK.
     const host::device_preset& device() const { return device_; }
 
 private:
@@ -36,7 +36,7 @@ private:
     wxSizer* last_group();
     void set_values(const host::device_preset& start);
     std::string stanza() const;
-    /// False where a value is refused; the person was told.
+    /// False if a value is refused; the person has then seen a message.
     bool take_over();
 
     host::device_preset device_;

@@ -19,13 +19,13 @@ public:
 
     /// Chooses the device of that name without a call of on_choose; clears a search that hides it.
     void choose(const std::string& name);
-    /// Puts the keyboard into the search box.
+    /// Moves the focus to the search box.
     void start_search();
     /// Opens the values of the chosen device, or those of a new one, and saves them.
     void edit_chosen();
     void add_device();
 
-    /// The person chose this device, or changed the values of it.
+    /// The person chose this device, or changed its values.
     std::function<void(const host::device_preset&)> on_choose;
 
 private:

@@ -1,4 +1,5 @@
-// The buffer in hexadecimal and as characters. Only the rows in sight are ever looked at, so its size does not matter.
+// The buffer in hexadecimal and as characters. It reads only the visible rows, so the size of the buffer does not
+// matter.
 #pragma once
 
 #include <cstddef>
@@ -15,11 +16,11 @@ class hex_view final : public wxWindow {
 public:
     explicit hex_view(wxWindow* parent);
 
-    /// The bytes to show; they must live until the next call. The place that is looked at stays.
+    /// The bytes to show; they must live until the next call. The view does not move.
     void show(std::span<std::uint8_t> bytes);
 
     std::size_t caret() const { return caret_; }
-    /// Moves the caret to an address and into sight; one behind the end means the last.
+    /// Moves the caret to an address and makes it visible; an address beyond the end means the last.
     void go_to(std::size_t address);
     /// Marks `length` bytes from the caret on, as the place of what was found.
     void mark(std::size_t length);
@@ -56,7 +57,7 @@ private:
     void type_digit(int digit);
 
     std::span<std::uint8_t> bytes_;
-    std::size_t top_ = 0;  // the first row in sight
+    std::size_t top_ = 0;  // the first visible row
     std::size_t caret_ = 0;
     std::size_t marked_ = 0;     // bytes from the caret on
     bool second_digit_ = false;  // of the byte at the caret is typed next

@@ -1,4 +1,4 @@
-// The host's side of the plug-in without a window: the shared blocks, the device in use, the calls and what they told.
+// The host's side of the plug-in, without a window: the shared blocks, the device in use, the calls and their results.
 #pragma once
 
 #include "host/device_preset.h"
@@ -15,18 +15,18 @@
 
 namespace tamrix::workbench {
 
-/// What a call left behind.
+/// The results of a call.
 struct outcome {
     reply result{};
     std::string lines{};       // what it put into MainRtstr(0)
     std::string diagnostic{};  // why a load or save failed
-    std::string note{};        // what stands above the fuses of a fuse file
+    std::string note{};        // the text above the fuses of a fuse file
     bool failed() const { return !result.ok() || !diagnostic.empty(); }
-    /// A dialog that was left without its work being done leaves no lines.
+    /// A dialog that was closed without doing its work leaves no lines.
     bool cancelled() const { return result.ok() && lines.empty(); }
 };
 
-/// The programmer, as the blocks and the plug-in are told of it.
+/// The programmer, as the blocks and the plug-in describe it.
 struct programmer_choice {
     std::string library{};  // empty: the one that the environment names, if any
     std::string options{};
@@ -44,8 +44,8 @@ public:
 
     const plug_in_library& library() const { return library_; }
     const host::device_preset& device() const { return device_; }
-    /// Makes the blocks and the buffer those of `device`. Bytes that stand in the buffer stay, as far as it reaches;
-    /// one that nothing was put into is blank. Throws std::runtime_error.
+    /// Sets the blocks and the buffer for `device`. The bytes in the buffer stay, as far as it reaches; a buffer
+    /// without content is blank. Throws std::runtime_error.
     void select(const host::device_preset& device);
 
     /// The bytes of the buffer, without its margin.
@@ -53,37 +53,37 @@ public:
     /// From now on the buffer's bytes are worth keeping.
     void buffer_is_in_use() { in_use_ = true; }
 
-    /// Has the plug-in work with this programmer from now on; the one in use so far goes. Throws std::runtime_error.
+    /// Makes the plug-in use this programmer from now on and release the previous one. Throws std::runtime_error.
     void use_programmer(programmer_choice choice);
-    /// The programmer in use has been brought to `options` by its own means: only the next one is made with them.
+    /// Stores `options` for the next programmer; the one in use has already been changed directly.
     void remember_options(std::string options) { programmer_.options = std::move(options); }
     const programmer_choice& programmer() const { return programmer_; }
 
-    /// The language of the texts from now on, an offset that the plug-in has texts for.
+    /// Sets the language of the texts: an offset for which the plug-in has texts.
     void use_language(std::int32_t offset);
     std::int32_t language() const { return language_; }
 
     bool offers(const char* method) const { return library_.offers(plug_in_.get(), method) != 0; }
-    /// How far a method that takes its time has come, in percent.
+    /// The progress of a long method, in percent.
     int progress() const { return std::as_const(*blocks_).value<std::uint8_t>("prgmode", 1); }
-    /// Calls an entry method and collects what it told.
+    /// Calls an entry method and collects its results.
     outcome run(const std::function<reply(Clstamrix&)>& method);
     outcome load(std::string file, std::int16_t format);
     outcome save(std::string file);
     /// The files of logic devices; their routines have no dialog and leave no lines.
     outcome load_jedec(std::string file);
     outcome save_jedec(std::string file);
-    /// Brings an SVF file into the work folder.
+    /// Copies an SVF file to the work folder.
     outcome import_svf(std::string file);
-    /// The note of the device in use; nothing where it has none.
+    /// Shows the note of the device in use, if it has one.
     outcome show_note();
     /// How many vectors the device has for vector_test.
     int vector_count() const { return library_.vector_count(plug_in_.get()); }
     /// Plays the vectors of the device, 100 at most, with its own supply.
     outcome vector_test(bool hardware);
 
-    /// The three methods that attach and release, as a person calls them one by one. Attaching makes the blocks anew
-    /// and the buffer with them; what stands in it stays. Throw std::runtime_error where a block cannot be made.
+    /// The three methods that attach and release, for a person to call one by one. Attaching creates the blocks and the
+    /// buffer anew; the content of the buffer stays. Throw std::runtime_error if a block cannot be created.
     outcome attach_small();
     outcome attach_buffer();
     outcome release_buffer();

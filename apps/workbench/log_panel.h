@@ -1,4 +1,4 @@
-// What the plug-in told, line by line, with the host's own words between.
+// The messages of the plug-in, line by line, with those of the host between.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@ class log_panel final : public wxPanel {
 public:
     explicit log_panel(wxWindow* parent);
 
-    /// Status lines as they stand.
+    /// Status lines, unchanged.
     void status(const std::string& lines);
     /// The host's own words.
     void remark(const std::string& words);

@@ -23,18 +23,18 @@
 
 namespace tamrix::workbench {
 
-/// What the command line says; empty is not told.
+/// What the command line says; empty is not given.
 struct start_options {
     std::string device, plug_in, programmer, programmer_options, file;
 };
 
 class main_frame final : public wxFrame {
 public:
-    /// Throws std::runtime_error where the plug-in or the devices cannot be had.
+    /// Throws std::runtime_error if the plug-in or the devices cannot be loaded.
     explicit main_frame(const start_options& options);
     ~main_frame() override;
 
-    /// Opens a file as its content asks for: a file of a logic device at once, any other through the load dialog.
+    /// Opens a file according to its content: a file of a logic device at once, any other through the load dialog.
     void load_file(const std::string& path);
 
 private:
@@ -62,7 +62,7 @@ private:
     void build_panels();
 
     wxMenuItem* add(wxMenu* menu, const char* label, const wxString& help, std::function<void()> action);
-    /// An entry for the plug-in's method of that name, grey where the plug-in says that it does not work.
+    /// An entry for the plug-in's method of that name, disabled if the plug-in does not offer it.
     wxMenuItem* add_method(wxMenu* menu, const char* label, const wxString& help, const char* method,
                            std::function<void()> action);
     void add_call(wxMenu* menu, const char* label, const wxString& help, const char* method, method_call call);
@@ -135,7 +135,7 @@ private:
     std::string file_;         // the last one loaded or saved
     wxString sought_;
     std::unique_ptr<host::simulator> socket_;  // null where the programmer is not simulated
-    std::string programmer_trouble_;           // told once the log is there
+    std::string programmer_trouble_;           // shown as soon as there is a log
     bool has_programmer_ = false;
     wxNotebook* sides_ = nullptr;
     device_panel* device_panel_ = nullptr;

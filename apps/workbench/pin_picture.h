@@ -10,19 +10,19 @@
 
 namespace tamrix::workbench {
 
-/// With the keyboard: the arrows select a pin, "o", "0" and "1" break it, "s" and Delete mend it.
+/// On the keyboard, the arrows select a pin, "o", "0" and "1" break it, "s" and Delete repair it.
 class pin_picture final : public wxPanel {
 public:
     pin_picture(wxWindow* parent, const host::simulator& socket);
 
-    /// Takes the chip that is in the socket now, and selects its pin 1.
+    /// Shows the chip that is in the socket now, and selects its pin 1.
     void take_chip();
     int pin() const { return pin_; }
     void select(int pin);
 
     /// The person selected another pin.
     std::function<void()> on_select;
-    /// The person wants the selected pin to be so.
+    /// The person chose this state for the selected pin.
     std::function<void(host::pin_state)> on_set;
 
     bool AcceptsFocus() const override { return socket_.chip() != nullptr; }

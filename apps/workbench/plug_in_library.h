@@ -1,4 +1,4 @@
-// libtamrix.so as the workbench holds it: found, loaded, and its functions by name.
+// libtamrix.so in the workbench: finds it, loads it, and looks up its functions.
 #pragma once
 
 #include "tamrix/clstamrix.h"
@@ -12,7 +12,7 @@ namespace tamrix::workbench {
 /// Stays loaded until the program ends: the toolkit under its dialogs cannot be unloaded.
 class plug_in_library {
 public:
-    /// Loads `path`; where that is empty, the library beside the program, else the one that the system finds. Throws
+    /// Loads `path`; if that is empty, the library beside the program, else the one that the system finds. Throws
     /// std::runtime_error.
     explicit plug_in_library(const std::string& path);
 

@@ -20,22 +20,22 @@ namespace tamrix::workbench {
 
 class socket_panel final : public wxPanel {
 public:
-    /// `socket` is null where the programmer is not simulated: only its model and route are shown then.
+    /// `socket` is null if the programmer is not simulated: the panel then shows only its model and route.
     socket_panel(wxWindow* parent, const host::simulator* socket, int model, bool usb);
 
-    /// Puts the keyboard into the search box, or where there is none to the model.
+    /// Moves the focus to the search box, or to the model if there is none.
     void start_search();
-    /// After the socket has changed.
+    /// Call this after the socket has changed.
     void refresh();
 
     int model() const { return model_->GetValue(); }
     bool usb() const { return route_->GetSelection() == 0; }
 
-    /// The person wants this chip in the socket, or with an empty name none.
+    /// The person chose this chip for the socket; an empty name is an empty socket.
     std::function<void(const std::string&)> on_insert;
     std::function<void(int pin, host::pin_state)> on_break;
     std::function<void()> on_mend;
-    /// Model or route are no longer what they were.
+    /// The model or the route has changed.
     std::function<void()> on_programmer;
 
 private:
@@ -48,7 +48,7 @@ private:
     std::string name_in_row(int row) const;
 
     const host::simulator* socket_;
-    wxScrolledWindow* area_;  // scrolls where the window is low
+    wxScrolledWindow* area_;  // scrolls if the window is low
     wxSearchCtrl* search_ = nullptr;
     wxDataViewListCtrl* list_ = nullptr;
     wxStaticText* title_ = nullptr;

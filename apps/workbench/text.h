@@ -1,4 +1,4 @@
-// Texts between the session, which speaks UTF-8, and the window.
+// Texts between the session, which uses UTF-8, and the window.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 
 namespace tamrix::workbench {
 
-/// A text that is no UTF-8, as a file's name may be, is shown byte by byte rather than not at all.
+/// A text that is not UTF-8, as a file's name may be, is shown byte by byte rather than not at all.
 inline wxString to_wx(std::string_view text)
 {
     const wxString converted = wxString::FromUTF8(text.data(), text.size());
