@@ -92,7 +92,7 @@ void machine::vpp(int code, bool on)
     switch_supplies();
 }
 
-/// On these models the VPP driver of the contact stands in for its VCC driver.
+/// On these models the VPP driver of the contact replaces its VCC driver.
 bool machine::special_supply(int code) const
 {
     switch (model_) {

@@ -6,7 +6,7 @@ namespace tamrix::sim {
 
 namespace {
 
-/// The socket of 40 contacts is wired across. Entry `k` tells the contact that hangs on the `k`-th driver of a column,
+/// The socket of 40 contacts is wired in another order. Entry `k` is the contact on the `k`-th driver of a column,
 /// `a` and `b` being the left and right column of the socket.
 constexpr int a(int row) { return row; }
 constexpr int b(int row) { return 20 + row; }

@@ -35,7 +35,7 @@ public:
         plug_in_.attach_buffer(plan.buffer_bytes);
     }
 
-    /// What it met is told by met(), how it ended by judge_load().
+    /// met() returns what it found, judge_load() says how it ended.
     void load()
     {
         plug_in_.screen.person = [this](forms::form& dialog) {
@@ -154,7 +154,7 @@ private:
         return box.text;
     }
 
-    /// Such an image is saved in whole parts of the buffer. What the last part carries behind the image is cut off.
+    /// Such an image is saved in whole parts of the buffer. What follows the image in the last part is cut off.
     void cut_to_image()
     {
         if (::truncate(native_path(options_.out).c_str(), plan_.save_size) != 0 && errno != EINVAL) {
@@ -192,8 +192,8 @@ conversion_plan first_plan(const convert_options& options, source_file& source)
     return plan_conversion(options, source);
 }
 
-/// Loads the file into a buffer of its size. A long file's size is estimated first and told by the load itself; where
-/// the estimate was wrong, it is loaded once more.
+/// Loads the file into a buffer of its size. A long file's size is estimated first, and the load then finds it; if
+/// the estimate was wrong, the file is loaded again.
 std::unique_ptr<conversion> loaded(const convert_options& options, source_file& source, console& con)
 {
     auto run = std::make_unique<conversion>(options, first_plan(options, source), con);
@@ -226,7 +226,7 @@ void convert(const convert_options& options, console& con)
         source = look_at(options);
         looked = true;
     } catch (const file_error&) {
-        // The load meets the same fault, and tells it in its own way.
+        // The load finds the same fault and reports it in its own way.
     }
     const auto run = loaded(options, source, con);
     run->judge_load();

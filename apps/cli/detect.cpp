@@ -25,7 +25,7 @@ void detect(const std::vector<std::string>& files, console& con)
             ++unread;
         }
     }
-    if (unread != 0) throw command_error{exit_failed, ""};  // each was told in its turn
+    if (unread != 0) throw command_error{exit_failed, ""};  // each has been reported
 }
 
 }  // namespace tamrix::cli

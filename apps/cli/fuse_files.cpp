@@ -45,7 +45,7 @@ void tell_fuses(const session& state, const pld_variables& pld, std::int64_t wor
     con.line("vectors: " + std::to_string(pld.pldvectcnt - 1));
 }
 
-/// What the file does not tell is written as 0: the writer takes nothing else.
+/// What the file does not say is written as 0: the writer accepts nothing else.
 void fill_untold(session& state, std::int64_t words)
 {
     for (std::uint8_t& fuse : state.blocks.ibuffer.span().first(static_cast<std::size_t>(words))) {
@@ -69,7 +69,7 @@ std::optional<std::int64_t> told_number(const std::string& path, std::string_vie
     return std::nullopt;
 }
 
-/// Where the file must tell it.
+/// For a file that must give it.
 static std::int64_t fuse_count(const std::string& path)
 {
     const auto count = told_number(path, "QF", most_fuses);

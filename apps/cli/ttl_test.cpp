@@ -37,7 +37,7 @@ void ttl_test(const ttl_options& options, const std::string& name, console& con)
 {
     bench b{options};
     bool known = false;
-    b.plug_in.screen.failing_rows = forms::answer::ignore;  // so that all of them are told
+    b.plug_in.screen.failing_rows = forms::answer::ignore;  // so that all of them are reported
     b.plug_in.screen.person = [&](forms::form& shown) {
         auto& dialog = dynamic_cast<ttltest&>(shown);
         dialog.Text1.enter(name);

@@ -32,7 +32,8 @@ void vectors(const ttl_options& options, const std::string& jedec_file, console&
     attached_plug_in plug_in{options.language};
     const simulated_socket socket{plug_in, options.socket};
     load(plug_in, jedec_file);
-    // The supply stands in the corners, as on nearly all programmable devices; a chip in the socket knows better.
+    // The supply is in the corners, as on nearly all programmable devices, unless the chip in the socket says
+    // otherwise.
     const package chip = socket.chip().value_or([&] {
         const auto pins = told_number(jedec_file, "QP", most_pins);
         if (!pins || *pins % 2 != 0) refuse(jedec_file + ": does not give its pin count (QP), and the socket is empty");

@@ -242,7 +242,7 @@ std::vector<device_preset> read_presets(const std::string& path)
 {
     std::ifstream file{path, std::ios::binary};
     std::ostringstream text;
-    if (file.peek() != std::ifstream::traits_type::eof()) text << file.rdbuf();  // also tells a folder from a file
+    if (file.peek() != std::ifstream::traits_type::eof()) text << file.rdbuf();  // also recognises a folder
     if (!file.is_open() || file.bad()) throw std::runtime_error{path + ": " + std::strerror(errno)};
     return parse_presets(text.str(), path);
 }

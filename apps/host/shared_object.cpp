@@ -16,8 +16,8 @@ namespace {
     throw std::runtime_error{"shared memory " + object + ": " + why};
 }
 
-/// Where shared memory is short the system tells so by a deadly signal, and only when a page is touched. So the room is
-/// asked for before.
+/// If shared memory is short, the system sends a deadly signal when a page is touched. So this asks for the space
+/// first.
 void check_room(const std::string& object, std::uint32_t length_bytes)
 {
     struct statvfs room {};

@@ -45,7 +45,7 @@ void take_chip(void* context, const tamrix_simulator_chip* told)
 
 void take_hazard(void* context, const char* text) { ++(*static_cast<std::map<std::string, int>*>(context))[text]; }
 
-/// 7404 stands before 74132.
+/// 7404 comes before 74132.
 bool stands_before(const simulated_chip& left, const simulated_chip& right)
 {
     const auto digits = [](const std::string& name) {

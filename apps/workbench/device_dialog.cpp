@@ -16,7 +16,7 @@ namespace tamrix::workbench {
 
 namespace {
 
-/// The values of a device by key, as they stand in a file of devices; those with their default are missing.
+/// The values of a device by key, as in a file of devices; those with their default are missing.
 std::map<std::string, std::string> values_by_key(const host::device_preset& device)
 {
     std::map<std::string, std::string> values;

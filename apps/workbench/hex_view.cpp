@@ -28,7 +28,7 @@ wxColour ink() { return wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOWTEXT); }
 wxColour accent() { return wxSystemSettings::GetColour(wxSYS_COLOUR_HIGHLIGHT); }
 wxColour pale_ink() { return mix(ink(), paper(), 0.55); }
 
-/// Bytes that hold nothing stand back.
+/// Bytes without content are drawn faintly.
 bool is_blank(std::uint8_t byte) { return byte == 0x00 || byte == 0xFF; }
 
 wxString hex_of(std::uint8_t byte) { return wxString::Format("%02X", byte); }

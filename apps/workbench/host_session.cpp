@@ -15,7 +15,7 @@ namespace {
 
 constexpr const char* name_space_variable = "TAMRIX_NAMESPACE";
 
-/// Two workbenches have two devices, so they share no buffer unless they are told to.
+/// Two workbenches have two devices, so they share no buffer unless asked to.
 std::string take_name_space()
 {
     if (const char* told = std::getenv(name_space_variable); told != nullptr) return told;
@@ -235,8 +235,8 @@ outcome host_session::renew_buffer(const std::vector<std::uint8_t>& content)
     return told;
 }
 
-/// Once the plug-in has the blocks open, names that nobody else shall find are taken away: nothing stays behind then,
-/// not even where the program is killed.
+/// After the plug-in has opened the blocks, removes the names that nobody else should find: nothing is then left over,
+/// even if the program is killed.
 void host_session::keep_names_private()
 {
     if (private_names_) blocks_->withdraw_names();

@@ -1,4 +1,4 @@
-// The workbench: starts the window, or tells on the terminal why it cannot.
+// The workbench: starts the window, or says on the terminal why it cannot.
 #include "workbench/main_frame.h"
 #include "workbench/settings_folder.h"
 #include "workbench/text.h"

@@ -193,13 +193,13 @@ void main_frame::save_jedec(const std::string& path)
     run_routine("Save JEDEC", [&] { return session_.save_jedec(path); });
 }
 
-/// The buffer is not touched, so the file that stands for it stays.
+/// The buffer does not change, so it keeps the name of its file.
 void main_frame::import_svf(const std::string& path)
 {
     if (run_routine("Import SVF", [&] { return session_.import_svf(path); })) remember(path);
 }
 
-/// Runs a routine that leaves no status lines, and tells in the log that it was done. False where it was not.
+/// Runs a routine that leaves no status lines, and logs that it was done. False if it failed.
 bool main_frame::run_routine(const wxString& name, const std::function<outcome()>& routine)
 {
     bool done = false;
@@ -214,7 +214,7 @@ bool main_frame::run_routine(const wxString& name, const std::function<outcome()
     return done;
 }
 
-/// A load that failed may have left part of its file in the buffer, so no file's name stands for it then.
+/// A load that failed may have left part of its file in the buffer, so the buffer has no file name then.
 void main_frame::show_load(const std::string& path, const wxString& detected, bool done)
 {
     file_ = done ? path : std::string{};
@@ -248,7 +248,7 @@ void main_frame::attempt(const wxString& what, const std::function<void()>& acti
     }
 }
 
-/// The status lines stand as the plug-in wrote them, and under them why it failed. An error that no dialog handled has
+/// Shows the status lines as the plug-in wrote them, and below them why it failed. An error that no dialog handled has
 /// not been seen by anybody yet, so it is shown in a box as well.
 void main_frame::tell(const wxString& what, const outcome& told)
 {

@@ -165,7 +165,8 @@ void main_frame::find_logic_device()
             }};
             told = session_.run([&](Clstamrix& plug_in) { return plug_in.mnutestautofind0(folder); });
         }
-        // Vectors of other devices drive the outputs of this one, which is how it works: no hazards to be told.
+        // Vectors of other devices drive the outputs of this one, which is how it works: these hazards are not
+        // reported.
         if (socket_ != nullptr) socket_->take_hazards();
         tell(what, told);
     });

@@ -6,7 +6,7 @@
 namespace tamrix::sim {
 namespace {
 
-constexpr std::size_t longest_name = 11;  // a library record looks for the name with one blank behind it, in 12 columns
+constexpr std::size_t longest_name = 11;  // a library record looks for the name with one blank after it, in 12 columns
 constexpr std::size_t most_pins = 40;
 
 bool good_device_name(const std::string& name)

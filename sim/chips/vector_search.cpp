@@ -38,7 +38,7 @@ bool vector_search::try_row(run_state& state, int how, played_rows& rows)
     return false;
 }
 
-/// A sequence of at most `length` rows, cut behind the last one that showed something new.
+/// A sequence of at most `length` rows, cut after the last one that showed something new.
 std::optional<vector_search::attempt> vector_search::try_rows(const run_state& from, std::size_t length)
 {
     const auto how = static_cast<int>(random_.below(manners));

@@ -33,7 +33,7 @@ tamrix_programmer::~tamrix_programmer()
         take_hazards(last);
         sim::running_programmers::of_this_process().leave_hazards(std::move(last));
     } catch (const std::exception&) {
-        return;  // the texts found no memory; nobody is left to be told
+        return;  // no memory for the texts, and nobody left to report to
     }
 }
 

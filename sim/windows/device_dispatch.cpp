@@ -26,7 +26,7 @@ void tell(const std::exception& error, EXCEPINFO* into)
 
 HRESULT carry_out(const operation& which, const DISPPARAMS& given, VARIANT& result)
 {
-    std::vector<const VARIANTARG*> arguments;  // they stand from the last to the first
+    std::vector<const VARIANTARG*> arguments;  // from the last to the first
     for (UINT left = given.cArgs; left > 0; --left) arguments.push_back(&given.rgvarg[left - 1]);
     HRESULT outcome = E_FAIL;
     serve([&](hw::lumbat&, hw::devobj& device) { outcome = which.carry_out(device, arguments, result); });

@@ -31,7 +31,7 @@ tamrix_programmer* make()
     return made.release();
 }
 
-/// Never deleted: when the process ends, its thread has gone before and nobody could wait for it.
+/// Never deleted: when the process ends, its thread has already ended, and nothing could wait for it.
 tamrix_programmer& the_programmer()
 {
     static tamrix_programmer* const made = make();

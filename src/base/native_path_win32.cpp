@@ -12,7 +12,7 @@ std::string native_path(std::string_view path)
         if (separator && result.size() > 1 && result.back() == '/') continue;
         result.push_back(separator ? '/' : c);
     }
-    // More than two were meant as one.
+    // More than two separators count as one.
     const bool computer = path.size() > 2 && result.starts_with("//") && path[2] != '/' && path[2] != '\\';
     if (result.starts_with("//") && !computer) result.erase(0, 1);
     return result;

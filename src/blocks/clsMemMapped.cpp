@@ -52,7 +52,7 @@ std::int16_t clsMemMapped::findnum()
         const std::string probed = object(small_block_object("ibuf1", number));
         const named_memory::handle probe = named_memory::open(probed);
         if (probe == 0) break;
-        // Stays open: meant. A number that was found taken remains so for as long as the one who looked is there.
+        // Intentional: stays open, so that a number found taken stays taken as long as this object lives.
         probes_.emplace_back(probe, probed);
     }
     return number;

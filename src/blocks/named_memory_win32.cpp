@@ -10,7 +10,7 @@ HANDLE system_handle(handle file) { return reinterpret_cast<HANDLE>(file); }
 
 handle number_of(HANDLE file) { return reinterpret_cast<handle>(file); }
 
-/// Yields what stands under the name where it is taken; the system then tells so with ERROR_ALREADY_EXISTS.
+/// If the name is taken, returns the existing object; the system then reports ERROR_ALREADY_EXISTS.
 handle make(const std::string& object, std::uint32_t length_bytes)
 {
     ::SetLastError(ERROR_SUCCESS);

@@ -27,7 +27,7 @@ std::size_t readable_bytes(std::uint32_t address)
     return region.RegionSize - (address - reinterpret_cast<std::uint32_t>(region.BaseAddress));
 }
 
-/// The text behind a handle; null for 0 and for a handle that cannot be one, such as another process's: blocks outlive
+/// The text of a handle; null for 0 and for a handle that cannot be one, such as another process's: blocks outlive
 /// the process that wrote them as long as somebody has them open.
 BSTR text_of(std::uint32_t handle)
 {

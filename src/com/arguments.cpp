@@ -27,7 +27,7 @@ public:
 
     explicit operator bool() const { return function_ != nullptr; }
     UINT count() const { return static_cast<UINT>(function_->cParams); }
-    /// Type behind the reference that a parameter is.
+    /// The type to which a parameter, a reference, refers.
     VARTYPE type(UINT index) const
     {
         const TYPEDESC& declared = function_->lprgelemdescParam[index].tdesc;
@@ -98,7 +98,7 @@ HRESULT arguments::take(ITypeInfo* info, DISPID method, const DISPPARAMS& given,
     if (given.cNamedArgs != 0) named_.assign(given.rgdispidNamedArgs, given.rgdispidNamedArgs + given.cNamedArgs);
     std::vector<bool> met(given.cArgs);
     for (UINT place = 0; place < given.cArgs; ++place) {
-        // The named ones stand first, the others behind them from the last to the first.
+        // The named arguments come first, then the others from the last to the first.
         const auto index = place < given.cNamedArgs ? static_cast<UINT>(named_[place]) : given.cArgs - 1 - place;
         if (index >= declared.count()) return DISP_E_PARAMNOTFOUND;
         if (met[index]) return DISP_E_PARAMNOTOPTIONAL;  // given twice, so that another one lacks

@@ -33,7 +33,7 @@ HRESULT fail_with(const std::string& why)
     return method_failed;
 }
 
-/// A text of the host, which keeps it as it stands.
+/// A text of the host, which keeps its copy unchanged.
 std::string text_of(const BSTR* text)
 {
     return *text == nullptr ? std::string{} : utf16::to_utf8(std::wstring_view{*text, ::SysStringLen(*text)});

@@ -47,8 +47,8 @@ private:
     std::thread::id thread = std::this_thread::get_id();
 };
 
-/// Made by the first object. Not a static object: when the process ends, its windows, its other threads and COM are
-/// gone before the library is told, and then nothing may be taken apart any more.
+/// Created by the first object. Not a static object: when the process ends, its windows, its other threads and COM end
+/// before the library is notified, and nothing may be destroyed after that.
 library_state* the_state = nullptr;
 std::mutex of_the_state;
 

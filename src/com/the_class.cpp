@@ -15,7 +15,7 @@ namespace {
 
 HRESULT make(REFIID wanted, void** made)
 {
-    plug_in();  // a plug-in that cannot be made is told here, not at the first call
+    plug_in();  // reports here, not at the first call, that the plug-in cannot be created
     return make_object<object>(wanted, made);
 }
 

@@ -98,8 +98,8 @@ void algoparameter::show_vpp_or_page()
     Text3.enabled = bvpp >= least_vpp;
 }
 
-/// A serial memory in mode 1 has its address in the box, which its device data keep in bvpp. OK stores it as the retry
-/// count all the same: meant.
+/// A serial memory in mode 1 has its address in the box, which its device data keep in bvpp. Intentional: OK still
+/// stores it as the retry count.
 void algoparameter::show_retry()
 {
     constexpr std::uint8_t by_address = 1;
@@ -118,15 +118,15 @@ void algoparameter::show_pulse()
     Text2.text(milliseconds_ ? milliseconds_text(microseconds) : std::to_string(microseconds));
 }
 
-/// The host is told that the parameters were touched, also where they are cancelled later.
+/// Reports to the host that the parameters were edited, even if they are cancelled later.
 void algoparameter::left()
 {
     check();
     plug_in_.blocks.pwte(1) = 1;
 }
 
-/// Brings what stands in the boxes into its limits. A box without a digit counts as 0 where a least value follows from
-/// that; page and retry have none and go back to the device's value.
+/// Brings the values of the boxes within their limits. A box without a digit counts as 0 and gets its least value; page
+/// and retry have none and go back to the device's value.
 void algoparameter::check()
 {
     mend_volts(Text1);

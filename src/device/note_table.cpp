@@ -59,7 +59,7 @@ constexpr note widened(std::uint8_t number, std::initializer_list<memory> rows)
     return made;
 }
 
-/// 12-bit devices: configuration behind the memory.
+/// 12-bit devices: configuration after the memory.
 constexpr note with_config_behind(std::uint8_t number, const char* config_address)
 {
     constexpr figure t = T - 0x10;

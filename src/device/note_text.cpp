@@ -12,7 +12,7 @@ namespace tamrix::notes {
 namespace {
 
 constexpr std::size_t blanks_before_heading = 16, least_widening = 4, least_gap = 4;
-constexpr std::string_view row_end = "\r\r";  // an empty line stands between the rows
+constexpr std::string_view row_end = "\r\r";  // an empty line separates the rows
 constexpr char32_t wide_colon = 0xFF1A;
 
 /// How wide a letter is, in blanks, in the proportional fonts of message boxes.

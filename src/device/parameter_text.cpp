@@ -37,7 +37,7 @@ typed_number read_number(std::string_view text)
         result.value = sign == 1 ? -too_large : too_large;
         return result;
     }
-    // Decimals that far behind the point change nothing.
+    // Decimals that far after the point change nothing.
     const std::string_view counted = text.substr(0, end - decimals + std::min(decimals, most_digits));
     std::from_chars(counted.data(), counted.data() + counted.size(), result.value, std::chars_format::fixed);
     return result;

@@ -44,7 +44,7 @@ notes::device_values values_of(const sharemap& blocks)
     return values;
 }
 
-/// A device of note 4 tells by an option that its memory lies as that of note 2 does.
+/// An option of a device with note 4 says that its memory lies as for note 2.
 std::uint8_t number_of_table(const session& plug_in, std::uint8_t no)
 {
     return no == 4 && plug_in.blocks.woption(3) != 0 ? 2 : no;

@@ -45,7 +45,7 @@ unsigned byte_sum(__m128i bytes)
     return static_cast<unsigned>(_mm_cvtsi128_si32(sums) + _mm_extract_epi16(sums, 4));
 }
 
-/// Blocks of 16 bytes while they last and are good; yields how many bytes were decoded.
+/// Blocks of 16 bytes as long as they are complete and good; returns how many bytes were decoded.
 std::size_t decode_blocks(const std::uint8_t* text, std::size_t count, std::uint8_t* target, unsigned& sum)
 {
     std::size_t done = 0;

@@ -1,4 +1,4 @@
-// The load of an image that does not fit the mapping: through a temporary file behind `syspath`.
+// The load of an image that does not fit the mapping: through a temporary file under `syspath`.
 #include "files/file_io.h"
 #include "formats/binary.h"
 #include "formats/fill.h"

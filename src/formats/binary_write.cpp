@@ -43,7 +43,7 @@ void write_range(transfer_job& job, output_file& out)
     write_tail(job.plug_in, out, at.bufstart + blocks * block_bytes, at.savelength - blocks * block_bytes);
 }
 
-/// The image stands in the temporary file that the load of a large image left; the buffer only carries its parts.
+/// The image is in the temporary file that the load of a large image left; the buffer only carries its parts.
 void write_large_image(transfer_job& job, output_file& out)
 {
     constexpr std::int64_t more_than_a_margin = 2201;

@@ -34,7 +34,7 @@ status holtek_reader::read()
     if (const status outcome = take(*first); outcome != status::done) return outcome;
     const auto second = holtek_segment_at(image_, first->end());
     if (!second) return no_segment(first->end());
-    // Behind the program words, rounded down to a multiple of 256; the file does not tell it.
+    // After the program words, rounded down to a multiple of 256; the file does not say it.
     at.bufstart = std::int64_t{job_.plug_in.blocks.tlength(0)} * 2 / 256 * 256;
     return take(*second);
 }

@@ -1,4 +1,4 @@
-// What can be told of the two vendors' binary images without loading them.
+// What can be known about the two vendors' binary images without loading them.
 #include "files/file_io.h"
 #include "formats/emc.h"
 #include "formats/holtek.h"

@@ -35,7 +35,7 @@ intel16_reader::step intel16_reader::take_data(const intel_head& head, text_view
     return step::go_on;
 }
 
-/// A word stands in the file with its high byte first and lands with its low byte first.
+/// A word has its high byte first in the file and its low byte first in the buffer.
 intel16_reader::step intel16_reader::take_words(text_view record, std::size_t digits, std::int64_t index,
                                                 std::int64_t count, unsigned sum)
 {

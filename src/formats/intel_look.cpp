@@ -1,5 +1,5 @@
-// What can be told of Intel HEX and Intel Hex16 files without loading them: whether it is one, and which addresses it
-// fills.
+// What can be known about Intel HEX and Intel Hex16 files without loading them: whether it is one, and which addresses
+// it fills.
 #include "files/file_window.h"
 #include "formats/intel.h"
 #include "formats/intel16.h"
@@ -72,8 +72,8 @@ private:
     address_extent filled_;
 };
 
-/// Takes the data records that follow each other at the front of `text` with nothing but line ends between them, and
-/// yields their length; nearly all of a file is such runs.
+/// Takes the data records that follow each other at the start of `text` with only line ends between them, and returns
+/// their length; nearly all of a file is such runs.
 std::size_t intel_measure::take_run(std::span<const std::uint8_t> text)
 {
     std::size_t at = 0, stride = 0;
@@ -135,7 +135,7 @@ std::optional<address_range> measure(const std::string& path, std::int64_t item_
     return part.range();
 }
 
-/// The first address record in the last part of a long file; behind it all addresses are known.
+/// The first address record in the last part of a long file; after it all addresses are known.
 std::optional<std::int64_t> known_part(file_window& file)
 {
     constexpr std::string_view address_record = ":02000004";

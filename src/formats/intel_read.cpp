@@ -33,8 +33,8 @@ private:
     std::string first_found_, first_expected_;
 };
 
-/// Takes records of the common kind, one behind the other, as far as `text` and the next progress mark allow: data that
-/// lands whole, with a right checksum, and nothing but a line end up to the next ":". p_ then stands behind the last.
+/// Takes records of the common kind, one after the other, as far as `text` and the next progress mark allow: data that
+/// lands whole, with a correct checksum, and only a line end before the next ":". p_ is then after the last.
 void intel_reader::take_plain_records(text_view text)
 {
     const std::int64_t start = p_;

@@ -43,7 +43,7 @@ std::int64_t intel_walk::find_colon(std::int64_t from)
     return at;
 }
 
-/// Progress moves when the walk stands on an exact tenth of the file; a record that jumps over one does not count.
+/// Progress moves when the walk is at an exact tenth of the file; a record that jumps over one does not count.
 void intel_walk::visit(std::int64_t from, std::int64_t to)
 {
     while (next_mark_ < from) next_mark_ += pace_;

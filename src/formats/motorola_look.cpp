@@ -1,4 +1,4 @@
-// What can be told of a Motorola S file without loading it.
+// What can be known about a Motorola S file without loading it.
 #include "files/file_window.h"
 #include "files/hex_digits.h"
 #include "formats/motorola.h"
@@ -31,7 +31,7 @@ std::optional<motorola_head> data_head(std::span<const std::uint8_t> text)
     return motorola_head{address_bytes, address, std::int64_t{field[0]} - static_cast<std::int64_t>(address_bytes) - 1};
 }
 
-/// The low byte of the sum of everything behind the type, 0xFF when the record is good; none where it is cut.
+/// The low byte of the sum of everything after the type, 0xFF if the record is good; none if it is cut.
 std::optional<unsigned> record_sum(std::span<const std::uint8_t> text)
 {
     const int count = text.size() < 4 ? -1 : hex_digits::byte(&text[2]);

@@ -97,8 +97,8 @@ std::optional<record_head> head_of(unsigned width, std::span<const std::uint8_t>
     return record_head{address, std::int64_t{count} - width - 2};
 }
 
-/// Takes data records of the common kind, one behind the other: those that land whole, with nothing but a checksum and
-/// a line end up to the next. p_ then stands behind the last one's data. False where there was none.
+/// Takes data records of the common kind, one after the other: those that land whole, with only a checksum and a line
+/// end before the next. p_ is then after the data of the last. False if there was none.
 bool motorola_reader::take_plain_records(text_view text)
 {
     constexpr std::size_t checksum_and_line_end = 4;

@@ -1,4 +1,4 @@
-// What can be told of a Tektronix file without loading it.
+// What can be known about a Tektronix file without loading it.
 #include "files/text_lines.h"
 #include "formats/tektronix.h"
 #include "formats/text_digits.h"
@@ -7,7 +7,7 @@
 
 namespace tamrix {
 
-/// The first character and the first header tell.
+/// Decided by the first character and the first header.
 detection detect_tektronix(const file_start& file)
 {
     const std::string_view text{reinterpret_cast<const char*>(file.bytes.data()),

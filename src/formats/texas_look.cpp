@@ -1,4 +1,4 @@
-// What can be told of a Texas Instrument text without loading it.
+// What can be known about a Texas Instrument text without loading it.
 #include "files/text_lines.h"
 #include "formats/texas.h"
 #include "formats/text_digits.h"

@@ -60,7 +60,7 @@ texas_reader::step texas_reader::take_bytes(std::string_view line)
     for (std::int64_t i = 0; i < target_.items(pairs); ++i) {
         const std::int64_t position = target_.position(address, i);
         // The next line goes on from the buffer position that this one reached, not from a file address. Positions may
-        // grow with every line; so far behind every device it makes no difference where.
+        // grow with every line; so far beyond every device the exact position does not matter.
         constexpr std::int64_t far_behind = std::int64_t{1} << 50;
         address_ = std::min(position + 1, far_behind);
         if (target_.beyond(position)) break;

@@ -15,7 +15,7 @@ constexpr std::size_t head_bytes = 65536;
 
 bool is_digit(char character) { return character >= '0' && character <= '9'; }
 
-/// A field of a fuse file: `name` and a digit, at the start of a line or behind "*".
+/// A field of a fuse file: `name` and a digit, at the start of a line or after "*".
 bool has_field(std::string_view text, std::string_view name)
 {
     for (std::size_t at = text.find(name); at != std::string_view::npos; at = text.find(name, at + 1)) {

@@ -11,7 +11,7 @@ namespace tamrix {
 
 namespace {
 
-constexpr std::int64_t extra_fuses_at = 100;  // behind the main fuses
+constexpr std::int64_t extra_fuses_at = 100;  // after the main fuses
 
 /// The host's progress figure, which moves with each twelfth of the file, counted in bits.
 class bit_progress {

@@ -116,7 +116,7 @@ void readfile::confirm()
     if (outcome != status::rejected) close();
 }
 
-/// False where a value was refused and the user told; the dialog then stays open.
+/// False if a value was refused and the user saw a message; the dialog then stays open.
 bool readfile::take_addresses()
 {
     transfer_variables& at = transfer_;

@@ -113,7 +113,7 @@ void writefile::confirm()
     close();
 }
 
-/// False where a value was refused and the user told; the dialog then stays open.
+/// False if a value was refused and the user saw a message; the dialog then stays open.
 bool writefile::take_range()
 {
     transfer_variables& at = transfer_;
