@@ -8,7 +8,7 @@
 namespace tamrix {
 
 /// How a text of rows is laid out for a number of pins. All of it is arithmetic on offsets; a text that is shorter than
-/// it should be yields shorter pieces.
+/// it should be gives shorter pieces.
 class vector_grid {
 public:
     static constexpr int first_column = 6;  // of the letters

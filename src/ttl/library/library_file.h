@@ -38,7 +38,7 @@ std::string_view columns(std::string_view line, std::size_t first, std::size_t c
 std::optional<std::uint8_t> byte_at(std::string_view line, std::size_t column);
 std::string_view without_blanks_around(std::string_view text);
 
-/// Reads up to the header and yields it; none where the end line or the end of the file comes first.
+/// Reads up to the header and returns it; none if the end line or the end of the file comes first.
 std::optional<std::string_view> find_header(library_lines& lines);
 /// The header's number of devices, 0 to 65535.
 std::int32_t device_count(std::string_view header);

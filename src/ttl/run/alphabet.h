@@ -35,11 +35,10 @@ bool mark_failures(std::string_view row, const hw::row_span& span, const hw::por
                    const hw::port_bytes& readback, std::string& result);
 
 /// The number of a socket position, from the place of the first `letter` in row 0, without regard to case: from 1 up
-/// the left column, from 101 up the right one. A row without the letter yields the code that comes out for place -1,
-/// meant.
+/// the left column, from 101 up the right one. Intentional: a row without the letter gives the code of place -1.
 std::uint8_t pin_code(std::string_view row0, char letter, int pins);
 
-/// Letter `i` of a row, NUL behind its end.
+/// Letter `i` of a row, NUL after its end.
 inline char letter_at(std::string_view row, int i)
 {
     return i >= 0 && static_cast<std::size_t>(i) < row.size() ? row[static_cast<std::size_t>(i)] : '\0';

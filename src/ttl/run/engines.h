@@ -1,5 +1,5 @@
-// The four engines that play the rows in `ttlvect` on the socket, compare what comes back, and report. Each yields what
-// became of the run.
+// The four engines that play the rows in `ttlvect` on the socket, compare what comes back, and report. Each returns the
+// outcome of the run.
 #pragma once
 
 #include "ttl/run_outcome.h"
