@@ -65,6 +65,21 @@ TEST(ttlscan, lists_all_devices_that_share_their_vectors_in_the_order_of_the_fil
     EXPECT_EQ(f.shell.boxes(), lines{});
 }
 
+TEST(ttlscan, ends_each_device_at_its_first_failing_row_without_a_word_in_the_log)
+{
+    scan_fixture f{50, false};
+    int rows_read = 0;
+    f.log.read_socket = [&] {
+        ++rows_read;
+        return slow::ports_of("00L00LGL00L00V");
+    };
+    const lines rows{gate_rows[0], gate_rows[0], gate_rows[0]};
+    f.write_library(std::vector{slow::device_record{"7437", rows}, slow::device_record{"7400", rows}});
+    f.scan();
+    EXPECT_EQ(rows_read, 2);
+    EXPECT_EQ(f.status(), "");
+}
+
 TEST(ttlscan, leaves_the_device_in_work_alone)
 {
     scan_fixture f{50, false};
