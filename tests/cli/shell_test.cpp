@@ -1,7 +1,8 @@
 #include "cli/shell.h"
 
-#include <gtest/gtest.h>
 #include <optional>
+
+#include <gtest/gtest.h>
 
 namespace tamrix::cli {
 

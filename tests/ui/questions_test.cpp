@@ -1,5 +1,4 @@
 // File dialogs and the printer on a real screen.
-#include "gtk_window.h"
 #include "over_host.h"
 
 #include "wxui/printing.h"
@@ -15,29 +14,31 @@
 #include <wx/bitmap.h>
 #include <wx/dcmemory.h>
 #include <wx/image.h>
+#include <wx/timer.h>
 
 using namespace tamrix;
 using namespace tamrix::tests;
 
 namespace {
 
+/// Such a dialog is none of the toolkit's own windows, so that nothing says when it listens: Escape until it does.
+class escape_timer final : public wxTimer {
+public:
+    escape_timer() { Start(500); }
+    void Notify() override { press("Escape"); }
+};
+
 class questions : public testing::Test {
 protected:
     wxui::wx_shell screen;
     const std::string filter = "All Files (*.*)|*.*|Binary File (*.BIN)|*.bin";
 
-    /// Such a dialog is none of the toolkit's own windows. Escape closes it after the script.
-    void system_dialog(const std::function<void()>& asks, const std::function<void()>& script)
+    /// Calls `asks`, which shows a dialog of the system, and leaves that by Escape.
+    void cancelled(const std::function<void()>& asks)
     {
         host_window host;
         during(screen, host, [&] {
-            const void* const behind = gtk_window::in_front().widget();
-            const script_timer starter{[&] {
-                comes_true([&] { return gtk_window::in_front().widget() != behind; });
-                press("shift");
-                script();
-                press("Escape");
-            }};
+            const escape_timer leave;
             asks();
         });
     }
@@ -53,10 +54,8 @@ protected:
 TEST_F(questions, for_a_file_that_are_cancelled_have_no_answer)
 {
     std::optional<std::string> opened = "none", saved = "none";
-    box_over_host(
-        screen, [&] { opened = screen.open_file(named("*.*")); }, [] {});
-    box_over_host(
-        screen, [&] { saved = screen.save_file(named("*.*")); }, [] {});
+    cancelled([&] { opened = screen.open_file(named("*.*")); });
+    cancelled([&] { saved = screen.save_file(named("*.*")); });
     EXPECT_EQ(opened, std::nullopt);
     EXPECT_EQ(saved, std::nullopt);
 }
@@ -66,8 +65,7 @@ TEST_F(questions, for_a_printer_that_are_cancelled_print_nothing)
     bool drawn = false;
     auto end = forms::print_end::printed;
     const forms::print_job job{.title = "page", .draw = [&](forms::page&) { drawn = true; }};
-    box_over_host(
-        screen, [&] { end = screen.print(job); }, [] {});
+    cancelled([&] { end = screen.print(job); });
     EXPECT_EQ(end, forms::print_end::cancelled);
     EXPECT_FALSE(drawn);
 }
