@@ -32,7 +32,7 @@ cp -r fuzz src/messages tests/ttl/transcripts tests/device/notes docs/models.md 
     data/{chips,lib,lib1} "$wine_system/project/"
 
 echo '== the core'
-in_wine_system timeout 900 wine tests_windows.exe --gtest_brief=1
+in_wine_system timeout 1800 wine tests_windows.exe --gtest_brief=1
 echo '== the COM server'
 in_wine_system timeout 900 wine tests_com.exe --gtest_brief=1
 echo '== the programmer of an installation'
