@@ -8,7 +8,7 @@ namespace tamrix::host {
 /// "tamrix" in XDG_DATA_HOME, or in .local/share of the home folder. Ends without a separator; need not exist.
 std::string user_data_folder();
 
-/// The folder that a host passes to the methods of the logic test, with "/" at its end: the person's own. Libraries
+/// The folder that a host passes to the methods of the logic test, ending in "/". It belongs to the person. Libraries
 /// that are missing or empty there are copied from the folder `installed`; others do not change. Throws
 /// std::runtime_error.
 std::string own_logic_libraries(const std::string& installed);

@@ -50,7 +50,7 @@ open_block block_of(int instance, std::string_view name)
     return open_block{environment_text(L"TAMRIX_NAMESPACE") + small_block_object(name, instance)};
 }
 
-/// The host told, else the first one that has made its blocks.
+/// The host that was named, else the first one that has made its blocks.
 int host_of(std::optional<int> told)
 {
     constexpr int last = 101;  // the highest number that a host finds for itself

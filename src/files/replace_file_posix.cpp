@@ -27,11 +27,11 @@ namespace {
     throw file_error{{.file = path, .found = std::strerror(error)}};
 }
 
-/// Stands between the file's name and the letters that tell one save from another.
+/// Separates the name of the file from the letters that make one save unlike another.
 constexpr std::string_view mark_of_a_save = ".saving-";
 constexpr std::size_t letters_of_a_save = 6;
 
-/// A new file beside the old one, which goes away again unless it took the file's name. A lock tells others that
+/// A new file beside the old one, removed again unless it took the name of the file. A lock shows others that
 /// it is in work.
 class file_beside {
 public:

@@ -16,7 +16,7 @@ namespace tamrix {
 
 namespace {
 
-/// Stands between the file's name and the numbers that tell one save from another: its process and a time.
+/// Separates the name of the file from the numbers that make one save unlike another: its process and a time.
 constexpr std::string_view mark_of_a_save = ".saving-";
 
 std::string name_beside(const std::string& target)

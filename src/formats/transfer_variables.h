@@ -1,4 +1,4 @@
-// What a load or save goes by, and what it leaves behind.
+// What a load or save works with, and what it leaves for later.
 #pragma once
 
 #include "base/diagnostic.h"
