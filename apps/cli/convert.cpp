@@ -129,11 +129,11 @@ private:
     std::string refusal_of_load(const forms::message_box& box) const
     {
         if (says(box, message::to_buffer_address_beyond_buffer)) {
-            return "--to-buffer " + arith::hex(options_.to_buffer.value_or(0)) + ": behind the end of the buffer (" +
+            return "--to-buffer " + arith::hex(options_.to_buffer.value_or(0)) + ": beyond the end of the buffer (" +
                    arith::hex(plan_.buffer_bytes) + ")";
         }
         if (says(box, message::from_file_address_beyond_file)) {
-            return "--from-file " + arith::hex(options_.from_file.value_or(0)) + ": behind the end of the file (" +
+            return "--from-file " + arith::hex(options_.from_file.value_or(0)) + ": beyond the end of the file (" +
                    arith::hex(input_file{options_.in}.length()) + ")";
         }
         return box.text;
@@ -144,7 +144,7 @@ private:
         const std::string start = "--save-from " + arith::hex(plan_.save_from);
         const std::string size = "--save-size " + arith::hex(plan_.save_size);
         if (says(box, message::to_buffer_address_beyond_buffer)) {
-            return start + ": behind the end of the device (" + arith::hex(plan_.device_bytes()) + ")";
+            return start + ": beyond the end of the device (" + arith::hex(plan_.device_bytes()) + ")";
         }
         if (says(box, message::range_beyond_buffer)) {
             const std::int64_t limit = plan_.device_bytes() + 16 * std::int64_t{plan_.spare_units};
