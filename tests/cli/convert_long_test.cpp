@@ -70,6 +70,17 @@ TEST_P(a_long_text_file, may_have_its_highest_addresses_in_the_middle)
     EXPECT_TRUE(loaded(turned) == image);
 }
 
+TEST_P(a_long_text_file, may_begin_with_its_highest_address)
+{
+    const bool intel = file == "in.hex";
+    lines.insert(lines.begin(),
+                 intel ? ":02000004000AF0\r\n:01000000AA55\r\n:020000040000FA\r\n" : "S2050A0000AA46\r\n");
+    const std::string whole = loaded(lines);
+    ASSERT_EQ(whole.size(), 0xA0001u);
+    EXPECT_EQ(whole.back(), '\xAA');
+    EXPECT_TRUE(whole.starts_with(image));
+}
+
 TEST_P(a_long_text_file, may_have_records_behind_its_end_record)
 {
     const bool intel = file == "in.hex";

@@ -107,6 +107,16 @@ TEST(read_binary_large, the_byte_path_walks_the_source_by_the_buffers_steps)
     EXPECT_EQ(f.bytes(0, 10), (bytes_of{'0', '1', '2', '3', '4', '5', '6', '7', '8', '9'}));
 }
 
+TEST(read_binary_large, the_byte_path_reports_progress_after_each_hundredth)
+{
+    large_fixture f;
+    f.load(f.files.write("a.bin", std::string(400, 'a')), {.from_mode = 1});
+    const std::vector<double> shown = f.shell.progress();
+    ASSERT_EQ(shown.size(), 100u);
+    for (std::size_t i = 1; i < 100; ++i) EXPECT_DOUBLE_EQ(shown[i - 1], 100.0 * static_cast<double>(2 * i) / 201);
+    EXPECT_EQ(shown.back(), 100);
+}
+
 TEST(read_binary_large, the_byte_path_adds_the_phases_to_the_crossed_sides)
 {
     large_fixture f;
