@@ -59,7 +59,14 @@ TEST_F(detect_format_of, intel_records_behind_text)
     expect("; made by: somebody\r\n:020000040001F9\r\n:020000000102FB\r\n", 1, detection::mine);
 }
 
-TEST_F(detect_format_of, an_intel_record_with_a_bad_checksum) { expect(":0100000007F9\n", 1, detection::damaged); }
+TEST_F(detect_format_of, an_intel_record_with_a_bad_checksum)
+{
+    expect(":0100000007F9\n", 1, detection::damaged);
+    // On a line of its own, whatever ends the line before it; in running text it is no record.
+    expect("; made by: somebody\n:0100000007F9\n", 1, detection::damaged);
+    expect("; made by: somebody\r:0100000007F9\r", 1, detection::damaged);
+    expect("; made by :0100000007F9\n", 0, detection::maybe);
+}
 
 TEST_F(detect_format_of, intel_hex16_records)
 {
