@@ -24,7 +24,7 @@ wx_options=(
     'CXXFLAGS=-O2 -msse2 -mfpmath=sse -mstackrealign' --disable-shared --enable-monolithic
     --without-{libpng,libjpeg,libtiff,zlib,expat,regex,liblzma,opengl}
     --disable-{svg,webview,mediactrl,stc,aui,ribbon,propgrid,html,xrc,help,htmlhelp,richtext,artstd,arttango,protocols}
-    --disable-{sockets,dbghelp,debugreport,precomp-headers,secretstore,debug_flag}
+    --enable-pch --disable-{sockets,dbghelp,debugreport,secretstore,debug_flag}
 )
 
 # Into the current folder. The machine's own list of sources stays as it is: apt gets a second one for this call.
