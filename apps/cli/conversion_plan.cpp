@@ -164,8 +164,9 @@ void measure(const convert_options& options, source_file& source)
 
 std::optional<int> format_of_extension(const std::string& path)
 {
-    for (int index = 0; index < save_format_count; ++index) {
-        if (has_extension(formats()[static_cast<std::size_t>(index)], path)) return index;
+    for (int index = 0; const format& one : formats()) {
+        if (one.write != nullptr && has_extension(one, path)) return index;
+        ++index;
     }
     return std::nullopt;
 }

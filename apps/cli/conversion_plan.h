@@ -45,7 +45,7 @@ struct conversion_plan {
 /// Throws command_error if the buffer would have to be larger than possible.
 conversion_plan plan_conversion(const convert_options& options, const source_file& source);
 
-/// The one of the first four formats that has the extension of `path`; none if no format has it.
+/// The one of the formats that can be saved that has the extension of `path`; none if no format has it.
 std::optional<int> format_of_extension(const std::string& path);
 
 }  // namespace tamrix::cli

@@ -99,9 +99,10 @@ private:
 
     void answer(writefile& dialog)
     {
-        dialog.wfileOption2(plan_.to).click();
-        if (!dialog.wfileOption2(plan_.to).value()) {
-            const format& wanted = formats()[static_cast<std::size_t>(plan_.to)];
+        const format& wanted = formats()[static_cast<std::size_t>(plan_.to)];
+        forms::option& option = dialog.option_of(wanted);
+        option.click();
+        if (!option.value()) {
             refusal_ = "--to " + std::string{wanted.name} + ": a device of " + std::to_string(plan_.device_words) +
                        " words can only be saved as binary; a larger --word-bytes makes it fewer";
             return;

@@ -15,13 +15,12 @@
 #include "session/session.h"
 
 #include <array>
-#include <vector>
 
 namespace tamrix {
 
-std::span<const format, 8> formats()
+std::span<const format> formats()
 {
-    static constexpr std::array<format, 8> table{{
+    static constexpr auto table = std::to_array<format>({
         {"binary", {}, message::binary, "bin rom img", detect_binary, read_binary, write_binary, measure_binary},
         {"intel", "Intel", 0, "hex ihx ihex h86", detect_intel, read_intel, write_intel, measure_intel, estimate_intel},
         {"motorola", "Motorola S", 0, "s19 s28 s37 srec mot", detect_motorola, read_motorola, write_motorola,
@@ -31,8 +30,17 @@ std::span<const format, 8> formats()
         {"emc", "EMC(.CDS)", 0, "cds", detect_emc, read_emc, nullptr, measure_emc},
         {"intel16", "Intel Hex16", 0, "hex", detect_intel16, read_intel16, nullptr, measure_intel16, nullptr, 2},
         {"texas", "Texas Instrument", 0, "txt", detect_texas, read_texas, nullptr, measure_texas},
-    }};
+    });
     return table;
+}
+
+std::vector<const format*> save_formats(std::span<const format> all)
+{
+    std::vector<const format*> found;
+    for (const format& one : all) {
+        if (one.write != nullptr) found.push_back(&one);
+    }
+    return found;
 }
 
 std::string caption_of(const format& which, const session& plug_in)

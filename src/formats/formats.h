@@ -9,6 +9,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tamrix {
 
@@ -41,9 +42,11 @@ struct format {
 
 inline constexpr std::size_t detection_head_bytes = 65536;
 
-/// All load formats by option index; the first four are the save formats.
-std::span<const format, 8> formats();
-inline constexpr int save_format_count = 4;
+/// All formats by option index of the load dialog.
+std::span<const format> formats();
+
+/// Those of `all` that can be saved, by option index of the save dialog.
+std::vector<const format*> save_formats(std::span<const format> all = formats());
 
 /// The caption of the format's option in the host's language.
 std::string caption_of(const format& which, const session& plug_in);

@@ -5,7 +5,6 @@
 #include "formats/binary.h"
 #include "formats/byte_selection.h"
 #include "formats/fill.h"
-#include "formats/formats.h"
 #include "messages/message_numbers.h"
 #include "session/captions.h"
 #include "session/session.h"

@@ -1,7 +1,7 @@
 // Loads a file into the shared buffer: format, addresses and byte selection, then the reader of the format.
 #pragma once
 
-#include "formats/transfer_job.h"
+#include "formats/formats.h"
 #include "forms/form.h"
 
 namespace tamrix {
@@ -23,7 +23,7 @@ public:
     forms::frame rfilebufFrame1{*this};
     forms::option_group rfileOption1{*this, 3};  // 0 fills with 0xFF, 1 with 0x00, 2 leaves the buffer
     forms::frame rfileformatFrame2{*this};
-    forms::option_group rfileOption2{*this, 8};  // the format
+    forms::option_group rfileOption2{*this, static_cast<int>(formats().size())};  // the format
     forms::progress_bar ProgressBar1{*this};
     forms::button okcom{*this}, exitcom{*this};
 

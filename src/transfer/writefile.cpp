@@ -32,10 +32,12 @@ writefile::writefile(session& plug_in, transfer_variables& transfer) : plug_in_{
 forms::layout writefile::arrangement()
 {
     using namespace forms;
+    std::vector<layout> formats_shown;
+    for (int i = 0; i < wfileOption2.count(); ++i) formats_shown.emplace_back(wfileOption2(i));
     return column({
         fields({wfileLabel1, wfileLabel2}),
         row({stretched(fields({wfileLabel5, wfileText1, wfileLabel6, wfileText2, wfileLabel7, wfileText3})),
-             framed(wfileformatFrame2, column({wfileOption2(0), wfileOption2(1), wfileOption2(2), wfileOption2(3)}))}),
+             framed(wfileformatFrame2, {layout::kind::column, formats_shown})}),
         ProgressBar1,
         buttons({okcom, exitcom}),
     });
@@ -44,9 +46,10 @@ forms::layout writefile::arrangement()
 void writefile::on_load()
 {
     caption(plug_in_.text(message::save_buffer_to_file));
-    for (int i = 0; i < save_format_count; ++i) {
-        wfileOption2(i).caption = caption_of(formats()[static_cast<std::size_t>(i)], plug_in_);
+    for (int i = 0; const format* one : save_formats()) {
+        wfileOption2(i).caption = caption_of(*one, plug_in_);
         wfileOption2(i).enabled = i == 0 || plug_in_.blocks.tlength(0) <= largest_text_device;
+        ++i;
     }
     wfileOption2(format_of_name()).select();
     const caption_line captions[] = {
@@ -65,11 +68,17 @@ void writefile::on_load()
 /// The format that the file's extension names, where it can be chosen; else "Binary".
 int writefile::format_of_name()
 {
-    for (int i = 0; i < save_format_count; ++i) {
-        if (wfileOption2(i).enabled() && has_extension(formats()[static_cast<std::size_t>(i)], transfer_.fname))
-            return i;
+    for (int i = 0; const format* one : save_formats()) {
+        if (wfileOption2(i).enabled() && has_extension(*one, transfer_.fname)) return i;
+        ++i;
     }
     return 0;
+}
+
+forms::option& writefile::option_of(const format& which)
+{
+    const auto saved = save_formats();
+    return wfileOption2(static_cast<int>(std::ranges::find(saved, &which) - saved.begin()));
 }
 
 std::int64_t writefile::savelimit() const
@@ -140,7 +149,7 @@ status writefile::run_writer()
                          ProgressBar1.value = percent;
                      }};
     const auto chosen = static_cast<std::size_t>(wfileOption2.selected());
-    const status outcome = run_guarded(job, formats()[chosen].write);
+    const status outcome = run_guarded(job, save_formats()[chosen]->write);
     transfer_.rformat = static_cast<std::int16_t>(outcome);
     return outcome;
 }

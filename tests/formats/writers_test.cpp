@@ -192,5 +192,12 @@ TEST(text_writers, a_range_behind_the_view_fails_and_leaves_what_was_written)
     }
 }
 
+TEST(save_formats, are_those_with_a_writer_wherever_they_are_in_the_table)
+{
+    format table[3]{};
+    table[1].write = table[2].write = [](transfer_job&) { return status::done; };
+    EXPECT_EQ(save_formats(table), (std::vector<const format*>{&table[1], &table[2]}));
+}
+
 }  // namespace
 }  // namespace tamrix::tests

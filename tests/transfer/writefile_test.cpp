@@ -35,6 +35,20 @@ TEST(writefile, shows_every_caption_from_the_catalogue)
     });
 }
 
+TEST(writefile, has_an_option_for_each_format_that_can_be_saved_and_for_no_other)
+{
+    save_fixture f;
+    f.save("out", [&f](writefile& d) {
+        for (const format& one : formats()) {
+            if (one.write != nullptr) {
+                EXPECT_EQ(d.option_of(one).caption(), caption_of(one, f.session));
+            } else {
+                EXPECT_THROW(d.option_of(one), subscript_error) << one.name;
+            }
+        }
+    });
+}
+
 TEST(writefile, the_units_behind_the_main_area_count_to_the_range)
 {
     save_fixture f{{.tlength = 0x400, .spare_units = 2}};
