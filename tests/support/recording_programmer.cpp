@@ -29,22 +29,40 @@ T next_of(std::deque<T>& answers, T otherwise)
     return answer;
 }
 
-class recorder final : public hw::programmer, private hw::lumbat, private hw::devobj {
+/// Notes every operation with its arguments. What has a result returns 0.
+class noting_device : public hw::devobj {
+protected:
+    explicit noting_device(recording& log) : log_{log} {}
+
+    recording& log_;
+
+private:
+    template <class Result>
+    auto operation(const char* call)
+    {
+        return [this, call](auto... values) {
+            std::ostringstream line;
+            line << call;
+            ((line << ' ' << static_cast<long>(values)), ...);
+            log_.add(line.str());
+            return Result();
+        };
+    }
+
 public:
-    recorder(recording& log, const hw::reply_memory& replies) : log_{log}, replies_{replies} {}
+#define TAMRIX_OPERATION(result, name, parameters, arguments)                                                          \
+    result name parameters override { return operation<result>(#name) arguments; }
+    TAMRIX_DEVICE_OPERATIONS(TAMRIX_OPERATION)
+#undef TAMRIX_OPERATION
+};
+
+class recorder final : public hw::programmer, private hw::lumbat, private noting_device {
+public:
+    recorder(recording& log, const hw::reply_memory& replies) : noting_device{log}, replies_{replies} {}
     hw::lumbat& transport() override { return *this; }
     hw::devobj& device() override { return *this; }
 
 private:
-    template <class... Values>
-    void note(const char* call, Values... values)
-    {
-        std::ostringstream line;
-        line << call;
-        ((line << ' ' << static_cast<long>(values)), ...);
-        log_.add(line.str());
-    }
-
     std::int32_t usbcomwrite(const std::uint8_t* buffer, std::int32_t length) override
     {
         log_.add("usbcomwrite " + std::to_string(length) + ":" + hex_bytes(buffer, static_cast<std::size_t>(length)));
@@ -52,13 +70,13 @@ private:
     }
     std::int32_t usbbulkwrite(const std::uint8_t*, std::int32_t length) override
     {
-        note("usbbulkwrite", length);
+        log_.add("usbbulkwrite " + std::to_string(length));
         return 0;
     }
     std::int32_t usbbulkread(std::uint8_t* buffer, std::int32_t length, std::uint8_t* status) override
     {
         const bulk_end end = next_of(log_.bulk_ends, bulk_end::arrives);
-        note("usbbulkread", length);
+        log_.add("usbbulkread " + std::to_string(length));
         if (end == bulk_end::fails) *status = 4;
         if (end != bulk_end::arrives) return 0;
         std::fill_n(buffer, length - 1, std::uint8_t{0xEE});
@@ -74,29 +92,11 @@ private:
         return 0;
     }
 
-    void setvcc(std::int32_t millivolts) override { note("setvcc", millivolts); }
-    void setvpp(std::int32_t millivolts, std::uint8_t channel) override { note("setvpp", millivolts, channel); }
-    void gndpin(std::uint8_t pin, std::uint8_t state) override { note("gndpin", pin, state); }
-    void vccpin(std::uint8_t pin, std::uint8_t state) override { note("vccpin", pin, state); }
-    void vpppin(std::uint8_t pin, std::uint8_t state) override { note("vpppin", pin, state); }
-    void busmode(std::int32_t mode) override { note("busmode", mode); }
-    void hwinit() override { note("hwinit"); }
     std::int32_t hwreset() override
     {
-        note("hwreset");
+        noting_device::hwreset();
         return next_of(log_.hwreset_results, 0);
     }
-    std::int32_t ctlout(std::int32_t value, std::uint8_t address) override
-    {
-        note("ctlout", value, address);
-        return 0;
-    }
-    std::int32_t ctlin(std::uint8_t address) override
-    {
-        note("ctlin", address);
-        return 0;
-    }
-    void regout(std::int32_t value, std::uint8_t address) override { note("regout", value, address); }
     std::int32_t regin(std::uint8_t address) override
     {
         if (address == 0) row_ = log_.next_row();
@@ -104,42 +104,21 @@ private:
         log_.add("regin " + std::to_string(address) + " ->" + hex_bytes(&value, 1));
         return value;
     }
-    void delayms(std::int32_t milliseconds) override { note("delayms", milliseconds); }
-    void delayus(std::int32_t count) override { note("delayus", count); }
     bool replywait(std::uint8_t count, std::uint8_t mode, std::int32_t extra) override
     {
-        note("replywait", count, mode, extra);
+        noting_device::replywait(count, mode, extra);
         if (!next_of(log_.replywait_results, true)) return false;
         const six_bytes row = log_.next_row();
         std::copy(row.begin(), row.end(), replies_.ibuf1);
         log_.add("->" + hex_bytes(row.data(), row.size()));
         return true;
     }
-
-    void vecout(std::int32_t value, std::uint8_t address) override { note("vecout", value, address); }
-    void vecstart() override { note("vecstart"); }
     void vecbyte(std::uint8_t address) override
     {
-        note("vecbyte", address);
+        noting_device::vecbyte(address);
         ++ports_queued_;
     }
-    void vecdelay(std::int32_t count) override { note("vecdelay", count); }
-    void vecdelay2(std::int32_t count) override { note("vecdelay2", count); }
-    void vecgnd(std::uint8_t pin, std::uint8_t state) override { note("vecgnd", pin, state); }
-    void vecvcc(std::uint8_t pin, std::uint8_t state) override { note("vecvcc", pin, state); }
-    void vecvpp(std::uint8_t pin, std::uint8_t state) override { note("vecvpp", pin, state); }
 
-    void replycheck(std::int32_t count) override { note("replycheck", count); }
-    void hwrelease() override { note("hwrelease"); }
-    void hwfault() override { note("hwfault"); }
-    std::int32_t boardsel(std::uint8_t code) override
-    {
-        note("boardsel", code);
-        return 0;
-    }
-    void boardsel2(std::uint8_t first, std::uint8_t second) override { note("boardsel2", first, second); }
-
-    recording& log_;
     hw::reply_memory replies_;
     six_bytes row_{};
     int ports_queued_ = 0;
