@@ -45,11 +45,9 @@ std::map<int, std::string> messages_of_block(int offset)
     return messages;
 }
 
-TEST(catalogue, holds_the_146_english_texts_with_their_blanks_and_no_others)
+TEST(catalogue, holds_the_reviewed_english_texts_with_their_blanks_and_no_others)
 {
-    const auto reviewed = reviewed_messages();
-    EXPECT_EQ(reviewed.size(), 146u);
-    EXPECT_EQ(messages_of_block(0), reviewed);
+    EXPECT_EQ(messages_of_block(0), reviewed_messages());
 }
 
 TEST(catalogue, gives_english_in_block_15000_as_well)
