@@ -161,6 +161,7 @@ TEST_F(measured_range_of, motorola_files_goes_over_all_widths)
                  "EF\nS30602000000CC2B\nS9030000FC\n",
                  0x10, 0x02000001);
     EXPECT_FALSE(measure(2, "S9030000FC\n"));
+    EXPECT_FALSE(measure(2, "S"));
 }
 
 TEST_F(measured_range_of, tektronix_files) { expect_range(3, "/0012020511226\n/0000000000r\n", 0x12, 0x14); }

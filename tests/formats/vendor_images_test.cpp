@@ -105,6 +105,8 @@ TEST(read_holtek, a_segment_behind_the_buffer_fails)
     holtek_fixture f;
     EXPECT_EQ(f.read(image({}, segment(0xFFFFFFFF, {1}), segment(0, {2}))), status::failed);
     EXPECT_EQ(f.why(), "file: subscript out of range: ibuffer(4294967295)");
+    EXPECT_EQ(f.read(image({}, segment(0x01000000, {1}), segment(0, {2}))), status::failed);
+    EXPECT_EQ(f.why(), "file: subscript out of range: ibuffer(16777216)");
 }
 
 struct emc_fixture : format_fixture {

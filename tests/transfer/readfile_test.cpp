@@ -221,6 +221,19 @@ TEST(readfile, cancel_closes_an_idle_dialog_and_the_first_result_is_empty)
     EXPECT_TRUE(f.buffer_untouched());
 }
 
+TEST(readfile, a_start_that_the_reader_refuses_can_be_mended_and_loaded)
+{
+    temp_folder files;
+    load_fixture f;
+    f.load(files.write("a.bin", "abc"), {.from_file = "4"}, [](readfile& dialog) {
+        ASSERT_TRUE(dialog.is_open());
+        dialog.rfileText2.enter("1");
+        dialog.okcom.click();
+        EXPECT_FALSE(dialog.is_open());
+    });
+    EXPECT_EQ(f.bytes(0, 2), (std::vector<std::uint8_t>{'b', 'c'}));
+}
+
 TEST(readfile, a_cancelled_dialog_forgets_why_the_load_before_failed)
 {
     temp_folder files;

@@ -73,8 +73,9 @@ TEST(writefile, 8400000_words_leave_all_formats_and_one_more_leaves_binary_only)
 
 TEST(writefile, the_extension_of_the_file_preselects_the_format)
 {
-    const std::pair<const char*, int> names[] = {{"a.bin", 0}, {"a.HEX", 1},  {"a.s19", 2}, {"a.tek", 3},
-                                                 {"a.cds", 0}, {"a.text", 0}, {"a", 0},     {"a.hex/b", 0}};
+    const std::pair<const char*, int> names[] = {{"a.bin", 0}, {"a.HEX", 1},   {"a.s19", 2},
+                                                 {"a.tek", 3}, {"a.cds", 0},   {"a.text", 0},
+                                                 {"a", 0},     {"a.hex/b", 0}, {"a/hex", 0}};
     for (const auto& [name, format] : names) {
         save_fixture f;
         f.save(name, [format = format](writefile& d) { EXPECT_EQ(d.wfileOption2.selected(), format); });
