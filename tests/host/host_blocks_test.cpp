@@ -1,7 +1,7 @@
 #include "host/host_blocks.h"
 
 #include "blocks/sharemap.h"
-#include "host/own_name_space.h"
+#include "support/name_space.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -13,7 +13,7 @@
 namespace tamrix::host {
 
 using testing::HasSubstr;
-using tests::own_name_space;
+using tests::fresh_name_space;
 
 namespace {
 
@@ -42,7 +42,7 @@ std::string error_of(const std::function<void()>& action)
 
 TEST(host_blocks, creates_the_60_small_blocks_and_takes_them_away_at_the_end)
 {
-    const std::string name_space = own_name_space();
+    const std::string name_space = fresh_name_space();
     {
         const host_blocks blocks{name_space, 3, heap};
         EXPECT_EQ(objects_with(name_space), 60u);
@@ -54,7 +54,7 @@ TEST(host_blocks, creates_the_60_small_blocks_and_takes_them_away_at_the_end)
 
 TEST(host_blocks, the_plug_in_sees_what_the_host_wrote_and_the_other_way_round)
 {
-    const std::string name_space = own_name_space();
+    const std::string name_space = fresh_name_space();
     host_blocks blocks{name_space, 1, heap};
     sharemap views{name_space, [] { FAIL(); }};
     views.attachsmall(1);
@@ -74,7 +74,7 @@ TEST(host_blocks, the_plug_in_sees_what_the_host_wrote_and_the_other_way_round)
 
 TEST(host_blocks, every_element_of_every_block_can_be_reached)
 {
-    host_blocks blocks{own_name_space(), 0, heap};
+    host_blocks blocks{fresh_name_space(), 0, heap};
     for (const block_info& line : small_blocks) {
         switch (const std::size_t last = line.count - 1; line.kind) {
         case element::byte: blocks.value<std::uint8_t>(line.name, last) = 1; break;
@@ -91,7 +91,7 @@ TEST(host_blocks, every_element_of_every_block_can_be_reached)
 
 TEST(host_blocks, a_wrong_name_index_or_type_is_told)
 {
-    host_blocks blocks{own_name_space(), 0, heap};
+    host_blocks blocks{fresh_name_space(), 0, heap};
     EXPECT_EQ(error_of([&] { blocks.value<std::uint8_t>("nothing"); }), "no shared block nothing");
     EXPECT_EQ(error_of([&] { blocks.value<std::int32_t>("tlength", 4); }), "shared block tlength has no element 4");
     EXPECT_EQ(error_of([&] { blocks.value<std::int16_t>("tlength"); }), "shared block tlength is of another type");
@@ -104,7 +104,7 @@ TEST(host_blocks, a_text_replaces_and_frees_the_one_that_stood_there)
 {
     const std::size_t before = tamrix_text_count();
     {
-        host_blocks blocks{own_name_space(), 0, heap};
+        host_blocks blocks{fresh_name_space(), 0, heap};
         EXPECT_EQ(blocks.text("wtype"), "");
         blocks.set_text("wtype", 0, "27C256");
         blocks.set_text("wtype", 0, "Grün, 绿");
@@ -120,7 +120,7 @@ TEST(host_blocks, a_text_replaces_and_frees_the_one_that_stood_there)
 
 TEST(host_blocks, texts_in_blocks_of_another_owner_are_left_alone_at_the_end)
 {
-    const std::string name_space = own_name_space();
+    const std::string name_space = fresh_name_space();
     host_blocks owner{name_space, 0, heap};
     owner.set_text("wtype", 0, "kept");
     {
@@ -132,7 +132,7 @@ TEST(host_blocks, texts_in_blocks_of_another_owner_are_left_alone_at_the_end)
 
 TEST(host_blocks, the_buffer_has_the_length_and_the_margin)
 {
-    const std::string name_space = own_name_space();
+    const std::string name_space = fresh_name_space();
     host_blocks blocks{name_space, 0, heap};
     EXPECT_TRUE(blocks.buffer().empty());
     blocks.create_buffer(0x1000);
@@ -148,7 +148,7 @@ TEST(host_blocks, the_buffer_has_the_length_and_the_margin)
 
 TEST(host_blocks, a_buffer_is_replaced_by_one_of_another_length)
 {
-    const std::string name_space = own_name_space();
+    const std::string name_space = fresh_name_space();
     host_blocks blocks{name_space, 0, heap};
     blocks.create_buffer(0x1000);
     blocks.buffer()[0] = 1;
@@ -162,7 +162,7 @@ TEST(host_blocks, a_buffer_is_replaced_by_one_of_another_length)
 
 TEST(host_blocks, a_smaller_buffer_of_another_program_is_told)
 {
-    const std::string name_space = own_name_space();
+    const std::string name_space = fresh_name_space();
     host_blocks first{name_space, 0, heap}, second{name_space, 1, heap};
     first.create_buffer(100);
     EXPECT_EQ(error_of([&] { second.create_buffer(1000000); }),
@@ -175,7 +175,7 @@ TEST(host_blocks, a_smaller_buffer_of_another_program_is_told)
 
 TEST(host_blocks, a_negative_length_makes_no_buffer)
 {
-    host_blocks blocks{own_name_space(), 0, heap};
+    host_blocks blocks{fresh_name_space(), 0, heap};
     EXPECT_EQ(error_of([&] { blocks.create_buffer(-1); }), "a buffer of -1 bytes");
 }
 
@@ -188,7 +188,7 @@ TEST(host_blocks, a_name_that_cannot_be_used_is_told)
 
 TEST(host_blocks, without_their_names_the_blocks_go_on_and_nobody_joins)
 {
-    const std::string name_space = own_name_space();
+    const std::string name_space = fresh_name_space();
     host_blocks blocks{name_space, 0, heap};
     blocks.create_buffer(100);
     sharemap views{name_space, [] { FAIL(); }};
@@ -203,7 +203,7 @@ TEST(host_blocks, without_their_names_the_blocks_go_on_and_nobody_joins)
 
 TEST(first_free_instance, is_the_lowest_number_that_nobody_uses)
 {
-    const std::string name_space = own_name_space();
+    const std::string name_space = fresh_name_space();
     EXPECT_EQ(first_free_instance(name_space), 0);
     const host_blocks zero{name_space, 0, heap}, two{name_space, 2, heap};
     EXPECT_EQ(first_free_instance(name_space), 1);

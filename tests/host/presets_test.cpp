@@ -1,6 +1,6 @@
 #include "host/device_preset.h"
-#include "host/own_name_space.h"
 #include "host/preset_text.h"
+#include "support/name_space.h"
 #include "support/temp_files.h"
 
 #include <gtest/gtest.h>
@@ -161,7 +161,7 @@ TEST(presets, a_file_that_cannot_be_read_or_written_is_told)
 
 TEST(presets, a_device_goes_into_its_blocks)
 {
-    host_blocks blocks{tests::own_name_space(), 0, {tamrix_text_new, tamrix_text_get, tamrix_text_free}};
+    host_blocks blocks{tests::fresh_name_space(), 0, {tamrix_text_new, tamrix_text_get, tamrix_text_free}};
     blocks.value<std::int32_t>("pwte", 1) = 1;
     apply({.name = "93C46",
            .maker = "Microchip",

@@ -1,17 +1,8 @@
 #include "support/plug_in_fixture.h"
 
 #include <algorithm>
-#include <atomic>
-
-#include <unistd.h>
 
 namespace tamrix::tests {
-
-std::string fresh_name_space()
-{
-    static std::atomic<int> count = 0;
-    return "tamrix-test-" + std::to_string(::getpid()) + "-" + std::to_string(++count) + "-";
-}
 
 plug_in_fixture::plug_in_fixture(const device& chosen)
 {

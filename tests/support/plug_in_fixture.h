@@ -3,6 +3,7 @@
 
 #include "entry/entry_methods.h"
 #include "session/session.h"
+#include "support/name_space.h"
 #include "support/scripted_shell.h"
 
 #include <cstdint>
@@ -10,9 +11,6 @@
 #include <vector>
 
 namespace tamrix::tests {
-
-/// A name space of its own for each call.
-std::string fresh_name_space();
 
 /// What a host would have set before the first call.
 struct device {

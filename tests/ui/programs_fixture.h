@@ -3,6 +3,7 @@
 
 #include "person.h"
 #include "program.h"
+#include "support/name_space.h"
 
 #include <filesystem>
 #include <fstream>
@@ -11,8 +12,6 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-
-#include <unistd.h>
 
 namespace tamrix::tests {
 
@@ -23,7 +22,7 @@ class programs : public testing::Test {
 protected:
     programs()
     {
-        folder = fs::temp_directory_path() / ("tamrix-ui-" + std::to_string(getpid()));
+        folder = fs::temp_directory_path() / ("tamrix-ui-" + mark_of_process());
         fs::create_directories(folder);
         std::ofstream{folder / "demo.hex"} << ":10000000000102030405060708090A0B0C0D0E0F78\n:00000001FF\n";
     }
@@ -49,7 +48,7 @@ protected:
     }
 
     fs::path folder;
-    std::string name_space = "ui" + std::to_string(getpid()) + ".";
+    std::string name_space = "ui" + mark_of_process() + ".";
 };
 
 inline std::string content(const fs::path& path)

@@ -18,7 +18,6 @@
 
 #include <gtest/gtest.h>
 
-#include <unistd.h>
 #include <wx/listbox.h>
 #include <wx/timer.h>
 #include <wx/toplevel.h>
@@ -34,7 +33,7 @@ constexpr const char* test_title = "TTL & CMOS Test";
 /// The workbench as a program of its own, worked by keyboard alone.
 class workbench_with_socket : public testing::Test {
 protected:
-    const fs::path folder = fs::temp_directory_path() / ("tamrix-socket-" + std::to_string(getpid()));
+    const fs::path folder = fs::temp_directory_path() / ("tamrix-socket-" + mark_of_process());
     program workbench{"tamrix-workbench", {"--device", "27C64"}, settings()};
 
     ~workbench_with_socket() override { fs::remove_all(folder); }
