@@ -48,7 +48,7 @@ ROOMS = {
     "sim/chips/tool": "sim/chips",
     "sim/library": "include/tamrix base sim sim/chips",
     "sim/windows": "include/tamrix base programmer com/server sim sim/library",
-    "apps/host": "include/tamrix base",
+    "apps/host": "include/tamrix base files",
     "apps/workbench": "include/tamrix apps/host",
     "apps/cli": "base files forms messages session formats transfer pld ttl/library ttl/run ttl/dialogs entry sim"
                 " sim/chips apps/host",

@@ -1,17 +1,14 @@
 #include "host/preset_text.h"
 
 #include "base/ascii.h"
+#include "files/file_io.h"
+#include "files/replace_file.h"
 
 #include <array>
-#include <cerrno>
 #include <charconv>
 #include <cstdio>
-#include <cstring>
-#include <fstream>
 #include <limits>
-#include <memory>
 #include <optional>
-#include <sstream>
 #include <stdexcept>
 #include <utility>
 #include <variant>
@@ -240,24 +237,13 @@ std::string print_presets(std::span<const device_preset> devices)
 
 std::vector<device_preset> read_presets(const std::string& path)
 {
-    std::ifstream file{path, std::ios::binary};
-    std::ostringstream text;
-    if (file.peek() != std::ifstream::traits_type::eof()) text << file.rdbuf();  // also recognises a folder
-    if (!file.is_open() || file.bad()) throw std::runtime_error{path + ": " + std::strerror(errno)};
-    return parse_presets(text.str(), path);
+    const file_image file{path};
+    return parse_presets({reinterpret_cast<const char*>(file.bytes().data()), file.bytes().size()}, path);
 }
 
 void write_presets(const std::string& path, std::span<const device_preset> devices)
 {
-    const std::string beside = path + ".new";
-    std::ofstream file{beside, std::ios::binary};
-    file << print_presets(devices);
-    file.close();
-    if (!file || std::rename(beside.c_str(), path.c_str()) != 0) {
-        const std::string why = std::strerror(errno);
-        std::remove(beside.c_str());
-        throw std::runtime_error{path + ": " + why};
-    }
+    replace_file(path, print_presets(devices));
 }
 
 }  // namespace tamrix::host

@@ -25,8 +25,7 @@ std::string print_presets(std::span<const device_preset> devices);
 
 /// Reads a file of devices. Throws std::runtime_error as parse_presets, or with the reason why it cannot be read.
 std::vector<device_preset> read_presets(const std::string& path);
-/// Writes a file of devices: first beside it, then in its place, so that at every moment it is the old or the new one.
-/// Throws std::runtime_error.
+/// Writes a file of devices, which at every moment holds the old or the new ones. Throws std::runtime_error.
 void write_presets(const std::string& path, std::span<const device_preset> devices);
 
 }  // namespace tamrix::host

@@ -1,11 +1,12 @@
 #include "host/user_folder.h"
 
+#include "files/file_io.h"
+#include "files/replace_file.h"
+
 #include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
 #include <system_error>
-
-#include <unistd.h>
 
 namespace tamrix::host {
 
@@ -13,23 +14,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-[[noreturn]] void fail(const fs::path& path, const std::error_code& why)
+/// No half of a file is taken for a library at any time.
+void copy_whole(const std::string& from, const std::string& to)
 {
-    throw std::runtime_error{path.string() + ": " + why.message()};
-}
-
-/// By way of a name of its own, so that no half of a file is taken for a library. Of two programs that do so at once
-/// the first one counts.
-void copy_whole(const fs::path& from, const fs::path& to)
-{
-    std::error_code error;
-    const fs::path part = to.string() + "." + std::to_string(::getpid());
-    fs::copy_file(from, part, fs::copy_options::overwrite_existing, error);
-    if (!error) fs::permissions(part, fs::perms::owner_write, fs::perm_options::add, error);
-    if (!error) fs::rename(part, to, error);
-    std::error_code ignored;
-    if (error) fs::remove(part, ignored);
-    if (error) fail(to, error);
+    const file_image content{from};
+    replace_file(to, {reinterpret_cast<const char*>(content.bytes().data()), content.bytes().size()});
 }
 
 /// A library is never empty; an empty file is left by opening one that was not there.
@@ -44,12 +33,12 @@ void copy_missing(const fs::path& from, const fs::path& to)
 {
     std::error_code error;
     fs::create_directories(to, error);
-    if (error) fail(to, error);
+    if (error) throw std::runtime_error{to.string() + ": " + error.message()};
     std::error_code none_installed;
     for (fs::directory_iterator at{from, none_installed}, end; !none_installed && at != end;
          at.increment(none_installed)) {
         const fs::path own = to / at->path().filename();
-        if (at->is_regular_file(error) && is_missing(own)) copy_whole(at->path(), own);
+        if (at->is_regular_file(error) && is_missing(own)) copy_whole(at->path().string(), own.string());
     }
 }
 

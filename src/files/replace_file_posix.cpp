@@ -6,12 +6,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
-#include <cstdlib>
-#include <cstring>
 #include <filesystem>
-#include <optional>
+#include <random>
 #include <system_error>
-#include <utility>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -22,26 +19,31 @@ namespace tamrix {
 
 namespace {
 
-[[noreturn]] void fail(const std::string& path, int error)
-{
-    throw file_error{{.file = path, .found = std::strerror(error)}};
-}
-
 /// Separates the name of the file from the letters that make one save unlike another.
 constexpr std::string_view mark_of_a_save = ".saving-";
 constexpr std::size_t letters_of_a_save = 6;
+
+std::string fresh_name_beside(const std::string& target)
+{
+    constexpr std::string_view letters = "0123456789abcdefghijklmnopqrstuvwxyz";
+    std::random_device chance;
+    std::string name = target + std::string{mark_of_a_save};
+    for (std::size_t i = 0; i < letters_of_a_save; ++i) name += letters[chance() % letters.size()];
+    return name;
+}
 
 /// A new file beside the old one, removed again unless it took the name of the file. A lock shows others that
 /// it is in work.
 class file_beside {
 public:
-    explicit file_beside(const std::string& target)
+    /// With the bits of `mode` that the process lets new files have.
+    file_beside(const std::string& target, mode_t mode)
     {
         do {
             if (file_ >= 0) ::close(file_);
-            name_ = target + std::string{mark_of_a_save} + std::string(letters_of_a_save, 'X');
-            file_ = ::mkostemp(name_.data(), O_CLOEXEC);
-        } while (file_ >= 0 && !hold());
+            name_ = fresh_name_beside(target);
+            file_ = ::open(name_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+        } while (file_ >= 0 ? !hold() : errno == EEXIST);
     }
     ~file_beside()
     {
@@ -63,10 +65,10 @@ public:
         while (!content.empty()) {
             const ssize_t put = ::write(file_, content.data(), content.size());
             if (put < 0 && errno == EINTR) continue;
-            if (put < 0) fail(name_, errno);
+            if (put < 0) throw file_error{name_, errno};
             content.remove_prefix(static_cast<std::size_t>(put));
         }
-        if (::fsync(file_) != 0) fail(name_, errno);
+        if (::fsync(file_) != 0) throw file_error{name_, errno};
     }
     bool take_name(const std::string& target)
     {
@@ -143,9 +145,10 @@ void flush_folder_of(const std::string& target)
 bool replace_in_one_step(const std::string& target, std::string_view content)
 {
     struct stat old {};
-    if (::stat(target.c_str(), &old) != 0) fail(target, errno);
-    file_beside fresh{target};
-    if (!fresh.is_open() || !fresh.take_owner_and_mode(old)) return false;
+    const bool is_new = ::stat(target.c_str(), &old) != 0;
+    if (is_new && errno != ENOENT) throw file_error{target, errno};
+    file_beside fresh{target, is_new ? mode_t{0666} : mode_t{0600}};
+    if (!fresh.is_open() || (!is_new && !fresh.take_owner_and_mode(old))) return false;
     fresh.write(content);
     if (!fresh.take_name(target)) return false;
     flush_folder_of(target);
@@ -153,7 +156,7 @@ bool replace_in_one_step(const std::string& target, std::string_view content)
 }
 
 /// A link to the file stays a link.
-std::string behind_links(const std::string& path)
+std::string where_links_lead(const std::string& path)
 {
     std::error_code none;
     const auto real = std::filesystem::canonical(path, none);
@@ -164,12 +167,12 @@ std::string behind_links(const std::string& path)
 
 void replace_file(const std::string& path, std::string_view content)
 {
-    const std::string target = behind_links(native_path(path));
+    const std::string target = where_links_lead(native_path(path));
     // Whoever may not write the file may not replace it either.
-    if (::access(target.c_str(), W_OK) != 0) fail(path, errno);
+    if (::access(target.c_str(), W_OK) != 0 && errno != ENOENT) throw file_error{path, errno};
     remove_leftovers(target);
     if (replace_in_one_step(target, content)) return;
-    output_file file{target};
+    output_file file{path};
     file.write({reinterpret_cast<const std::uint8_t*>(content.data()), content.size()});
     file.close();
 }

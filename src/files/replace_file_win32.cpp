@@ -67,7 +67,8 @@ bool may_be_written(const std::string& target)
 {
     // An administrator may open even what is marked as read-only.
     const DWORD attributes = ::GetFileAttributesW(wide_path(target).c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_READONLY) != 0) return false;
+    if (attributes == INVALID_FILE_ATTRIBUTES) return true;  // nothing is there: it is made
+    if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) return false;
     const HANDLE file = ::CreateFileW(wide_path(target).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                       nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) return false;
@@ -82,8 +83,17 @@ void write_whole(const std::string& path, std::span<const std::uint8_t> bytes)
     file.close();
 }
 
-/// False where the folder does not take the new file. The replacement keeps what belongs to the old name: its owner,
-/// its rights, its attributes.
+/// False where the new file cannot take the name. The replacement keeps what belongs to the old name: its owner, its
+/// rights, its attributes.
+bool take_name(const std::wstring& fresh, const std::wstring& target)
+{
+    if (::GetFileAttributesW(target.c_str()) == INVALID_FILE_ATTRIBUTES)
+        return ::MoveFileExW(fresh.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+    return ::ReplaceFileW(target.c_str(), fresh.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr) !=
+           0;
+}
+
+/// False where the folder does not take the new file.
 bool replace_in_one_step(const std::string& target, std::span<const std::uint8_t> bytes)
 {
     const std::string fresh = name_beside(target);
@@ -94,10 +104,7 @@ bool replace_in_one_step(const std::string& target, std::span<const std::uint8_t
         ::DeleteFileW(wide.c_str());
         return false;
     }
-    if (::ReplaceFileW(wide_path(target).c_str(), wide.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
-                       nullptr) != 0) {
-        return true;
-    }
+    if (take_name(wide, wide_path(target))) return true;
     ::DeleteFileW(wide.c_str());
     return false;
 }

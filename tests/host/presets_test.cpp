@@ -139,7 +139,17 @@ TEST(presets, a_file_is_written_and_read_back)
     EXPECT_EQ(read_presets(folder.path("own.txt")), devices);
     write_presets(folder.path("own.txt"), {});
     EXPECT_TRUE(read_presets(folder.path("own.txt")).empty());
-    EXPECT_FALSE(std::filesystem::exists(folder.path("own.txt.new")));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator{folder.path("")}, {}), 1);
+}
+
+TEST(presets, a_file_that_a_link_leads_to_is_replaced_where_it_is)
+{
+    const tests::temp_folder folder;
+    const std::string file = folder.write("kept.txt", "device B\n");
+    std::filesystem::create_symlink("kept.txt", folder.path("own.txt"));
+    write_presets(folder.path("own.txt"), parse_presets("device A\n", "x"));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.path("own.txt")));
+    EXPECT_EQ(tests::read_text(file), "device A\n");
 }
 
 TEST(presets, a_file_that_cannot_be_read_or_written_is_told)
@@ -153,10 +163,10 @@ TEST(presets, a_file_that_cannot_be_read_or_written_is_told)
         }
         return "no error";
     };
-    EXPECT_EQ(text_of([&] { read_presets(folder.path("none")); }), folder.path("none") + ": No such file or directory");
-    EXPECT_EQ(text_of([&] { read_presets(folder.path("")); }), folder.path("") + ": Is a directory");
-    EXPECT_EQ(text_of([&] { write_presets(folder.path("none/x"), {}); }),
-              folder.path("none/x") + ": No such file or directory");
+    EXPECT_EQ(text_of([&] { read_presets(folder.path("none")); }), folder.path("none") + ": no such file");
+    EXPECT_EQ(text_of([&] { read_presets(folder.path("")); }),
+              folder.path("") + ": a directory where a file was expected");
+    EXPECT_EQ(text_of([&] { write_presets(folder.path("none/x"), {}); }), folder.path("none/x") + ": no such file");
 }
 
 TEST(presets, a_device_goes_into_its_blocks)

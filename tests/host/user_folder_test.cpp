@@ -84,6 +84,15 @@ TEST_F(own_libraries, nothing_but_the_libraries_stays_in_the_folder)
     EXPECT_EQ(std::distance(fs::directory_iterator{own + "lib"}, {}), 1);
 }
 
+TEST_F(own_libraries, what_a_killed_copy_left_goes_away)
+{
+    install();
+    write(data + "/tamrix/lib/test.lib.saving-aB3xY9", "new lib");
+    const std::string own = own_logic_libraries(installed);
+    EXPECT_EQ(content(own + "lib/test.lib"), "new library");
+    EXPECT_EQ(std::distance(fs::directory_iterator{own + "lib"}, {}), 1);
+}
+
 TEST_F(own_libraries, where_none_are_installed_the_folders_are_made_and_stay_empty)
 {
     const std::string own = own_logic_libraries(installed);

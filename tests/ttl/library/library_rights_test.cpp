@@ -73,7 +73,7 @@ TEST(save_library, does_not_replace_a_file_that_may_not_be_written)
         try {
             replace_file(file, "new");
         } catch (const file_error& error) {
-            return std::string{error.what()}.find("Permission denied") != std::string::npos;
+            return std::string{error.what()}.find("permission denied") != std::string::npos;
         }
         return false;
     }));

@@ -76,6 +76,15 @@ TEST(save_library_on_windows, replaces_the_file_and_leaves_no_other)
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator{files.path("")}, {}), 1);
 }
 
+TEST(save_library_on_windows, makes_a_file_that_is_not_there_yet)
+{
+    const temp_folder files;
+    replace_file(files.path("new.lib"), "new");
+    EXPECT_EQ(read_text(files.path("new.lib")), "new");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator{files.path("")}, {}), 1);
+    EXPECT_THROW(replace_file(files.path("no/new.lib"), "new"), file_error);
+}
+
 TEST(save_library_on_windows, clears_away_what_killed_saves_left)
 {
     const temp_folder files;
