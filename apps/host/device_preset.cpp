@@ -1,5 +1,7 @@
 #include "host/device_preset.h"
 
+#include "base/pin_code.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -13,8 +15,7 @@ std::int64_t image_bytes(const device_preset& device)
 std::uint8_t pin_code(std::int64_t pin, std::int64_t pins)
 {
     if (pin < 1 || pin > pins) return 0;
-    const std::int64_t half = pins / 2;
-    return static_cast<std::uint8_t>(pin <= half ? half - pin + 1 : pin - half + 100);
+    return pin_code_of_position(static_cast<int>(pin - 1), static_cast<int>(pins / 2));
 }
 
 void apply(const device_preset& device, host_blocks& blocks)

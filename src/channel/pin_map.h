@@ -1,5 +1,5 @@
-// Where pins are: the one translation between a letter's position in a row, the driver of a supply pin, and the bit of
-// a port, for sockets of 48 and of 40 positions.
+// Where pins are: the one translation between a letter's position in a row and the bit of a port, for sockets of 48 and
+// of 40 positions.
 #pragma once
 
 #include <array>
@@ -27,12 +27,6 @@ inline constexpr row_span span_of_40{.positions = 40, .half = 20};
 
 /// Where position `i` of a row (from 0) is, with `half` positions a column. Throws subscript_error outside the ports.
 port_bit bit_of_position(int i, int half);
-
-/// The driver of position `i`: from 1 up the left column, from 101 up the right one.
-constexpr std::uint8_t driver_of_position(int i, int half)
-{
-    return static_cast<std::uint8_t>(i < half ? half - i : i - half + 101);
-}
 
 /// A place in one of the two columns, counted up from the bottom.
 struct column_place {

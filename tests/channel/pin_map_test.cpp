@@ -41,15 +41,6 @@ TEST(bit_of_position, a_pin_above_the_socket_is_an_error)
     EXPECT_THROW(hw::bit_of_position(-1, 0), subscript_error);
 }
 
-TEST(driver_of_position, counts_up_both_columns_for_every_device)
-{
-    for (int pins = 2; pins <= 48; pins += 2) {
-        for (int number = 1; number <= pins; ++number)
-            EXPECT_EQ(hw::driver_of_position(number - 1, pins / 2), slow::place_of_pin(number, pins).code())
-                << number << " of " << pins;
-    }
-}
-
 TEST(device_place_at, follows_the_wire_of_every_place_of_40)
 {
     const auto wire = [](hw::column_place place) { return (place.right ? "B" : "A") + std::to_string(place.up); };

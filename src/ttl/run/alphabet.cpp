@@ -1,6 +1,7 @@
 #include "ttl/run/alphabet.h"
 
 #include "base/ascii.h"
+#include "base/pin_code.h"
 
 #include <algorithm>
 
@@ -84,7 +85,7 @@ std::uint8_t pin_code(std::string_view row0, char letter, int pins)
 {
     const auto found = std::ranges::find(row0, ascii::lower(letter), ascii::lower);
     const int place = found == row0.end() ? -1 : static_cast<int>(found - row0.begin());
-    return hw::driver_of_position(place, pins / 2);
+    return pin_code_of_position(place, pins / 2);
 }
 
 }  // namespace tamrix
