@@ -44,7 +44,7 @@ ROOMS = {
     "com/server": "",
     "com": "base programmer session entry wxui com/server",
     "sim": "include/tamrix base programmer channel",
-    "sim/chips": "sim",
+    "sim/chips": "base sim",
     "sim/chips/tool": "sim/chips",
     "sim/library": "include/tamrix base sim sim/chips",
     "sim/windows": "include/tamrix base programmer com/server sim sim/library",

@@ -1,5 +1,7 @@
 #include "chips/chip.h"
 
+#include "base/ascii.h"
+
 #include <algorithm>
 #include <fstream>
 #include <set>
@@ -7,14 +9,6 @@
 
 namespace tamrix::sim {
 namespace {
-
-std::string lower(std::string_view text)
-{
-    std::string made{text};
-    for (auto& c : made)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return made;
-}
 
 std::string content(const std::filesystem::path& file)
 {
@@ -26,7 +20,8 @@ std::string content(const std::filesystem::path& file)
 
 void note_name(std::set<std::string>& names, const chip& of, const std::string& name)
 {
-    if (!names.insert(lower(name)).second) throw chip_error{of.file, of.line, "there is a chip " + name + " already"};
+    if (!names.insert(ascii::lowered(name)).second)
+        throw chip_error{of.file, of.line, "there is a chip " + name + " already"};
 }
 
 }  // namespace
@@ -68,10 +63,10 @@ std::vector<std::filesystem::path> chip_files(const std::filesystem::path& folde
 
 const chip* find_chip(const std::vector<chip>& chips, std::string_view name)
 {
-    const auto wanted = lower(name);
+    const auto wanted = ascii::lowered(name);
     const auto found = std::ranges::find_if(chips, [&](const chip& at) {
-        return lower(at.name) == wanted ||
-               std::ranges::any_of(at.aliases, [&](const auto& alias) { return lower(alias) == wanted; });
+        return ascii::lowered(at.name) == wanted ||
+               std::ranges::any_of(at.aliases, [&](const auto& alias) { return ascii::lowered(alias) == wanted; });
     });
     return found == chips.end() ? nullptr : &*found;
 }
