@@ -43,6 +43,13 @@ void form::ask_to_leave()
     }
 }
 
+std::function<void()> form::unless_busy(std::function<void()> action)
+{
+    return [this, action = std::move(action)] {
+        if (!busy_) action();
+    };
+}
+
 void form::accept()
 {
     if (button* standard = default_button(); standard != nullptr) standard->click();

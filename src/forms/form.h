@@ -69,6 +69,21 @@ protected:
     virtual void on_load() {}
     virtual void on_unload() {}
 
+    /// The form is busy for as long as this exists.
+    class busy_time {
+    public:
+        explicit busy_time(form& of) : form_{of} { form_.busy_ = true; }
+        ~busy_time() { form_.busy_ = false; }
+        busy_time(const busy_time&) = delete;
+        busy_time& operator=(const busy_time&) = delete;
+
+    private:
+        form& form_;
+    };
+    bool is_busy() const { return busy_; }
+    /// `action`, which does nothing while the form is busy.
+    std::function<void()> unless_busy(std::function<void()> action);
+
 private:
     friend class control;
 
@@ -77,6 +92,7 @@ private:
     form_view* view_ = nullptr;
     control* focused_ = nullptr;
     bool open_ = false;
+    bool busy_ = false;
 };
 
 }  // namespace tamrix::forms

@@ -23,10 +23,8 @@ readfile::readfile(session& plug_in, transfer_variables& transfer) : plug_in_{pl
     rfileText1.accepts = rfileText2.accepts = is_hex_key;
     rfileOption1.on_click = [this](int index) { plug_in_.blocks.typeformat(1) = static_cast<std::uint8_t>(index); };
     rfileOption2.on_click = [this](int index) { choose_format(index); };
-    okcom.on_click = [this] { confirm(); };
-    exitcom.on_click = [this] {
-        if (!busy_) close();
-    };
+    okcom.on_click = unless_busy([this] { confirm(); });
+    exitcom.on_click = unless_busy([this] { close(); });
 }
 
 forms::layout readfile::arrangement()
@@ -103,13 +101,11 @@ void readfile::choose_format(int index)
 
 void readfile::confirm()
 {
-    if (busy_ || !take_addresses()) return;
+    if (!take_addresses()) return;
     take_byte_selection();
     clear_buffer();
     const double started = plug_in_.screen.seconds();
-    busy_ = true;
     const status outcome = run_reader();
-    busy_ = false;
     report_transfer(plug_in_, transfer_.fname, outcome, message::load_file_ok, message::load_file_fail,
                     plug_in_.screen.seconds() - started);
     if (outcome != status::rejected) close();
@@ -169,6 +165,7 @@ status readfile::run_reader()
                      .transfer = transfer_,
                      .clear = static_cast<clear_option>(rfileOption1.selected()),
                      .progress = [this](double percent) { ProgressBar1.value = percent; }};
+    const busy_time reading{*this};
     const status outcome = run_guarded(job, formats()[static_cast<std::size_t>(chosen)].read);
     met_ = job.met;
     transfer_.rformat = static_cast<std::int16_t>(outcome);

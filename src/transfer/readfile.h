@@ -48,7 +48,6 @@ private:
     session& plug_in_;
     transfer_variables& transfer_;
     load_extent met_;
-    bool busy_ = false;  // a reader is running: exitcom does nothing
 };
 
 }  // namespace tamrix

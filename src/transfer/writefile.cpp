@@ -23,10 +23,8 @@ writefile::writefile(session& plug_in, transfer_variables& transfer) : plug_in_{
     wfileText1.accepts = wfileText2.accepts = wfileText3.accepts = is_hex_key;
     wfileText1.on_leave = wfileText3.on_leave = [this] { derive_size(); };
     wfileText2.on_leave = [this] { derive_end(); };
-    okcom.on_click = [this] { confirm(); };
-    exitcom.on_click = [this] {
-        if (!busy_) close();
-    };
+    okcom.on_click = unless_busy([this] { confirm(); });
+    exitcom.on_click = unless_busy([this] { close(); });
 }
 
 forms::layout writefile::arrangement()
@@ -112,11 +110,9 @@ void writefile::derive_end()
 
 void writefile::confirm()
 {
-    if (busy_ || !take_range()) return;
+    if (!take_range()) return;
     const double started = plug_in_.screen.seconds();
-    busy_ = true;
     const status outcome = run_writer();
-    busy_ = false;
     report_transfer(plug_in_, transfer_.fname, outcome, message::save_file_ok, message::save_file_fail,
                     plug_in_.screen.seconds() - started);
     close();
@@ -149,6 +145,7 @@ status writefile::run_writer()
                          ProgressBar1.value = percent;
                      }};
     const auto chosen = static_cast<std::size_t>(wfileOption2.selected());
+    const busy_time writing{*this};
     const status outcome = run_guarded(job, save_formats()[chosen]->write);
     transfer_.rformat = static_cast<std::int16_t>(outcome);
     return outcome;

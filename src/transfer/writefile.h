@@ -44,7 +44,6 @@ private:
 
     session& plug_in_;
     transfer_variables& transfer_;
-    bool busy_ = false;  // a writer is running: exitcom is dead
 };
 
 }  // namespace tamrix

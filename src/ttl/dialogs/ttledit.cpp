@@ -27,21 +27,20 @@ ttledit::ttledit(session& plug_in, ttl_variables& ttl, pld_variables& pld, forms
     Text2.page_rows = 2;
     Text1.on_select = [this] { follow_caret(); };
     Text1.on_press = [this](forms::point where) { follow_mouse(where); };
-    Text1.on_key_down = [this](forms::grid_key key) { return busy_ || key_down(key); };
-    Text1.on_key_press = [this](char32_t letter) { return busy_ || type(letter); };
-    Command1.on_click = [this] { test(); };
-    const auto unless_busy = [this](void (ttledit::*act)()) {
-        return [this, act] {
-            if (busy_) return;
+    Text1.on_key_down = [this](forms::grid_key key) { return is_busy() || key_down(key); };
+    Text1.on_key_press = [this](char32_t letter) { return is_busy() || type(letter); };
+    Command1.on_click = unless_busy([this] { test(); });
+    const auto edits = [this](void (ttledit::*act)()) {
+        return unless_busy([this, act] {
             (this->*act)();
             if (is_open()) focus(Text1);  // so that the caret is seen and the next letter gets there
-        };
+        });
     };
-    Command2.on_click = unless_busy(&ttledit::insert_row_here);
-    Command3.on_click = unless_busy(&ttledit::copy_row);
-    Command4.on_click = unless_busy(&ttledit::delete_row);
-    OKButton.on_click = unless_busy(&ttledit::save_and_close);
-    CancelButton.on_click = unless_busy(&ttledit::close);
+    Command2.on_click = edits(&ttledit::insert_row_here);
+    Command3.on_click = edits(&ttledit::copy_row);
+    Command4.on_click = edits(&ttledit::delete_row);
+    OKButton.on_click = unless_busy([this] { save_and_close(); });
+    CancelButton.on_click = unless_busy([this] { close(); });
 }
 
 forms::layout ttledit::arrangement()
@@ -257,18 +256,16 @@ void ttledit::delete_row()
 /// The test plays 100 rows at most and then counts so many; the editor keeps its rows.
 void ttledit::test()
 {
-    if (busy_) return;
+    const busy_time testing{*this};
     struct at_end {
-        ttledit& editor;
+        ttl_variables& ttl;
         std::int16_t rows_plus_one, pins;
         ~at_end()
         {
-            editor.ttl_.ttlcnt = rows_plus_one;
-            editor.ttl_.ttlpin = pins;
-            editor.busy_ = false;
+            ttl.ttlcnt = rows_plus_one;
+            ttl.ttlpin = pins;
         }
-    } const restore{*this, ttl_.ttlcnt, ttl_.ttlpin};
-    busy_ = true;
+    } const restore{ttl_, ttl_.ttlcnt, ttl_.ttlpin};
     vecttest(plug_in_, ttl_, pld_, 0, grid_.rows(Text1.text(), row_count()));
 }
 

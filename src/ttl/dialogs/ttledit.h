@@ -66,7 +66,6 @@ private:
     pld_variables& pld_;
     forms::list_box* names_;
     vector_grid grid_{0};
-    bool busy_ = false;                                   // a test is running
     std::int16_t ttlcnt_before_ = 0, ttlpin_before_ = 0;  // of the device in work, which has them back at the end
 
     int curcol = 0, currow = 0;  // the caret

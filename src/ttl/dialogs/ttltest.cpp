@@ -19,28 +19,23 @@ namespace tamrix {
 ttltest::ttltest(session& plug_in, ttl_variables& ttl, pld_variables& pld) : plug_in_{plug_in}, ttl_{ttl}, pld_{pld}
 {
     Text1.on_change = [this] { select_typed(); };
-    Text1.on_enter_key = [this] {
-        if (!busy_) search();
-    };
+    Text1.on_enter_key = unless_busy([this] { search(); });
     List1.on_click = [this] {
         if (!List1.text().empty()) Text1.text(List1.text());
     };
-    OKButton.on_click = [this] {
-        if (busy_) return;
+    OKButton.on_click = unless_busy([this] {
         if (edits_library()) {
             edit_selected();
         } else {
             test_in_loop();
         }
-    };
+    });
     add.on_click = [this] {
         if (!asks_to_add()) return;
         edit_new_device({}, 0);
     };
     del.on_click = [this] { delete_selected(); };
-    CancelButton.on_click = [this] {
-        if (!busy_) close();
-    };
+    CancelButton.on_click = unless_busy([this] { close(); });
 }
 
 forms::layout ttltest::arrangement()
@@ -164,11 +159,7 @@ void ttltest::edit_selected()
 void ttltest::test_in_loop()
 {
     if (List1.index() < 0 || !is_true(ttl_.ok)) return;
-    struct at_end {
-        bool& busy;
-        ~at_end() { busy = false; }
-    } const restore{busy_};
-    busy_ = true;
+    const busy_time testing{*this};
     const std::string name = List1.text();
     do {
         if (!prepare_supply(plug_in_, ttl_, name)) return;

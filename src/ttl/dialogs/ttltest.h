@@ -52,7 +52,6 @@ private:
     session& plug_in_;
     ttl_variables& ttl_;
     pld_variables& pld_;  // for the editor
-    bool busy_ = false;   // a test is running
 };
 
 }  // namespace tamrix
