@@ -6,17 +6,13 @@
 
 namespace tamrix::workbench {
 
-namespace {
-
-int hex_digit(char letter)
+int hex_digit(int letter)
 {
     if (letter >= '0' && letter <= '9') return letter - '0';
     if (letter >= 'A' && letter <= 'F') return letter - 'A' + 10;
     if (letter >= 'a' && letter <= 'f') return letter - 'a' + 10;
     return -1;
 }
-
-}  // namespace
 
 std::vector<std::uint8_t> search_pattern(std::string_view typed)
 {

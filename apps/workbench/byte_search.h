@@ -10,6 +10,9 @@
 
 namespace tamrix::workbench {
 
+/// What a letter is worth as a hexadecimal digit; -1 if it is none.
+int hex_digit(int letter);
+
 /// "55 AA" and "55aa" are bytes in hexadecimal; anything else, and anything in double quotes, is UTF-8 text. Empty if
 /// there is nothing to find.
 std::vector<std::uint8_t> search_pattern(std::string_view typed);

@@ -34,6 +34,7 @@ public:
 
 private:
     static constexpr std::size_t bytes_in_row = 16;
+    static constexpr int margin = 8;
 
     std::size_t rows() const { return (bytes_.size() + bytes_in_row - 1) / bytes_in_row; }
     std::size_t rows_in_sight() const;
