@@ -1,5 +1,5 @@
 #include "formats/formats.h"
-#include "load_fixture.h"
+#include "formats/intel_fixture.h"
 
 #include <gtest/gtest.h>
 
@@ -8,24 +8,6 @@ namespace {
 
 using bytes_of = std::vector<std::uint8_t>;
 constexpr std::uint8_t untouched = plug_in_fixture::untouched;
-
-/// A record with a right checksum.
-std::string record(unsigned address, unsigned type, const bytes_of& data)
-{
-    unsigned sum = static_cast<unsigned>(data.size()) + (address >> 8) + (address & 0xFF) + type;
-    std::string text = ":" + hex2(static_cast<unsigned>(data.size())) + hex2(address >> 8) + hex2(address) + hex2(type);
-    for (const auto byte : data) {
-        text += hex2(byte);
-        sum += byte;
-    }
-    return text + hex2(0x100 - (sum & 0xFF)) + "\r\n";
-}
-
-const std::string end_record = ":00000001FF\r\n";
-
-struct intel_fixture : format_fixture {
-    explicit intel_fixture(const device& chosen = {}) : format_fixture{1, chosen} {}
-};
 
 TEST(read_intel, data_records_land_at_their_addresses)
 {
@@ -262,46 +244,6 @@ TEST(read_intel, several_records_on_one_line_are_read)
     std::erase_if(text, [](char c) { return c == '\r' || c == '\n'; });
     EXPECT_EQ(f.read(text), status::done);
     EXPECT_EQ(f.bytes(0, 2), (bytes_of{1, 2}));
-}
-
-TEST(read_intel, progress_shows_the_tenths_on_which_the_walk_stands)
-{
-    intel_fixture f;
-    EXPECT_EQ(f.read(std::string(100, '-')), status::done);
-    EXPECT_EQ(f.shell.progress(), (std::vector<double>{10, 20, 30, 40, 50, 60, 70, 80, 90, 100}));
-    EXPECT_EQ(f.shell.pumps(), 0);
-}
-
-TEST(read_intel, a_record_that_jumps_over_a_tenth_does_not_show_it)
-{
-    intel_fixture f;
-    const std::string text = "-----" + record(0, 0, bytes_of(30, 1)) + "----------------------";  // 100 characters
-    ASSERT_EQ(text.size(), 100u);
-    EXPECT_EQ(f.read(text), status::done);
-    EXPECT_EQ(f.shell.progress(), (std::vector<double>{80, 90, 100}));
-}
-
-TEST(read_intel, progress_shows_the_tenths_inside_a_run_of_plain_records)
-{
-    std::string run;  // 100 records of 45 characters: every tenth begins with a record
-    for (unsigned i = 0; i < 100; ++i) run += record(16 * i, 0, bytes_of(16, 1));
-    ASSERT_EQ(run.size(), 4500u);
-    const auto shown = [](const std::string& text) {
-        intel_fixture f;
-        EXPECT_EQ(f.read(text), status::done);
-        return f.shell.progress();
-    };
-    const std::vector<double> all_tenths{10, 20, 30, 40, 50, 60, 70, 80, 90, 100};
-    EXPECT_EQ(shown(run), all_tenths);
-    EXPECT_EQ(shown("-" + run), all_tenths) << "on the line ends";
-    EXPECT_EQ(shown("---" + run), std::vector<double>{}) << "inside the records, which are jumped over";
-}
-
-TEST(read_intel, a_file_below_ten_bytes_shows_no_progress)
-{
-    intel_fixture f;
-    EXPECT_EQ(f.read("123456789"), status::done);
-    EXPECT_TRUE(f.shell.progress().empty());
 }
 
 std::optional<address_range> measure_intel_text(std::string_view text)

@@ -2,6 +2,7 @@
 
 #include "device/algoparameter.h"
 #include "device/warnno.h"
+#include "logic_library.h"
 #include "over_host.h"
 #include "support/plug_in_fixture.h"
 #include "transfer/readfile.h"
@@ -14,7 +15,6 @@
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -237,20 +237,7 @@ stage::stage(int language) : session{screen, fresh_name_space()}
     session.blocks.wordmode(0) = 2;
     variables.transfer.fname = "/home/anna/projects/controller/release/firmware-2.4.1.hex";
     session.syspath = folder.path("");
-    write_library();
-}
-
-void stage::write_library() const
-{
-    std::string directory, records;
-    constexpr int devices = 60;
-    for (int i = 0; i < devices; ++i) {
-        const std::string name = std::to_string(7400 + i);
-        directory += static_cast<char>(name.size()) + name;
-        records += "$" + name + "        02\x02" + "04\x04GHLV*\r\n";
-    }
-    std::filesystem::create_directories(folder.path("lib"));
-    folder.write("lib/test.lib", "$KSM LIB001003C" + directory + "*\r\n" + records + "end-ksm\r\n");
+    write_logic_library(folder);
 }
 
 void stage::show(forms::form& shown, const std::function<void()>& fill)

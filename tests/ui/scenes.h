@@ -29,9 +29,6 @@ public:
     module_variables variables;
     temp_folder folder;
     std::function<void()> look = [] {};
-
-private:
-    void write_library() const;
 };
 
 struct scene {

@@ -5,7 +5,7 @@
 #include "ttl/dialogs/ttledit.h"
 
 #include <functional>
-#include <optional>
+#include <ostream>
 #include <string>
 #include <string_view>
 
@@ -64,6 +64,32 @@ protected:
     static void press(ttledit& d, key which, int times = 1)
     {
         for (; times > 0; --times) d.Text1.key_down(which);
+    }
+};
+
+/// Of the caret.
+struct place {
+    int row, column;
+    bool operator==(const place&) const = default;
+    friend void PrintTo(const place& at, std::ostream* out) { *out << "row " << at.row << " column " << at.column; }
+};
+
+/// A grid of 4 pins: letters in columns 6 to 9, the end of the line at 10.
+class ttledit_keys : public ttledit_dialog {
+protected:
+    /// Where the caret is after it stood at a place and a key was pressed.
+    place after(int rows, place start, key pressed)
+    {
+        device_of(rows);
+        place result{};
+        edit([&](ttledit& d) {
+            put_caret(d, start.row, start.column);
+            const std::string before = d.Text1.text();
+            press(d, pressed);
+            EXPECT_EQ(d.Text1.text(), before) << "a key that moves changes nothing";
+            result = {row_of(d), column_of(d)};
+        });
+        return result;
     }
 };
 
