@@ -72,8 +72,7 @@ TEST(read_intel16, start_address_records_are_skipped_and_unknown_types_fail)
     intel16_fixture f;
     EXPECT_EQ(f.read(":0400000300003800C1\r\n:04000005000000CD2A\r\n" + record(0, {0x1234})), status::done);
     EXPECT_EQ(f.buffer(0), 0x34);
-    EXPECT_EQ(f.read(":00000006FA\r\n"), status::failed);
-    EXPECT_EQ(f.why(), "file:1: record type 06 where 00 to 05 was expected");
+    EXPECT_EQ(f.failure(":00000006FA\r\n"), "file:1: record type 06 where 00 to 05 was expected");
 }
 
 TEST(read_intel16, every_second_word_by_selection)
@@ -89,10 +88,9 @@ TEST(read_intel16, a_record_cut_in_its_data_or_checksum_fails)
     EXPECT_EQ(f.read(":02000000123456"), status::failed);
     EXPECT_EQ(f.bytes(0, 3), (bytes_of{0x34, 0x12, untouched}));
     EXPECT_EQ(f.why(), "file:1: a record that ends early where its data was expected");
-    EXPECT_EQ(f.read(":0100000012349"), status::failed);
-    EXPECT_EQ(f.why(), "file:1: a record that ends early where its checksum was expected");
-    EXPECT_EQ(f.read(":01000000123G99"), status::failed);
-    EXPECT_EQ(f.why(), "file:1: a data word that is not hexadecimal where a word of four digits was expected");
+    EXPECT_EQ(f.failure(":0100000012349"), "file:1: a record that ends early where its checksum was expected");
+    EXPECT_EQ(f.failure(":01000000123G99"),
+              "file:1: a data word that is not hexadecimal where a word of four digits was expected");
 }
 
 TEST(read_intel16, a_record_stops_at_the_buffer_length_and_one_behind_the_device_is_ignored)

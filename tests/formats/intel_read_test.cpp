@@ -74,8 +74,8 @@ TEST(read_intel, start_address_records_are_skipped)
 TEST(read_intel, an_unknown_record_type_fails_and_says_where)
 {
     intel_fixture f;
-    EXPECT_EQ(f.read(record(0, 0, {1}) + "\n" + record(0, 7, {}) + record(1, 0, {2})), status::failed);
-    EXPECT_EQ(f.why(), "file:3: record type 07 where 00 to 05 was expected");
+    EXPECT_EQ(f.failure(record(0, 0, {1}) + "\n" + record(0, 7, {}) + record(1, 0, {2})),
+              "file:3: record type 07 where 00 to 05 was expected");
     EXPECT_EQ(f.bytes(0, 2), (bytes_of{1, untouched}));
     EXPECT_TRUE(f.shell.boxes().empty());
     EXPECT_FALSE(f.stayed_open);
@@ -192,8 +192,7 @@ TEST(read_intel, a_record_cut_in_its_data_fails_and_keeps_what_came_before)
 TEST(read_intel, a_record_cut_before_its_checksum_fails)
 {
     intel_fixture f;
-    EXPECT_EQ(f.read(":0100000007F"), status::failed);
-    EXPECT_EQ(f.why(), "file:1: a record that ends early where its checksum was expected");
+    EXPECT_EQ(f.failure(":0100000007F"), "file:1: a record that ends early where its checksum was expected");
 }
 
 TEST(read_intel, a_record_cut_in_its_head_is_no_record)
@@ -214,16 +213,15 @@ TEST(read_intel, a_data_byte_that_is_not_hexadecimal_fails)
 TEST(read_intel, a_checksum_that_is_not_hexadecimal_is_a_checksum_error)
 {
     intel_fixture f;
-    EXPECT_EQ(f.read(":0100000007--\n"), status::failed);
-    EXPECT_EQ(f.why(), "file:1: a checksum that is not hexadecimal where F8 was expected");
+    EXPECT_EQ(f.failure(":0100000007--\n"), "file:1: a checksum that is not hexadecimal where F8 was expected");
     EXPECT_EQ(f.buffer(0), 7);
 }
 
 TEST(read_intel, a_damaged_extended_address_fails)
 {
     intel_fixture f;
-    EXPECT_EQ(f.read(":0200000400X1F9\n"), status::failed);
-    EXPECT_EQ(f.why(), "file:1: a damaged extended address where an address of four digits was expected");
+    EXPECT_EQ(f.failure(":0200000400X1F9\n"),
+              "file:1: a damaged extended address where an address of four digits was expected");
     EXPECT_EQ(f.read(":02000004"), status::failed);
     EXPECT_EQ(f.read(":02000004000"), status::failed);
     EXPECT_EQ(f.read(":020000040001"), status::done) << "the file may end before the checksum, which nobody compares";

@@ -81,6 +81,14 @@ struct format_fixture : load_fixture {
         return told.text();
     }
 
+    /// Why a load failed; the status where it did not.
+    template <class bytes>
+    std::string failure(const bytes& content, load_entries entries = {})
+    {
+        const status outcome = read(content, std::move(entries));
+        return outcome == status::failed ? why() : "status " + std::to_string(static_cast<int>(outcome));
+    }
+
     int format;
     temp_folder files;
 };

@@ -67,12 +67,10 @@ TEST(read_motorola, every_end_record_ends_the_load_at_once)
 TEST(read_motorola, an_unknown_record_type_fails_and_says_where)
 {
     motorola_fixture f;
-    EXPECT_EQ(f.read(record(1, 0, {1}) + "S4030000FC\n" + end_record), status::failed);
-    EXPECT_EQ(f.why(), "file:2: record type 4 where S0 to S9 was expected");
-    EXPECT_EQ(f.read("S6030000FC\n" + end_record), status::failed);
-    EXPECT_EQ(f.why(), "file:1: record type 6 where S0 to S9 was expected");
-    EXPECT_EQ(f.read("S"), status::failed);
-    EXPECT_EQ(f.why(), "file:1: the end of the file where S0 to S9 was expected");
+    EXPECT_EQ(f.failure(record(1, 0, {1}) + "S4030000FC\n" + end_record),
+              "file:2: record type 4 where S0 to S9 was expected");
+    EXPECT_EQ(f.failure("S6030000FC\n" + end_record), "file:1: record type 6 where S0 to S9 was expected");
+    EXPECT_EQ(f.failure("S"), "file:1: the end of the file where S0 to S9 was expected");
 }
 
 TEST(read_motorola, a_wrong_checksum_is_passed_over)
@@ -85,16 +83,16 @@ TEST(read_motorola, a_wrong_checksum_is_passed_over)
 TEST(read_motorola, a_damaged_head_fails)
 {
     motorola_fixture f;
-    EXPECT_EQ(f.read("S1X40000\n"), status::failed);
-    EXPECT_EQ(f.why(), "file:1: a damaged record head where a hexadecimal count and address was expected");
+    EXPECT_EQ(f.failure("S1X40000\n"),
+              "file:1: a damaged record head where a hexadecimal count and address was expected");
     EXPECT_EQ(f.read("S10400"), status::failed);
 }
 
 TEST(read_motorola, damaged_and_missing_data_fail_and_keep_what_came_before)
 {
     motorola_fixture f;
-    EXPECT_EQ(f.read("S105000001G2F7\n" + end_record), status::failed);
-    EXPECT_EQ(f.why(), "file:1: a data byte that is not hexadecimal where a byte of two digits was expected");
+    EXPECT_EQ(f.failure("S105000001G2F7\n" + end_record),
+              "file:1: a data byte that is not hexadecimal where a byte of two digits was expected");
     EXPECT_EQ(f.bytes(0, 2), (bytes_of{1, untouched}));
     EXPECT_EQ(f.read("S1060010"
                      "0304"),

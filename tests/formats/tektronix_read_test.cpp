@@ -50,16 +50,14 @@ TEST(read_tektronix, every_line_end_is_taken)
 TEST(read_tektronix, an_empty_line_fails)
 {
     tektronix_fixture f;
-    EXPECT_EQ(f.read(record(0, {1}) + "\r\n" + end_record), status::failed);
-    EXPECT_EQ(f.why(), "file:2: an empty line where a record was expected");
+    EXPECT_EQ(f.failure(record(0, {1}) + "\r\n" + end_record), "file:2: an empty line where a record was expected");
     EXPECT_EQ(f.buffer(0), 1);
 }
 
 TEST(read_tektronix, a_line_without_a_slash_fails)
 {
     tektronix_fixture f;
-    EXPECT_EQ(f.read("hello\n"), status::failed);
-    EXPECT_EQ(f.why(), "file:1: a line without \"/\" where a record was expected");
+    EXPECT_EQ(f.failure("hello\n"), "file:1: a line without \"/\" where a record was expected");
     EXPECT_EQ(f.read(" " + record(0, {1})), status::failed);
 }
 
@@ -83,8 +81,7 @@ TEST(read_tektronix, a_header_check_of_the_address_alone_is_taken_too)
 TEST(read_tektronix, a_wrong_header_check_fails)
 {
     tektronix_fixture f;
-    EXPECT_EQ(f.read("/0012020411226\n" + end_record), status::failed);
-    EXPECT_EQ(f.why(), "file:1: header checksum 04 where 05 was expected");
+    EXPECT_EQ(f.failure("/0012020411226\n" + end_record), "file:1: header checksum 04 where 05 was expected");
     EXPECT_TRUE(f.buffer_untouched());
 }
 
@@ -101,18 +98,15 @@ TEST(read_tektronix, the_data_check_is_not_read)
 TEST(read_tektronix, the_end_of_the_file_without_an_end_record_fails)
 {
     tektronix_fixture f;
-    EXPECT_EQ(f.read(record(0, {1})), status::failed);
-    EXPECT_EQ(f.why(), "file:2: the end of the file where the end record /0000000000 was expected");
+    EXPECT_EQ(f.failure(record(0, {1})), "file:2: the end of the file where the end record /0000000000 was expected");
     EXPECT_EQ(f.read(""), status::failed);
 }
 
 TEST(read_tektronix, damaged_heads_and_data_fail)
 {
     tektronix_fixture f;
-    EXPECT_EQ(f.read("/00"), status::failed);
-    EXPECT_EQ(f.why(), "file:1: a damaged record head where a hexadecimal address and count was expected");
-    EXPECT_EQ(f.read("/000001"), status::failed);
-    EXPECT_EQ(f.why(), "file:1: a damaged header checksum where a checksum of two digits was expected");
+    EXPECT_EQ(f.failure("/00"), "file:1: a damaged record head where a hexadecimal address and count was expected");
+    EXPECT_EQ(f.failure("/000001"), "file:1: a damaged header checksum where a checksum of two digits was expected");
     EXPECT_EQ(f.read("/000002020"
                      "5X\n"),
               status::failed);

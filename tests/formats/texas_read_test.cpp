@@ -96,8 +96,7 @@ TEST(read_texas, without_a_q_line_the_load_fails)
 TEST(read_texas, damaged_addresses_and_bytes_fail)
 {
     texas_fixture f;
-    EXPECT_EQ(f.read("@00\n01\nq\n"), status::failed);
-    EXPECT_EQ(f.why(), "file:1: a damaged address where an address of four digits was expected");
+    EXPECT_EQ(f.failure("@00\n01\nq\n"), "file:1: a damaged address where an address of four digits was expected");
     EXPECT_EQ(f.read("@0000\n01 0x 03\nq\n"), status::failed);
     EXPECT_EQ(f.why(),
               "file:2: a data byte that is missing or not hexadecimal where a byte of two digits was expected");

@@ -75,15 +75,15 @@ TEST(read_holtek, a_bad_second_segment_fails_with_the_first_one_loaded)
     EXPECT_EQ(f.buffer(0x10), 1);
     EXPECT_EQ(f.why(), "file: offset 15: a wrong checksum where a segment whose bytes add up to 0 was expected");
     second[0] = 'f';
-    EXPECT_EQ(f.read(image({}, segment(0x10, {1}), second)), status::failed);
-    EXPECT_EQ(f.why(), "file: offset C: no segment where a segment that begins with \"e\" was expected");
+    EXPECT_EQ(f.failure(image({}, segment(0x10, {1}), second)),
+              "file: offset C: no segment where a segment that begins with \"e\" was expected");
 }
 
 TEST(read_holtek, a_missing_second_segment_fails)
 {
     holtek_fixture f;
-    EXPECT_EQ(f.read(image({}, segment(0x10, {1}), {})), status::failed);
-    EXPECT_EQ(f.why(), "file: offset C: the end of the file where a segment that begins with \"e\" was expected");
+    EXPECT_EQ(f.failure(image({}, segment(0x10, {1}), {})),
+              "file: offset C: the end of the file where a segment that begins with \"e\" was expected");
 }
 
 TEST(read_holtek, a_wrong_mark_or_a_header_of_8000_bytes_fails)
@@ -103,10 +103,10 @@ TEST(read_holtek, a_wrong_mark_or_a_header_of_8000_bytes_fails)
 TEST(read_holtek, a_segment_behind_the_buffer_fails)
 {
     holtek_fixture f;
-    EXPECT_EQ(f.read(image({}, segment(0xFFFFFFFF, {1}), segment(0, {2}))), status::failed);
-    EXPECT_EQ(f.why(), "file: subscript out of range: ibuffer(4294967295)");
-    EXPECT_EQ(f.read(image({}, segment(0x01000000, {1}), segment(0, {2}))), status::failed);
-    EXPECT_EQ(f.why(), "file: subscript out of range: ibuffer(16777216)");
+    EXPECT_EQ(f.failure(image({}, segment(0xFFFFFFFF, {1}), segment(0, {2}))),
+              "file: subscript out of range: ibuffer(4294967295)");
+    EXPECT_EQ(f.failure(image({}, segment(0x01000000, {1}), segment(0, {2}))),
+              "file: subscript out of range: ibuffer(16777216)");
 }
 
 struct emc_fixture : format_fixture {
@@ -133,8 +133,7 @@ TEST(read_emc, a_file_without_a_word_count_fails)
 {
     emc_fixture f;
     EXPECT_EQ(f.read(""), status::failed);
-    EXPECT_EQ(f.read("x"), status::failed);
-    EXPECT_EQ(f.why(), "file: offset 1: the end of the file where a word count was expected");
+    EXPECT_EQ(f.failure("x"), "file: offset 1: the end of the file where a word count was expected");
 }
 
 TEST(read_emc, an_image_larger_than_the_buffer_fails_where_the_buffer_ends)

@@ -6,15 +6,20 @@ namespace {
 
 using strings = std::vector<std::string>;
 
+/// A person types into a box and leaves it.
+void fill(forms::text_box& box, const std::string& text)
+{
+    box.enter(text);
+    box.leave();
+}
+
 TEST(writefile, leaving_start_or_end_sets_the_size)
 {
     save_fixture f;
     f.save("out", [](writefile& d) {
-        d.wfileText1.enter("100");
-        d.wfileText1.leave();
+        fill(d.wfileText1, "100");
         EXPECT_EQ(d.wfileText2.text(), "F00");
-        d.wfileText3.enter("1ff");
-        d.wfileText3.leave();
+        fill(d.wfileText3, "1ff");
         EXPECT_EQ(d.wfileText2.text(), "100");
         EXPECT_EQ(d.wfileText3.text(), "1FF");
     });
@@ -24,10 +29,8 @@ TEST(writefile, leaving_the_size_sets_the_end)
 {
     save_fixture f;
     f.save("out", [](writefile& d) {
-        d.wfileText1.enter("100");
-        d.wfileText1.leave();
-        d.wfileText2.enter("10");
-        d.wfileText2.leave();
+        fill(d.wfileText1, "100");
+        fill(d.wfileText2, "10");
         EXPECT_EQ(d.wfileText3.text(), "10F");
     });
 }
@@ -36,15 +39,12 @@ TEST(writefile, a_value_beyond_the_device_is_pulled_back_to_its_limit)
 {
     save_fixture f{{.buflength = 0x2000, .tlength = 0x1000}};
     f.save("out", [](writefile& d) {
-        d.wfileText2.enter("5000");
-        d.wfileText2.leave();
+        fill(d.wfileText2, "5000");
         EXPECT_EQ(d.wfileText2.text(), "1000");
         EXPECT_EQ(d.wfileText3.text(), "FFF");
-        d.wfileText3.enter("FFFFFFFF");
-        d.wfileText3.leave();
+        fill(d.wfileText3, "FFFFFFFF");
         EXPECT_EQ(d.wfileText3.text(), "FFF");
-        d.wfileText1.enter("9999");
-        d.wfileText1.leave();
+        fill(d.wfileText1, "9999");
         EXPECT_EQ(d.wfileText1.text(), "1000");
         EXPECT_EQ(d.wfileText2.text(), "0");
     });
@@ -54,8 +54,7 @@ TEST(writefile, a_value_beyond_the_buffer_is_pulled_back_to_its_limit)
 {
     save_fixture f{{.buflength = 0x800, .tlength = 0x1000}};
     f.save("out", [](writefile& d) {
-        d.wfileText2.enter("1000");
-        d.wfileText2.leave();
+        fill(d.wfileText2, "1000");
         EXPECT_EQ(d.wfileText2.text(), "800");
     });
 }
@@ -64,12 +63,10 @@ TEST(writefile, empty_boxes_are_left_as_they_are)
 {
     save_fixture f;
     f.save("out", [](writefile& d) {
-        d.wfileText1.enter("");
-        d.wfileText1.leave();
+        fill(d.wfileText1, "");
         EXPECT_EQ(d.wfileText1.text(), "");
         EXPECT_EQ(d.wfileText2.text(), "1000");
-        d.wfileText2.enter("");
-        d.wfileText2.leave();
+        fill(d.wfileText2, "");
         EXPECT_EQ(d.wfileText3.text(), "FFF");
     });
 }
@@ -78,13 +75,11 @@ TEST(writefile, an_empty_range_stays_empty_when_its_boxes_are_left)
 {
     save_fixture f;
     f.save("out", [](writefile& d) {
-        d.wfileText2.enter("0");
-        d.wfileText2.leave();
+        fill(d.wfileText2, "0");
         EXPECT_EQ(d.wfileText3.text(), "");
         d.wfileText3.leave();
         EXPECT_EQ(d.wfileText2.text(), "0");
-        d.wfileText1.enter("20");
-        d.wfileText1.leave();
+        fill(d.wfileText1, "20");
         d.wfileText2.leave();
         EXPECT_EQ(d.wfileText3.text(), "1F");
         d.wfileText3.leave();
@@ -97,8 +92,7 @@ TEST(writefile, an_end_before_the_start_is_an_empty_range)
     save_fixture f;
     f.save("out", [](writefile& d) {
         d.wfileText1.enter("200");
-        d.wfileText3.enter("100");
-        d.wfileText3.leave();
+        fill(d.wfileText3, "100");
         EXPECT_EQ(d.wfileText2.text(), "0");
     });
 }

@@ -36,8 +36,7 @@ protected:
     static void quit(program& workbench)
     {
         workbench.focus(title);
-        workbench.press("ctrl+q");
-        EXPECT_EQ(workbench.wait(), 0);
+        programs::quit(workbench);
         EXPECT_EQ(workbench.output(), "");
     }
     static bool stays_away(const program& workbench, const char* window)
@@ -108,9 +107,7 @@ TEST_F(workbench_with_device, tells_of_the_external_supply_in_its_log)
     workbench.focus("^Note!");
     workbench.press("Return");
     workbench.focus(title);
-    workbench.click_at(0.6, 0.9);
-    workbench.press("ctrl+a ctrl+c");
-    const std::string log = clipboard();
+    const std::string log = log_of(workbench);
     EXPECT_TRUE(log.ends_with("\n>>Note! Need AC adaptor!\n")) << log;
     quit(workbench);
 }
@@ -143,8 +140,7 @@ TEST_F(workbench_with_device, edits_the_test_vectors_of_a_fuse_file)
               std::string::npos)
         << saved;
     workbench.focus("tamrix workbench");
-    workbench.press("ctrl+q");
-    EXPECT_EQ(workbench.wait(), 0);
+    programs::quit(workbench);
     EXPECT_EQ(workbench.output(), "");
 }
 
@@ -156,12 +152,9 @@ TEST_F(workbench_with_device, plays_the_test_vectors_of_a_fuse_file)
     workbench.focus("in.jed.*tamrix workbench");
     workbench.press("alt+t");
     workbench.press("v");
-    workbench.click_at(0.6, 0.9);
-    workbench.press("ctrl+a ctrl+c");
-    const std::string log = clipboard();
+    const std::string log = log_of(workbench);
     EXPECT_NE(log.find("Vector Test fail!"), std::string::npos) << "nothing in the socket pulls a pin low\n" << log;
-    workbench.press("ctrl+q");
-    EXPECT_EQ(workbench.wait(), 0);
+    programs::quit(workbench);
 }
 
 TEST_F(workbench_with_device, says_that_there_are_no_vectors_to_play)
@@ -170,9 +163,7 @@ TEST_F(workbench_with_device, says_that_there_are_no_vectors_to_play)
     workbench.focus(title);
     workbench.press("alt+t");
     workbench.press("v");
-    workbench.click_at(0.6, 0.9);
-    workbench.press("ctrl+a ctrl+c");
-    const std::string log = clipboard();
+    const std::string log = log_of(workbench);
     EXPECT_NE(log.find("Vector Test: the device has no vectors"), std::string::npos) << log;
     quit(workbench);
 }

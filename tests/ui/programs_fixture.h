@@ -36,6 +36,11 @@ protected:
         all.insert(all.end(), more.begin(), more.end());
         return all;
     }
+    static void quit(program& workbench)
+    {
+        workbench.press("ctrl+q");
+        EXPECT_EQ(workbench.wait(), 0);
+    }
     std::string file(const char* name) const { return (folder / name).string(); }
     static std::vector<std::string> shared_objects(const std::string& name_space)
     {
@@ -67,6 +72,14 @@ inline std::string clipboard()
     std::string text;
     during(screen, form, [&] { text = copied(); });
     return text;
+}
+
+/// What the log of the workbench says.
+inline std::string log_of(program& workbench)
+{
+    workbench.click_at(0.6, 0.9);
+    workbench.press("ctrl+a ctrl+c");
+    return clipboard();
 }
 
 }  // namespace tamrix::tests

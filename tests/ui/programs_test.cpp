@@ -56,8 +56,7 @@ TEST_F(programs, the_workbench_loads_a_file_saves_it_and_leaves_nothing_behind)
     EXPECT_EQ(content(file("copy.bin")), buffer.substr(0, 0x2000));
 
     workbench.focus("copy.bin.*tamrix workbench");
-    workbench.press("ctrl+q");
-    EXPECT_EQ(workbench.wait(), 0);
+    quit(workbench);
     EXPECT_EQ(shared_objects(name_space), std::vector<std::string>{});
     EXPECT_EQ(workbench.output(), "");
     EXPECT_TRUE(fs::is_empty(folder / "cache" / "tamrix"));
@@ -74,8 +73,7 @@ TEST_F(programs, the_workbench_opens_a_file_by_the_keyboard_alone)
     workbench.focus("Load A File To Buffer");
     workbench.press("Return");
     workbench.focus("demo.hex.*tamrix workbench");
-    workbench.press("ctrl+q");
-    EXPECT_EQ(workbench.wait(), 0);
+    quit(workbench);
 }
 
 TEST_F(programs, a_cancelled_load_leaves_the_buffer_of_the_workbench_as_it_was)
@@ -86,8 +84,7 @@ TEST_F(programs, a_cancelled_load_leaves_the_buffer_of_the_workbench_as_it_was)
     workbench.focus("^tamrix workbench");
     const std::string buffer = content("/dev/shm/" + name_space + "qorfanibuffer");
     EXPECT_EQ(std::count(buffer.begin(), buffer.begin() + 0x2000, '\xFF'), 0x2000);
-    workbench.press("ctrl+q");
-    EXPECT_EQ(workbench.wait(), 0);
+    quit(workbench);
 }
 
 TEST_F(programs, another_device_of_the_workbench_has_a_buffer_of_its_own_size)
@@ -99,8 +96,7 @@ TEST_F(programs, another_device_of_the_workbench_has_a_buffer_of_its_own_size)
     workbench.press("Return");
     EXPECT_TRUE(comes_true_within_ten_seconds(
         [&] { return content("/dev/shm/" + name_space + "qorfanibuffer").size() == 0x100 + 2200; }));
-    workbench.press("ctrl+q");
-    EXPECT_EQ(workbench.wait(), 0);
+    quit(workbench);
     EXPECT_EQ(shared_objects(name_space), std::vector<std::string>{});
 }
 
@@ -116,8 +112,7 @@ TEST_F(programs, bytes_typed_over_in_the_workbench_stand_in_the_buffer)
     workbench.type("55aAxz0");
     const std::string buffer = content("/dev/shm/" + name_space + "qorfanibuffer");
     EXPECT_EQ(buffer.substr(0x1EFF, 4), "\xFF\x55\xAA\x0F");
-    workbench.press("ctrl+q");
-    EXPECT_EQ(workbench.wait(), 0);
+    quit(workbench);
 }
 
 TEST_F(programs, a_workbench_that_was_killed_leaves_no_names_of_its_own_behind)
@@ -140,13 +135,10 @@ TEST_F(programs, the_log_of_the_workbench_tells_where_and_why_a_load_failed)
     workbench.focus("Load A File To Buffer");
     workbench.press("Return");
     workbench.focus("^tamrix workbench");
-    workbench.click_at(0.6, 0.9);
-    workbench.press("ctrl+a ctrl+c");
-    EXPECT_EQ(without_time(clipboard()),
+    EXPECT_EQ(without_time(log_of(workbench)),
               "Device 27C64, Microchip: buffer of 8 KiB\n>>Load File Fail!\n>> Sec\n" + file("bad.hex") +
                   ":2: a data byte that is not hexadecimal where a byte of two digits was expected\n");
-    workbench.press("ctrl+q");
-    EXPECT_EQ(workbench.wait(), 0);
+    quit(workbench);
 }
 
 TEST_F(programs, the_workbench_opens_a_fuse_file_at_once_and_its_log_tells_the_note)
@@ -155,11 +147,9 @@ TEST_F(programs, the_workbench_opens_a_fuse_file_at_once_and_its_log_tells_the_n
     program workbench{"tamrix-workbench", {"--device", "GAL16V8", file("fuses.bin")}, settings()};
     workbench.focus("fuses.bin.*tamrix workbench");
     EXPECT_EQ(content("/dev/shm/" + name_space + "qorfanibuffer").substr(0, 5), std::string("0101\0", 5));
-    workbench.click_at(0.6, 0.9);
-    workbench.press("ctrl+a ctrl+c");
-    EXPECT_EQ(clipboard(), "Device GAL16V8, Lattice: buffer of 4 KiB\nLoad JEDEC: done\nNote:\n  My part\n  QF16*\n");
-    workbench.press("ctrl+q");
-    EXPECT_EQ(workbench.wait(), 0);
+    EXPECT_EQ(log_of(workbench),
+              "Device GAL16V8, Lattice: buffer of 4 KiB\nLoad JEDEC: done\nNote:\n  My part\n  QF16*\n");
+    quit(workbench);
 }
 
 TEST_F(programs, the_workbench_imports_an_svf_file_at_once)
@@ -171,11 +161,8 @@ TEST_F(programs, the_workbench_imports_an_svf_file_at_once)
     EXPECT_TRUE(comes_true_within_ten_seconds([&] {
         return content(fs::directory_iterator { cache } -> path() / "pldtmp.svf") == "! made here\r\nSTATE IDLE;\r\n";
     }));
-    workbench.click_at(0.6, 0.9);
-    workbench.press("ctrl+a ctrl+c");
-    EXPECT_EQ(clipboard(), "Device GAL16V8, Lattice: buffer of 4 KiB\nImport SVF: done\n");
-    workbench.press("ctrl+q");
-    EXPECT_EQ(workbench.wait(), 0);
+    EXPECT_EQ(log_of(workbench), "Device GAL16V8, Lattice: buffer of 4 KiB\nImport SVF: done\n");
+    quit(workbench);
     EXPECT_TRUE(fs::is_empty(cache));
 }
 

@@ -9,6 +9,11 @@
 
 namespace tamrix::tests {
 
+using forms::answer;
+using forms::buttons_of_box;
+using forms::icon;
+using forms::message_box;
+
 class ttltest_dialog : public logic_dialogs {
 protected:
     ttltest_dialog() { write_library({passing, failing, cmos}); }

@@ -6,11 +6,6 @@
 namespace tamrix::tests {
 namespace {
 
-using forms::answer;
-using forms::buttons_of_box;
-using forms::icon;
-using forms::message_box;
-
 const message_box add_question{"Add A New Device?", "Edit Pattern", icon::question, buttons_of_box::yes_no};
 
 TEST_F(ttltest_dialog, has_its_captions_in_library_mode)

@@ -4,11 +4,6 @@
 namespace tamrix::tests {
 namespace {
 
-using forms::answer;
-using forms::buttons_of_box;
-using forms::icon;
-using forms::message_box;
-
 const message_box passed{"Vector Test OK!", "TTL & CMOS Test", icon::information, buttons_of_box::retry_cancel};
 
 TEST_F(ttltest_dialog, has_its_captions_in_test_mode_and_hides_what_changes_the_library)
