@@ -137,6 +137,7 @@ TEST(presets, a_file_is_written_and_read_back)
     const auto devices = parse_presets("device A\nwords 7\n", "x");
     write_presets(folder.path("own.txt"), devices);
     EXPECT_EQ(read_presets(folder.path("own.txt")), devices);
+    folder.write("own.txt.saving-aB3xY9", "dev");  // of a program that was killed
     write_presets(folder.path("own.txt"), {});
     EXPECT_TRUE(read_presets(folder.path("own.txt")).empty());
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator{folder.path("")}, {}), 1);
