@@ -27,6 +27,11 @@ unsigned long gtk_window::number() const
         function<void*(void*)>("gtk_widget_get_window")(widget_));
 }
 
+bool gtk_window::has_keyboard() const
+{
+    return widget_ != nullptr && function<int(void*)>("gtk_window_is_active")(widget_);
+}
+
 int letters_without_picture(const wxWindow& window, const std::string& text)
 {
     void* const layout =

@@ -1,4 +1,4 @@
-// What wxWidgets does not tell of the windows on the screen. Asked of the toolkit under it, whose functions are found
+// What wxWidgets does not say of the windows on the screen. Asked of the toolkit under it, whose functions are found
 // in the running program, so that no headers of it are needed.
 #pragma once
 
@@ -16,6 +16,8 @@ public:
     const void* widget() const { return widget_; }
     /// The number by which the display knows it.
     unsigned long number() const;
+    /// True once keys arrive here.
+    bool has_keyboard() const;
 
 private:
     explicit gtk_window(void* widget) : widget_{widget} {}

@@ -1,6 +1,8 @@
 // File dialogs and the printer on a real screen.
+#include "gtk_window.h"
 #include "over_host.h"
 
+#include "support/temp_files.h"
 #include "wxui/printing.h"
 
 #include <functional>
@@ -24,7 +26,7 @@ namespace {
 /// Such a dialog is none of the toolkit's own windows, so that nothing says when it listens: Escape until it does.
 class escape_timer final : public wxTimer {
 public:
-    escape_timer() { Start(500); }
+    explicit escape_timer(int every_ms = 500) { Start(every_ms); }
     void Notify() override { press("Escape"); }
 };
 
@@ -43,6 +45,31 @@ protected:
         });
     }
 
+    /// Calls `asks`, which shows a dialog of the system, and works it with `does` once it listens. Escape ends a dialog
+    /// that is still there long after that.
+    void worked(const std::function<void()>& asks, const std::function<void(gtk_window)>& does)
+    {
+        host_window host;
+        during(screen, host, [&] {
+            const void* const below = gtk_window::in_front().widget();
+            const escape_timer leave{20000};
+            const script_timer person{[&] {
+                comes_true([&] {
+                    const gtk_window front = gtk_window::in_front();
+                    return front.widget() != below && front.has_keyboard();
+                });
+                does(gtk_window::in_front());
+            }};
+            asks();
+        });
+    }
+
+    static void enter(const std::string& name)
+    {
+        type(name);
+        press("Return");
+    }
+
     forms::file_question named(const std::string& name) const
     {
         return {.title = "A File", .filter = filter, .name = name};
@@ -58,6 +85,23 @@ TEST_F(questions, for_a_file_that_are_cancelled_have_no_answer)
     cancelled([&] { saved = screen.save_file(named("*.*")); });
     EXPECT_EQ(opened, std::nullopt);
     EXPECT_EQ(saved, std::nullopt);
+}
+
+TEST_F(questions, for_a_file_to_open_are_answered_with_the_name_of_an_existing_one)
+{
+    const temp_folder folder;
+    const std::string file = folder.write("chosen.bin", std::string_view{"data"});
+    std::optional<std::string> opened;
+    worked([&] { opened = screen.open_file(named("*.*")); }, [&](gtk_window) { enter(file); });
+    EXPECT_EQ(opened, file);
+}
+
+TEST_F(questions, for_a_file_to_save_are_answered_with_a_new_name)
+{
+    const temp_folder folder;
+    std::optional<std::string> saved;
+    worked([&] { saved = screen.save_file(named("old.bin")); }, [&](gtk_window) { enter(folder.path("new")); });
+    EXPECT_EQ(saved, folder.path("new.bin")) << "the extension is not selected and stays";
 }
 
 TEST_F(questions, for_a_printer_that_are_cancelled_print_nothing)
