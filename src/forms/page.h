@@ -9,6 +9,7 @@
 
 namespace tamrix::forms {
 
+/// A line of text is 240 twips high.
 class page : public canvas {
 public:
     /// Its width and height in twips. What is drawn outside is lost.

@@ -7,7 +7,15 @@ namespace tamrix::wxui {
 namespace {
 
 constexpr double twips_per_millimetre = 1440 / 25.4;
-constexpr int points_of_letters = 10;
+constexpr double line_height_twips = 240;  // six lines to the inch
+
+/// Letters whose line is so many pixels high on `target`. A font's own points are those of the screen, on paper too.
+wxFont letters_on(wxDC& target, double pixels)
+{
+    const wxFont sample{wxFontInfo{10}};
+    target.SetFont(sample);
+    return sample.Scaled(static_cast<float>(pixels / target.GetCharHeight()));
+}
 
 }  // namespace
 
@@ -21,8 +29,9 @@ bool job_printout::OnPrintPage(int)
     const forms::point size{wxRound(width * twips_per_millimetre), wxRound(height * twips_per_millimetre)};
     bool drawn = false;
     error_([&] {
-        GetDC()->SetFont(wxFontInfo{points_of_letters});
-        dc_page target{*GetDC(), size, static_cast<double>(pixels_across) / size.x};
+        const double pixels_per_twip = static_cast<double>(pixels_across) / size.x;
+        GetDC()->SetFont(letters_on(*GetDC(), line_height_twips * pixels_per_twip));
+        dc_page target{*GetDC(), size, pixels_per_twip};
         job_.draw(target);
         drawn = true;
     });

@@ -36,6 +36,8 @@ class job_printout final : public wxPrintout {
 public:
     explicit job_printout(const forms::print_job& job);
 
+    /// Without it the toolkit prints 32000 pages, all but one of them empty.
+    void GetPageInfo(int* first, int* last, int* from, int* to) override { *first = *last = *from = *to = 1; }
     bool HasPage(int number) override { return number == 1; }
     bool OnPrintPage(int number) override;
     void rethrow() { error_.rethrow(); }

@@ -5,9 +5,13 @@
 #include "support/temp_files.h"
 #include "wxui/printing.h"
 
+#include <algorithm>
+#include <cctype>
 #include <functional>
+#include <iterator>
 #include <memory>
 #include <optional>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 
@@ -112,6 +116,40 @@ TEST_F(questions, for_a_printer_that_are_cancelled_print_nothing)
     cancelled([&] { end = screen.print(job); });
     EXPECT_EQ(end, forms::print_end::cancelled);
     EXPECT_FALSE(drawn);
+}
+
+TEST_F(questions, for_a_printer_send_one_page_with_its_lines_and_readable_texts)
+{
+    const temp_folder folder;
+    const std::string file = folder.path("page.ps");
+    auto end = forms::print_end::failed;
+    const forms::print_job job{.title = "page", .draw = [](forms::page& page) {
+                                   page.line({0, 1440}, {page.size().x, 1440}, 0xFF0000);
+                                   page.text({1440, 5000}, "Trace", 0x0000FF);
+                               }};
+    worked([&] { end = screen.print(job); },
+           [&](gtk_window window) {
+               window.print_to(file);
+               press("Return");
+           });
+    EXPECT_EQ(end, forms::print_end::printed);
+    int pages = 0;
+    bool red_line = false;
+    double letter_points = 0;
+    std::string ink, words;
+    std::istringstream paper{read_text(file)};
+    for (std::string row; std::getline(paper, row);) {
+        if (row == "showpage") ++pages;
+        if (row.ends_with(" rg")) ink = row;
+        red_line |= row.starts_with("0 72 m ") && ink == "1 0 0 rg";
+        if (row.ends_with(" Tm")) letter_points = std::stod(row);
+        if (row.ends_with("]TJ"))
+            std::ranges::copy_if(row.substr(0, row.size() - 2), std::back_inserter(words), isalpha);
+    }
+    EXPECT_EQ(pages, 1);
+    EXPECT_TRUE(red_line) << "an inch down";
+    EXPECT_EQ(words, "Trace");
+    EXPECT_NEAR(letter_points, 10, 1);
 }
 
 TEST_F(questions, for_a_printer_put_lines_and_texts_on_a_page_of_known_size)
