@@ -42,8 +42,10 @@ private:
         wxMenu shown;
         for (forms::menu_item* item : control_.items()) {
             if (!item->visible()) continue;
-            wxMenuItem* const made = shown.AppendCheckItem(wxID_ANY, shown_caption(item->caption()));
-            made->Check(item->checked());
+            // An item without its mark is a plain one: some toolkits draw an empty box at each that could have one.
+            const wxItemKind kind = item->checked() ? wxITEM_CHECK : wxITEM_NORMAL;
+            wxMenuItem* const made = shown.Append(wxID_ANY, shown_caption(item->caption()), "", kind);
+            if (item->checked()) made->Check();
             made->Enable(item->enabled());
             shown.Bind(
                 wxEVT_MENU, [this, item](wxCommandEvent&) { chosen_ = item; }, made->GetId());

@@ -4,6 +4,7 @@
 #include "forms/scroll_bar.h"
 #include "forms/shape.h"
 #include "forms/status_bar.h"
+#include "support/temp_files.h"
 
 #include <string>
 #include <vector>
@@ -72,6 +73,22 @@ protected:
         }
         throw std::runtime_error{"no scroll bar"};
     }
+
+    /// Opens the first menu, leaves it, and counts the colours where the marks of its items are.
+    static int colours_of_marks()
+    {
+        const temp_folder folder;
+        const std::string file = folder.path("count");
+        const wxWindow& title = shown_as("File");
+        const wxPoint place = title.ClientToScreen(wxPoint{5, title.GetSize().y + 8});
+        const std::string area = "16x60+" + std::to_string(place.x) + "+" + std::to_string(place.y);
+        EXPECT_EQ(std::system(("(sleep 0.7; import -silent -window root -crop " + area +
+                               " png:- | identify -format %k - >" + file + "; xdotool key Escape) &")
+                                  .c_str()),
+                  0);
+        click(title);
+        return std::stoi(read_text(file));
+    }
 };
 
 const wxPoint lamp_0{35, 35}, lamp_1{75, 35};
@@ -133,6 +150,15 @@ TEST_F(instrument_controls, a_menu_is_worked_with_the_mouse_and_with_its_letters
         press("alt+f");
         EXPECT_TRUE(comes_true([&] { return picked.size() == 2; }));
         EXPECT_EQ(picked, (std::vector<std::string>{"open", "save"}));
+    });
+}
+
+TEST_F(instrument_controls, a_menu_shows_a_box_only_at_an_item_that_is_checked)
+{
+    during(screen, form, [&] {
+        EXPECT_EQ(colours_of_marks(), 1) << "nothing but the ground";
+        form.save.checked = true;
+        EXPECT_GT(colours_of_marks(), 1);
     });
 }
 
