@@ -28,8 +28,8 @@ extern "C" {
 typedef struct tamrix_programmer tamrix_programmer; /* one programmer; its library defines the content */
 typedef int32_t tamrix_result;
 
-/* Memory of the caller that the library uses from create() until destroy() has returned. What the library writes is
-   written behind the caller's back. An address may be null: then nothing goes there or comes from there. */
+/* Memory of the caller that the library uses from create() until destroy() has returned. The library writes
+   there at any time, also between calls. An address may be null: then nothing goes there or comes from there. */
 typedef struct tamrix_reply_memory {
     uint32_t size_bytes; /* sizeof(tamrix_reply_memory) of the caller; new fields go to the end */
 

@@ -15,8 +15,8 @@
    came), here it is the result of the method: any variant that converts to a number, empty for 0; a boolean for
    replywait. And a call fails by a failing Invoke, with a text if there is one.
 
-   Where replies land: usbbulkread is told where its data and its progress go. All else is in three blocks of the host,
-   which nobody passes: transport and device object know their host and open them by name themselves
+   Where replies land: usbbulkread receives the addresses of its data and its progress. All else is in three blocks of
+   the host, which nobody passes: transport and device object know their host and open them by name themselves
    (tamrix/blocks.h).
    - ibuf1 takes the reply to a command frame. The reply is there before replywait or replycheck returns.
    - usbpip0readresult, a 16-bit boolean: its first element becomes all ones (-1) after a reply has been put into ibuf1

@@ -31,12 +31,12 @@ public:
     const block_info& info() const { return *info_; }
     /// Elements that the view offers.
     std::uint32_t count() const { return array_.bounds[0].count; }
-    /// True while the view reads and writes shared memory; false where it stands at its private element.
+    /// True while the view reads and writes shared memory; false while it uses its private element.
     bool attached() const { return reach_bytes_ != 0; }
     const clsMemMapped* mapping() const { return mapping_.get(); }
 
-    /// Opens or creates the object and turns the view onto it with `count` elements. On failure the view is left at its
-    /// private element and the result is false.
+    /// Opens or creates the object and turns the view onto it with `count` elements. Returns false on failure; the view
+    /// then uses its private element.
     bool attach(const std::string& name_space, const std::string& object, std::int32_t mapped_bytes,
                 std::uint32_t count);
     /// Makes the view private again, then gives the mapping back.
@@ -94,7 +94,7 @@ public:
     std::span<const T> span() const { return {static_cast<const T*>(element(0)), reachable_count()}; }
 };
 
-/// One element of a text block. Reading gives UTF-8; assigning frees the text that stood there.
+/// One element of a text block. Reading gives UTF-8; assigning frees the old text.
 class text_element {
 public:
     explicit text_element(std::uint32_t& handle) : handle_{&handle} {}

@@ -31,13 +31,13 @@ public:
     /// Bytes that can be touched from BaseAddress on: the real size in whole pages.
     std::size_t reach_bytes() const { return reach_bytes_; }
 
-    /// Unmaps and closes; false and unchanged where nothing is mapped.
+    /// Unmaps and closes. Returns false if nothing is mapped.
     bool UnMapFile();
     /// Opens the mapping `name`, or creates it with `size` bytes, and maps all of it. `size` counts only for a mapping
     /// that this call creates.
     bool OpenAndMapMemoryBlock(const std::string& name, std::int32_t size);
-    /// The first instance number, 0 to 100, that has no block set yet; 101 if all are taken. What it finds stays open
-    /// until this object goes.
+    /// The first instance number, 0 to 100, that has no block set yet; 101 if all are taken. The blocks that it
+    /// finds stay open until this object is destroyed.
     std::int16_t findnum();
 
 private:
@@ -46,7 +46,7 @@ private:
 
     std::string name_space_;
     named_memory::handle file_ = 0;
-    std::string opened_;  // object name behind file_
+    std::string opened_;  // the object name of file_
     void* base_address_ = nullptr;
     std::size_t reach_bytes_ = 0;
     std::string mapped_file_;

@@ -1,4 +1,4 @@
-// The run-time array descriptor in its published layout: a header, and the bounds of each dimension right behind it.
+// The run-time array descriptor in its published layout: a header, and the bounds of each dimension right after it.
 #pragma once
 
 #include <cstdint>

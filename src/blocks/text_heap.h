@@ -8,7 +8,7 @@
 
 namespace tamrix::text_heap {
 
-/// Stores a text and yields its handle; the empty text is handle 0. Throws std::bad_alloc.
+/// Stores a text, UTF-8, and returns its handle; the empty text is handle 0. Throws std::bad_alloc.
 std::uint32_t make(std::string_view text);
 /// The text of a handle; "" for 0 and for an unknown one.
 std::string get(std::uint32_t handle);

@@ -8,11 +8,12 @@
 
 namespace tamrix::hw {
 
-/// Announces a write from block `first` on and waits. Byte 3 of the frame is left as `ubuf1` has it.
+/// Announces a write that begins at block `first`, then waits `wait_ms` milliseconds. Leaves byte 3 of the frame as it
+/// is in `ubuf1`. Returns false if the frame was not taken.
 bool begin_bulk_write(session& plug_in, std::uint8_t first, frame_length frame, std::int32_t wait_ms);
 
-/// Writes `data` in blocks of `block_bytes`, the last one perhaps shorter, with a wait after each. False where a write
-/// failed; `prgresult(0)` is 1 then and no further block goes out.
+/// Writes `data` in blocks of `block_bytes`; the last one may be shorter. Waits `wait_ms` milliseconds after each.
+/// Returns false after the first failed write: `prgresult(0)` is then 1 and no further block goes out.
 bool write_blocks(session& plug_in, std::span<const std::uint8_t> data, std::int32_t block_bytes,
                   std::int32_t wait_ms = 0);
 

@@ -33,8 +33,8 @@ inline constexpr std::uint8_t bulk_to_ram = 128, bulk_from_ram = 64, bulk_end = 
 /// Byte 1 of the bulk frame that opens a script and asks for its results.
 inline constexpr std::uint8_t script_block = 16;
 
-/// Sets all ports at once, and makes the programmer read them back. All builders leave the bytes that they do not name
-/// as `ubuf1` has them, send the frame, and return false where it was not taken, as `send` does.
+/// Sets all ports at once and makes the programmer read them back. Every builder changes only the bytes of `ubuf1` that
+/// it names, sends the frame, and returns false if it was not taken, as `send` does.
 bool send_pin_frame(session& plug_in, const port_bytes& outputs, const port_bytes& companions, frame_length length);
 
 /// Announces a bulk transfer of a block, or ends the transfers.
@@ -43,7 +43,7 @@ bool send_bulk_frame(session& plug_in, std::uint8_t block, std::uint8_t directio
 /// Ends the transfers, whether they passed or failed.
 bool end_bulk(session& plug_in, frame_length length);
 
-/// Opens a script and, once it has been started, asks for its results.
+/// Opens a script; after the script has started, asks for its results.
 bool send_script_frame(session& plug_in);
 
 }  // namespace tamrix::hw

@@ -25,7 +25,8 @@ struct row_span {
 constexpr row_span span_of_48(int pins) { return {.positions = pins, .half = pins / 2}; }
 inline constexpr row_span span_of_40{.positions = 40, .half = 20};
 
-/// Where position `i` of a row (from 0) is, with `half` positions a column. Throws subscript_error outside the ports.
+/// The port and bit of position `i` of a row, from 0, with `half` positions in each column. Throws subscript_error for
+/// a position outside the ports.
 port_bit bit_of_position(int i, int half);
 
 /// A place in one of the two columns, counted up from the bottom.
@@ -36,7 +37,7 @@ struct column_place {
     bool operator==(const column_place&) const = default;
 };
 
-/// So many rows of the 40 positions are wired across, the lowest ones; above, both columns run straight on.
+/// The lowest rows of the 40 positions are wired across; above them both columns run straight.
 inline constexpr std::size_t crossed_rows = 16;
 
 /// The place of a device whose pin is wired to this place of the 40 positions.

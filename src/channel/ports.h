@@ -12,7 +12,7 @@ constexpr std::uint8_t mask_register(std::size_t port) { return static_cast<std:
 /// Releases all pins of all ports, as data and as masks.
 inline constexpr port_bytes released_ports{255, 255, 255, 255, 255, 255};
 
-/// All calls return false where the programmer did not take or answer a frame.
+/// All calls return false if the programmer did not take or answer a frame.
 class ports {
 public:
     enum class route : std::uint8_t { frames, registers };
@@ -26,7 +26,8 @@ public:
     /// Other data under the masks of the last drive(). A frame repeats the masks, registers keep them.
     bool drive_data(const port_bytes& data);
     bool release();
-    /// Reads what the socket shows. A frame's reply is waited for; it holds what the pins were at that frame.
+    /// Reads the levels of the socket's pins. By frames, it waits for the reply, which has the levels of the last
+    /// frame.
     bool read(port_bytes& pins);
 
 private:

@@ -9,7 +9,7 @@ namespace tamrix::hw {
 /// other value is the device object's route.
 constexpr bool usb_is_true(bool16 usbable) { return is_true(usbable); }
 
-/// The question of the self-tests: USB unless the flag is 0. That the two differ on every other value is meant.
+/// The question of the self-tests: USB unless the flag is 0. Intentional: the two differ on every other value.
 constexpr bool usb_is_not_zero(bool16 usbable) { return usbable != 0; }
 
 }  // namespace tamrix::hw

@@ -9,16 +9,16 @@ class shell;
 
 namespace tamrix::hw {
 
-/// Runs from its making on. A loop that waits calls pump() in each round and looks at `prgresult(0)` itself, since
-/// others may set it to 3 as well.
+/// Runs from its construction. A loop that waits calls pump() in each round and checks `prgresult(0)` itself, since
+/// others may set it to 3 too.
 class watchdog {
 public:
-    /// `prgresult` is element 0 of the block and has to outlive the watchdog.
+    /// `prgresult` is element 0 of the block and outlives the watchdog.
     watchdog(forms::shell& screen, std::uint8_t& prgresult, double limit_ms);
 
-    /// One round of the message pump. Where the limit is over then, sets `prgresult(0)` to 3, once.
+    /// One round of the message pump. The first time that the limit has passed after it, sets `prgresult(0)` to 3.
     void pump();
-    /// True where `prgresult(0)` is 3, whoever set it.
+    /// True if `prgresult(0)` is 3, whoever set it.
     bool timed_out() const;
 
 private:

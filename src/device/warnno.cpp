@@ -72,7 +72,7 @@ void warn(session& plug_in, bool16 ok, std::uint8_t& no, bool16 extpower0)
         power_line = add_power_line(plug_in);
     const notes::note* const shown = notes::find_note(number_of_table(plug_in, no));
     if (shown == nullptr) return;
-    // A note that added the power line has it as its title too: meant.
+    // Intentional: a note that added the power line has it as its title too.
     const forms::box_table table =
         notes::words_of(*shown, values_of(plug_in.blocks), [&](int number) { return plug_in.text(number); });
     plug_in.screen.box({.text = forms::plain_text(table),

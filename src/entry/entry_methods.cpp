@@ -238,7 +238,7 @@ reply entry_methods::bufcomopt(std::int16_t& num)
     return guarded([&] {
         plug_in_.hardware.forget();  // it writes to blocks that are unmapped now
         plug_in_.blocks.attachsmall(num);
-        // At a first call syspath is still empty, and the help file's name stands alone.
+        // At a first call syspath is still empty, and the help file's name is alone.
         plug_in_.help_file = plug_in_.syspath + std::string{help_file_of(plug_in_.blocks.Language(0))};
         return variant{};
     });

@@ -13,7 +13,7 @@ class session;
 
 class entry_methods : public Clstamrix {
 public:
-    /// `dialogs` holds those that stand behind the methods beside load and save; a method without its dialog returns at
+    /// `dialogs` holds those of all methods but load and save; a method without its dialog returns at
     /// once.
     entry_methods(session& plug_in, module_variables& variables, dialog_table dialogs = {});
 

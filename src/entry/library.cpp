@@ -36,7 +36,7 @@ struct screen_and_state {
     std::string text_for_host;
 };
 
-/// What stands behind the pointer that a host holds. The screen and the session are made first, and go last.
+/// What a host's pointer refers to. The screen and the session are made first, and go last.
 class loaded_plug_in final : private screen_and_state, public entry_methods {
 public:
     loaded_plug_in() : entry_methods{state, variables, all_dialogs()} { use_programmer({}, {}); }

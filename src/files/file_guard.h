@@ -8,7 +8,7 @@
 
 namespace tamrix {
 
-/// Runs `work` on the file `fname`. Yields false where it threw; `why_it_failed` then tells, else it is empty unless
+/// Runs `work` on the file `fname`. Returns false if it threw; `why_it_failed` then says why, else it is empty unless
 /// `work` set it.
 bool guard_file(diagnostic& why_it_failed, const std::string& fname, const std::function<void()>& work);
 

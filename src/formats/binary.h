@@ -21,7 +21,7 @@ status read_binary_large(transfer_job& job);
 /// The bytes that a load with byte selection takes: what the file offers, at most what the device and `loadlength`
 /// leave. Then adds the phases to the two start addresses.
 std::int64_t selected_bytes(transfer_job& job, std::int64_t file_length);
-/// Tells the user that the start lies behind the end of the file.
+/// Says to the user that the start is beyond the end of the file.
 status reject_file_address(transfer_job& job);
 
 }  // namespace tamrix

@@ -18,7 +18,7 @@ public:
           reachable_{ibuffer_.span()},
           at_{job.transfer},
           devbytes_{job.plug_in.devbytes()},
-          // That of a true quotient: half an address above the device already lies behind it.
+          // That of a true quotient: half an address above the device is already beyond it.
           last_address_{(devbytes_ - at_.bufstart + at_.filestart) * at_.filestep}
     {}
 

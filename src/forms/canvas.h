@@ -21,7 +21,7 @@ struct point {
     bool operator==(const point&) const = default;
 };
 
-/// Where a figure lies, in twips.
+/// The place and size of a figure, in twips.
 struct area {
     int left = 0, top = 0, width = 0, height = 0;
     bool operator==(const area&) const = default;
@@ -37,7 +37,7 @@ public:
     virtual void line(point from, point to, colour ink) = 0;
     /// `at` is the upper left corner of the text, UTF-8.
     virtual void text(point at, std::string_view words, colour ink) = 0;
-    /// Without `fill` what lies below is seen inside the border.
+    /// Without `fill` the inside of the border is transparent.
     virtual void figure(outline kind, const area& place, std::optional<colour> fill, colour border) = 0;
 };
 
@@ -52,7 +52,7 @@ public:
     /// The lower right corner of what the form draws; a renderer gives the picture at least that much room.
     property<point> extent{*this};
     std::function<void(point)> on_press;
-    /// The picture has another size now.
+    /// Raised after the size has changed.
     std::function<void()> on_resize;
 
     /// Its width and height in twips: those on the screen, or `extent` before it was shown.
@@ -62,13 +62,15 @@ public:
     void line(point from, point to, colour ink) override;
     void text(point at, std::string_view words, colour ink) override;
     void figure(outline kind, const area& place, std::optional<colour> fill, colour border) override;
-    /// Lets `drawing` draw, and tells the renderer once of all that it did.
+    /// Calls `drawing` and notifies the renderer once, after it, of everything it drew. What `drawing` throws comes
+    /// out.
     void draw(const std::function<void()>& drawing);
     /// Repeats the drawing on `target`, with the shapes that lie on it.
     void draw_on(canvas& target) const;
 
+    /// The person presses the picture, in twips from its upper left corner.
     void press(point where);
-    /// The renderer tells how large it shows the picture.
+    /// The renderer reports the picture's size on the screen, in twips.
     void resize(point size);
     void changed() override;
 

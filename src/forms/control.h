@@ -1,4 +1,4 @@
-// What all controls of a form share: a property that tells the renderer when it changes, and the control itself.
+// What all controls of a form share: a property that notifies the renderer when it changes, and the control itself.
 #pragma once
 
 #include "forms/control_visitor.h"
@@ -12,7 +12,7 @@ namespace tamrix::forms {
 class form;
 class control;
 
-/// A value of a control. Assigning a different one tells whoever draws the form.
+/// A value of a control. Assigning a different one notifies the renderer.
 template <class T>
 class property {
 public:
@@ -29,7 +29,7 @@ private:
     T value_;
 };
 
-/// A control has two sides. The program's side are its properties. The person's side are the member functions that a
+/// A control has two sides. The program's side is its properties. The person's side are the member functions that a
 /// renderer or a test calls; they do nothing on a control that is disabled or hidden, as on a screen.
 class control {
 public:
@@ -45,9 +45,9 @@ public:
     virtual void accept(control_visitor& visitor) = 0;
 
     form& owner() const { return owner_; }
-    /// True where a person can use it.
+    /// True if a person can use it.
     bool usable() const { return enabled() && visible(); }
-    /// Tells the renderer that something about this control is different now.
+    /// Notifies the renderer that this control has changed.
     virtual void changed();
 
 protected:

@@ -1,4 +1,4 @@
-// One function for each kind of control, so that whoever has to tell them apart forgets none.
+// One function for each kind of control, so that code that handles them differently forgets none.
 #pragma once
 
 namespace tamrix::forms {

@@ -48,7 +48,7 @@ public:
     std::string text() const { return text_; }
     void text(std::string_view value);
 
-    /// Tells whether a typed character is taken; what is not taken is dropped with a beep. Empty takes all.
+    /// Returns whether a typed character is taken; others are dropped with a beep. Empty takes all.
     std::function<bool(char32_t key)> accepts;
     std::function<void()> on_change;
     /// The box lost the keyboard focus.
@@ -56,12 +56,12 @@ public:
     /// The Enter key. A box without this leaves it to the form.
     std::function<void()> on_enter_key;
 
-    /// The part of `typed` that passes the filter; beeps where something is dropped.
+    /// The part of `typed` that passes the filter; beeps if something is dropped.
     std::string filtered(std::string_view typed) const;
     /// Types or pastes at the end of the text.
     void type(std::string_view typed);
-    /// Replaces the whole text. The renderer calls it with the text that stands in its widget after an edit. What stood
-    /// at either end before and still stands there was not typed now, so it does not pass the filter.
+    /// Replaces the whole text. The renderer calls it with the text of its widget after an edit. Characters that were
+    /// at either end before and are still there were not typed now, so the filter does not see them.
     void enter(std::string_view typed);
     void leave();
     void press_enter();
@@ -81,7 +81,7 @@ public:
     std::function<void()> on_click;
 
     int index() const { return index_; }
-    /// Chooses by program; raises on_click where the index changes. Throws subscript_error outside -1 and the list.
+    /// Chooses by program; raises on_click if the index changes. Throws subscript_error outside -1 and the list.
     void index(int value);
     void pick(int value);
 
@@ -122,7 +122,7 @@ public:
     /// Throws subscript_error for an index without an option.
     option& operator()(int index);
     int count() const { return static_cast<int>(options_.size()); }
-    /// The selected index; -1 where none is.
+    /// The selected index; -1 if there is none.
     int selected() const { return selected_; }
 
 private:
@@ -141,7 +141,7 @@ public:
     property<double> value{*this, 0.0};
 };
 
-/// Ticks every `interval_ms` milliseconds of the shell's clock while enabled; stands still at 0.
+/// Ticks every `interval_ms` milliseconds of the shell's clock while enabled; does not tick at 0.
 class timer : public control {
 public:
     explicit timer(form& owner) : control{owner} { enabled = false; }

@@ -1,4 +1,4 @@
-// What a person is asked for a file's name.
+// The question to a person for the name of a file.
 #pragma once
 
 #include <string>
@@ -7,7 +7,8 @@ namespace tamrix::forms {
 
 struct file_question {
     std::string title{};
-    /// Pairs of what is shown and the patterns, all parted by "|": "All Files (*.*)|*.*|Binary File (*.BIN)|*.bin".
+    /// UTF-8. Pairs of a shown text and its patterns, all separated by "|": "All Files (*.*)|*.*|Binary File
+    /// (*.BIN)|*.bin".
     std::string filter{};
     /// The name to begin with, with its folder or without. One with "*" or "?" in it names no file and is not shown.
     std::string name{};

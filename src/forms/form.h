@@ -46,11 +46,11 @@ public:
 
     /// Hands the keyboard to a control; before the form is shown, to the one that it begins with.
     void focus(control& which);
-    /// The control that the keyboard was handed to last; null where it was left to the renderer.
+    /// The control that received the keyboard last; null if the renderer chooses.
     control* focused() const { return focused_; }
 
     bool is_open() const { return open_; }
-    /// Runs the load handler and counts as open from then on.
+    /// Runs the load handler; the form is open from then on.
     void load();
     /// Ends the modal loop.
     void close();

@@ -30,8 +30,8 @@ enum class grid_key : std::uint8_t {
 /// An ASCII text. A place in it is an offset from 0 at which each line feed counts one; the line feed at the very end
 /// opens no further line. The caret is the start of the selection, which may be empty.
 ///
-/// A key goes to on_key_down, a letter to on_key_press. Where the handler answers true the key is swallowed. Else it
-/// does what it does in any text, a locked one excepted: there keys move the caret and change nothing.
+/// A key goes to on_key_down, a letter to on_key_press. If the handler returns true, that is all. Otherwise the
+/// key does what it does in any text; in a locked one keys move the caret and change nothing.
 class grid_text : public control {
 public:
     static constexpr int cell_width = 120, cell_height = 215;  // of one letter in a press, in twips
@@ -40,14 +40,14 @@ public:
     void accept(control_visitor& visitor) override { visitor.visit(*this); }
     property<colour> background{*this, 0xFFFFFF};
     property<bool> locked{*this, false};
-    /// So many lines are seen at least; Page Up and Page Down move by as many.
+    /// The number of lines that are seen at least; Page Up and Page Down move by as many.
     property<int> page_rows{*this, 12};
 
     std::function<bool(grid_key key)> on_key_down;
     std::function<bool(char32_t letter)> on_key_press;
     /// The button of the mouse went down, before the caret moves. In twips from the upper left corner of the text.
     std::function<void(point where)> on_press;
-    /// The selection is another one now, whoever changed it.
+    /// Raised after the selection has changed, whoever changed it.
     std::function<void()> on_select;
 
     const std::string& text() const { return text_; }
@@ -56,16 +56,16 @@ public:
     int selection_start() const { return start_; }
     int selection_length() const { return length_; }
     std::string selected() const;
-    /// Both ends are held within the text.
+    /// Limits both ends to the text.
     void select(int start, int length = 0);
-    /// Puts `letters` in place of the selection, and the caret behind them.
+    /// Replaces the selection by `letters` and puts the caret after them.
     void replace_selection(std::string_view letters);
 
     void key_down(grid_key key);
     void type(char32_t letter);
     /// `offset` is the place next to the mouse, to which the caret goes.
     void press(point where, int offset);
-    /// True where the keyboard has something to do here.
+    /// True if keys have an effect here.
     bool takes_keys() const { return usable() && (on_key_down || on_key_press); }
 
 private:

@@ -33,7 +33,7 @@ inline layout row(std::initializer_list<layout> parts) { return {layout::kind::r
 inline layout column(std::initializer_list<layout> parts) { return {layout::kind::column, parts}; }
 inline layout fields(std::initializer_list<layout> parts) { return {layout::kind::fields, parts}; }
 inline layout measures(std::initializer_list<layout> parts) { return {layout::kind::measures, parts}; }
-/// Where a cell of an arrangement stays empty.
+/// An empty cell of an arrangement.
 inline layout nothing() { return {layout::kind::row, {}}; }
 inline layout buttons(std::initializer_list<layout> parts) { return {layout::kind::buttons, parts}; }
 

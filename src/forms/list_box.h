@@ -1,4 +1,4 @@
-// The list that stands open, of which one entry or none is selected.
+// An open list, of which one entry or none is selected.
 #pragma once
 
 #include "forms/control.h"
@@ -13,14 +13,14 @@ class list_box : public control {
 public:
     using control::control;
     void accept(control_visitor& visitor) override { visitor.visit(*this); }
-    /// Raised where the selection changes, whoever changed it, and where a person picks the selected entry again.
+    /// Raised when the selection changes, whoever changed it, and when a person picks the selected entry again.
     std::function<void()> on_click;
 
     const std::vector<std::string>& items() const { return items_; }
-    /// Replaces the entries. The selection stays at its place where the new list reaches that far.
+    /// Replaces the entries. The selection keeps its index if the new list reaches that far.
     void items(std::vector<std::string> entries);
-    /// Takes an entry out; a selection behind it moves along, a selection of it ends. Both without a click. Throws
-    /// subscript_error outside the list.
+    /// Removes an entry. A selection after it stays with its entry, a selection of it ends; neither raises on_click.
+    /// Throws subscript_error outside the list.
     void remove(int entry);
 
     /// -1 while nothing is selected.

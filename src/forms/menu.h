@@ -1,4 +1,4 @@
-// The menus of a form and what stands in them.
+// The menus of a form and their items.
 #pragma once
 
 #include "forms/control.h"
@@ -14,7 +14,7 @@ class menu;
 /// Captions may hold one "&" before their mnemonic letter.
 class menu_item final : public control {
 public:
-    /// Comes last in `owner`.
+    /// Becomes the last item of `owner`.
     explicit menu_item(menu& owner);
     void accept(control_visitor& visitor) override { visitor.visit(*this); }
 
@@ -22,7 +22,7 @@ public:
     property<bool> checked{*this, false};
     std::function<void()> on_click;
 
-    /// Does nothing either where its menu cannot be opened.
+    /// The person picks the item. Does nothing if the item or its menu is disabled or hidden.
     void click();
 
 private:

@@ -17,7 +17,7 @@ struct message_box {
     std::string title{};  // empty: the program's name
     icon picture = icon::none;
     buttons_of_box buttons = buttons_of_box::ok;
-    /// The text in rows and columns, for a screen that has them; without rows there is the text alone.
+    /// The text in rows and columns, for a screen that can show a table; empty: the text alone.
     box_table table{};
 
     bool operator==(const message_box&) const = default;

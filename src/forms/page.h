@@ -25,7 +25,7 @@ struct print_job {
 enum class print_end : std::uint8_t {
     printed,
     cancelled,  // by the person
-    failed,     // the printer did not take it
+    failed,     // the printer refused it
 };
 
 }  // namespace tamrix::forms

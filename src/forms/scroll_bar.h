@@ -10,14 +10,15 @@ namespace tamrix::forms {
 
 enum class scroll_step : std::uint8_t { small_back, small_on, large_back, large_on, to_min, to_max };
 
-/// The value always lies from min to max: one outside becomes the nearest end. A max below min counts as min.
+/// The value is always from min to max: one outside becomes the nearest end. A max below min counts as min. All are 0
+/// at first.
 class scroll_bar final : public control {
 public:
     using control::control;
     void accept(control_visitor& visitor) override { visitor.visit(*this); }
 
     property<std::int32_t> small_change{*this, 1}, large_change{*this, 1};
-    /// The value is another one now, whoever changed it.
+    /// Raised after the value has changed, whoever changed it.
     std::function<void()> on_change;
 
     std::int32_t min() const { return min_; }

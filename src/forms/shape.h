@@ -1,4 +1,4 @@
-// Filled shapes on a picture, such as lamps and marks. They lie above what was drawn there, and clearing the picture
+// Filled shapes on a picture, such as lamps and marks. They are above what was drawn there, and clearing the picture
 // leaves them.
 #pragma once
 
@@ -19,11 +19,11 @@ public:
     property<bool> visible;
     property<outline> kind;
     property<area> place;
-    /// Empty where what lies below is seen through it.
+    /// Empty: transparent.
     property<std::optional<colour>> fill;
     property<colour> border;
 
-    /// Nothing where it is hidden.
+    /// Draws nothing while it is hidden.
     void draw_on(canvas& target) const;
 
 private:

@@ -17,18 +17,18 @@ class shell {
 public:
     virtual ~shell() = default;
 
-    /// Loads the form, runs it until it is closed, unloads it. An error that a handler throws ends the dialog and comes
-    /// out here.
+    /// Loads the form, runs it until it is closed, and unloads it. An error that a handler throws ends the dialog and
+    /// comes out here.
     void show_modal(form& dialog);
     virtual answer box(const message_box& box) = 0;
-    /// The name of a file to read or to write, UTF-8; none where the person cancels, as a platform without anybody to
-    /// ask does. Before an existing file is named for writing the person has agreed to replace it.
+    /// The name of a file to read or to write, UTF-8; none if the person cancels, or if the platform has nobody to ask.
+    /// The person has agreed to replace an existing file that is named for writing.
     virtual std::optional<std::string> open_file(const file_question&) { return std::nullopt; }
     virtual std::optional<std::string> save_file(const file_question&) { return std::nullopt; }
     /// Asks for a printer and prints one page. What the job throws comes out.
     virtual print_end print(const print_job&) { return print_end::cancelled; }
     virtual void beep() = 0;
-    /// Lets waiting messages pass: one round of the message pump.
+    /// Handles the waiting messages: one round of the message pump.
     virtual void doevents() = 0;
     /// Seconds of a clock that never goes back; only differences mean something.
     virtual double seconds() = 0;

@@ -8,7 +8,7 @@
 
 namespace tamrix::forms {
 
-/// Panels are numbered from 1. A number without a panel throws subscript_error.
+/// Panels are numbered from 1; their texts are UTF-8. A number without a panel throws subscript_error.
 class status_bar final : public control {
 public:
     status_bar(form& owner, int panels);

@@ -11,11 +11,11 @@ namespace tamrix {
 /// number without a text.
 std::string LoadResString(int number);
 
-/// What stands on the button for an answer, with its mnemonic, in the language with that offset. UTF-8. Throws
+/// The caption of the button for an answer, with its mnemonic, in the language with that offset. UTF-8. Throws
 /// resource_error for an offset without a language.
 std::string answer_text(int language, forms::answer which);
 
-/// True where there are texts under a language offset.
+/// True if there are texts under a language offset, a multiple of 3000.
 bool has_language(int offset);
 
 }  // namespace tamrix

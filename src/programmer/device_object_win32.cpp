@@ -31,7 +31,7 @@ std::string utf8(const BSTR text)
     return text == nullptr ? std::string{} : utf16::to_utf8(std::wstring_view{text, ::SysStringLen(text)});
 }
 
-/// What a call leaves behind, given back at the end.
+/// What a call leaves in memory, freed at the end.
 struct outcome {
     VARIANT value;
     EXCEPINFO exception{};

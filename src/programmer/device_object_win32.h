@@ -14,7 +14,7 @@
 
 namespace tamrix::hw {
 
-/// COM has to be initialised on the thread that makes it, which alone may call it.
+/// COM must be initialised on the thread that makes it, and only that thread may call it.
 class device_object final : public devobj {
 public:
     /// `class_name` is a ProgID or a class identifier in braces. Throws programmer_error.
@@ -51,7 +51,7 @@ private:
     [[noreturn]] void fail(const wchar_t* operation, const std::string& why) const;
 
     std::string class_name_;
-    /// Never released: it is kept for the life of the library, and at its end COM has gone already.
+    /// Never released: it lives as long as the library, and COM ends before that.
     IDispatch* object_ = nullptr;
     std::map<std::wstring_view, DISPID> ids_;
 

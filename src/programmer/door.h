@@ -7,17 +7,17 @@ namespace tamrix::hw {
 
 class door {
 public:
-    /// Where the programmer comes from; set by the host before the first use. One that has been made stays in use until
+    /// Where the programmer comes from; the host sets it before the first use. A programmer stays in use until
     /// forget().
     programmer_source source;
     /// Handed to the programmer when it is made.
     std::function<reply_memory()> replies;
 
-    /// Both make the programmer on first use and keep it. Throw programmer_error where there is none.
+    /// Both make the programmer on first use and keep it. Both throw programmer_error if there is none.
     lumbat& transport() { return open().transport(); }
     devobj& device() { return open().device(); }
 
-    /// Lets the programmer go; the next use makes one anew. Needed wherever the memory that it writes to goes.
+    /// Destroys the programmer; the next use makes a new one. To be called before the memory that it writes to goes.
     void forget() { opened_.reset(); }
 
 private:

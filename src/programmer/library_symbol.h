@@ -5,9 +5,9 @@
 
 namespace tamrix::hw {
 
-/// Loads a library that is never unloaded; null where it cannot be loaded, and `why` tells the system's reason.
+/// Loads a library, which is never unloaded. Returns null if it cannot be loaded; `why` is then the system's reason.
 void* load_library(const std::string& path, std::string& why);
-/// Address of a function that the library exports; null where it has none of that name.
+/// The address of a function that the library exports; null if it has none of that name.
 void* symbol_of(void* library, const char* name);
 
 }  // namespace tamrix::hw

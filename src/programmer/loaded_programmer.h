@@ -7,8 +7,8 @@
 
 namespace tamrix::hw {
 
-/// Loads the library when the programmer is first needed and never unloads it. `options` goes to the library as it is.
-/// What the source throws, programmer_error, names the file and tells what is wrong with it.
+/// Loads the library when the programmer is first needed and never unloads it. Passes `options` to it unchanged, UTF-8.
+/// The source throws programmer_error, which names the file and says what is wrong with it.
 programmer_source library_source(std::string path, std::string options = {});
 
 }  // namespace tamrix::hw

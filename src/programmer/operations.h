@@ -16,7 +16,7 @@
     act(void, vpppin, (std::uint8_t pin, std::uint8_t state), (pin, state))                                            \
     act(void, busmode, (std::int32_t mode), (mode)) /* 0 normal pin work, 1 read-back */                               \
     act(void, hwinit, (), ())                                                                                          \
-    /* Drops all drivers and voltages. Returns 1 where the hardware does not answer. */                                \
+    /* Switches off all drivers and voltages. Returns 1 if the hardware does not answer. */                            \
     act(std::int32_t, hwreset, (), ())                                                                                 \
     act(std::int32_t, ctlout, (std::int32_t value, std::uint8_t address), (value, address))                            \
     act(std::int32_t, ctlin, (std::uint8_t address), (address))                                                        \
@@ -24,9 +24,9 @@
     act(std::int32_t, regin, (std::uint8_t address), (address))                                                        \
     act(void, delayms, (std::int32_t milliseconds), (milliseconds))                                                    \
     act(void, delayus, (std::int32_t count), (count))                                                                  \
-    /* Waits for the reply to the frame just sent, which is then in `ibuf1`; false where none came. */                 \
+    /* Waits for the reply to the frame just sent, which is then in `ibuf1`; false if none came. */                    \
     act(bool, replywait, (std::uint8_t count, std::uint8_t mode, std::int32_t extra), (count, mode, extra))            \
-    /* The script of a vector run: entered act by act, handed to the hardware by vecstart. */                          \
+    /* The script of a vector run: each call adds a step, vecstart sends them. */                                       \
     act(void, vecout, (std::int32_t value, std::uint8_t address), (value, address))                                    \
     act(void, vecstart, (), ())                                                                                        \
     act(void, vecbyte, (std::uint8_t address), (address)) /* a read of a port, whose byte goes into the results */     \

@@ -12,9 +12,8 @@ struct windows_names {
     std::string device_class{};       // empty: as TAMRIX_DEVOBJ says, else the ProgID of windows_programmer.h
 };
 
-/// Both halves are found when they are first needed, each by itself, and stay for the source's life: a programmer that
-/// is let go and made anew finds the ones that are there. The memory for replies is not passed on, since neither half
-/// asks for it.
+/// Each half is found when it is first needed and lives as long as the source, so that a new programmer uses the same
+/// halves again. The memory for replies is not passed on, since neither half asks for it.
 programmer_source windows_source(windows_names names = {});
 
 }  // namespace tamrix::hw

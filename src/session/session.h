@@ -15,9 +15,10 @@ class session {
 public:
     explicit session(forms::shell& screen, std::string name_space = {});
 
-    /// The catalogue's text in the language of Language(0), looked up afresh. Throws resource_error.
+    /// The catalogue's text in the language of Language(0), looked up at each call. UTF-8. Throws resource_error
+    /// if there is none.
     std::string text(int base_number) const;
-    /// What stands on the button of a message box, in the same language.
+    /// The caption of a button of a message box, in the same language.
     std::string text(forms::answer which) const;
     /// Bytes of the device's main area: wordmode(0) times tlength(0), recomputed at each use.
     std::int64_t devbytes() const;

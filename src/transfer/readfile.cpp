@@ -152,7 +152,7 @@ void readfile::clear_buffer()
     const std::int64_t length = plug_in_.blocks.buflength(0);
     if (rfileOption1(0).value()) fill(buffer, 0, length - 1, 0xFF);
     // One byte further than the 0xFF fill; the margin of the mapping holds it. A binary file that fills the buffer from
-    // its start needs no clear: its read leaves 0 behind the end of the file.
+    // its start needs no clear: its read leaves 0 after the end of the file.
     const bool whole_binary = rfileOption2(0).value() && transfer_.bufstart == 0 && transfer_.filestart == 0;
     if (rfileOption1(1).value() && !whole_binary) fill(buffer, 0, length, 0x00);
 }

@@ -16,7 +16,7 @@ constexpr int margin = 12;        // around the dialog, and between its groups
 constexpr int line_gap = 6;       // between lines that belong together
 constexpr int option_gap = 2;     // between the options of a column
 constexpr int label_gap = 9;      // between a label and its field
-constexpr int beside_gap = 18;    // between things that stand side by side
+constexpr int beside_gap = 18;    // between things side by side
 constexpr int least_button = 88;  // width of a button, so that "OK" is no stub
 
 template <class Control>

@@ -181,7 +181,7 @@ void grid_panel::press(wxPoint at)
                  offset_next_to(in_text));
 }
 
-/// The caret covers the letter that it stands before, so a press on a letter, on either half, means that letter.
+/// The caret covers the letter after it, so a press on a letter, on either half, means that letter.
 int grid_panel::offset_next_to(wxPoint in_text) const
 {
     const std::string& text = shown_.text();

@@ -1,4 +1,4 @@
-// The list that stands open.
+// The open list.
 #include "wxui/text.h"
 #include "wxui/widgets.h"
 

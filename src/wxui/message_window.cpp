@@ -50,7 +50,7 @@ wxString title_of(const forms::message_box& box)
     return box.title.empty() ? wxTheApp->GetAppDisplayName() : to_wx(box.title).Trim();
 }
 
-/// Line ends behind the last line would only make the box higher.
+/// Line ends after the last line would only make the box higher.
 wxString text_of(const forms::message_box& box)
 {
     wxString text = to_wx(box.text).Trim();

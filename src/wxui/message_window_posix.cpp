@@ -131,7 +131,7 @@ private:
         for (wxButton* button : made) button->SetMinSize({width, -1});
         made.front()->SetDefault();
         made.front()->SetFocus();
-        // The one of the Enter key stands at the right here.
+        // The one of the Enter key is at the right here.
         for (auto button = made.rbegin(); button != made.rend(); ++button) {
             row->Add(*button, wxSizerFlags{}.Border(wxLEFT, button == made.rbegin() ? 0 : FromDIP(line_gap)));
         }

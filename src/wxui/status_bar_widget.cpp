@@ -1,4 +1,4 @@
-// The panels of a status bar. They paint at once, since a handler that is at work tells in them how far it is.
+// The panels of a status bar. They paint at once, since a handler at work says in them how far it is.
 #include "forms/status_bar.h"
 
 #include "wxui/text.h"

@@ -1,4 +1,4 @@
-// The text box: what a person types passes the control's filter before it stands there.
+// The text box: what a person types passes the control's filter before it is shown.
 #include "wxui/text.h"
 #include "wxui/widgets.h"
 

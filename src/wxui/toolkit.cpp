@@ -47,7 +47,7 @@ void toolkit::need_display()
 void toolkit::start()
 {
     const numbers_of_host kept;
-    const wxLogNull silent;  // what goes wrong is told by the error below
+    const wxLogNull silent;  // the error below says what went wrong
     wxApp::SetInstance(new app_of_library);
     thread_ = std::this_thread::get_id();
     started_ = start_wxwidgets() && wxTheApp->CallOnInit();

@@ -83,7 +83,7 @@ public:
     bool update() override
     {
         const bool other_room = window_widget::update() | show_caption();
-        // The toolkit asks only what stands inside for its width.
+        // The toolkit asks only the widgets inside for their width.
         const int width_of_caption = window_->GetTextExtent(window_->GetLabel()).x + 2 * window_->GetCharWidth();
         if (wxSizer* const inside = window_->GetContainingSizer()) inside->SetMinSize({width_of_caption, 0});
         return other_room;

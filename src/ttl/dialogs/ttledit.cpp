@@ -181,7 +181,8 @@ void ttledit::go_to(int row, int column)
     curcol = column;
 }
 
-/// The caret itself goes to the start of the last row only; that curcol says the end is meant: it refuses letters.
+/// The caret itself goes to the start of the last row only; intentional: curcol still says the end, which refuses
+/// letters.
 void ttledit::go_to_end()
 {
     Text1.select(grid_.offset(std::max(lastrow, 0), 0));
@@ -213,11 +214,11 @@ bool ttledit::type(char32_t letter)
     return true;
 }
 
-/// `behind` 0 puts the new row before the caret's row, 1 behind it; at the last row it always goes behind.
-void ttledit::insert_row(int behind)
+/// `after` 0 puts the new row before the caret's row, 1 after it; at the last row it always goes after.
+void ttledit::insert_row(int after)
 {
     if (row_count() >= static_cast<int>(vector_list::entries)) return plug_in_.screen.beep();
-    const int row = currow >= lastrow ? lastrow + 1 : currow + behind;
+    const int row = currow >= lastrow ? lastrow + 1 : currow + after;
     std::string text = Text1.text();
     text.insert(static_cast<std::size_t>(grid_.offset(row, 0)), vector_grid::line(row, yankrow));
     grid_.renumber(text, row + 1, ++lastrow);

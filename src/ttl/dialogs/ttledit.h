@@ -50,7 +50,7 @@ private:
     bool type(char32_t letter);
     bool takes(char32_t letter) const;
 
-    void insert_row(int behind);
+    void insert_row(int after);
     void insert_row_here();
     void copy_row();
     void delete_row();

@@ -167,7 +167,7 @@ void ttltest::test_in_loop()
     plug_in_.hardware.device().hwrelease();
 }
 
-/// A name without a record runs nothing, and that counts as a pass. A failed row was told while the vectors ran.
+/// A name without a record runs nothing, and that counts as a pass. A failed row was reported while the vectors ran.
 bool ttltest::passes(const std::string& name)
 {
     run_outcome& outcome = ttl_.outcome;

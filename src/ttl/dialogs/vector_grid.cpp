@@ -46,7 +46,7 @@ std::string vector_grid::ruler() const
 
 std::string vector_grid::fitted(std::string_view stored, char fill) const
 {
-    stored = stored.substr(0, stored.find('\0'));  // nothing was ever stored behind one
+    stored = stored.substr(0, stored.find('\0'));  // nothing was ever stored after one
     while (stored.starts_with(' ')) stored.remove_prefix(1);
     while (stored.ends_with(' ')) stored.remove_suffix(1);
     std::string letters{stored};

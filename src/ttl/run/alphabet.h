@@ -30,7 +30,7 @@ row_bytes bytes_of_row(std::string_view row, int pins);
 hw::port_bytes expected_bits(std::string_view row, const hw::row_span& span);
 
 /// Compares what was read with what must be. True where a position failed; its letter in `result`, a copy of the row,
-/// then tells the level that was seen.
+/// then says which level was seen.
 bool mark_failures(std::string_view row, const hw::row_span& span, const hw::port_bytes& expect,
                    const hw::port_bytes& readback, std::string& result);
 

@@ -17,7 +17,7 @@ run_outcome runport(session& plug_in, ttl_variables& ttl, std::int16_t rows, std
 /// 40 positions, row by row over USB.
 run_outcome runport40(session& plug_in, ttl_variables& ttl, std::int16_t rows, std::int16_t pins,
                       std::int16_t stopfirst, std::uint8_t logmode);
-/// 48 positions, all rows as one script over USB. Not played while `prgresult(0)` is 3: a communication error stands
+/// 48 positions, all rows as one script over USB. Not played while `prgresult(0)` is 3: a communication error is there
 /// that only the caller can clear.
 run_outcome runbatch(session& plug_in, ttl_variables& ttl, std::int16_t rows, std::int16_t pins, std::int16_t stopfirst,
                      std::uint8_t logmode);

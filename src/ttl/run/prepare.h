@@ -18,7 +18,7 @@ bool is_cmos_name(std::string_view name);
 void select_family_board(session& plug_in, bool cmos);
 /// On models that select boards by two codes: the board of the device's family.
 void select_board(session& plug_in, std::string_view name);
-/// Drops everything. False where the hardware is in trouble: hwfault was told then, and the outcome is no_answer.
+/// Drops everything. False where the hardware is in trouble: hwfault was called then, and the outcome is no_answer.
 bool reset_hardware(session& plug_in, ttl_variables& ttl);
 /// Reset, board, bus mode and 5 V. False where the reset failed; the attempt is over then.
 bool prepare_supply(session& plug_in, ttl_variables& ttl, std::string_view name);

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::uint8_t supply_at_the_tied_position = 108;
 
-/// 40 positions: one byte a group, which stands twice in a frame.
+/// 40 positions: one byte a group, which is twice in a frame.
 class pins40 final : public immediate_pins {
 public:
     explicit pins40(const vector_run& run)

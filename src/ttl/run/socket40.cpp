@@ -61,7 +61,7 @@ columns rewired(const columns& from, hw::column_place (&source)(hw::column_place
 }
 
 /// Half the device's pins from half a socket text. Socket texts of 40 letters reach none of the changed sizes: the
-/// table stands for shorter ones.
+/// table is used for shorter ones.
 constexpr std::size_t device_half(std::size_t half)
 {
     if (half >= 5 && half <= 9) return half + 4;

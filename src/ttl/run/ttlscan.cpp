@@ -17,7 +17,7 @@ namespace tamrix {
 
 namespace {
 
-/// The board of the family last tried; switched on a change only, and over USB only: meant.
+/// The board of the family last tried; intentional: switched on a change only, and over USB only.
 class family_board {
 public:
     explicit family_board(session& plug_in)
@@ -61,7 +61,7 @@ std::uint8_t progress(std::int32_t i, std::int32_t count)
 }
 
 /// Plays record after record, and yields the names of those that passed; nothing where the library ends too early. The
-/// outcome tells of the first communication error.
+/// outcome names the first communication error.
 std::optional<std::vector<std::string>> walk(session& plug_in, ttl_variables& ttl, library_lines& lines,
                                              std::int32_t count)
 {

@@ -46,8 +46,8 @@ run_outcome run_engine(session& plug_in, ttl_variables& ttl, std::uint8_t mode)
     return engine(plug_in, ttl, ttl.ttlcnt, ttl.ttlpin, 0, mode);
 }
 
-/// A communication error is told like everything else: in a box, or in the host's log. That the test failed goes into
-/// the log of the host in either case.
+/// A communication error is reported like everything else: in a box, or in the host's log. That the test failed goes
+/// into the log of the host in either case.
 void tell_failure(session& plug_in, const ttl_variables& ttl, std::uint8_t mode)
 {
     if (ttl.outcome.communication_failed()) {
