@@ -124,7 +124,7 @@ private:
             plug_in, [&](readfile& dialog) { dialog.rfilecombo1.pick(1); }, "bytes_even");
     }
 
-    /// Into a buffer in use, behind a clear to 0xFF.
+    /// Into a buffer in use, after a clear to 0xFF.
     void load_text(std::string file, std::int16_t format, const char* name)
     {
         cli::attached_plug_in plug_in{0};

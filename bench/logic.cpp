@@ -22,7 +22,7 @@ constexpr std::size_t devices = 500;
 /// Of the processor, for this program.
 double milliseconds() { return 1000.0 * static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
 
-/// The shipped library, filled up; what was in it stands last in the file.
+/// The shipped library, filled up; what was in it is last in the file.
 void make_library(session& state, ttl_variables& ttl)
 {
     std::filesystem::create_directories(state.syspath + "lib");

@@ -22,7 +22,7 @@ fi
 
 programs=$1
 images=$root/docs/images
-work=/tmp/tamrix-demo  # stands in the pictures
+work=/tmp/tamrix-demo  # is seen in the pictures
 mkdir "$work"
 started=()
 clean_up() {

@@ -71,7 +71,8 @@ void ttl_find(const ttl_options& options, console& con)
     std::string folder = options.syspath;
     b.check(b.plug_in.methods.mnutestautofind0(folder));
     check_carried_out("auto find", b.plug_in, "the library is damaged; name a sound one with --syspath");
-    // Hazards are not told: the vectors of other devices drive the outputs of this one, which is how auto find works.
+    // Hazards are not reported: the vectors of other devices drive the outputs of this one, which is how auto find
+    // works.
     for (const std::string& name : hits) con.line(name);
     if (hits.empty()) fail(b.plug_in.state.text(message::device_not_found));
 }

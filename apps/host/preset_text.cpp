@@ -57,7 +57,7 @@ constexpr std::array<key_line, 22> keys{{
 
 constexpr std::array<std::string_view, 3> clear_names{"ff", "00", "none"};  // in the order of clear_choice
 
-/// Decimal, or hexadecimal after "0x"; none where anything else stands there.
+/// Decimal, or hexadecimal after "0x"; none if it is anything else.
 std::optional<std::int64_t> number(std::string_view text)
 {
     const bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");

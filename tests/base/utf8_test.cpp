@@ -48,7 +48,7 @@ TEST(utf8, goes_on_behind_a_character_that_is_cut)
 
 TEST(utf8, reads_no_byte_behind_the_text)
 {
-    // The continuation byte stands in memory, but outside the view.
+    // The continuation byte is in memory, but outside the view.
     const std::string_view text{"\xC3\xBC", 1};
     const character cut = decode(text, 0);
     EXPECT_EQ(cut.code, 0xFFFDu);

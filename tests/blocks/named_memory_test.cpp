@@ -223,7 +223,7 @@ TEST_F(named_memory_objects, ignore_that_nothing_is_closed_or_unmapped)
 
 TEST_F(named_memory_objects, that_another_process_is_still_making_are_waited_for)
 {
-    // Stops in the middle of what create() does: the name stands and is held, the length is still to come.
+    // Stops in the middle of what create() does: the name exists and is held, the length is still to come.
     child_process other{[&](const line_end& parent) {
         const int file = ::shm_open(("/" + name).c_str(), O_RDWR | O_CREAT | O_EXCL, S_IRUSR | S_IWUSR | S_ISVTX);
         ::flock(file, LOCK_SH);

@@ -108,7 +108,7 @@ TEST_F(shared_blocks, have_the_elements_of_the_table_and_refuse_those_outside)
                                            std::numeric_limits<std::int64_t>::min()}) {
             EXPECT_THROW(ask(view, outside), subscript_error) << outside;
         }
-        // Nothing was written, not even where the page goes on behind the last element.
+        // Nothing was written, not even where the page goes on after the last element.
         const auto* bytes = static_cast<const std::uint8_t*>(view.mapping()->BaseAddress());
         EXPECT_TRUE(std::all_of(bytes, bytes + view.mapping()->reach_bytes(), [](auto byte) { return byte == 0; }));
         EXPECT_NO_THROW(ask(view, 0));

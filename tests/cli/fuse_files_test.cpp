@@ -89,7 +89,7 @@ TEST_F(fuse_files, in_the_layouts_of_compilers_have_the_same_fuses_here_and_in_j
     }
 }
 
-/// What is written here tells a fuse count of 0, as it must; with the right count in its place jedutil reads the same
+/// What is written here says a fuse count of 0, as it must; with the right count in its place jedutil reads the same
 /// fuses.
 TEST_F(fuse_files, written_here_are_read_by_jedutil_once_the_fuse_count_stands_in_them)
 {

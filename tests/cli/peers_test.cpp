@@ -20,7 +20,7 @@ std::string name_of(const testing::TestParamInfo<image_case>& info)
 constexpr std::size_t sizes[] = {1, 15, 16, 31, 32, 33, 0xFFFF, 0x10000, 0x10001, 0x100000};
 constexpr std::uint32_t starts[] = {0, 0xFFF0, 0x10000, 0x1FFF0};
 
-/// Those whose last byte stands below `end`.
+/// Those whose last byte is below `end`.
 std::vector<image_case> cases_up_to(std::uint64_t end)
 {
     std::vector<image_case> cases;
@@ -151,7 +151,7 @@ TEST_P(peers, a_motorola_file_of_objcopy_is_loaded_byte_for_byte)
     expect_loaded("peer.s");
 }
 
-/// srec_cat ends a file only where it is told a start address; without the end record the load fails, with all data
+/// srec_cat ends a file only where it receives a start address; without the end record the load fails, with all data
 /// loaded.
 TEST_P(peers_of_64_kib, tektronix_files_of_srec_cat_with_an_end_record_are_loaded_byte_for_byte)
 {

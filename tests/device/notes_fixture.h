@@ -57,7 +57,7 @@ protected:
     }
 };
 
-/// A reviewed text; its line ends stand for the carriage returns of the note.
+/// A reviewed text; its line ends are the carriage returns of the note.
 inline std::string reviewed(const std::string& name)
 {
     std::ifstream file{TAMRIX_NOTES "/" + name + ".txt"};

@@ -50,7 +50,7 @@ struct plug_in_with_dialogs : plug_in_fixture {
     }
     entry_methods class_of_host{session, variables, recorders()};
 
-    // The arguments of a host, which stand in variables of its own.
+    // The arguments of a host, which are in variables of its own.
     std::string file = "/dev/null", system_folder = "/usr/share/programmer/";
     std::uint8_t icsum = 7, mode = 1, count = 200, note = 3;
     bool16 ok = bool16_true;

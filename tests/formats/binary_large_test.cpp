@@ -127,7 +127,7 @@ TEST(read_binary_large, the_byte_path_adds_the_phases_to_the_crossed_sides)
     EXPECT_EQ(image.size(), 10u);  // four bytes, at 3, 5, 7 and 9
     EXPECT_EQ(image[3], '2');
     EXPECT_EQ(image[5], '6');
-    EXPECT_EQ(image[7], '\0');  // source address 10 lies behind the file
+    EXPECT_EQ(image[7], '\0');  // source address 10 is beyond the file
 }
 
 TEST(read_binary_large, the_byte_path_agrees_with_single_bytes_across_its_window)

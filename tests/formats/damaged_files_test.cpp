@@ -36,7 +36,7 @@ void PrintTo(const sample& one, std::ostream* out) { *out << one.name; }
 
 constexpr int jedec = -1, svf = -2;
 constexpr std::int64_t whole_view = ibuffer_bytes(buffer_bytes);
-/// The record readers drop what lies behind the byte that follows the device.
+/// The record readers drop what comes after the byte that follows the device.
 constexpr std::int64_t behind_device = start + device_bytes + 1;
 /// An Intel record that starts there goes on to its end.
 constexpr std::int64_t behind_intel = behind_device + 2 * 128, behind_intel16 = behind_intel + 2 * 128;
@@ -57,7 +57,7 @@ const sample samples[] = {
      failures::none,
      "\0\xFF"s},
     {"intel", 1, "2", intel_records, start + 0xFE, {1, 2, 3}, start, behind_intel, failures::some, "\0G9:\xFF"s},
-    // Text behind the end record: runs of records are only taken in one go where the file is long enough.
+    // Text after the end record: runs of records are only taken in one go where the file is long enough.
     {"intel_in_runs",
      1,
      "2",
@@ -131,7 +131,7 @@ const sample samples[] = {
      behind_device,
      failures::some,
      "\0G9@q\xFF"s},
-    // Signature and extra fuses go behind the main ones, at most as many as the file has characters.
+    // Signature and extra fuses go after the main ones, at most as many as the file has characters.
     {"jedec",
      jedec,
      "",
@@ -162,7 +162,7 @@ std::string with_dos_line_ends(const std::string& text)
 struct every_reader : testing::TestWithParam<sample> {
     every_reader() : f{{.buflength = buffer_bytes, .tlength = device_bytes}} {}
 
-    /// The buffer and, behind what may be reached of it, the rest of its last page.
+    /// The buffer and, after what may be reached of it, the rest of its last page.
     std::span<std::uint8_t> pages()
     {
         const auto view = f.session.blocks.ibuffer.span();
@@ -192,7 +192,7 @@ struct every_reader : testing::TestWithParam<sample> {
         }
         return f.variables.transfer.why_it_failed.empty() ? status::done : status::failed;
     }
-    /// Loads a file into a fresh buffer and looks at all that must hold, whatever stands in the file.
+    /// Loads a file into a fresh buffer and looks at all that must hold, whatever is in the file.
     status load(const std::string& content, const load_entries& modes = {})
     {
         constexpr std::uint8_t untouched = plug_in_fixture::untouched;

@@ -21,7 +21,7 @@ struct grid_texts : testing::Test {
 
     grid_texts()
     {
-        grid.text("first\nsecond\nx\nfourth\n");  // lines begin at 0, 6, 13, 15; the last feed stands at 21
+        grid.text("first\nsecond\nx\nfourth\n");  // lines begin at 0, 6, 13, 15; the last feed is at 21
         grid.on_select = [this] { ++selections; };
     }
     int after(int start, grid_key key)

@@ -14,7 +14,7 @@ namespace {
 
 using forms::answer;
 
-/// As it is seen: a letter for the Alt key in parentheses behind the word is dropped with them.
+/// As it is seen: a letter for the Alt key in parentheses after the word is dropped with them.
 std::string without_mnemonic(std::string text, mnemonic_style style)
 {
     const std::size_t at = text.find('&');

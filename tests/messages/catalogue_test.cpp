@@ -15,7 +15,7 @@ namespace {
 
 using tests::plug_in_fixture;
 
-/// The reviewed texts: a line is NUMBER: "TEXT", quotes inside the text stand as they are.
+/// The reviewed texts: a line is NUMBER: "TEXT", quotes inside the text are as they are.
 std::map<int, std::string> reviewed_messages()
 {
     std::map<int, std::string> messages;

@@ -108,7 +108,7 @@ private:
 TEST_F(dialogs_in_a_language, never_have_a_mnemonic_twice)
 {
     for (const language& in : languages) {
-        if (texts_of(in.offset).empty()) continue;  // told by the test that counts the languages
+        if (texts_of(in.offset).empty()) continue;  // the test that counts the languages says so
         for (const shown_dialog& dialog : all_in(in.offset)) {
             std::map<char32_t, std::string> taken;
             for (const std::string& caption : dialog.captions) {

@@ -9,7 +9,7 @@
 namespace tamrix::tests {
 namespace {
 
-/// The same in every language: names of signals, figures and the full stop that text is put behind.
+/// The same in every language: names of signals, figures and the full stop that comes before text.
 constexpr int same_everywhere[] = {1086, 1123, 1124, 1155, 1156, 1157, 1167, 1168, 1169, 1170};
 
 /// Words that a language shares with English, or that its engineers take from it.

@@ -17,7 +17,7 @@ namespace tamrix::tests {
 enum class mnemonic_style {
     latin,     // a letter of the word
     cyrillic,  // likewise
-    appended,  // a Latin letter in parentheses behind the word
+    appended,  // a Latin letter in parentheses after the word
 };
 
 struct language {
@@ -87,7 +87,7 @@ inline std::u32string letters_of(std::string_view text)
     return letters;
 }
 
-/// The letters behind an "&"; one before a blank is just an "&".
+/// The letters after an "&"; one before a blank is just an "&".
 inline std::u32string mnemonics_of(std::string_view text)
 {
     std::u32string found;

@@ -10,7 +10,7 @@
 namespace tamrix::tests {
 namespace {
 
-/// Texts that stand one below the other and end, up to the colon, at one column.
+/// Texts one below the other that end, up to the colon, at one column.
 const std::vector<std::vector<int>> aligned_groups{{1222, 1223}, {1282, 1283, 1284, 1285, 1287}};
 
 bool is_aligned(int number)

@@ -21,7 +21,7 @@ struct jedec_model {
     std::string note{};
     std::uint32_t checksum = 0;
     int vector_count = 0;
-    int progress = -1;  // none told
+    int progress = -1;  // none reported
     bool failed = false;
 
     void read(const std::string& text)

@@ -43,7 +43,7 @@ struct bench {
     void drive(const std::string& row, bool by_frame = true);
     /// H and L at each pin of a part of so many pins, read by the way that was driven.
     std::string read(std::size_t pins, bool by_frame = true);
-    /// The drive and the answer, as the letters that stand at the pins then.
+    /// The drive and the answer, as the letters at the pins then.
     std::string run(const std::string& row, bool by_frame = true);
     std::vector<std::string> hazards() const;
     std::vector<std::string> notes() const;

@@ -156,7 +156,7 @@ TEST(socket, an_oscillating_part_ends_with_one_note)
     b.programmer.insert(std::make_unique<oscillator>());
     b.run("XXXXXXXX");
     EXPECT_EQ(b.notes(), std::vector<std::string>{"the part oscillates"});
-    b.drive("0XXXXXXX");  // held low, it stands still
+    b.drive("0XXXXXXX");  // held low, it does not count
     b.drive("XXXXXXXX");
     EXPECT_EQ(b.notes().size(), 2u);
 }

@@ -1,4 +1,4 @@
-// The VPP driver at contact 108 that stands in for a VCC driver on some models.
+// The VPP driver at contact 108 that replaces a VCC driver on some models.
 #include "sim/bench.h"
 
 #include <gtest/gtest.h>

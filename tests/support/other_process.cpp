@@ -1,4 +1,4 @@
-// A program that knows of shared objects nothing but their names: it stands for a host that is not made with our
+// A program that knows of shared objects nothing but their names: it plays a host that is not made with our
 // headers. It reads orders from its standard input, a line each, and answers each with a line.
 //
 //     create NAME BYTES           makes an object

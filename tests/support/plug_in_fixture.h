@@ -17,7 +17,7 @@ struct device {
     std::int32_t buflength = 0x1000;
     std::int32_t tlength = 0x1000;  // in words
     std::uint8_t wordmode = 1;      // bytes of a word
-    std::uint8_t spare_units = 0;   // 16-byte units behind the main area
+    std::uint8_t spare_units = 0;   // 16-byte units after the main area
     std::uint8_t family = 0;        // typeformat(0)
     std::uint8_t clear = 2;         // typeformat(1): 0 fills with 0xFF, 1 with 0x00, 2 leaves the buffer
     std::string maker{};

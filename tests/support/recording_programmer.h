@@ -27,7 +27,7 @@ struct recording {
     std::deque<std::int32_t> hwreset_results;
     std::deque<bool> replywait_results;
     std::deque<bulk_end> bulk_ends;
-    /// What the socket reads row by row, over whichever route; behind it an empty socket, whose pins are all pulled up.
+    /// What the socket reads row by row, over whichever route; after it an empty socket, whose pins are all pulled up.
     std::deque<six_bytes> socket;
     /// Instead of `socket`: called for each row that is read.
     std::function<six_bytes()> read_socket;

@@ -1,5 +1,5 @@
 // A screen for tests: dialogs, questions for files and prints are answered by the test's own steps, boxes and pages are
-// recorded, and time stands still until the test moves it.
+// recorded, and time stops until the test moves it.
 #pragma once
 
 #include "forms/form.h"
@@ -46,7 +46,7 @@ public:
     forms::point page_size{11906, 16838};  // A4, in twips
     int beeps() const { return beeps_; }
     int pumps() const { return pumps_; }
-    /// How often controls of the shown dialogs told their renderer of a change, by control.
+    /// How often controls of the shown dialogs notified their renderer, by control.
     int changes(const forms::control& which) const;
     /// Every value that a progress bar showed, in order.
     const std::vector<double>& progress() const { return progress_; }

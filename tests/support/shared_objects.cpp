@@ -77,7 +77,7 @@ child_process::child_process(const std::function<int(const line_end& parent)>& b
         int status = 255;
         try {
             status = body(line_end{down[0], up[1]});
-        } catch (...) {  // told by the status
+        } catch (...) {  // the status says so
         }
         ::_exit(status);
     }

@@ -43,7 +43,7 @@ private:
     int pins_;
 };
 
-/// An inverter whose output stands at the pin opposite; with its supply in the usual corners of any package.
+/// An inverter whose output is at the pin opposite; with its supply in the usual corners of any package.
 class inverter final : public sim::part {
 public:
     explicit inverter(int pins) : pins_{pins} {}

@@ -8,7 +8,7 @@ namespace {
 
 using strings = std::vector<std::string>;
 
-/// The address that the dialog makes of a text, told by what it leaves in the transfer variables.
+/// The address that the dialog makes of a text, as it leaves it in the transfer variables.
 std::int64_t address_of(const std::string& text)
 {
     temp_folder files;

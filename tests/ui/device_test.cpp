@@ -124,7 +124,7 @@ TEST_F(workbench_with_device, edits_the_test_vectors_of_a_fuse_file)
     workbench.focus("^PLD Test Vector Edit");
     workbench.press("Down");
     workbench.type("hl");
-    workbench.press("Return");  // a row behind it
+    workbench.press("Return");  // a row after it
     workbench.type("c");
     workbench.press("alt+d");
     workbench.focus("in.jed.*tamrix workbench");

@@ -79,7 +79,7 @@ TEST_F(keyboard, tab_goes_through_the_controls_in_reading_order)
             press("Tab");
             path.push_back(focused());
         }
-        // A group of options is one stop; the buttons stand in the platform's order.
+        // A group of options is one stop; the buttons are in the platform's order.
         EXPECT_EQ(path, (events{"first", "0", "a list", "size 1", "colour 0", "Cancel", "OK"}));
         press("shift+Tab");
         EXPECT_EQ(focused(), "Cancel");

@@ -53,7 +53,7 @@ TEST_F(logic_dialogs, the_list_shows_as_selected_what_is_selected)
         press("Down Down");
         EXPECT_EQ(list().GetSelection(), test.List1.index());
         EXPECT_EQ(test.Text1.text(), test.List1.text());
-        press("Return");  // as a double click: no button stands for it here
+        press("Return");  // as a double click: there is no button for it here
         EXPECT_TRUE(test.is_open());
         press("shift+Tab");
         type("x");

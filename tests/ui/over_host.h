@@ -15,7 +15,7 @@
 
 namespace tamrix::tests {
 
-/// Stands behind the dialogs, as a host's window would.
+/// Below the dialogs, as a host's window would be.
 class host_window final : public scripted_form {
 public:
     forms::label text{*this};

@@ -157,7 +157,7 @@ bool comes_true(const std::function<bool()>& done)
 std::string focused()
 {
     const wxWindow* window = wxWindow::FindFocus();
-    return window != nullptr ? shown_text(*window) : "a list";  // which does not tell that it has the keyboard
+    return window != nullptr ? shown_text(*window) : "a list";  // which does not say that it has the keyboard
 }
 
 wxWindow& dialog()

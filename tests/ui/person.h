@@ -51,7 +51,7 @@ wxWindow& dialog();
 /// The widget of the dialog that shows this caption or text. Throws std::runtime_error where there is none.
 wxWindow& shown_as(const std::string& words);
 
-/// The picture of a part of the window as it stands on the screen at this moment.
+/// The picture of a window as it is on the screen at this moment.
 std::string picture_of(const wxWindow& window);
 /// The colour of one pixel in it, "#RRGGBB".
 std::string colour_at(const wxWindow& window, wxPoint inside);

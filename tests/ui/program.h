@@ -24,7 +24,7 @@ public:
     /// How many of its windows on the screen have this title.
     int shown(const std::string& title) const;
     void press(const std::string& keys) const;
-    /// The left button at a place of the window that has the keyboard, told in parts of its width and height.
+    /// The left button at a place of the window that has the keyboard, in parts of its width and height.
     void click_at(double across, double down) const;
     void type(const std::string& letters) const;
     pid_t process() const { return process_; }

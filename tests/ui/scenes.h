@@ -18,10 +18,10 @@ class stage {
 public:
     explicit stage(int language);
 
-    /// Shows a dialog; `fill` brings its contents once it stands there, then `look` is called.
+    /// Shows a dialog; `fill` brings its contents after it is shown, then `look` is called.
     void show(
         forms::form& shown, const std::function<void()>& fill = [] {});
-    /// Calls `asks`, which shows a message box, and `look` while the box stands there.
+    /// Calls `asks`, which shows a message box, and `look` while the box is shown.
     void ask(const std::function<void()>& asks);
 
     wxui::wx_shell screen;

@@ -50,7 +50,7 @@ protected:
         workbench.type(chip);
         workbench.press("Return");
     }
-    /// The pin is counted from the chip's first one; the keyboard stands in the list.
+    /// The pin is counted from the chip's first one; the list has the keyboard.
     void break_pin(int pin, const std::string& key)
     {
         workbench.press("Tab");

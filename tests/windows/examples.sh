@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Sourced by scripts/wine_tests.sh: the examples for Windows say what they should say. Needs to be inside the wine system.
 
-# tells_as_expected NAME COMMAND...: runs an example there; what it says stands beside this file.
+# tells_as_expected NAME COMMAND...: runs an example there; what it says is beside this file.
 tells_as_expected() {
     local name=$1
     shift

@@ -9,7 +9,7 @@
 
 namespace tamrix::tests {
 
-/// Counted in the system's table of all handles: under wine GetProcessHandleCount tells 0 always.
+/// Counted in the system's table of all handles: under wine GetProcessHandleCount always says 0.
 inline long open_handles()
 {
     struct entry {

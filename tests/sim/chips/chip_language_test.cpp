@@ -1,4 +1,4 @@
-// What a stanza may say, and what is told of one that says it wrongly.
+// What a stanza may say, and what is said of one that is wrong.
 #include "chip_socket.h"
 
 namespace tamrix::tests {
@@ -167,7 +167,7 @@ TEST(chip_language, a_chip_is_found_by_any_of_its_names)
     EXPECT_EQ(sim::find_chip(all_chips(), "740"), nullptr);
 }
 
-/// Whatever a file holds: chips, or an error that tells the line.
+/// Whatever a file holds: chips, or an error that names the line.
 void expect_chips_or_an_error(const std::string& text)
 {
     const auto answer = told(text);
@@ -197,7 +197,7 @@ TEST(chip_language, deep_chains_of_names_end_in_an_error)
     std::string lines = "w0 = A";
     for (int i = 1; i < 3000; ++i) lines += "\nw" + std::to_string(i) + " = w" + std::to_string(i - 1) + " & B";
     lines += "\nY = C\nZ = w2999";
-    EXPECT_EQ(told(with(lines)), "nothing");  // each name stands on one that is made already
+    EXPECT_EQ(told(with(lines)), "nothing");  // each name depends on one that is made already
     std::string backward = "Y = C\nZ = w0";
     for (int i = 0; i < 3000; ++i) backward += "\nw" + std::to_string(i) + " = w" + std::to_string(i + 1) + " & B";
     backward += "\nw3000 = A";

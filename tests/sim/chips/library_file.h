@@ -23,7 +23,7 @@ inline const std::string& library()
     return text;
 }
 
-/// CR LF ends a line, a lone LF is data. What stands behind the last CR LF comes as a line of its own.
+/// CR LF ends a line, a lone LF is data. What is after the last CR LF comes as a line of its own.
 inline std::vector<std::string> lines_of(const std::string& text)
 {
     std::vector<std::string> lines;

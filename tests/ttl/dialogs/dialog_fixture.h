@@ -112,7 +112,7 @@ protected:
         variables.ttl.ok = bool16_true;
     }
 
-    /// A library whose directory stands in the order of the records. `count` below 0: as many as there are.
+    /// A library whose directory is in the order of the records. `count` below 0: as many as there are.
     void write_library(const std::vector<record>& records, int count = -1)
     {
         const auto digits = [](int value, int width, int base) {

@@ -52,7 +52,7 @@ protected:
         });
     }
 
-    /// Where the caret of the shown editor stands.
+    /// Where the caret of the shown editor is.
     static int row_of(const ttledit& d) { return d.Text1.selection_start() / line(d); }
     static int column_of(const ttledit& d) { return d.Text1.selection_start() % line(d); }
     static int line(const ttledit& d) { return static_cast<int>(d.Text1.text().find('\n')) + 1; }

@@ -163,7 +163,7 @@ TEST_F(ttledit_keys, a_press_where_the_caret_stands_already_still_tells_the_colu
     device_of(1);
     edit([](ttledit& d) {
         put_caret(d, 0, 10);
-        d.Text1.press({60 * 120, 0}, 10);  // far behind the row
+        d.Text1.press({60 * 120, 0}, 10);  // far beyond the row
         press(d, key::right);
         type(d, "1");
         EXPECT_EQ(d.Text1.text(), "V0001 0000\n");

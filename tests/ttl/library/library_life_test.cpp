@@ -41,7 +41,7 @@ struct model_library {
         return all + "end-ksm\r\n";
     }
 
-    /// False, and nothing has changed, where the name stands inside an earlier one.
+    /// False, and nothing has changed, if the name is inside an earlier one.
     bool remove(const std::string& name)
     {
         const std::string whole = text().substr(0, 15) + header;

@@ -117,7 +117,7 @@ TEST(read_directory, a_count_that_is_too_high_reads_on_in_what_follows)
                     "7402*\r\nend-ksm\r\n");
     const library_directory directory = read_directory(f.session);
     EXPECT_EQ(directory.count, 3);
-    // The closing * counts as a length of 42, behind it the line is blank.
+    // The closing * counts as a length of 42, after it the line is blank.
     EXPECT_EQ(directory.names, (lines{"7400", "7402", std::string(42, ' ')}));
 }
 
@@ -182,7 +182,7 @@ TEST(ttlload, of_an_unknown_name_clears_the_result_and_leaves_the_rest)
     ttl_fixture f;
     f.write_library(slow::library_text({nand}) + nor.line() + "\r\n");
     f.put_rows({"kept"});
-    for (const char* name : {"7404", "7402"}) {  // the second one stands behind the end line
+    for (const char* name : {"7404", "7402"}) {  // the second one is after the end line
         f.session.blocks.prgresult(0) = 3;
         EXPECT_EQ(ttlload(f.session, f.variables.ttl, name, 0, 0).what, kind::not_played);
         EXPECT_EQ(f.session.blocks.prgresult(0), 0);

@@ -44,7 +44,7 @@ TEST(pin_code, of_a_row_without_the_letter_is_the_code_above_the_left_column)
 
 TEST(bytes_of_row, a_1_takes_along_what_is_expected_high_before_it)
 {
-    // Pins 3 and 4 of 16 are bits 2 and 3 of group 1: an H before the 1 shows in its data, one behind it does not.
+    // Pins 3 and 4 of 16 are bits 2 and 3 of group 1: an H before the 1 shows in its data, one after it does not.
     EXPECT_EQ(bytes_of_row("00H1000000000000", 16).drvdata[1], 4 | 8);
     EXPECT_EQ(bytes_of_row("001H000000000000", 16).drvdata[1], 4);
 }

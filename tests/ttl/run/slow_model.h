@@ -22,7 +22,7 @@ struct place {
     int code() const { return height + (right ? 101 : 1); }
 };
 
-/// Where pin `number` (from 1) of a device stands whose lowest pins stand at the socket's bottom.
+/// Where pin `number` (from 1) of a device is whose lowest pins are at the socket's bottom.
 inline place place_of_pin(int number, int pins)
 {
     return number <= pins / 2 ? place{false, pins / 2 - number} : place{true, number - pins / 2 - 1};
@@ -80,7 +80,7 @@ inline six_bytes ports_of(std::string_view row, bool open = true)
 }
 inline six_bytes ports_of_40(std::string_view row, bool open = true) { return ports_of(socket_text(row), open); }
 
-/// A library that knows only what stands in its file.
+/// A library that knows only what is in its file.
 struct device_record {
     std::string name;
     std::vector<std::string> rows;
@@ -98,7 +98,7 @@ struct device_record {
     }
 };
 
-/// A whole library file: `directory` are the entries as they stand, `records` from the top.
+/// A whole library file: `directory` are the entries unchanged, `records` from the top.
 inline std::string library_text(const std::vector<std::string>& directory, const std::vector<device_record>& records)
 {
     char count[8];

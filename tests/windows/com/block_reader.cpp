@@ -1,5 +1,5 @@
-// A second process: tells of each mapping named on the command line how many bytes it reaches and what its first four
-// hold, a line each. "-" stands for one that is not there. NAME=NUMBER puts the number there first.
+// A second process: says of each mapping named on the command line how many bytes it reaches and what its first four
+// hold, a line each. "-" is one that is not there. NAME=NUMBER puts the number there first.
 #include <cstdio>
 #include <cstdlib>
 #include <string>

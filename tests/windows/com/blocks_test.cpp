@@ -1,4 +1,4 @@
-// The shared blocks as a host meets them that stands on the system's calls alone.
+// The shared blocks as a host meets them that uses the system's calls alone.
 #include "host_block.h"
 #include "server.h"
 #include "tamrix/blocks.h"
@@ -14,7 +14,7 @@
 namespace tamrix::tests {
 namespace {
 
-/// What the second process tells of these mappings.
+/// What the second process says of these mappings.
 std::string seen_from_outside(const std::vector<std::string>& names)
 {
     std::string command = "tests_block_reader.exe";

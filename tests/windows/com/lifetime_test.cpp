@@ -79,7 +79,7 @@ struct lifetime : testing::Test {
 TEST_F(lifetime, of_many_objects_leaves_nothing)
 {
     const server dll;
-    for (int i = 0; i < 20; ++i) {  // what is kept once stands then
+    for (int i = 0; i < 20; ++i) {  // what is kept once is there then
         use(dll);
         read_fuses(dll);
     }

@@ -202,7 +202,7 @@ TEST_F(registration, of_the_machine_and_that_of_the_user_do_not_know_of_each_oth
     EXPECT_EQ(registered_of_this_class(), nobody);
 }
 
-/// Below a key that goes with the session nothing can stand that stays, so the registration ends in its midst.
+/// Below a key that goes with the session nothing lasting can be created, so the registration ends in its midst.
 TEST_F(registration, that_fails_takes_back_what_it_wrote)
 {
     const auto before = registered_of_this_class();

@@ -29,7 +29,7 @@ struct big_block : testing::Test {
         ASSERT_TRUE(methods.buffercomopt(num).ok());
         ASSERT_TRUE(ibuffer.attached());
     }
-    /// Pages of the mapping as the system tells it.
+    /// Pages of the mapping as the system reports them.
     std::size_t mapped_pages() const
     {
         MEMORY_BASIC_INFORMATION region{};

@@ -1,4 +1,4 @@
-// Blocks that can be neither opened nor created: their names stand for something else.
+// Blocks that can be neither opened nor created: their names are taken by something else.
 #include "entry/entry_methods.h"
 #include "session/session.h"
 #include "support/plug_in_fixture.h"

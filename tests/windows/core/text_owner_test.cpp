@@ -20,7 +20,7 @@ class allocator_spy final : public IMallocSpy {
 public:
     int frees_of(BSTR text) const
     {
-        const auto found = frees_.find(reinterpret_cast<char*>(text) - 4);  // the length stands before the text
+        const auto found = frees_.find(reinterpret_cast<char*>(text) - 4);  // the length is before the text
         return found == frees_.end() ? 0 : found->second;
     }
     int in_use() const { return in_use_; }

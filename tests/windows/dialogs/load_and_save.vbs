@@ -79,7 +79,7 @@ Expect "result type of the save", TypeName(result), "Empty"
 Expect "status text", InStr(blocks.Text("MainRtstr", 0), ">>Save File OK!") > 0, True
 Expect "saved file", Contents("out.hex"), ":020000040000FA" & vbCrLf & record
 
-' A file that is not there: told in the status text, and the host lives.
+' A file that is not there: the status text says so, and the host lives.
 blocks.SetText "MainRtstr", 0, ""
 Person "Load A File To Buffer", "OK"
 result = plugin.readfile0("missing.hex", 1, "")

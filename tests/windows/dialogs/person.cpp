@@ -2,8 +2,8 @@
 // the deed with the mouse and the keyboard, as a person would. It knows nothing of the window but what it shows.
 //   BUTTON     presses the button with this caption
 //   keys:TEXT  types; {enter}, {esc}, {tab} and {alt+X} are keys
-//   read       tells the captions and texts in the window, a line each
-// Ends with 1 where a window, a button or a key does not exist, and tells so in person.log too, since nobody sees the
+//   read       writes the captions and texts in the window, a line each
+// Ends with 1 where a window, a button or a key does not exist, and says so in person.log too, since nobody sees the
 // output of a program that a script starts.
 #include "dialogs/window_texts.h"
 

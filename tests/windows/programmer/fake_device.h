@@ -35,7 +35,7 @@ public:
 
     std::vector<std::string> asked;                    // names whose identifiers were asked for
     std::vector<std::vector<VARIANTARG>> calls;        // arguments in their order
-    std::vector<long> numbers;                         // behind them, in their order
+    std::vector<long> numbers;                         // after them, in their order
     std::function<HRESULT(VARIANT&, EXCEPINFO&)> act;  // none: succeeds without a result
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID wanted, void** found) override

@@ -28,7 +28,7 @@ namespace {
 
 using engine = run_outcome (*)(session&, ttl_variables&, std::int16_t, std::int16_t, std::int16_t, std::uint8_t);
 
-/// The model that main() was told.
+/// The model that main() received.
 std::int16_t model_of_simulator()
 {
     char options[256] = {};

@@ -1,5 +1,5 @@
 // A second process: writes the device data of a 14-pin chip, and a programmer's model, to the blocks of the instance
-// whose number stands on the command line. A script cannot reach them itself.
+// whose number is on the command line. A script cannot reach them itself.
 #include "tamrix/blocks.h"
 
 #include <cstdio>

@@ -1,6 +1,6 @@
 ' A script as a host that has a chip's own vectors tested, with everything bound late. Its first word is the begin of
 ' the error that must come, or "none" where the test has to run; then the second word names the file to which the
-' simulated programmer writes what it was told. Ends with 1 at the first thing that is not as it should be.
+' simulated programmer writes what it received. Ends with 1 at the first thing that is not as it should be.
 Option Explicit
 
 Dim failures
