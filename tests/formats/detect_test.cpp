@@ -82,16 +82,21 @@ TEST_F(detect_format_of, motorola_records)
 {
     expect_text_format(2, {"S00600004844521B\r\nS1060000AABBCCC8\r\nS9030000FC\r\n", "S30600000000AA4F\n"},
                        "S1060000AABBCC00\n", "Some text is no record\n");
+    expect("S00600004844521B\r\nS1060000AABBCC00\r\n", 2, detection::mine);  // the first record decides
 }
 
 TEST_F(detect_format_of, tektronix_records)
 {
     expect_text_format(3, {"/0012020511226\n/0000000000r\n"}, "/0012020911226\n", "/usr/bin/env\n");
+    expect("/0FFF022F11226\n/0000000000r\n", 3, detection::mine);
 }
 
 TEST_F(detect_format_of, texas_instrument_text)
 {
     expect_text_format(7, {"@F000\n31 40 00\nq\n", "@F000\r\nq\r\n"}, "@F000\nhello\n", "@hello\n");
+    // One byte alone on its line, whatever ends it.
+    for (const char* end : {"", "\n", "\r", "\r\n"}) expect(std::string{"@F000\n31"} + end, 7, detection::mine);
+    expect("@F000\n31x\n", 7, detection::damaged);
 }
 
 TEST_F(detect_format_of, holtek_images)
@@ -150,6 +155,7 @@ TEST_F(measured_range_of, intel_files_counts_extended_addresses)
                  "6\n",
                  0x08000010, 0x08001FF1);
     EXPECT_FALSE(measure(1, "nothing"));
+    EXPECT_FALSE(measure(1, ":00000006FA\n:0100100045AA\n")) << "nothing is read after an unknown record";
 }
 
 TEST_F(measured_range_of, hex16_files_counts_bytes) { expect_range(6, ":0200100012345678DA\n", 0x20, 0x24); }

@@ -37,6 +37,13 @@ TEST(read_motorola, records_of_all_three_widths_land_at_their_addresses)
     EXPECT_EQ(f.buffer(0x30), 4);
 }
 
+TEST(read_motorola, all_four_bytes_of_an_address_count)
+{
+    motorola_fixture f;
+    EXPECT_EQ(f.read(record(3, 0x21436587, {1}) + end_record, {.from_file = "21436580"}), status::done);
+    EXPECT_EQ(f.bytes(6, 3), (bytes_of{untouched, 1, untouched}));
+}
+
 TEST(read_motorola, a_record_without_data_is_accepted)
 {
     motorola_fixture f;
