@@ -1,6 +1,7 @@
 #include "sim/device.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace tamrix::sim {
 
@@ -17,6 +18,19 @@ std::string call(const char* name, std::int64_t first) { return std::string{name
 std::string call(const char* name, std::int64_t first, std::int64_t second)
 {
     return call(name, first) + ' ' + std::to_string(second);
+}
+
+/// The driver of pin n has the control address n + 128; the value says which of its drivers.
+constexpr std::uint8_t driver_addresses = 128;
+
+std::optional<driver_kind> driver_of(std::uint8_t value)
+{
+    switch (value) {
+    case 135: return driver_kind::vpp;
+    case 137: return driver_kind::vcc;
+    case 138: return driver_kind::ground;
+    default: return std::nullopt;
+    }
 }
 
 std::uint8_t byte_of(std::int32_t value) { return static_cast<std::uint8_t>(value & 0xFF); }
@@ -59,7 +73,11 @@ void device::vpppin(std::uint8_t pin, std::uint8_t state)
     shared_.hardware.vpp(pin, state != 0);
 }
 
-void device::busmode(std::int32_t mode) { line(call("busmode", mode)); }
+void device::busmode(std::int32_t mode)
+{
+    line(call("busmode", mode));
+    shared_.hardware.set_bus_mode(mode);
+}
 
 void device::hwinit() { line("hwinit"); }
 
@@ -82,8 +100,13 @@ std::int32_t device::ctlout(std::int32_t value, std::uint8_t address)
 {
     line(std::string{"ctlout "} + std::to_string(value) + " -> " + std::to_string(address));
     if (shared_.faults.no_answer) return silent;
-    control_registers_[address] = byte_of(value);
-    if (address == divider_address) take_divider(byte_of(value));
+    const auto driver = driver_of(byte_of(value));
+    if (shared_.hardware.tests_drivers() && driver && address > driver_addresses) {
+        shared_.hardware.toggle_driver(*driver, address - driver_addresses);
+    } else {
+        control_registers_[address] = byte_of(value);
+        if (address == divider_address) take_divider(byte_of(value));
+    }
     answer_with_pins();
     return answered;
 }
@@ -224,9 +247,15 @@ void device::hwfault() { line("hwfault"); }
 std::int32_t device::boardsel(std::uint8_t code)
 {
     line(call("boardsel", code));
-    return shared_.faults.no_answer ? no_board : answered;
+    if (shared_.faults.no_answer) return no_board;
+    shared_.hardware.select_board(code);
+    return answered;
 }
 
-void device::boardsel2(std::uint8_t first, std::uint8_t second) { line(call("boardsel2", first, second)); }
+void device::boardsel2(std::uint8_t first, std::uint8_t second)
+{
+    line(call("boardsel2", first, second));
+    if (!shared_.faults.no_answer) shared_.hardware.select_board(first, second);
+}
 
 }  // namespace tamrix::sim

@@ -1,12 +1,14 @@
 // What can be wrong with a simulated programmer or the part in its socket.
 #pragma once
 
+#include <cstdint>
 #include <limits>
 #include <map>
 #include <set>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace tamrix::sim {
 
@@ -15,6 +17,10 @@ class fault_error : public std::invalid_argument {
 };
 
 enum class pin_fault { stuck_low, stuck_high, open };
+
+/// What the programmer can switch to a contact: the supplies, and the two halves of the pin driver.
+enum class driver_kind : std::uint8_t { vpp, vcc, ground, high, low };
+enum class driver_fault : std::uint8_t { dead, always_on };
 
 /// How many more times something goes wrong.
 class fault_count {
@@ -39,12 +45,22 @@ struct fault_set {
     std::set<int> bad_banks{};        // of the memory, from 0
     fault_count lost_replies{}, reads_without_end{}, lost_markers{};
     bool no_answer = false;
+
+    // By pin of the socket, from 1.
+    std::map<std::pair<driver_kind, int>, driver_fault> drivers{};
+    std::map<int, bool> stuck_inputs{};  // the level that is read
+    std::set<std::pair<int, int>> bridges{};
+    std::set<int> dead_pull_downs{}, open_board_lines{};
+    bool no_pull_down = false, no_test_board = false;
+    std::set<std::pair<int, int>> bad_registers{};  // board and register
 };
 
-/// Adds one fault by name: "pin 3 stuck 0", "pin 3 stuck 1", "pin 3 open", "dead driver 5", "lost reply" and "lost
-/// reply 2", "read never ends" and "read never ends 2", "marker never comes" and "marker never comes 2" (all with a
-/// count: only the next so many), "no answer", "bad ram bank 3". Throws fault_error that says what was found and what
-/// is possible there.
+/// Adds one fault by name: "pin 3 stuck 0", "pin 3 stuck 1", "pin 3 open", "dead driver 5", "vcc driver 7 dead", "vcc
+/// driver 7 always on" (also vpp, ground, high, low), "input 7 stuck 0", "input 7 stuck 1", "pins 7 and 8 bridged",
+/// "pull-down dead", "pull-down 7 dead", "test board missing", "test board line 7 open", "bad register 3 of board 5",
+/// "lost reply" and "lost reply 2", "read never ends" and "read never ends 2", "marker never comes" and "marker never
+/// comes 2" (all with a count: only the next so many), "no answer", "bad ram bank 3". "pin 3" is the part's pin, all
+/// other pins are those of the socket. Throws fault_error that says what was found and what is possible there.
 void add_fault(fault_set& faults, std::string_view text);
 
 }  // namespace tamrix::sim

@@ -1,5 +1,7 @@
 #include "sim/machine.h"
 
+#include "sim/driver_lists.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -9,18 +11,23 @@ namespace {
 
 /// A VPP generator at rest delivers this.
 constexpr std::int32_t safe_vpp_millivolts = 5000;
-constexpr int special_code = 108;
-
-bool set_in(std::uint8_t byte, int bit) { return (byte >> bit & 1) != 0; }
+constexpr std::uint8_t function_switch = 11;
+constexpr std::uint8_t pull_register = 50;
+/// A part of so many pins has its last one at contact 107.
+constexpr int pins_up_to_contact_107 = 14;
 
 }  // namespace
 
-machine::machine(int model, const fault_set& faults, journal& log)
+machine::machine(int model, int generation, const fault_set& faults, journal& log)
     : model_{model},
+      generation_{generation},
       wires_{model},
+      faults_{faults},
       log_{log},
       socket_{wires_, faults, log},
-      supplies_(static_cast<std::size_t>(wires_.contacts()))
+      board_{faults},
+      supplies_(static_cast<std::size_t>(wires_.contacts())),
+      tested_(supplies_.size())
 {
     reset();
 }
@@ -30,6 +37,9 @@ void machine::reset()
     registers_.fill(0);
     std::fill_n(registers_.begin(), 2 * ports, std::uint8_t{255});
     std::ranges::fill(supplies_, supplies{});
+    std::ranges::fill(tested_, supplies{});
+    board_.reset();
+    masks_count_ = false;
     vcc_millivolts_ = 0;
     vpp_millivolts_ = {};
     update();
@@ -38,19 +48,22 @@ void machine::reset()
 void machine::update()
 {
     socket_.rewire();
-    for (int port = 0; port < ports; ++port) apply_port(port);
     switch_supplies();
 }
 
 void machine::switch_supplies()
 {
+    apply_ports();
     apply_supplies();
     socket_.settle();
 }
 
 void machine::insert(std::unique_ptr<part> what)
 {
+    // With a part of this package, these models ask for a line between the contacts 107 and 108.
+    const bool laid = what != nullptr && what->pins() == pins_up_to_contact_107 && wires_.can_only_pull_low();
     socket_.insert(std::move(what));
+    line_laid_ = laid;
     update();
 }
 
@@ -92,101 +105,56 @@ void machine::vpp(int code, bool on)
     switch_supplies();
 }
 
-/// On these models the VPP driver of the contact replaces its VCC driver.
-bool machine::special_supply(int code) const
+void machine::select_board(int code)
 {
-    switch (model_) {
-    case 15:
-    case 16:
-    case 23:
-    case 24:
-    case 28:
-    case 29: return code == special_code;
-    default: return false;
-    }
+    board_.select(code);
+    switch_supplies();
 }
 
-std::int32_t machine::vpp_millivolts(int code) const
+void machine::select_board(int first, int second)
 {
-    const std::int32_t generator = vpp_millivolts_[static_cast<std::size_t>(code % 2)];
-    return special_supply(code) && generator <= safe_vpp_millivolts ? vcc_millivolts_ : generator;
+    board_.select(first, second);
+    switch_supplies();
 }
 
-/// The wiring of models 23, 24, 28 and 29 hands the special supply to contact 107 where the part has its supply pin
-/// there.
-int machine::fed_contact(int contact) const
+void machine::set_bus_mode(std::int32_t mode)
 {
-    const part* const inside = socket_.occupant();
-    if (!wires_.can_only_pull_low() || !special_supply(wires_.code_of_contact(contact)) || inside == nullptr ||
-        inside->vcc_pin() < 0) {
-        return contact;
-    }
-    const int wanted = wires_.contact_of_pin(inside->vcc_pin(), inside->pins());
-    return wires_.code_of_contact(wanted) == special_code - 1 ? wanted : contact;
+    board_.set_mode(mode);
+    switch_supplies();
 }
 
-void machine::apply_supplies()
+void machine::toggle_driver(driver_kind kind, int pin)
 {
-    for (int contact = 0; contact < wires_.contacts(); ++contact) {
-        contact_drive& drive = socket_.at(contact);
-        drive.ground = supplies_[static_cast<std::size_t>(contact)].ground;
-        drive.millivolts = 0;
-    }
-    for (int contact = 0; contact < wires_.contacts(); ++contact) {
-        const supplies& own = supplies_[static_cast<std::size_t>(contact)];
-        const int code = wires_.code_of_contact(contact);
-        if (own.vcc) {
-            std::int32_t& here = socket_.at(contact).millivolts;
-            here = std::max(here, vcc_millivolts_);
-        }
-        if (own.vpp) {
-            std::int32_t& there = socket_.at(fed_contact(contact)).millivolts;
-            there = std::max(there, vpp_millivolts(code));
-        }
-    }
-}
-
-void machine::apply_port(int port)
-{
-    const std::uint8_t data = registers_[static_cast<std::size_t>(2 * port)];
-    // Where a port has one byte, a one releases.
-    const std::uint8_t mask = wires_.can_only_pull_low() ? data : registers_[static_cast<std::size_t>(2 * port + 1)];
-    for (int bit = 0; bit < 8; ++bit) {
-        const auto contact = wires_.contact_of_bit(port, bit);
-        if (!contact) continue;
-        const level driven = set_in(data, bit) ? level::high : level::low;
-        socket_.at(*contact).pin = set_in(mask, bit) ? level::open : driven;
-    }
+    if (!has_test_switch(model_, kind, pin))
+        return log_.note("model " + std::to_string(model_) + " switches no such driver at pin " + std::to_string(pin));
+    supplies& one = tested_[static_cast<std::size_t>(*wires_.contact_of_socket_pin(pin))];
+    bool& on = kind == driver_kind::ground ? one.ground : kind == driver_kind::vcc ? one.vcc : one.vpp;
+    on = !on;
+    switch_supplies();
 }
 
 void machine::write_register(std::uint8_t address, std::uint8_t value)
 {
-    if (std::exchange(registers_[address], value) == value || address >= 2 * ports) return;
+    if (address == function_switch) board_.take_switch(value);
+    if (std::exchange(registers_[address], value) == value) return;
+    if (address == pull_register) return switch_supplies();
+    if (address >= 2 * ports) return;
     apply_port(address / 2);
     socket_.settle();
 }
 
-void machine::write_ports(const port_bytes& data, const port_bytes& masks)
+void machine::write_ports(const port_bytes& data, const port_bytes& masks, bool masks_count)
 {
+    masks_count_ = masks_count;
+    board_.take_switch(masks[function_switch / 2]);
     for (int port = 0; port < ports; ++port) {
         const auto index = static_cast<std::size_t>(port);
         registers_[2 * index] = data[index];
         registers_[2 * index + 1] = masks[index];
-        apply_port(port);
     }
+    apply_ports();
     socket_.settle();
     settle_down();
-}
-
-std::uint8_t machine::port_levels(int port) const
-{
-    unsigned byte = 0;
-    for (int bit = 0; bit < 8; ++bit) {
-        const auto contact = wires_.contact_of_bit(port, bit);
-        // A bit that is wired to nothing is pulled up like any other.
-        if (!contact || socket_.is_high(*contact)) byte |= 1u << bit;
-    }
-    return static_cast<std::uint8_t>(byte);
 }
 
 std::uint8_t machine::read_register(std::uint8_t address)
@@ -206,11 +174,12 @@ machine::port_bytes machine::read_ports() const
 void machine::check_idle()
 {
     for (int contact = 0; contact < wires_.contacts(); ++contact) {
-        const supplies& own = supplies_[static_cast<std::size_t>(contact)];
+        const supplies &own = supplies_[static_cast<std::size_t>(contact)],
+                       &tested = tested_[static_cast<std::size_t>(contact)];
         const std::string where = " driver left on at contact " + std::to_string(wires_.code_of_contact(contact));
-        if (own.ground) log_.hazard("ground" + where);
-        if (own.vcc) log_.hazard("VCC" + where);
-        if (own.vpp) log_.hazard("VPP" + where);
+        if (own.ground || tested.ground) log_.hazard("ground" + where);
+        if (own.vcc || tested.vcc) log_.hazard("VCC" + where);
+        if (own.vpp || tested.vpp) log_.hazard("VPP" + where);
     }
     for (std::size_t channel = 0; channel < 2; ++channel) {
         if (vpp_millivolts_[channel] > safe_vpp_millivolts)

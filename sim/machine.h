@@ -1,6 +1,7 @@
 // The hardware of a simulated programmer: registers, pin drivers, supplies and the socket they reach.
 #pragma once
 
+#include "sim/function_board.h"
 #include "sim/socket.h"
 
 #include <array>
@@ -15,7 +16,8 @@ public:
     static constexpr int ports = 6;
     using port_bytes = std::array<std::uint8_t, ports>;
 
-    machine(int model, const fault_set& faults, journal& log);
+    /// `generation` of the hardware: 17 reaches the outermost pins in every state, others below model 40 only in some.
+    machine(int model, int generation, const fault_set& faults, journal& log);
     machine(const machine&) = delete;
     machine& operator=(const machine&) = delete;
 
@@ -25,10 +27,19 @@ public:
     void ground(int code, bool on);
     void vcc(int code, bool on);
     void vpp(int code, bool on);
-    /// Register 2b is the data byte of port b, 2b + 1 its mask. All others only keep their value.
+    /// By one code or two: see function_board.
+    void select_board(int code);
+    void select_board(int first, int second);
+    void set_bus_mode(std::int32_t mode);
+    bool tests_drivers() const { return board_.has_driver_test(); }
+    /// Switches the VPP, VCC or ground driver of a pin on, the next time off, as the driver test does. Pins count from
+    /// 1 as on a socket of 48.
+    void toggle_driver(driver_kind kind, int pin);
+    /// Register 2b is the data byte of port b, 2b + 1 its mask; 11 is the function switch too. 50 sets the pull of the
+    /// inputs where the function board lets it. All others only keep their value.
     void write_register(std::uint8_t address, std::uint8_t value);
-    /// All ports at once.
-    void write_ports(const port_bytes& data, const port_bytes& masks);
+    /// All ports at once. Ports that can only pull low obey their masks where `masks_count` says so.
+    void write_ports(const port_bytes& data, const port_bytes& masks, bool masks_count);
     /// Register 2b reads the pins of port b, any other its value.
     std::uint8_t read_register(std::uint8_t address);
     port_bytes read_ports() const;
@@ -51,20 +62,32 @@ private:
         bool ground = false, vcc = false, vpp = false;
     };
     supplies* at_code(int code);
+    std::int32_t rail(std::int32_t generator) const;
     std::int32_t vpp_millivolts(int code) const;
     bool special_supply(int code) const;
-    int fed_contact(int contact) const;
+    bool works(driver_kind kind, int contact, bool wanted) const;
+    bool pulls_down(int contact) const;
+    bool is_closed(int port) const;
+    bool owned_by_supply(int contact) const;
+    void supply(int contact, std::int32_t millivolts);
     void apply_supplies();
     void apply_port(int port);
+    void apply_ports();
     void switch_supplies();
+    std::uint8_t pin_levels(int port) const;
     std::uint8_t port_levels(int port) const;
 
-    int model_;
+    int model_, generation_;
     wiring wires_;
+    const fault_set& faults_;
     journal& log_;
     sim::socket socket_;
+    function_board board_;
     std::array<std::uint8_t, 256> registers_{};
+    bool masks_count_ = false;        // where ports can only pull low
+    bool line_laid_ = false;          // from the supply of contact 108 to contact 107
     std::vector<supplies> supplies_;  // by contact
+    std::vector<supplies> tested_;    // by contact: what the driver test has switched on
     std::int32_t vcc_millivolts_ = 0;
     std::array<std::int32_t, 2> vpp_millivolts_{};
 };

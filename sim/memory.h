@@ -13,11 +13,10 @@ class memory {
 public:
     static constexpr std::size_t bank_bytes = 32768;
 
-    memory(int banks, const fault_set& faults)
-        : bytes_(static_cast<std::size_t>(banks) * bank_bytes, 0xFF), faults_{faults}
-    {}
+    memory(std::size_t bytes, const fault_set& faults) : bytes_(bytes, 0xFF), faults_{faults} {}
 
-    int banks() const { return static_cast<int>(bytes_.size() / bank_bytes); }
+    /// The last one may be shorter than the others.
+    int banks() const { return static_cast<int>((bytes_.size() + bank_bytes - 1) / bank_bytes); }
     /// The next writes start at this bank.
     void seek(int bank) { next_ = static_cast<std::size_t>(bank) * bank_bytes; }
     /// False if it does not all fit.

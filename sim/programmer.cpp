@@ -9,10 +9,18 @@ namespace {
 
 constexpr int first_model_with_large_memory = 40, small_banks = 4, large_banks = 16;
 
-int banks_of(const setup& wanted)
+std::size_t memory_bytes_of(const setup& wanted)
 {
-    if (wanted.memory_banks > 0) return std::min(wanted.memory_banks, large_banks);
-    return wanted.model < first_model_with_large_memory ? small_banks : large_banks;
+    if (wanted.memory_banks > 0)
+        return static_cast<std::size_t>(std::min(wanted.memory_banks, large_banks)) * memory::bank_bytes;
+    switch (wanted.model) {
+    case 23:
+    case 24:
+    case 28:
+    case 29: return 4096;
+    case 27: return 57344;
+    default: return (wanted.model < first_model_with_large_memory ? small_banks : large_banks) * memory::bank_bytes;
+    }
 }
 
 setup completed(setup wanted)
@@ -24,7 +32,8 @@ setup completed(setup wanted)
 
 parts_of_programmer parts_of(const setup& wanted, reply_place replies)
 {
-    return parts_of_programmer{wanted.model, banks_of(wanted), wanted.time, wanted.log, std::move(replies)};
+    return parts_of_programmer{wanted.model, wanted.generation, memory_bytes_of(wanted),
+                               wanted.time,  wanted.log,        std::move(replies)};
 }
 
 }  // namespace

@@ -12,7 +12,8 @@ namespace tamrix::sim {
 
 struct setup {
     int model = 40;
-    int memory_banks = 0;                // of 32768 bytes, at most 16; 0: as many as the model has
+    int generation = 0;                  // of the hardware; 17 differs below model 40
+    int memory_banks = 0;                // of 32768 bytes, at most 16; 0: the memory that the model has
     std::shared_ptr<sim::clock> time{};  // none: a virtual clock of its own
     std::shared_ptr<journal> log{};      // none: one of its own. It must run on `time`
 };

@@ -46,15 +46,32 @@ const pin_fault* socket::fault_of(int pin) const
 
 bool socket::dead(int contact) const { return faults_.dead_drivers.contains(wires_.code_of_contact(contact)); }
 
+void socket::join(int contact, int other)
+{
+    const std::size_t one = net_of_[static_cast<std::size_t>(contact)], two = net_of_[static_cast<std::size_t>(other)];
+    std::ranges::replace(net_of_, two, one);
+}
+
+/// A line that the part makes does not reach this pin of it.
+bool socket::cut(int pin) const
+{
+    const pin_fault* const fault = fault_of(pin);
+    const auto number = wires_.socket_pin_of(contact_of(pin));
+    return faults_.no_test_board || (fault != nullptr && *fault == pin_fault::open) ||
+           (number && faults_.open_board_lines.contains(*number));
+}
+
 void socket::rewire()
 {
     std::iota(net_of_.begin(), net_of_.end(), std::size_t{0});
+    for (const auto& [one, other] : faults_.bridges) {
+        const auto here = wires_.contact_of_socket_pin(one), there = wires_.contact_of_socket_pin(other);
+        if (here && there) join(*here, *there);
+    }
     if (part_ == nullptr) return;
     for (const auto& [one, other] : part_->links()) {
         if (one < 0 || other < 0 || one >= part_->pins() || other >= part_->pins()) continue;
-        const pin_fault *const first = fault_of(one), *const second = fault_of(other);
-        if ((first && *first == pin_fault::open) || (second && *second == pin_fault::open)) continue;
-        std::replace(net_of_.begin(), net_of_.end(), std::size_t{net_of_pin(other)}, std::size_t{net_of_pin(one)});
+        if (!cut(one) && !cut(other)) join(contact_of(one), contact_of(other));
     }
 }
 
@@ -90,7 +107,7 @@ level socket::net::level_of() const
     if (driver_low || part_low) return level::low;
     if (driver_high || part_high) return level::high;
     if (stuck_low) return level::low;
-    return level::high;  // stuck there, or pulled up
+    return pulled_down && !stuck_high ? level::low : level::high;
 }
 
 void socket::look_at_part(int pin, net& where) const
@@ -111,12 +128,13 @@ void socket::resolve()
     for (int contact = 0; contact < wires_.contacts(); ++contact) {
         const auto index = static_cast<std::size_t>(contact);
         const contact_drive& drive = drives_[index];
-        if (dead(contact)) continue;
         net& where = nets_[net_of_[index]];
+        where.pulled_down = where.pulled_down || drive.pulled_down;
+        if (dead(contact)) continue;
         where.ground = where.ground || drive.ground;
         where.supply = where.supply || drive.millivolts > 0;
-        where.driver_low = where.driver_low || drive.pin == level::low;
-        where.driver_high = where.driver_high || drive.pin == level::high;
+        where.driver_low = where.driver_low || drive.low;
+        where.driver_high = where.driver_high || drive.high;
     }
     for (int pin = 0; part_ != nullptr && pin < part_->pins(); ++pin) look_at_part(pin, nets_[net_of_pin(pin)]);
     std::ranges::transform(nets_, levels_.begin(), [](const net& one) { return one.level_of(); });

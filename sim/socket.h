@@ -14,14 +14,15 @@ namespace tamrix::sim {
 
 /// What the programmer does at a contact.
 struct contact_drive {
-    level pin = level::open;      // the pin driver
-    bool ground = false;          // the ground driver
-    std::int32_t millivolts = 0;  // of the supply switched to it; 0: none
+    bool low = false, high = false;  // the two halves of the pin driver
+    bool ground = false;             // the ground driver
+    std::int32_t millivolts = 0;     // of the supply switched to it; 0: none
+    bool pulled_down = false;        // else pulled up
     bool operator==(const contact_drive&) const = default;
 };
 
 /// Who wins: ground, then supply, then a low of pin driver or part, then their high, then a stuck pin, then the
-/// pull-up. A stuck pin is stuck on the part's side: the part sees the constant, and the contact shows it if nothing
+/// pull. A stuck pin is stuck on the part's side: the part sees the constant, and the contact shows it if nothing
 /// drives it. At an open pin the part sees high, as an open input does, and the contact shows nothing of the part.
 class socket {
 public:
@@ -34,7 +35,7 @@ public:
 
     /// Takes effect at the next settle().
     contact_drive& at(int contact) { return drives_[static_cast<std::size_t>(contact)]; }
-    /// Call this after a fault was added or removed: it recomputes what the part joins. Takes effect at the next
+    /// Call this after a fault was added or removed: it recomputes what part and bridges join. Takes effect at the next
     /// settle().
     void rewire();
     /// Lets all levels become stable; a part with supply works.
@@ -50,12 +51,14 @@ public:
 private:
     struct net {
         bool ground = false, supply = false, driver_low = false, driver_high = false;
-        bool part_low = false, part_high = false, stuck_low = false, stuck_high = false;
+        bool part_low = false, part_high = false, stuck_low = false, stuck_high = false, pulled_down = false;
         level level_of() const;
     };
     const pin_fault* fault_of(int pin) const;
     int contact_of(int pin) const { return wires_.contact_of_pin(pin, part_->pins()); }
     std::size_t net_of_pin(int pin) const { return net_of_[static_cast<std::size_t>(contact_of(pin))]; }
+    void join(int contact, int other);
+    bool cut(int pin) const;
     bool dead(int contact) const;
     void update_power();
     bool supplied(int pin) const;

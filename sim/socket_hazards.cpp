@@ -28,9 +28,9 @@ void socket::tell_hazards_of(int contact, std::set<std::string>& now) const
     if (own.ground && where.supply) tell("supply and ground at once");
     if (supply && (where.driver_low || where.part_low)) tell_pin("supply", where.driver_low, " drives low");
     if (own.ground && (where.driver_high || where.part_high)) tell_pin("ground", where.driver_high, " drives high");
-    if (own.pin == level::high && where.part_low) tell("the programmer drives high, the part low");
-    if (own.pin == level::low && where.part_high) tell("the programmer drives low, the part high");
-    if (own.pin == level::high && where.driver_low) tell("two drivers of the programmer fight");
+    if (own.high && where.part_low) tell("the programmer drives high, the part low");
+    if (own.low && where.part_high) tell("the programmer drives low, the part high");
+    if (own.high && where.driver_low) tell("two drivers of the programmer fight");
     if (!supply || part_ == nullptr) return;
     const auto pin = wires_.pin_at(contact, part_->pins());
     const std::int32_t highest = pin ? part_->highest_millivolts(*pin) : own.millivolts;

@@ -1,7 +1,8 @@
-// The board that the output test needs in the socket: it connects each pin to the opposite one.
+// The board that the output test needs in the socket: it connects each line to the opposite one.
 #pragma once
 
 #include "sim/part.h"
+#include "sim/wiring.h"
 
 #include <vector>
 
@@ -9,6 +10,18 @@ namespace tamrix::sim {
 
 class test_board final : public part {
 public:
+    /// For a socket: joins the lines of bits b and 7 - b of each port. On 48 contacts these pins face each other; on
+    /// 40, which are wired in another order, not all do.
+    explicit test_board(const wiring& wires) : pins_{wires.contacts()}
+    {
+        for (int port = 0; port < 6; ++port) {
+            for (int bit = 0; bit < 4; ++bit) {
+                const auto one = wires.contact_of_bit(port, bit), other = wires.contact_of_bit(port, 7 - bit);
+                if (one && other) links_.emplace_back(*wires.pin_at(*one, pins_), *wires.pin_at(*other, pins_));
+            }
+        }
+    }
+    /// Joins each pin with the one that it faces.
     explicit test_board(int pins) : pins_{pins}
     {
         for (int pin = 0; pin < pins / 2; ++pin) links_.emplace_back(pin, pins - 1 - pin);

@@ -12,17 +12,20 @@ namespace {
 constexpr std::int32_t sent = 0, failed = 1;
 constexpr std::uint8_t script_block = 16;
 constexpr int banks_of_large_memory = 16;
+constexpr int low_voltage_model = 27;
 /// A frame, a round on the pipe, and each byte of a block.
 constexpr microseconds frame_time{125}, pipe_time{1000}, byte_time{1};
 
 }  // namespace
 
-parts_of_programmer::parts_of_programmer(int model, int banks, std::shared_ptr<clock> its_time,
-                                         std::shared_ptr<journal> its_log, reply_place place_of_replies)
-    : time{std::move(its_time)},
+parts_of_programmer::parts_of_programmer(int its_model, int generation, std::size_t memory_bytes,
+                                         std::shared_ptr<clock> its_time, std::shared_ptr<journal> its_log,
+                                         reply_place place_of_replies)
+    : model{its_model},
+      time{std::move(its_time)},
       log{std::move(its_log)},
-      hardware{model, faults, *log},
-      ram{banks, faults},
+      hardware{model, generation, faults, *log},
+      ram{memory_bytes, faults},
       replies{std::move(place_of_replies), faults, *log}
 {}
 
@@ -56,6 +59,9 @@ void transport::take_frame(std::span<const std::uint8_t> frame)
     case 5: return pin_frame(frame);
     case 9: return memory_frame(frame);
     case 10: return bulk_frame(frame);
+    case 51:
+        if (shared_.model == low_voltage_model) return low_voltage_memory_frame(frame);
+        [[fallthrough]];
     default: shared_.log->note("unknown command " + std::to_string(frame[0]));
     }
 }
@@ -76,7 +82,12 @@ void transport::pin_frame(std::span<const std::uint8_t> frame)
         data[port] = frame[1 + 2 * port];
         masks[port] = frame[2 + 2 * port];
     }
-    shared_.hardware.write_ports(data, masks);
+    // The self-test's longer frames make masks count also where a port can only pull low. The byte after the masks is
+    // a register that nothing reads.
+    const std::size_t last_mask = 2 * data.size();
+    const bool is_long = frame.size() > last_mask + 1;
+    if (is_long) shared_.hardware.write_register(last_mask, frame[last_mask + 1]);
+    shared_.hardware.write_ports(data, masks, is_long);
     const auto levels = shared_.hardware.read_ports();
     shared_.replies.send({levels.begin(), levels.end()}, true);
 }
@@ -110,6 +121,15 @@ void transport::bulk_frame(std::span<const std::uint8_t> frame)
     default: return shared_.log->note("unknown bulk direction " + std::to_string(frame[2]));
     }
     if (!in_memory) shared_.log->note("there is no memory bank " + std::to_string(bank_));
+}
+
+/// Chooses the memory of this model, and announces a write to its start. A read has a bulk frame of its own.
+void transport::low_voltage_memory_frame(std::span<const std::uint8_t> frame)
+{
+    if (!long_enough(frame, 3, "memory")) return;
+    pipe_.cancel();
+    mode_ = frame[2] == hw::bulk_to_ram ? bulk_mode::write : bulk_mode::none;
+    shared_.ram.seek(0);
 }
 
 std::int32_t transport::usbbulkwrite(const std::uint8_t* buffer, std::int32_t length)

@@ -16,6 +16,7 @@ namespace tamrix::sim {
 
 /// What transport and device object of one programmer share.
 struct parts_of_programmer {
+    int model;
     std::shared_ptr<clock> time;
     std::shared_ptr<journal> log;
     fault_set faults{};
@@ -25,8 +26,9 @@ struct parts_of_programmer {
     script vectors{};
     microseconds script_done{0};  // when the hardware has played the script
 
-    parts_of_programmer(int model, int banks, std::shared_ptr<clock> its_time, std::shared_ptr<journal> its_log,
-                        reply_place place_of_replies);
+    /// `memory_bytes` is the size of its memory.
+    parts_of_programmer(int its_model, int generation, std::size_t memory_bytes, std::shared_ptr<clock> its_time,
+                        std::shared_ptr<journal> its_log, reply_place place_of_replies);
     parts_of_programmer(const parts_of_programmer&) = delete;
     parts_of_programmer& operator=(const parts_of_programmer&) = delete;
 };
@@ -47,6 +49,7 @@ private:
     void pin_frame(std::span<const std::uint8_t> frame);
     void memory_frame(std::span<const std::uint8_t> frame);
     void bulk_frame(std::span<const std::uint8_t> frame);
+    void low_voltage_memory_frame(std::span<const std::uint8_t> frame);
     bool long_enough(std::span<const std::uint8_t> frame, std::size_t needed, const char* what);
 
     parts_of_programmer& shared_;

@@ -17,9 +17,23 @@ constexpr std::array<int, 20> right_drivers{b(1),  b(2),  b(3), b(4), a(8),  a(9
 
 }  // namespace
 
-wiring::wiring(int model) : rows_{24}
+wiring::wiring(int model) : rows_{24}, socket_pins_{48}
 {
     if (model == 22 || model == 23 || model == 24 || model == 28 || model == 29) rows_ = 20;
+    if (rows_ == 20 || model == 27) socket_pins_ = 40;
+}
+
+std::optional<int> wiring::contact_of_socket_pin(int number) const
+{
+    if (number < 1 || number > socket_pins_) return std::nullopt;
+    return contact_of_pin(number - 1, socket_pins_);
+}
+
+std::optional<int> wiring::socket_pin_of(int contact) const
+{
+    const auto pin = pin_at(contact, socket_pins_);
+    if (!pin) return std::nullopt;
+    return *pin + 1;
 }
 
 std::optional<int> wiring::contact_of_bit(int port, int bit) const

@@ -17,6 +17,11 @@ public:
     int contacts() const { return 2 * rows_; }
     /// True if each port has one byte only: 1 releases the contact, 0 drives it low. Else a data and a mask byte.
     bool can_only_pull_low() const { return rows_ == 20; }
+    /// Pins of the socket as they are numbered on it: 40 on those models and on 27, whose lowest 40 contacts they are.
+    int socket_pins() const { return socket_pins_; }
+    /// The contact at such a pin, counted from 1, and the other way round.
+    std::optional<int> contact_of_socket_pin(int number) const;
+    std::optional<int> socket_pin_of(int contact) const;
 
     /// The contact at a bit of a port; none if the bit is not connected.
     std::optional<int> contact_of_bit(int port, int bit) const;
@@ -30,6 +35,7 @@ public:
 
 private:
     int rows_;
+    int socket_pins_;
 };
 
 }  // namespace tamrix::sim

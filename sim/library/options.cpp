@@ -44,6 +44,8 @@ public:
     bool is_option()
     {
         if (const auto number = behind("model")) return into_.model = number_of(entry_, *number, 0, 255), true;
+        if (const auto number = behind("generation"))
+            return into_.generation = number_of(entry_, *number, 0, 255), true;
         if (const auto number = behind("ram banks"))
             return into_.memory_banks = number_of(entry_, *number, 1, 16), true;
         if (const auto number = behind("speed")) return into_.speed = number_of(entry_, *number, 0.001, 1e6), true;
@@ -87,7 +89,7 @@ library_options read_options(std::string_view text)
 {
     return read_entries(text, [](entry_reader entry) {
         if (entry.is_change() || entry.is_option()) return;
-        entry.refuse("model, ram banks, fault, no faults, socket, chips, speed, transcript or instance");
+        entry.refuse("model, generation, ram banks, fault, no faults, socket, chips, speed, transcript or instance");
     });
 }
 
@@ -101,7 +103,7 @@ library_options read_changes(std::string_view text)
 std::unique_ptr<part> part_named(std::string_view name, int model, const std::string& chips_folder)
 {
     if (name == "empty") return nullptr;
-    if (name == "test board") return std::make_unique<test_board>(wiring{model}.contacts());
+    if (name == "test board") return std::make_unique<test_board>(wiring{model});
     const std::string what = "socket \"" + std::string{name} + "\": ";
     if (chips_folder.empty()) {
         throw std::invalid_argument{what + "empty or test board was expected, or an entry \"chips FOLDER\""};

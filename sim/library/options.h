@@ -13,6 +13,7 @@ namespace tamrix::sim {
 
 /// Entries, one a line; ";" separates entries on one line:
 ///     model 40            the programmer's model
+///     generation 17       of the hardware, 0 to 255
 ///     ram banks 4         banks of memory, 1 to 16
 ///     fault TEXT          see add_fault() in faults.h
 ///     no faults           removes all faults but those that follow
@@ -23,6 +24,7 @@ namespace tamrix::sim {
 ///     instance 0          number of the host whose blocks receive replies, for a programmer that finds them itself
 struct library_options {
     int model = 40;
+    int generation = 0;
     int memory_banks = 0;
     double speed = 1;
     std::vector<std::string> faults{};

@@ -12,9 +12,12 @@ tamrix_programmer::tamrix_programmer(const sim::library_options& options, sim::r
       chips_folder_{options.chips_folder},
       time_{std::make_shared<sim::wall_clock>(options.speed)},
       log_{std::make_shared<sim::journal>(time_)},
-      inner_{std::make_unique<sim::programmer>(
-          sim::setup{.model = options.model, .memory_banks = options.memory_banks, .time = time_, .log = log_},
-          std::move(replies))}
+      inner_{std::make_unique<sim::programmer>(sim::setup{.model = options.model,
+                                                          .generation = options.generation,
+                                                          .memory_banks = options.memory_banks,
+                                                          .time = time_,
+                                                          .log = log_},
+                                               std::move(replies))}
 {
     if (!options.transcript_file.empty()) {
         transcript_.open(std::filesystem::path{options.transcript_file}, std::ios::binary);

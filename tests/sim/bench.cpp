@@ -28,10 +28,11 @@ std::string socket40_text(const std::string& row)
     return std::string{left.rbegin(), left.rend()} + right;
 }
 
-bench::bench(int its_model, int banks)
+bench::bench(int its_model, int banks, int generation)
     : model{its_model},
-      programmer{sim::setup{.model = its_model, .memory_banks = banks, .time = time, .log = log},
-                 sim::place_in({ibuf1.data(), 20, &usbpip0readresult, ubuf1.data(), 20})}
+      programmer{
+          sim::setup{.model = its_model, .generation = generation, .memory_banks = banks, .time = time, .log = log},
+          sim::place_in({ibuf1.data(), 20, &usbpip0readresult, ubuf1.data(), 20})}
 {}
 
 std::int32_t bench::frame(std::vector<std::uint8_t> bytes)

@@ -24,7 +24,7 @@ port_bit place_of(std::size_t index, std::size_t half);
 std::string socket40_text(const std::string& row);
 
 struct bench {
-    explicit bench(int model = 40, int banks = 0);
+    explicit bench(int model = 40, int banks = 0, int generation = 0);
 
     int model;
     std::shared_ptr<sim::virtual_clock> time = std::make_shared<sim::virtual_clock>();
@@ -35,6 +35,7 @@ struct bench {
     hw::devobj& device = programmer.device();
     hw::lumbat& usb = programmer.transport();
 
+    sim::wiring wires() const { return sim::wiring{model}; }
     bool forty() const { return model == 22 || model == 23 || model == 24 || model == 28 || model == 29; }
     std::int32_t frame(std::vector<std::uint8_t> bytes);
     void power(int gnd_code, int vcc_code, int state);

@@ -22,8 +22,9 @@ std::string refusal(std::string_view text)
 }
 
 constexpr std::string_view kinds =
-    "\"pin\", \"dead driver\", \"lost reply\", \"read never ends\", \"marker never comes\", "
-    "\"no answer\" or \"bad ram bank\"";
+    "\"pin\", \"dead driver\", \"vpp driver\", \"vcc driver\", \"ground driver\", \"high driver\", \"low driver\", "
+    "\"input\", \"pins\", \"pull-down\", \"test board\", \"bad register\", \"lost reply\", \"read never ends\", "
+    "\"marker never comes\", \"no answer\" or \"bad ram bank\"";
 
 TEST(faults, a_name_that_is_wrong_is_told_with_what_can_stand_there)
 {

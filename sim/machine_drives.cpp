@@ -1,0 +1,147 @@
+// What the state of the programmer and its faults do at each contact, and what its inputs read there.
+#include "sim/machine.h"
+
+#include <algorithm>
+
+namespace tamrix::sim {
+
+namespace {
+
+/// A VPP generator at rest delivers this, and so do the rails of a driver test whose generators are off.
+constexpr std::int32_t resting_millivolts = 5000;
+constexpr int special_code = 108;
+constexpr std::size_t pull_register = 50;
+constexpr int outermost_port = 5;
+constexpr int first_model_that_reaches_all = 40, generation_that_reaches_all = 17;
+
+bool set_in(std::uint8_t byte, int bit) { return (byte >> bit & 1) != 0; }
+
+}  // namespace
+
+/// On these models the VPP driver of the contact replaces its VCC driver.
+bool machine::special_supply(int code) const
+{
+    switch (model_) {
+    case 15:
+    case 16:
+    case 23:
+    case 24:
+    case 28:
+    case 29: return code == special_code;
+    default: return false;
+    }
+}
+
+std::int32_t machine::rail(std::int32_t generator) const
+{
+    return generator == 0 && board_.has_driver_test() ? resting_millivolts : generator;
+}
+
+std::int32_t machine::vpp_millivolts(int code) const
+{
+    const std::int32_t generator = vpp_millivolts_[static_cast<std::size_t>(code % 2)];
+    return rail(special_supply(code) && generator <= resting_millivolts ? vcc_millivolts_ : generator);
+}
+
+/// What a driver does that is told to be on or off.
+bool machine::works(driver_kind kind, int contact, bool wanted) const
+{
+    if (faults_.drivers.empty()) return wanted;
+    const auto pin = wires_.socket_pin_of(contact);
+    const auto found = pin ? faults_.drivers.find({kind, *pin}) : faults_.drivers.end();
+    return found == faults_.drivers.end() ? wanted : found->second == driver_fault::always_on;
+}
+
+bool machine::pulls_down(int contact) const
+{
+    if (!board_.has_input_test() || registers_[pull_register] == 0 || faults_.no_pull_down) return false;
+    const auto pin = wires_.socket_pin_of(contact);
+    return !pin || !faults_.dead_pull_downs.contains(*pin);
+}
+
+/// Cut off from its pins by the selected board.
+bool machine::is_closed(int port) const
+{
+    return port == outermost_port && model_ < first_model_that_reaches_all &&
+           generation_ != generation_that_reaches_all && board_.selected() && !board_.has_input_test();
+}
+
+/// The special supply of a socket of 40 takes its contact over from the pin driver.
+bool machine::owned_by_supply(int contact) const
+{
+    return wires_.can_only_pull_low() && special_supply(wires_.code_of_contact(contact)) &&
+           supplies_[static_cast<std::size_t>(contact)].vpp;
+}
+
+void machine::supply(int contact, std::int32_t millivolts)
+{
+    std::int32_t& here = socket_.at(contact).millivolts;
+    here = std::max(here, millivolts);
+}
+
+void machine::apply_supplies()
+{
+    for (int contact = 0; contact < wires_.contacts(); ++contact) {
+        const auto index = static_cast<std::size_t>(contact);
+        contact_drive& drive = socket_.at(contact);
+        drive.ground = works(driver_kind::ground, contact, supplies_[index].ground || tested_[index].ground);
+        drive.millivolts = 0;
+        drive.pulled_down = pulls_down(contact);
+    }
+    for (int contact = 0; contact < wires_.contacts(); ++contact) {
+        const supplies &own = supplies_[static_cast<std::size_t>(contact)],
+                       &tested = tested_[static_cast<std::size_t>(contact)];
+        const int code = wires_.code_of_contact(contact);
+        if (works(driver_kind::vcc, contact, own.vcc || tested.vcc)) supply(contact, rail(vcc_millivolts_));
+        if (!works(driver_kind::vpp, contact, own.vpp || tested.vpp)) continue;
+        supply(contact, vpp_millivolts(code));
+        if (line_laid_ && special_supply(code)) supply(*wires_.contact_of_code(code - 1), vpp_millivolts(code));
+    }
+}
+
+void machine::apply_port(int port)
+{
+    const std::uint8_t data = registers_[static_cast<std::size_t>(2 * port)];
+    std::uint8_t released = registers_[static_cast<std::size_t>(2 * port + 1)];
+    // A port that can only pull low releases with a one of its data byte.
+    if (wires_.can_only_pull_low()) released = static_cast<std::uint8_t>(masks_count_ ? data | released : data);
+    if (board_.reads_back() || is_closed(port)) released = 255;
+    for (int bit = 0; bit < 8; ++bit) {
+        const auto contact = wires_.contact_of_bit(port, bit);
+        if (!contact) continue;
+        const bool drives = !set_in(released, bit) && !owned_by_supply(*contact);
+        socket_.at(*contact).low = works(driver_kind::low, *contact, drives && !set_in(data, bit));
+        socket_.at(*contact).high = works(driver_kind::high, *contact, drives && set_in(data, bit));
+    }
+}
+
+void machine::apply_ports()
+{
+    for (int port = 0; port < ports; ++port) apply_port(port);
+}
+
+std::uint8_t machine::pin_levels(int port) const
+{
+    unsigned byte = 0;
+    for (int bit = 0; bit < 8; ++bit) {
+        const auto contact = wires_.contact_of_bit(port, bit);
+        // A bit that reaches no pin reads what was written to it.
+        bool high = set_in(registers_[static_cast<std::size_t>(2 * port)], bit);
+        if (contact && !is_closed(port)) {
+            const auto pin = wires_.socket_pin_of(*contact);
+            const auto stuck = pin ? faults_.stuck_inputs.find(*pin) : faults_.stuck_inputs.end();
+            high = stuck != faults_.stuck_inputs.end() ? stuck->second : socket_.is_high(*contact);
+        }
+        if (high) byte |= 1u << bit;
+    }
+    return static_cast<std::uint8_t>(byte);
+}
+
+std::uint8_t machine::port_levels(int port) const
+{
+    const std::uint8_t levels =
+        board_.reads_back() ? board_.read_back(port, registers_[static_cast<std::size_t>(2 * port)]) : pin_levels(port);
+    return levels ^ board_.wrong_bits(port);
+}
+
+}  // namespace tamrix::sim
