@@ -110,10 +110,10 @@ void add_socket_options(CLI::App& command, ttl_words& words)
         ->type_name("CHIP|empty")
         ->group(group);
     command
-        .add_option(
-            "--fault", words.socket.faults,
-            "\"pin 3 open\", \"pin 3 stuck 0\", \"pin 3 stuck 1\", \"dead driver 5\", \"lost reply\", \"read never "
-            "ends\", \"no answer\"; may be given several times")
+        .add_option("--fault", words.socket.faults,
+                    "\"pin 3 open\", \"pin 3 stuck 0\", \"pin 3 stuck 1\", \"dead driver 5\", \"vcc driver 7 dead\", "
+                    "\"vcc driver 7 always on\" (also vpp, ground, high, low), \"input 7 stuck 0\", \"pins 7 and 8 "
+                    "bridged\", \"lost reply\", \"read never ends\", \"no answer\"; may be given several times")
         ->type_name("TEXT")
         ->allow_extra_args(false)
         ->group(group);
