@@ -43,7 +43,7 @@ std::int32_t machine::vpp_millivolts(int code) const
     return rail(special_supply(code) && generator <= resting_millivolts ? vcc_millivolts_ : generator);
 }
 
-/// What a driver does that is told to be on or off.
+/// Whether a driver is on that should be on or off: a defective one does not care.
 bool machine::works(driver_kind kind, int contact, bool wanted) const
 {
     if (faults_.drivers.empty()) return wanted;

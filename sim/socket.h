@@ -31,7 +31,6 @@ public:
     /// Replaces the part; null empties the socket. Takes effect at the next settle(). Throws std::invalid_argument if
     /// the part does not fit.
     void insert(std::unique_ptr<part> what);
-    const part* occupant() const { return part_.get(); }
 
     /// Takes effect at the next settle().
     contact_drive& at(int contact) { return drives_[static_cast<std::size_t>(contact)]; }

@@ -22,6 +22,17 @@ namespace {
 
 constexpr const char* library = TAMRIX_SIM_LIBRARY;
 
+TEST(loaded_programmer, has_the_generation_of_its_options)
+{
+    for (const auto& [options, reached] : {std::pair{"model 9", false}, {"model 9; generation 17", true}}) {
+        plug_in_fixture f;
+        f.session.hardware.source = hw::library_source(library, std::string{options} + "; fault input 1 stuck 0");
+        hw::devobj& device = f.session.hardware.device();
+        device.boardsel(0);
+        EXPECT_EQ(device.regin(10), reached ? 254 : 255);
+    }
+}
+
 TEST(loaded_programmer, is_not_loaded_before_it_is_needed)
 {
     plug_in_fixture f;

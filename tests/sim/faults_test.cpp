@@ -40,6 +40,21 @@ TEST(faults, a_name_that_is_wrong_is_told_with_what_can_stand_there)
     EXPECT_EQ(refusal("lost reply 0"), "fault \"lost reply 0\": \"0\" where a number from 1 to 1000000 was expected");
     EXPECT_EQ(refusal("dead cat"), "fault \"dead cat\": \"dead\" where " + std::string{kinds} + " was expected");
     EXPECT_EQ(refusal(""), "fault \"\": its end where " + std::string{kinds} + " was expected");
+    EXPECT_EQ(refusal("vcc driver 7"), "fault \"vcc driver 7\": its end where \"dead\" or \"always on\" was expected");
+    EXPECT_EQ(refusal("low driver 49 dead"),
+              "fault \"low driver 49 dead\": \"49\" where a number from 1 to 48 was expected");
+    EXPECT_EQ(refusal("input 7 open"), "fault \"input 7 open\": \"open\" where \"stuck\" was expected");
+    EXPECT_EQ(refusal("pins 7 8 bridged"), "fault \"pins 7 8 bridged\": \"8\" where \"and\" was expected");
+    EXPECT_EQ(refusal("pins 7 and 8"), "fault \"pins 7 and 8\": its end where \"bridged\" was expected");
+    EXPECT_EQ(refusal("pull-down 7"), "fault \"pull-down 7\": its end where \"dead\" was expected");
+    EXPECT_EQ(refusal("test board"), "fault \"test board\": its end where \"missing\" or \"line\" was expected");
+    EXPECT_EQ(refusal("test board line 7"), "fault \"test board line 7\": its end where \"open\" was expected");
+    EXPECT_EQ(refusal("bad register 6 of board 1"),
+              "fault \"bad register 6 of board 1\": \"6\" where a number from 0 to 5 was expected");
+    EXPECT_EQ(refusal("bad register 1 of board 17"),
+              "fault \"bad register 1 of board 17\": \"17\" where a number from 0 to 16 was expected");
+    EXPECT_EQ(refusal("bad register 1 board 1"),
+              "fault \"bad register 1 board 1\": \"board\" where \"of board\" was expected");
     EXPECT_EQ(
         refusal("pin 99999999999999999999 open"),
         "fault \"pin 99999999999999999999 open\": \"99999999999999999999\" where a number from 1 to 48 was expected");
@@ -47,10 +62,33 @@ TEST(faults, a_name_that_is_wrong_is_told_with_what_can_stand_there)
 
 TEST(faults, every_name_is_taken)
 {
-    for (const char* const text :
-         {"pin 3 stuck 0", "pin 3 stuck 1", "pin 48 open", "dead driver 5", "dead driver 124", "lost reply",
-          "lost reply 2", "read never ends", "read never ends 3", "marker never comes", "marker never comes 1",
-          "no answer", "bad ram bank 0", "  pin   3\topen "}) {
+    for (const char* const text : {"pin 3 stuck 0",
+                                   "pin 3 stuck 1",
+                                   "pin 48 open",
+                                   "dead driver 5",
+                                   "dead driver 124",
+                                   "lost reply",
+                                   "lost reply 2",
+                                   "read never ends",
+                                   "read never ends 3",
+                                   "marker never comes",
+                                   "marker never comes 1",
+                                   "no answer",
+                                   "bad ram bank 0",
+                                   "vpp driver 1 dead",
+                                   "vcc driver 48 always on",
+                                   "ground driver 7 dead",
+                                   "high driver 7 always on",
+                                   "low driver 7 dead",
+                                   "input 7 stuck 0",
+                                   "input 7 stuck 1",
+                                   "pins 7 and 8 bridged",
+                                   "pull-down dead",
+                                   "pull-down 7 dead",
+                                   "test board missing",
+                                   "test board line 7 open",
+                                   "bad register 0 of board 16",
+                                   "  pin   3\topen "}) {
         EXPECT_EQ(refusal(text), "taken") << text;
     }
 }

@@ -45,6 +45,71 @@ TEST(special_supply, serves_no_other_pin)
     }
 }
 
+/// A part whose supply is not in the corner.
+class part_without_supply_there final : public sim::part {
+public:
+    explicit part_without_supply_there(int pins) : pins_{pins} {}
+    int pins() const override { return pins_; }
+    int vcc_pin() const override { return 3; }
+    int gnd_pin() const override { return 9; }
+    void power_up() override {}
+    void settle(std::span<const sim::level>, std::span<sim::level>) override {}
+
+private:
+    int pins_;
+};
+
+TEST(special_supply, goes_by_the_line_that_14_pins_need_and_not_by_the_part)
+{
+    for (const auto& [pins, fed] : {std::pair{14, true}, {16, false}, {12, false}}) {
+        bench b{23};
+        b.programmer.insert(std::make_unique<part_without_supply_there>(pins));
+        b.device.setvcc(5000);
+        b.device.vpppin(108, 1);
+        b.device.gndpin(107, 1);
+        b.device.delayms(1);
+        EXPECT_EQ(b.hazards().size(), fed ? 1u : 0u) << pins;
+        b.device.hwreset();
+    }
+}
+
+TEST(special_supply, loses_its_line_with_the_part)
+{
+    bench b{23};
+    b.programmer.insert(std::make_unique<inverter>(14));
+    b.programmer.insert(nullptr);
+    b.device.setvcc(5000);
+    b.device.vpppin(108, 1);
+    b.device.gndpin(107, 1);
+    b.device.delayms(1);
+    EXPECT_EQ(b.hazards(), std::vector<std::string>{});
+    b.device.hwreset();
+}
+
+TEST(special_supply, takes_its_contact_over_from_the_pin_driver_on_40_contacts)
+{
+    for (const int model : {23, 24, 28, 29}) {
+        bench b{model};
+        b.programmer.insert(std::make_unique<inverter>(14));
+        b.device.setvcc(5000);
+        b.frame({5, 255, 255, 255, 255, 255, 255, 0xDF, 0xDF, 255, 255, 255, 255});  // contact 108 low
+        EXPECT_EQ(b.device.regin(6), 0xDF);
+        b.device.vpppin(108, 1);
+        b.device.delayms(1);
+        EXPECT_EQ(b.device.regin(6), 255);
+        EXPECT_EQ(b.hazards(), std::vector<std::string>{});
+        b.device.vpppin(108, 0);
+        EXPECT_EQ(b.device.regin(6), 0xDF);
+    }
+    bench b{15};
+    b.device.setvcc(5000);
+    b.frame({5, 255, 255, 0x7F, 0x7F, 255, 255, 255, 255, 255, 255, 255, 255});  // contact 108 low
+    b.device.vpppin(108, 1);
+    b.device.delayms(1);
+    EXPECT_EQ(b.hazards().size(), 1u);
+    b.device.hwreset();
+}
+
 TEST(special_supply, carries_vpp_once_its_generator_is_above_5_volts)
 {
     bench b{23};

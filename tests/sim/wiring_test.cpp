@@ -89,6 +89,22 @@ TEST(wiring, codes_that_no_contact_has_lead_nowhere)
     EXPECT_TRUE(small.contact_of_code(120));
 }
 
+TEST(wiring, pins_count_as_on_the_socket_which_has_40_on_six_models)
+{
+    for (const int model : {22, 23, 24, 27, 28, 29}) {
+        const sim::wiring wires{model};
+        EXPECT_EQ(wires.contact_of_socket_pin(20), wires.contact_of_code(1)) << model;
+        EXPECT_EQ(wires.contact_of_socket_pin(1), wires.contact_of_code(20));
+        EXPECT_EQ(wires.contact_of_socket_pin(40), wires.contact_of_code(120));
+        EXPECT_FALSE(wires.contact_of_socket_pin(41));
+    }
+    const sim::wiring wires{9};
+    EXPECT_EQ(wires.contact_of_socket_pin(24), wires.contact_of_code(1));
+    for (const int none : {-1, 0, 49}) EXPECT_FALSE(wires.contact_of_socket_pin(none));
+    for (int pin = 1; pin <= 48; ++pin) EXPECT_EQ(wires.socket_pin_of(*wires.contact_of_socket_pin(pin)), pin);
+    EXPECT_FALSE(sim::wiring{27}.socket_pin_of(20)) << "above the socket";
+}
+
 TEST(wiring, contacts_above_a_part_have_no_pin)
 {
     const sim::wiring wires{40};
