@@ -192,20 +192,16 @@ TEST(boards, show_their_own_registers_only_after_the_function_switch_and_in_mode
 TEST(boards, keep_the_ports_off_the_pins_while_they_are_read_back)
 {
     bench b{9};
-    b.programmer.insert(std::make_unique<one_way_wires>(40));
+    b.programmer.insert(std::make_unique<one_way_wires>(40));  // fights ports that drive its columns apart
     b.device.boardsel(0);
     b.device.busmode(1);
-    b.frame({5, 255, 0, 255, 0, 255, 0, 255, 0, 255, 0, 255, 0, 0, 0});
+    b.frame({5, 15, 0, 15, 0, 15, 0, 15, 0, 15, 0, 15, 0, 0, 0});
     b.device.delayms(1);
-    b.device.busmode(0);
-    b.device.boardsel(7);
-    b.device.regout(1, 50);
-    b.device.busmode(1);
     EXPECT_EQ(b.hazards(), texts{});
-    EXPECT_EQ(b.device.regin(2), 255);
+    EXPECT_EQ(b.device.regin(2), 15);
     b.device.busmode(0);
-    b.frame({5, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 0, 0});
-    EXPECT_EQ(b.device.regin(2), 0);
+    b.device.delayms(1);
+    EXPECT_FALSE(b.hazards().empty());
 }
 
 }  // namespace

@@ -126,6 +126,15 @@ TEST(small_models, obey_the_masks_of_longer_frames_only)
     EXPECT_EQ(b.device.regin(2), 0) << "a reset ends it";
 }
 
+TEST(small_models, never_drive_high)
+{
+    bench b{23};
+    b.device.boardsel(7);
+    b.device.regout(1, 50);
+    b.frame({5, 255, 0, 255, 0, 255, 0, 255, 0, 255, 0, 255, 0, 0, 0});
+    EXPECT_EQ(b.device.regin(2), 0) << "the pull-down decides";
+}
+
 TEST(small_models, keep_the_byte_after_the_masks_in_a_register)
 {
     bench b{23};
