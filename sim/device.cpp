@@ -8,6 +8,10 @@ namespace tamrix::sim {
 namespace {
 
 constexpr std::int32_t answered = 0, silent = 1, no_board = 2, read_failed = -1;
+/// What a read finds where no module answers: the bus is pulled up.
+constexpr std::int32_t nobody = 255;
+/// The first argument of a wait for what became of a block of an image.
+constexpr std::uint8_t load_answer = 22;
 /// Takes the divider of the signal generator: its low byte is the value, the others are in the command frame.
 constexpr std::uint8_t divider_address = 140;
 /// A reply takes the one, a reply that does not come is waited for the other.
@@ -39,38 +43,38 @@ std::uint8_t byte_of(std::int32_t value) { return static_cast<std::uint8_t>(valu
 
 void device::pass(microseconds time)
 {
-    shared_.hardware.settle_down();
+    shared_.settle_down();
     shared_.time->advance(time);
 }
 
 void device::setvcc(std::int32_t millivolts)
 {
     line(call("setvcc", millivolts));
-    shared_.hardware.set_vcc(millivolts);
+    if (machine* const there = shared_.reached()) there->set_vcc(millivolts);
 }
 
 void device::setvpp(std::int32_t millivolts, std::uint8_t channel)
 {
     line(call("setvpp", millivolts, channel));
-    shared_.hardware.set_vpp(millivolts, channel);
+    if (machine* const there = shared_.reached()) there->set_vpp(millivolts, channel);
 }
 
 void device::gndpin(std::uint8_t pin, std::uint8_t state)
 {
     line(call("gndpin", pin, state));
-    shared_.hardware.ground(pin, state != 0);
+    if (machine* const there = shared_.reached()) there->ground(pin, state != 0);
 }
 
 void device::vccpin(std::uint8_t pin, std::uint8_t state)
 {
     line(call("vccpin", pin, state));
-    shared_.hardware.vcc(pin, state != 0);
+    if (machine* const there = shared_.reached()) there->vcc(pin, state != 0);
 }
 
 void device::vpppin(std::uint8_t pin, std::uint8_t state)
 {
     line(call("vpppin", pin, state));
-    shared_.hardware.vpp(pin, state != 0);
+    if (machine* const there = shared_.reached()) there->vpp(pin, state != 0);
 }
 
 void device::busmode(std::int32_t mode)
@@ -86,6 +90,7 @@ void device::drop_all()
     usb_.reset();
     control_registers_.fill(0);
     shared_.hardware.reset();
+    shared_.slots.reset();
 }
 
 std::int32_t device::hwreset()
@@ -101,8 +106,9 @@ std::int32_t device::ctlout(std::int32_t value, std::uint8_t address)
     line(std::string{"ctlout "} + std::to_string(value) + " -> " + std::to_string(address));
     if (shared_.faults.no_answer) return silent;
     const auto driver = driver_of(byte_of(value));
-    if (shared_.hardware.tests_drivers() && driver && address > driver_addresses) {
-        shared_.hardware.toggle_driver(*driver, address - driver_addresses);
+    machine* const there = shared_.reached();
+    if (driver && address > driver_addresses && there != nullptr && there->tests_drivers()) {
+        there->toggle_driver(*driver, address - driver_addresses);
     } else {
         control_registers_[address] = byte_of(value);
         if (address == divider_address) take_divider(byte_of(value));
@@ -128,13 +134,17 @@ void device::regout(std::int32_t value, std::uint8_t address)
 {
     line(std::string{"regout "} + std::to_string(value) + " -> " + std::to_string(address));
     if (shared_.faults.no_answer) return;
-    shared_.hardware.write_register(address, byte_of(value));
+    machine* const there = shared_.reached();
+    if (!shared_.slots.write_control(address, byte_of(value)) && there != nullptr)
+        there->write_register(address, byte_of(value));
     answer_with_pins();
 }
 
 std::int32_t device::regin(std::uint8_t address)
 {
-    const std::int32_t value = shared_.faults.no_answer ? read_failed : shared_.hardware.read_register(address);
+    machine* const there = shared_.faults.no_answer ? nullptr : shared_.reached();
+    const std::int32_t silence = shared_.faults.no_answer ? read_failed : nobody;
+    const std::int32_t value = there == nullptr ? silence : there->read_register(address);
     line(call("regin", address) + ": " + std::to_string(value));
     return value;
 }
@@ -155,7 +165,9 @@ void device::delayus(std::int32_t count)
 /// The hardware reads the pins back after each access; only who waits for it takes the answer.
 void device::answer_with_pins()
 {
-    const auto levels = shared_.hardware.read_ports();
+    const machine* const there = shared_.reached();
+    if (there == nullptr) return shared_.replies.clear();
+    const auto levels = there->read_ports();
     shared_.replies.send({levels.begin(), levels.end()}, false);
 }
 
@@ -169,6 +181,7 @@ bool device::receive()
 bool device::replywait(std::uint8_t count, std::uint8_t mode, std::int32_t extra)
 {
     line(call("replywait", count, mode) + ' ' + std::to_string(extra));
+    if (count == load_answer) shared_.slots.answer_load(mode);
     const bool came = receive();
     if (!came) line("-> false");
     return came;

@@ -1,6 +1,8 @@
 #include "sim/faults.h"
 
+#include <algorithm>
 #include <charconv>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -9,7 +11,7 @@ namespace tamrix::sim {
 namespace {
 
 constexpr int most_pins = 48, highest_left_code = 24, lowest_right_code = 101, highest_code = 124, most_banks = 16,
-              highest_board = 16, highest_register = 5, most_times = 1'000'000;
+              highest_board = 16, highest_register = 5, modules = 4, most_times = 1'000'000;
 
 std::vector<std::string> words_of(std::string_view text)
 {
@@ -52,6 +54,20 @@ public:
         const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
         if (error != std::errc{} || end != word.data() + word.size() || value < lowest || value > highest) fail(range);
         ++next_;
+        return value;
+    }
+    /// Takes the words of `phrase` and a number from the end.
+    std::optional<int> ends(std::string_view phrase, int highest)
+    {
+        const auto wanted = words_of(phrase);
+        if (words_.size() - next_ <= wanted.size()) return std::nullopt;
+        const std::size_t first = words_.size() - wanted.size() - 1;
+        if (!std::equal(wanted.begin(), wanted.end(), words_.begin() + static_cast<std::ptrdiff_t>(first)))
+            return std::nullopt;
+        const std::size_t before = std::exchange(next_, words_.size() - 1);
+        const int value = number(1, highest);
+        next_ = before;
+        words_.resize(first);
         return value;
     }
     void end() const
@@ -188,24 +204,69 @@ bool add_traffic_fault(fault_set& faults, sentence& rest)
     return true;
 }
 
+void add_module_fault(fault_set& wanted, sentence& rest)
+{
+    const int number = rest.number(1, modules);
+    if (!rest.starts("missing")) rest.fail("\"missing\"");
+    wanted.missing_modules.insert(number);
+}
+
+void add_missing_board(fault_set& wanted, sentence& rest)
+{
+    const int number = rest.number(1, modules);
+    if (!rest.starts("missing")) rest.fail("\"missing\"");
+    wanted.modules.resize(modules);
+    wanted.modules[static_cast<std::size_t>(number - 1)].no_test_board = true;
+}
+
+void add_fpga_fault(fault_set& wanted, sentence& rest)
+{
+    const int number = rest.number(1, modules);
+    if (!rest.starts("does not start")) rest.fail("\"does not start\"");
+    const bool once = rest.starts("once"), twice = !once && rest.starts("twice");
+    wanted.idle_fpgas[number] = once || twice ? fault_count{once ? 1 : 2} : count_of(rest, fault_count::always);
+}
+
+void add_named(fault_set& wanted, sentence& rest, const std::string& text)
+{
+    if (rest.starts("pin")) {
+        const int pin = rest.number(1, most_pins);
+        wanted.pins[pin] = pin_fault_of(rest);
+    } else if (rest.starts("dead driver")) {
+        add_dead_code(wanted, rest, text);
+    } else if (rest.starts("module")) {
+        add_module_fault(wanted, rest);
+    } else if (rest.starts("test board of module")) {
+        add_missing_board(wanted, rest);
+    } else if (rest.starts("fpga")) {
+        add_fpga_fault(wanted, rest);
+    } else if (!add_electronics_fault(wanted, rest) && !add_traffic_fault(wanted, rest)) {
+        rest.fail(
+            "\"pin\", \"dead driver\", \"vpp driver\", \"vcc driver\", \"ground driver\", \"high driver\", \"low "
+            "driver\", \"input\", \"pins\", \"pull-down\", \"test board\", \"bad register\", \"lost reply\", \"read "
+            "never ends\", \"marker never comes\", \"no answer\", \"bad ram bank\", \"module\" or \"fpga\"");
+    }
+    rest.end();
+}
+
+/// The set of one module, where only what it has itself can go wrong.
+fault_set& set_of_module(fault_set& wanted, int number, const sentence& rest)
+{
+    for (const char* const of_all : {"lost", "read", "marker", "no", "module", "test board of module", "fpga"}) {
+        if (sentence{rest}.starts(of_all)) rest.fail("a fault of a pin, a driver or the memory");
+    }
+    wanted.modules.resize(modules);
+    return wanted.modules[static_cast<std::size_t>(number - 1)];
+}
+
 }  // namespace
 
 void add_fault(fault_set& faults, std::string_view text)
 {
     sentence rest{text};
     fault_set wanted = faults;  // nothing changes where the text is wrong
-    if (rest.starts("pin")) {
-        const int pin = rest.number(1, most_pins);
-        wanted.pins[pin] = pin_fault_of(rest);
-    } else if (rest.starts("dead driver")) {
-        add_dead_code(wanted, rest, text);
-    } else if (!add_electronics_fault(wanted, rest) && !add_traffic_fault(wanted, rest)) {
-        rest.fail(
-            "\"pin\", \"dead driver\", \"vpp driver\", \"vcc driver\", \"ground driver\", \"high driver\", \"low "
-            "driver\", \"input\", \"pins\", \"pull-down\", \"test board\", \"bad register\", \"lost reply\", \"read "
-            "never ends\", \"marker never comes\", \"no answer\" or \"bad ram bank\"");
-    }
-    rest.end();
+    const auto module = rest.ends("of module", modules);
+    add_named(module ? set_of_module(wanted, *module, rest) : wanted, rest, std::string{text});
     faults = std::move(wanted);
 }
 

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace tamrix::sim {
 
@@ -53,6 +54,11 @@ struct fault_set {
     std::set<int> dead_pull_downs{}, open_board_lines{};
     bool no_pull_down = false, no_test_board = false;
     std::set<std::pair<int, int>> bad_registers{};  // board and register
+
+    // On a programmer with modules, by number from 1.
+    std::set<int> missing_modules{};
+    std::map<int, fault_count> idle_fpgas{};  // these do not start with their next images
+    std::vector<fault_set> modules{};         // pins, drivers and memory of each; empty or one entry a module
 };
 
 /// Adds one fault by name: "pin 3 stuck 0", "pin 3 stuck 1", "pin 3 open", "dead driver 5", "vcc driver 7 dead", "vcc
@@ -60,7 +66,10 @@ struct fault_set {
 /// "pull-down dead", "pull-down 7 dead", "test board missing", "test board line 7 open", "bad register 3 of board 5",
 /// "lost reply" and "lost reply 2", "read never ends" and "read never ends 2", "marker never comes" and "marker never
 /// comes 2" (all with a count: only the next so many), "no answer", "bad ram bank 3". "pin 3" is the part's pin, all
-/// other pins are those of the socket. Throws fault_error that says what was found and what is possible there.
+/// other pins are those of the socket. Any fault of a pin, a driver, a board or the memory applies to a module with "of
+/// module 2" at the end. Other faults of modules: "module 3 missing", "test board of module 2 missing", "fpga 2 does
+/// not start" and "fpga 2 does not start 2" (or "once" or "twice"). Throws fault_error that says what was found and
+/// what is possible there.
 void add_fault(fault_set& faults, std::string_view text);
 
 }  // namespace tamrix::sim

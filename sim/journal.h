@@ -20,15 +20,18 @@ struct event {
 class journal {
 public:
     explicit journal(std::shared_ptr<const clock> time) : time_{std::move(time)} {}
+    virtual ~journal() = default;
+    journal(const journal&) = delete;
+    journal& operator=(const journal&) = delete;
 
     /// Starts or stops the transcript.
     void record(bool on) { recording_ = on; }
     bool recording() const { return recording_; }
     void line(std::string text);
     /// Something that can harm a part or the hardware. A test fails on it.
-    void hazard(std::string text);
+    virtual void hazard(std::string text);
     /// Something odd but harmless: a frame that the hardware does not know, a part that oscillates.
-    void note(std::string text);
+    virtual void note(std::string text);
 
     const std::vector<event>& hazards() const { return hazards_; }
     const std::vector<event>& notes() const { return notes_; }

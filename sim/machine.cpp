@@ -15,6 +15,8 @@ constexpr std::uint8_t function_switch = 11;
 constexpr std::uint8_t pull_register = 50;
 /// A part of so many pins has its last one at contact 107.
 constexpr int pins_up_to_contact_107 = 14;
+/// The VCC output of programmers that have an in-system connector.
+constexpr int connector_code = 104;
 
 }  // namespace
 
@@ -40,6 +42,7 @@ void machine::reset()
     std::ranges::fill(tested_, supplies{});
     board_.reset();
     masks_count_ = false;
+    connector_vcc_ = false;
     vcc_millivolts_ = 0;
     vpp_millivolts_ = {};
     update();
@@ -93,8 +96,18 @@ void machine::ground(int code, bool on)
     switch_supplies();
 }
 
+/// These models have a connector in place of a socket.
+bool machine::is_connector(int code) const
+{
+    return code == connector_code && (model_ == 11 || model_ == 12 || model_ == 25 || model_ == 26);
+}
+
 void machine::vcc(int code, bool on)
 {
+    if (is_connector(code)) {
+        connector_vcc_ = on;
+        return;
+    }
     if (supplies* const one = at_code(code)) one->vcc = on;
     switch_supplies();
 }
@@ -181,6 +194,7 @@ void machine::check_idle()
         if (own.vcc || tested.vcc) log_.hazard("VCC" + where);
         if (own.vpp || tested.vpp) log_.hazard("VPP" + where);
     }
+    if (connector_vcc_) log_.hazard("VCC driver left on at the connector");
     for (std::size_t channel = 0; channel < 2; ++channel) {
         if (vpp_millivolts_[channel] > safe_vpp_millivolts)
             log_.hazard("VPP generator " + std::to_string(channel) + " left at " +

@@ -58,6 +58,7 @@ public:
     void update();
 
 private:
+    bool is_connector(int code) const;
     struct supplies {
         bool ground = false, vcc = false, vpp = false;
     };
@@ -88,6 +89,7 @@ private:
     bool line_laid_ = false;          // from the supply of contact 108 to contact 107
     std::vector<supplies> supplies_;  // by contact
     std::vector<supplies> tested_;    // by contact: what the driver test has switched on
+    bool connector_vcc_ = false;
     std::int32_t vcc_millivolts_ = 0;
     std::array<std::int32_t, 2> vpp_millivolts_{};
 };

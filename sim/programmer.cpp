@@ -13,13 +13,14 @@ std::size_t memory_bytes_of(const setup& wanted)
 {
     if (wanted.memory_banks > 0)
         return static_cast<std::size_t>(std::min(wanted.memory_banks, large_banks)) * memory::bank_bytes;
+    const bool large = wanted.model >= first_model_with_large_memory || modules::belong_to(wanted.model);
     switch (wanted.model) {
     case 23:
     case 24:
     case 28:
     case 29: return 4096;
     case 27: return 57344;
-    default: return (wanted.model < first_model_with_large_memory ? small_banks : large_banks) * memory::bank_bytes;
+    default: return (large ? large_banks : small_banks) * memory::bank_bytes;
     }
 }
 
@@ -48,16 +49,33 @@ programmer::~programmer()
     check_idle();
 }
 
+void programmer::insert(std::unique_ptr<part> what, int module)
+{
+    if (module != 0) return shared_.slots.insert(std::move(what), module);
+    shared_.hardware.insert(std::move(what));
+}
+
+bool programmer::part_has_power(int module)
+{
+    return module == 0 ? shared_.hardware.socket().part_has_power() : shared_.slots.part_has_power(module);
+}
+
+void programmer::check_idle()
+{
+    shared_.hardware.check_idle();
+    shared_.slots.check_idle();
+}
+
 void programmer::add_fault(std::string_view text)
 {
     sim::add_fault(shared_.faults, text);
-    shared_.hardware.update();
+    shared_.update();
 }
 
 void programmer::clear_faults()
 {
     shared_.faults = {};
-    shared_.hardware.update();
+    shared_.update();
 }
 
 hw::programmer_source source_of(setup wanted, std::function<void(programmer&)> prepare)

@@ -30,14 +30,15 @@ public:
     hw::lumbat& transport() override { return transport_; }
     hw::devobj& device() override { return device_; }
 
-    /// Throws std::invalid_argument if the part does not fit. Null empties the socket.
-    void insert(std::unique_ptr<part> what) { shared_.hardware.insert(std::move(what)); }
-    bool part_has_power() { return shared_.hardware.socket().part_has_power(); }
+    /// `module`: 0 for the unit's own socket, else the number of a module. Null empties the socket. Throws
+    /// std::invalid_argument if the part does not fit or there is no such module.
+    void insert(std::unique_ptr<part> what, int module = 0);
+    bool part_has_power(int module = 0);
     /// By name, see add_fault() in faults.h. Throws fault_error.
     void add_fault(std::string_view text);
     void clear_faults();
     /// Reports each voltage and supply driver that is still on as a hazard.
-    void check_idle() { shared_.hardware.check_idle(); }
+    void check_idle();
 
     sim::clock& time() { return *shared_.time; }
     journal& log() { return *shared_.log; }

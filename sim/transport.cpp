@@ -26,8 +26,21 @@ parts_of_programmer::parts_of_programmer(int its_model, int generation, std::siz
       log{std::move(its_log)},
       hardware{model, generation, faults, *log},
       ram{memory_bytes, faults},
-      replies{std::move(place_of_replies), faults, *log}
+      replies{std::move(place_of_replies), faults, *log},
+      slots{model, faults, *log, ram, replies}
 {}
+
+void parts_of_programmer::settle_down()
+{
+    hardware.settle_down();
+    slots.settle_down();
+}
+
+void parts_of_programmer::update()
+{
+    hardware.update();
+    slots.update();
+}
 
 void transport::reset()
 {
@@ -55,6 +68,7 @@ std::int32_t transport::usbcomwrite(const std::uint8_t* buffer, std::int32_t len
 void transport::take_frame(std::span<const std::uint8_t> frame)
 {
     shared_.replies.clear();
+    shared_.slots.begin_frame(frame[0]);
     switch (frame[0]) {
     case 5: return pin_frame(frame);
     case 9: return memory_frame(frame);
@@ -62,7 +76,8 @@ void transport::take_frame(std::span<const std::uint8_t> frame)
     case 51:
         if (shared_.model == low_voltage_model) return low_voltage_memory_frame(frame);
         [[fallthrough]];
-    default: shared_.log->note("unknown command " + std::to_string(frame[0]));
+    default:
+        if (!shared_.slots.take_frame(frame)) shared_.log->note("unknown command " + std::to_string(frame[0]));
     }
 }
 
@@ -82,13 +97,16 @@ void transport::pin_frame(std::span<const std::uint8_t> frame)
         data[port] = frame[1 + 2 * port];
         masks[port] = frame[2 + 2 * port];
     }
+    shared_.slots.name(frame.size() > hw::slot_byte_of_pin_frame ? frame[hw::slot_byte_of_pin_frame] : 0);
+    machine* const there = shared_.reached();
+    if (there == nullptr) return;
     // The self-test's longer frames make masks count also where a port can only pull low. The byte after the masks is
     // a register that nothing reads.
     const std::size_t last_mask = 2 * data.size();
     const bool is_long = frame.size() > last_mask + 1;
-    if (is_long) shared_.hardware.write_register(last_mask, frame[last_mask + 1]);
-    shared_.hardware.write_ports(data, masks, is_long);
-    const auto levels = shared_.hardware.read_ports();
+    if (is_long) there->write_register(last_mask, frame[last_mask + 1]);
+    there->write_ports(data, masks, is_long);
+    const auto levels = there->read_ports();
     shared_.replies.send({levels.begin(), levels.end()}, true);
 }
 
@@ -106,6 +124,10 @@ void transport::bulk_frame(std::span<const std::uint8_t> frame)
     pipe_.cancel();
     mode_ = bulk_mode::none;
     bank_ = frame[1];
+    if (shared_.slots.take_bulk_frame(frame)) {
+        if (frame[2] == hw::bulk_to_ram) mode_ = bulk_mode::write;
+        return;
+    }
     const bool in_memory = bank_ < shared_.ram.banks();
     switch (frame[2]) {
     case hw::bulk_end: return;
@@ -134,7 +156,9 @@ void transport::low_voltage_memory_frame(std::span<const std::uint8_t> frame)
 
 std::int32_t transport::usbbulkwrite(const std::uint8_t* buffer, std::int32_t length)
 {
-    if (buffer == nullptr || length <= 0) {
+    // The last block of an image can be empty.
+    const bool empty = length == 0 && mode_ == bulk_mode::write;
+    if (!empty && (buffer == nullptr || length <= 0)) {
         shared_.log->note("a bulk write of " + std::to_string(length) + " bytes");
         return failed;
     }
@@ -146,7 +170,7 @@ std::int32_t transport::usbbulkwrite(const std::uint8_t* buffer, std::int32_t le
         return failed;
     }
     shared_.time->advance(pipe_time + length * byte_time);
-    if (!shared_.ram.write(data)) shared_.log->note("a bulk write beyond the memory's end");
+    if (!shared_.ram.write(shared_.slots.take_data(data))) shared_.log->note("a bulk write beyond the memory's end");
     return sent;
 }
 

@@ -5,6 +5,7 @@
 #include "sim/bulk_pipe.h"
 #include "sim/machine.h"
 #include "sim/memory.h"
+#include "sim/modules.h"
 #include "sim/reply_pipe.h"
 #include "sim/script.h"
 
@@ -23,6 +24,7 @@ struct parts_of_programmer {
     machine hardware;
     memory ram;
     reply_pipe replies;
+    modules slots;  // none on most models
     script vectors{};
     microseconds script_done{0};  // when the hardware has played the script
 
@@ -31,6 +33,14 @@ struct parts_of_programmer {
                         std::shared_ptr<journal> its_log, reply_place place_of_replies);
     parts_of_programmer(const parts_of_programmer&) = delete;
     parts_of_programmer& operator=(const parts_of_programmer&) = delete;
+
+    /// The drivers that registers and pin codes switch now: those of the module that was named, else the unit's own.
+    /// Null while that module does not answer.
+    machine* reached() { return slots.named() == 0 ? &hardware : slots.reachable(); }
+    /// Time passes.
+    void settle_down();
+    /// A fault was added or removed.
+    void update();
 };
 
 class transport final : public hw::lumbat {

@@ -17,7 +17,8 @@ namespace tamrix::sim {
 ///     ram banks 4         banks of memory, 1 to 16
 ///     fault TEXT          see add_fault() in faults.h
 ///     no faults           removes all faults but those that follow
-///     socket NAME         "empty", "test board" or a chip of the folder that "chips" names
+///     socket NAME         "empty", "test board" or a chip of the folder that "chips" names; with modules
+///                         the same in all sockets
 ///     chips FOLDER        where the *.chip files are
 ///     speed 10            how many times faster than real time
 ///     transcript FILE     the calls with their times, with hazards and notes

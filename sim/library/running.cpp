@@ -52,7 +52,9 @@ void tamrix_programmer::change(const sim::library_options& changes)
     sim::fault_set tried;  // nothing is done before all is known to be good
     for (const std::string& fault : changes.faults) sim::add_fault(tried, fault);
     const std::string& folder = changes.chips_folder.empty() ? chips_folder_ : changes.chips_folder;
-    if (changes.socket) inner_->insert(sim::part_named(*changes.socket, model_, folder));
+    const int modules = sim::modules::belong_to(model_) ? sim::modules::count : 0;
+    for (int socket = 0; changes.socket && socket <= modules; ++socket)
+        inner_->insert(sim::part_named(*changes.socket, model_, folder), socket);
     chips_folder_ = folder;
     if (changes.no_faults) inner_->clear_faults();
     for (const std::string& fault : changes.faults) inner_->add_fault(fault);

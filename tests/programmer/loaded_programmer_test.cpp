@@ -60,6 +60,19 @@ TEST(loaded_programmer, frames_and_registers_reach_it_and_replies_come_back)
     EXPECT_EQ(device.boardsel(3), 0);
 }
 
+TEST(loaded_programmer, has_the_same_in_the_sockets_of_all_modules)
+{
+    plug_in_fixture f;
+    f.session.hardware.source = hw::library_source(library, "model 54; socket test board; speed 1000");
+    for (std::uint8_t module = 1; module <= 4; ++module) {
+        const std::array<std::uint8_t, 16> frame{5,   0x08, 0xF7, 255, 255, 255, 255, 255,
+                                                 255, 255,  255,  255, 255, 0,   0,   module};
+        EXPECT_EQ(f.session.hardware.transport().usbcomwrite(frame.data(), 16), 0);
+        EXPECT_TRUE(f.session.hardware.device().replywait(3, 0, 0));
+        EXPECT_EQ(f.session.blocks.ibuf1(0), 0x18) << "the lowest contact of either column, module " << int{module};
+    }
+}
+
 TEST(loaded_programmer, the_flag_of_pipe_0_is_set_by_a_reply_that_nobody_asked_for)
 {
     plug_in_fixture f;

@@ -16,6 +16,7 @@ std::string refusal(std::string_view text)
         sim::add_fault(faults, text);
     } catch (const sim::fault_error& error) {
         EXPECT_TRUE(faults.pins.empty() && faults.dead_drivers.empty() && faults.bad_banks.empty());
+        EXPECT_TRUE(faults.modules.empty() && faults.missing_modules.empty());
         return error.what();
     }
     return "taken";
@@ -24,7 +25,7 @@ std::string refusal(std::string_view text)
 constexpr std::string_view kinds =
     "\"pin\", \"dead driver\", \"vpp driver\", \"vcc driver\", \"ground driver\", \"high driver\", \"low driver\", "
     "\"input\", \"pins\", \"pull-down\", \"test board\", \"bad register\", \"lost reply\", \"read never ends\", "
-    "\"marker never comes\", \"no answer\" or \"bad ram bank\"";
+    "\"marker never comes\", \"no answer\", \"bad ram bank\", \"module\" or \"fpga\"";
 
 TEST(faults, a_name_that_is_wrong_is_told_with_what_can_stand_there)
 {
@@ -88,8 +89,42 @@ TEST(faults, every_name_is_taken)
                                    "test board missing",
                                    "test board line 7 open",
                                    "bad register 0 of board 16",
-                                   "  pin   3\topen "}) {
+                                   "  pin   3\topen ",
+                                   "module 4 missing",
+                                   "test board of module 1 missing",
+                                   "fpga 2 does not start",
+                                   "fpga 2 does not start once",
+                                   "fpga 2 does not start twice",
+                                   "fpga 2 does not start 4",
+                                   "bad ram bank 15 of module 4",
+                                   "pin 3 stuck 1 of module 1",
+                                   "dead driver 5 of module 2"}) {
         EXPECT_EQ(refusal(text), "taken") << text;
+    }
+}
+
+TEST(faults, a_name_of_a_module_that_is_wrong_is_told_with_what_can_stand_there)
+{
+    EXPECT_EQ(refusal("module 5 missing"), "fault \"module 5 missing\": \"5\" where a number from 1 to 4 was expected");
+    EXPECT_EQ(refusal("module 0 missing"), "fault \"module 0 missing\": \"0\" where a number from 1 to 4 was expected");
+    EXPECT_EQ(refusal("module 1"), "fault \"module 1\": its end where \"missing\" was expected");
+    EXPECT_EQ(refusal("test board of module 1 gone"),
+              "fault \"test board of module 1 gone\": \"gone\" where \"missing\" was expected");
+    EXPECT_EQ(refusal("fpga 2 starts"), "fault \"fpga 2 starts\": \"starts\" where \"does not start\" was expected");
+    EXPECT_EQ(refusal("fpga 2 does not start 0"),
+              "fault \"fpga 2 does not start 0\": \"0\" where a number from 1 to 1000000 was expected");
+    EXPECT_EQ(refusal("fpga 2 does not start once 1"),
+              "fault \"fpga 2 does not start once 1\": \"1\" where the end was expected");
+    EXPECT_EQ(refusal("pin 3 open of module 5"),
+              "fault \"pin 3 open of module 5\": \"5\" where a number from 1 to 4 was expected");
+    EXPECT_EQ(refusal("pin 3 of module 4"),
+              "fault \"pin 3 of module 4\": its end where \"open\" or \"stuck\" was expected");
+    EXPECT_EQ(refusal("of module 4"), "fault \"of module 4\": its end where " + std::string{kinds} + " was expected");
+    for (const char* const of_all : {"lost reply", "read never ends", "marker never comes", "no answer",
+                                     "module 1 missing", "test board of module 1 missing", "fpga 2 does not start"}) {
+        const std::string text = std::string{of_all} + " of module 4", word = text.substr(0, text.find(' '));
+        EXPECT_EQ(refusal(text), "fault \"" + text + "\": \"" + word +
+                                     "\" where a fault of a pin, a driver or the memory was expected");
     }
 }
 

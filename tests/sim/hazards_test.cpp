@@ -163,5 +163,33 @@ TEST(hazards, safe_voltages_of_the_generators_alone_are_none)
     EXPECT_TRUE(b.hazards().empty());
 }
 
+TEST(hazards, the_supply_at_a_connector_is_no_contact_and_must_not_stay_on)
+{
+    for (const int model : {11, 12, 25, 26}) {
+        bench b{model};
+        b.device.setvcc(3300);
+        b.device.regout(0, 0);
+        b.device.regout(0, 1);
+        b.device.vccpin(104, 1);
+        b.device.delayms(1);
+        EXPECT_TRUE(b.hazards().empty()) << "nothing drives low there";
+        b.programmer.check_idle();
+        EXPECT_EQ(b.hazards(), std::vector<std::string>{"VCC driver left on at the connector"}) << model;
+        b.device.vccpin(104, 0);
+        b.programmer.check_idle();
+        b.device.vccpin(104, 1);
+        b.device.hwreset();
+        b.programmer.check_idle();
+        EXPECT_EQ(b.hazards().size(), 1u) << model;
+    }
+    for (const int model : {1, 24, 27, 40}) {
+        bench b{model};
+        b.device.vccpin(104, 1);
+        b.programmer.check_idle();
+        EXPECT_EQ(b.hazards(), std::vector<std::string>{"VCC driver left on at contact 104"}) << model;
+        b.device.hwreset();
+    }
+}
+
 }  // namespace
 }  // namespace tamrix::tests
