@@ -24,12 +24,12 @@ std::string call(const char* name, std::int64_t first, std::int64_t second)
     return call(name, first) + ' ' + std::to_string(second);
 }
 
-/// The driver of pin n has the control address n + 128; the value says which of its drivers.
-constexpr std::uint8_t driver_addresses = 128;
+/// The control address says which driver; it is turned at pin n by the value n + 128.
+constexpr std::uint8_t driver_values = 128;
 
-std::optional<driver_kind> driver_of(std::uint8_t value)
+std::optional<driver_kind> driver_of(std::uint8_t address)
 {
-    switch (value) {
+    switch (address) {
     case 135: return driver_kind::vpp;
     case 137: return driver_kind::vcc;
     case 138: return driver_kind::ground;
@@ -105,10 +105,10 @@ std::int32_t device::ctlout(std::int32_t value, std::uint8_t address)
 {
     line(std::string{"ctlout "} + std::to_string(value) + " -> " + std::to_string(address));
     if (shared_.faults.no_answer) return silent;
-    const auto driver = driver_of(byte_of(value));
+    const auto driver = driver_of(address);
     machine* const there = shared_.reached();
-    if (driver && address > driver_addresses && there != nullptr && there->tests_drivers()) {
-        there->toggle_driver(*driver, address - driver_addresses);
+    if (driver && value > driver_values && value <= 255 && there != nullptr && there->tests_drivers()) {
+        there->toggle_driver(*driver, byte_of(value - driver_values));
     } else {
         control_registers_[address] = byte_of(value);
         if (address == divider_address) take_divider(byte_of(value));

@@ -33,7 +33,7 @@ TEST(driver_test, each_call_turns_a_driver_and_is_answered_by_the_pins)
         for (const auto& [code, high] : {std::pair{vcc, true}, {ground, false}}) {
             driver_bench b{model, high};
             for (const bool on : {true, false, true, false}) {
-                EXPECT_EQ(b.device.ctlout(code, switch_of_pin_24), 0);
+                EXPECT_EQ(b.device.ctlout(switch_of_pin_24, code), 0);
                 EXPECT_TRUE(b.device.replywait(3, 0, 0));
                 EXPECT_EQ((b.ibuf1[0] & 8) != 0, on == high);
                 EXPECT_EQ(pin_24_is_high(b), on == high);
@@ -51,24 +51,24 @@ TEST(driver_test, drivers_stay_as_they_are_where_no_board_with_their_test_is_sel
         if (selected == 1) b.device.boardsel(0);
         if (selected == 2) b.device.boardsel2(3, 0);
         if (selected == 3) b.device.boardsel2(7, 0);
-        b.device.ctlout(ground, switch_of_pin_24);
+        b.device.ctlout(switch_of_pin_24, ground);
         EXPECT_TRUE(pin_24_is_high(b)) << selected;
-        EXPECT_EQ(b.device.ctlin(switch_of_pin_24), ground) << "a control register like any other";
+        EXPECT_EQ(b.device.ctlin(ground), switch_of_pin_24) << "a control register like any other";
         b.device.boardsel2(0, 3);
-        b.device.ctlout(ground, switch_of_pin_24);
+        b.device.ctlout(switch_of_pin_24, ground);
         EXPECT_FALSE(pin_24_is_high(b));
-        b.device.ctlout(ground, switch_of_pin_24);
+        b.device.ctlout(switch_of_pin_24, ground);
     }
 }
 
 TEST(driver_test, other_values_are_kept_by_the_control_registers)
 {
     driver_bench b{40, false};
-    b.device.ctlout(136, switch_of_pin_24);
-    b.device.ctlout(ground, 128);
+    b.device.ctlout(switch_of_pin_24, 136);
+    b.device.ctlout(128, ground);
     EXPECT_TRUE(pin_24_is_high(b));
-    EXPECT_EQ(b.device.ctlin(switch_of_pin_24), 136);
-    EXPECT_EQ(b.device.ctlin(128), ground);
+    EXPECT_EQ(b.device.ctlin(136), switch_of_pin_24);
+    EXPECT_EQ(b.device.ctlin(ground), 128);
 }
 
 TEST(driver_test, a_pin_without_a_switch_is_noted)
@@ -81,7 +81,7 @@ TEST(driver_test, a_pin_without_a_switch_is_noted)
                                            {27, vcc, 24},
                                            {40, vcc, 49}}) {
         driver_bench b{model, true};
-        EXPECT_EQ(b.device.ctlout(code, static_cast<std::uint8_t>(pin + 128)), 0);
+        EXPECT_EQ(b.device.ctlout(pin + 128, code), 0);
         EXPECT_EQ(b.notes(),
                   texts{"model " + std::to_string(model) + " switches no such driver at pin " + std::to_string(pin)});
         for (std::uint8_t port = 0; port < 6; ++port) {
@@ -94,7 +94,7 @@ TEST(driver_test, a_pin_without_a_switch_is_noted)
 TEST(driver_test, a_driver_that_is_left_on_is_a_hazard_until_a_reset)
 {
     driver_bench b{40, false};
-    for (const std::uint8_t code : {vpp, vcc, ground}) b.device.ctlout(code, static_cast<std::uint8_t>(code + 1));
+    for (const std::uint8_t code : {vpp, vcc, ground}) b.device.ctlout(code + 1, code);
     b.device.delayms(1);
     b.programmer.check_idle();
     EXPECT_EQ(b.hazards(), (texts{"ground driver left on at contact 14", "VCC driver left on at contact 15",
@@ -107,12 +107,12 @@ TEST(driver_test, a_driver_that_is_left_on_is_a_hazard_until_a_reset)
 TEST(driver_test, drivers_that_meet_at_a_pin_are_a_hazard)
 {
     driver_bench b{40, false};
-    b.device.ctlout(vcc, switch_of_pin_24);
-    b.device.ctlout(ground, switch_of_pin_24);
+    b.device.ctlout(switch_of_pin_24, vcc);
+    b.device.ctlout(switch_of_pin_24, ground);
     b.device.delayms(1);
     EXPECT_EQ(b.hazards(), texts{"contact 1: supply and ground at once"});
     EXPECT_FALSE(pin_24_is_high(b));
-    b.device.ctlout(ground, switch_of_pin_24);
+    b.device.ctlout(switch_of_pin_24, ground);
     b.frame({5, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0});
     EXPECT_EQ(b.hazards().back(), "contact 1: supply on a pin that the programmer drives low");
     b.device.hwreset();
@@ -122,7 +122,7 @@ TEST(driver_test, a_generator_that_is_set_beats_the_resting_rail)
 {
     driver_bench b{40, false};
     b.programmer.insert(std::make_unique<quad_nand>());
-    b.device.ctlout(vpp, switch_of_pin_24 - 1);  // contact 2, pin 6 of the part
+    b.device.ctlout(switch_of_pin_24 - 1, vpp);  // contact 2, pin 6 of the part
     b.device.delayms(1);
     EXPECT_EQ(b.hazards(), texts{});
     b.device.setvpp(12000, 0);

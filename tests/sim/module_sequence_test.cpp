@@ -31,7 +31,7 @@ struct sequence : module_bench {
     {
         for (std::uint8_t pin = 1; pin <= 48; ++pin) {
             for (const int differ : {1, 0}) {
-                EXPECT_EQ(device.ctlout(code, static_cast<std::uint8_t>(pin + 128)), 0);
+                EXPECT_EQ(device.ctlout(pin + 128, code), 0);
                 device.delayms(20);
                 EXPECT_TRUE(device.replywait(3, 0, 0));
                 EXPECT_EQ(unlike(level), differ) << int{code} << ' ' << int{pin};

@@ -152,9 +152,8 @@ std::vector<int> self_test_player::pins_of(std::uint8_t code) const
 void self_test_player::driver_stage(const char* name, std::uint8_t code, int level)
 {
     for (const int tested : pins_of(code)) {
-        const auto address = static_cast<std::uint8_t>(tested + 128);
         ibuf1.fill(0x5A);
-        EXPECT_EQ(device.ctlout(code, address), 0);
+        EXPECT_EQ(device.ctlout(tested + 128, code), 0);
         device.delayms(20);
         for (const int pin : unlike(read_after_switch(), level, tested, tested, full ? 6 : 5)) {
             if (pin == tested || full || (tested > 4 && tested < 45)) {
@@ -162,7 +161,7 @@ void self_test_player::driver_stage(const char* name, std::uint8_t code, int lev
                                 std::to_string(pin));
             }
         }
-        device.ctlout(code, address);
+        device.ctlout(tested + 128, code);
         device.delayms(50);
     }
 }
