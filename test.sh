@@ -23,7 +23,8 @@ Installs missing packages (Debian 12; as root or through sudo), builds, and then
   --fuzz S     feeds every reader damaged files for S seconds each, with the checks of --sanitize
   --bench      measures the release beside other tools and writes docs/performance.md
   --format     formats every .h and .cpp file that git knows
-  --check      checks the formatting, which folders include which, and the scripts
+  --check      checks the formatting, which folders include which, the scripts, and that the transcripts of the
+               self-tests are what their model writes
   --help       shows this
 
 Arguments after -- go to ctest: ./test.sh -- -R readfile
@@ -104,6 +105,7 @@ check() {
     need "${mutation_packages[@]}"
     python3 -B scripts/check_structure.py
     python3 -B -m unittest discover -q -s scripts -p '*_test.py'
+    python3 -B tests/selftest/transcripts/model.py --check
     say 'The formatting, the includes and the scripts are in order.'
 }
 
