@@ -1,6 +1,7 @@
 #include "entry/all_dialogs.h"
 
 #include "device/algoparameter.h"
+#include "selftest/pinnote.h"
 #include "ttl/dialogs/ttlautotest.h"
 #include "ttl/dialogs/ttledit.h"
 #include "ttl/dialogs/ttltest.h"
@@ -12,6 +13,9 @@ dialog_table all_dialogs()
     dialog_table table;
     table.add("algoparameter",
               [](session& plug_in, module_variables&) { return std::make_unique<algoparameter>(plug_in); });
+    table.add("pinnote", [](session& plug_in, module_variables& variables) {
+        return std::make_unique<pinnote>(plug_in, variables.selftest);
+    });
     table.add("ttltest", [](session& plug_in, module_variables& variables) {
         return std::make_unique<ttltest>(plug_in, variables.ttl, variables.pld);
     });

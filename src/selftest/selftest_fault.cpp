@@ -1,0 +1,58 @@
+#include "selftest/selftest_fault.h"
+
+#include "base/arith.h"
+
+namespace tamrix {
+
+namespace {
+
+std::string level_name(int level) { return level != 0 ? "high" : "low"; }
+
+std::string place_of(const selftest_fault& fault)
+{
+    const std::string number = std::to_string(fault.place);
+    if (fault.stage == selftest_stage::ram) return "RAM block " + number;
+    if (fault.stage == selftest_stage::registers) return "board " + std::to_string(fault.board) + " register " + number;
+    return "pin " + std::to_string(fault.pin) + " (port " + std::to_string(fault.port) + " bit " +
+           std::to_string(fault.bit) + ")";
+}
+
+/// What was switched on while the pin was read.
+std::string cause_of(const selftest_fault& fault)
+{
+    const std::string stage = ": " + name_of(fault.stage);
+    const bool elsewhere = fault.driven_pin != 0 && fault.driven_pin != fault.pin;
+    return elsewhere ? stage + " of pin " + std::to_string(fault.driven_pin) : stage;
+}
+
+}  // namespace
+
+std::string name_of(selftest_stage stage)
+{
+    switch (stage) {
+    case selftest_stage::ram: return "RAM";
+    case selftest_stage::input: return "input";
+    case selftest_stage::vpp: return "VPP driver";
+    case selftest_stage::vcc: return "VCC driver";
+    case selftest_stage::ground: return "GND driver";
+    case selftest_stage::registers: return "register";
+    default: return "output";
+    }
+}
+
+std::string words_of(const selftest_fault& fault)
+{
+    const std::string module = fault.slot != 0 ? "module " + std::to_string(fault.slot) + " " : "";
+    const std::string place = module + place_of(fault);
+    if (fault.stage == selftest_stage::ram || fault.stage == selftest_stage::registers)
+        return place + ": expected " + arith::hex(fault.expected) + ", read " + arith::hex(fault.read);
+    return place + cause_of(fault) + ": expected " + level_name(fault.expected) + ", read " + level_name(fault.read);
+}
+
+std::string words_of(const untested_pins& pins)
+{
+    return name_of(pins.stage) + ": " + std::to_string(pins.count) + (pins.count == 1 ? " pin" : " pins") +
+           " not tested (" + pins.reason + ")";
+}
+
+}  // namespace tamrix

@@ -1,0 +1,105 @@
+// What all self-test dialogs share: the options, the buttons, the status panel, and the wait for a person after a
+// fault.
+#pragma once
+
+#include "channel/model.h"
+#include "forms/form.h"
+#include "forms/status_bar.h"
+#include "selftest/selftest_plan.h"
+#include "selftest/selftest_variables.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace tamrix {
+
+namespace hw {
+class devobj;
+}
+class session;
+
+/// How a stage of a run ended; all but `passed` end the run.
+enum class stage_end : std::uint8_t { passed, failed, stopped, not_answered, communication_error, no_test_board };
+
+/// The person's decision after a fault.
+enum class decision : std::uint8_t { go_on = 0, stop = 1 };
+
+class selftest_frame : public forms::form {
+public:
+    /// `plan` has to outlive the form, as both others.
+    selftest_frame(session& plug_in, selftest_variables& variables, selftest_plan plan, int panels = 1);
+
+    forms::frame Frame1{*this};  // around the options
+    forms::option_group Option1;
+    forms::button testbutton{*this}, teststop{*this}, OKButton{*this};
+    forms::label fault_words{*this};  // the last fault, and at the end what was not tested
+    forms::status_bar StatusBar1;
+
+    int testsel() const { return testsel_; }          // the selected option
+    int teststep() const { return teststep_; }        // 1 while runstp() waits
+    int teststopped() const { return teststopped_; }  // 1 after Stop, until the wait has seen it
+    int testbusy() const { return testbusy_; }        // 1 from the first runstp() of a run to its end
+
+    // For the stages of a run.
+    session& plug_in() const { return plug_in_; }
+    hw::devobj& device() const;
+    hw::model model() const;
+    bool by_usb() const;
+    /// Programmers of this generation also read the outermost pins.
+    bool generation_17() const;
+    selftest_report& report() const { return variables_.last; }
+    selftest_variables& variables() const { return variables_; }
+    void status(const std::string& words, int panel = 1);
+    void beep();
+    /// Keeps the fault for the caller, writes it into the log and shows its words.
+    void add(const selftest_fault& fault);
+    /// Keeps for the caller how many pins a stage could not look at, and writes it into the log.
+    void add(const untested_pins& pins);
+    /// Waits, without a limit, until the person presses Continue or Stop. Closing the form is Stop.
+    decision runstp();
+    /// True where the person closed the form while a run was going: the run ends at its next step, as after Stop.
+    bool closed() const { return !is_open(); }
+    void pump();
+    /// Paints the map back to idle.
+    virtual void clearpins() = 0;
+
+protected:
+    /// The self-test's captions; selects the first option.
+    void load_selftest();
+    const option_plan& option() const { return plan_[static_cast<std::size_t>(testsel_)]; }
+
+    virtual std::string caption_of(const option_plan& option) const;
+    virtual void Option1_Click(int index);
+    /// Shows what belongs to an option, after the map was cleared and the empty socket asked for.
+    virtual void show_option(const option_plan& option) = 0;
+    virtual void testbutton_Click();
+    virtual void teststop_Click();
+    /// A whole run. What it returns is the report's result.
+    virtual stage_end system_test() = 0;
+    virtual stage_end output_test() = 0;
+    /// The last status of a run. Says nothing where the programmer did not answer.
+    virtual void show_end(stage_end end) = 0;
+
+    void on_unload() override;
+
+private:
+    void start_calibration();
+    void run(const std::function<stage_end()>& body);
+    void finish(stage_end end);
+    void say_not_tested();
+    void offer_frame(bool offered);
+    void stop_steps();
+    void make_vpp_safe();
+    decision await_decision();
+    void tell(const selftest_event& event) const;
+    void log(const std::string& words);
+
+    session& plug_in_;
+    selftest_variables& variables_;
+    selftest_plan plan_;
+    int testsel_ = 0, teststep_ = 0, teststopped_ = 0, testbusy_ = 0;
+    bool in_use_ = false;  // from the start of a run or a calibration until the programmer is safe again
+};
+
+}  // namespace tamrix
