@@ -2,6 +2,7 @@
 #pragma once
 
 #include "selftest/model_plan.h"
+#include "selftest/pin_access.h"
 #include "selftest/socket_frame.h"
 
 namespace tamrix {
@@ -14,9 +15,23 @@ public:
     pinnote(session& plug_in, selftest_variables& variables);
 
 private:
+    using stage = stage_end (pinnote::*)();
+
     stage_end system_test() override;
     stage_end output_test() override;
-    void show_end(stage_end end) override;
+
+    stage_end start();
+    stage_end test_ram();
+    stage_end test_pins();
+    stage_end test_vpp();
+    stage_end test_vcc();
+    stage_end reset();
+    stage_end test_ground();
+    stage_end test_registers();
+    stage_end without_drivers(selftest_stage skipped);
+
+    selftest_model tested_;
+    pin_access access_;
 };
 
 }  // namespace tamrix

@@ -13,8 +13,8 @@ std::string place_of(const selftest_fault& fault)
     const std::string number = std::to_string(fault.place);
     if (fault.stage == selftest_stage::ram) return "RAM block " + number;
     if (fault.stage == selftest_stage::registers) return "board " + std::to_string(fault.board) + " register " + number;
-    return "pin " + std::to_string(fault.pin) + " (port " + std::to_string(fault.port) + " bit " +
-           std::to_string(fault.bit) + ")";
+    const std::string pin = fault.pin != 0 ? "pin " + std::to_string(fault.pin) : "a line without a pin";
+    return pin + " (port " + std::to_string(fault.port) + " bit " + std::to_string(fault.bit) + ")";
 }
 
 /// What was switched on while the pin was read.
@@ -51,8 +51,19 @@ std::string words_of(const selftest_fault& fault)
 
 std::string words_of(const untested_pins& pins)
 {
-    return name_of(pins.stage) + ": " + std::to_string(pins.count) + (pins.count == 1 ? " pin" : " pins") +
-           " not tested (" + pins.reason + ")";
+    const std::string count = std::to_string(pins.count) + (pins.count == 1 ? " pin " : " pins ");
+    return name_of(pins.stage) + ": " + (pins.count == 0 ? "" : count) + "not tested (" + pins.reason + ")";
+}
+
+std::string short_words_of(const std::vector<untested_pins>& all)
+{
+    std::string text = "not tested:";
+    for (const untested_pins& pins : all) {
+        text += &pins == all.data() ? " " : ", ";
+        if (pins.count != 0) text += std::to_string(pins.count) + " ";
+        text += name_of(pins.stage);
+    }
+    return text;
 }
 
 }  // namespace tamrix

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace tamrix {
 
@@ -29,7 +30,7 @@ struct selftest_fault {
 /// For instance "pin 7 (port 3 bit 2): VCC driver of pin 9: expected high, read low".
 std::string words_of(const selftest_fault& fault);
 
-/// Pins that a stage could not look at.
+/// Pins that a stage could not look at; 0 where it is not about pins.
 struct untested_pins {
     selftest_stage stage = selftest_stage::input;
     int count = 0;
@@ -40,5 +41,8 @@ struct untested_pins {
 
 /// For instance "input: 8 pins not tested (why)".
 std::string words_of(const untested_pins& pins);
+
+/// All of them in a line: "not tested: 8 input, 48 VPP driver".
+std::string short_words_of(const std::vector<untested_pins>& all);
 
 }  // namespace tamrix

@@ -85,6 +85,39 @@ void selftest_frame::beep()
 
 void selftest_frame::pump() { plug_in_.screen.doevents(); }
 
+stage_end selftest_frame::communication_error()
+{
+    status(plug_in_.text(message::communication_error));
+    device().hwrelease();
+    return stage_end::communication_error;
+}
+
+stage_end selftest_frame::reset_programmer()
+{
+    if (by_usb()) {
+        device().hwreset();
+        return stage_end::passed;
+    }
+    device().hwinit();
+    if (device().hwreset() != 1) return stage_end::passed;
+    device().hwrelease();
+    return stage_end::not_answered;
+}
+
+void selftest_frame::select_common_board()
+{
+    if (model().selects_two_boards) {
+        device().boardsel2(0, 3);
+    } else {
+        device().boardsel(3);
+    }
+}
+
+void selftest_frame::announce(int number, const std::string& what)
+{
+    status(plug_in_.text(message::dot) + plug_in_.text(number) + what + ".....");
+}
+
 void selftest_frame::log(const std::string& words)
 {
     plug_in_.blocks.MainRtstr(0) += ">> " + plug_in_.text(message::self_test) + ": " + words + "\n";
@@ -209,8 +242,19 @@ void selftest_frame::run(const std::function<stage_end()>& body)
     finish(body());
 }
 
+void selftest_frame::show_end(stage_end end)
+{
+    if (end == stage_end::not_answered || end == stage_end::communication_error) return;
+    if (end == stage_end::no_test_board) return status(plug_in_.text(message::no_test_board));
+    const bool system = option().does == option_action::system_test;
+    const std::string name = plug_in_.text(system ? message::system_test : message::output_test);
+    status(name + (end == stage_end::passed ? " OK!" : plug_in_.text(message::fail)));
+}
+
+/// A run that had to ask is a failed one, whatever the person answered.
 void selftest_frame::finish(stage_end end)
 {
+    if (end == stage_end::passed && testbusy_ == 1) end = stage_end::failed;
     report().result = result_of(end);
     show_end(end);
     say_not_tested();
@@ -227,9 +271,9 @@ void selftest_frame::finish(stage_end end)
 
 void selftest_frame::say_not_tested()
 {
-    std::string words = fault_words.caption();
-    for (const untested_pins& pins : report().not_tested) words += (words.empty() ? "" : "; ") + words_of(pins);
-    fault_words.caption = words;
+    if (report().not_tested.empty()) return;
+    fault_words.caption =
+        fault_words.caption() + (fault_words.caption().empty() ? "" : "; ") + short_words_of(report().not_tested);
 }
 
 /// Stop goes first, since closing the form ends the step too.

@@ -61,6 +61,11 @@ public:
     /// True where the person closed the form while a run was going: the run ends at its next step, as after Stop.
     bool closed() const { return !is_open(); }
     void pump();
+    /// Tells that a reply did not come or a frame was refused, and lets the programmer go.
+    stage_end communication_error();
+    /// The first step of a run: not_answered where the programmer gives no answer, which only registers show.
+    stage_end reset_programmer();
+    void select_common_board();
     /// Paints the map back to idle.
     virtual void clearpins() = 0;
 
@@ -78,8 +83,21 @@ protected:
     /// A whole run. What it returns is the report's result.
     virtual stage_end system_test() = 0;
     virtual stage_end output_test() = 0;
-    /// The last status of a run. Says nothing where the programmer did not answer.
-    virtual void show_end(stage_end end) = 0;
+    /// The last status of a run. Where the programmer did not answer or reply it was said before.
+    virtual void show_end(stage_end end);
+
+    /// "." with a catalogue text, what is tested, and dots.
+    void announce(int number, const std::string& what);
+    /// Runs the stages one by one until one ends the run, or the form is closed.
+    template <class Form>
+    static stage_end in_order(Form& form, std::span<stage_end (Form::*const)()> stages)
+    {
+        for (const auto stage : stages) {
+            if (form.closed()) return stage_end::stopped;
+            if (const stage_end end = (form.*stage)(); end != stage_end::passed) return end;
+        }
+        return stage_end::passed;
+    }
 
     void on_unload() override;
 

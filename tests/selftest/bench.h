@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <functional>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -30,7 +31,9 @@ struct bench : plug_in_fixture {
             waits_ = event.what == selftest_event::kind::wait;
         };
         shell.on_doevents = [this] {
-            if (std::exchange(waits_, false) && at_wait) at_wait();
+            if (!std::exchange(waits_, false)) return;
+            if (!at_wait) throw std::logic_error{"nobody answers the wait: " + words_of_last_fault()};
+            at_wait();
         };
     }
 
@@ -55,6 +58,8 @@ struct bench : plug_in_fixture {
     }
 
 private:
+    std::string words_of_last_fault() const { return report().faults.empty() ? "" : words_of(report().faults.back()); }
+
     bool waits_ = false;
 };
 

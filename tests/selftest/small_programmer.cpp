@@ -96,9 +96,9 @@ private:
     std::int32_t hwreset() override
     {
         s_.powered = false;
+        s_.mode = 0;
         s_.driver_pin = 0;
         s_.masks.fill(255);
-        s_.pulls_down = false;
         s_.vpp.clear();
         return s_.hwreset_result;
     }
@@ -173,7 +173,8 @@ std::array<std::uint8_t, 6> small_programmer::read_ports()
     };
     std::vector<bool> levels(pins, !(board == 7 && level_switch == 1));
     for (int lamp = 0; lamp < pins; ++lamp) {
-        if (test_board && driven(pins - 1 - lamp)) levels[static_cast<std::size_t>(lamp)] = output(pins - 1 - lamp);
+        const bool linked = test_board && lamp != open_line && pins - 1 - lamp != open_line;
+        if (linked && driven(pins - 1 - lamp)) levels[static_cast<std::size_t>(lamp)] = output(pins - 1 - lamp);
         if (driven(lamp)) levels[static_cast<std::size_t>(lamp)] = output(lamp);
         if (driver_pin == lamp + 1) levels[static_cast<std::size_t>(lamp)] = driver != 138;
     }

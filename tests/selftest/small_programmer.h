@@ -19,6 +19,7 @@ namespace tamrix::tests {
 struct small_programmer {
     // What a test breaks.
     bool test_board = false;
+    int open_line = -1;  // of the test board: that of this lamp of the left column
     std::int32_t hwreset_result = 0;
     bool large_ram = true;
     std::set<int> bad_blocks;                            // of 32768 bytes: their first byte is read wrong
@@ -31,7 +32,6 @@ struct small_programmer {
 
     // What it is set to.
     int board = -1, level_switch = 0, mode = 0;
-    bool pulls_down = false;
     std::array<std::uint8_t, 6> outputs{}, masks{255, 255, 255, 255, 255, 255};
     int driver = 0, driver_pin = 0;  // that is switched on; 0: none
     std::map<int, int> vpp;          // millivolts by generator

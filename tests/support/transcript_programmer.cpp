@@ -1,5 +1,6 @@
 #include "support/transcript_programmer.h"
 
+#include <array>
 #include <cstdint>
 #include <cstdio>
 #include <memory>
@@ -9,14 +10,22 @@ namespace tamrix::tests {
 
 namespace {
 
+constexpr auto crc_table = [] {
+    std::array<std::uint32_t, 256> table{};
+    for (std::uint32_t i = 0; i < table.size(); ++i) {
+        std::uint32_t crc = i;
+        for (int bit = 0; bit < 8; ++bit) crc = (crc >> 1) ^ ((crc & 1) != 0 ? 0xEDB88320 : 0);
+        table[i] = crc;
+    }
+    return table;
+}();
+
 /// As zlib has it.
 std::uint32_t crc32_of(const std::uint8_t* bytes, std::int32_t length)
 {
+    const std::uint32_t* const table = crc_table.data();
     std::uint32_t crc = 0xFFFFFFFF;
-    for (std::int32_t i = 0; i < length; ++i) {
-        crc ^= bytes[i];
-        for (int bit = 0; bit < 8; ++bit) crc = (crc >> 1) ^ ((crc & 1) != 0 ? 0xEDB88320 : 0);
-    }
+    for (std::int32_t i = 0; i < length; ++i) crc = (crc >> 8) ^ table[(crc ^ bytes[i]) & 0xFF];
     return ~crc;
 }
 
