@@ -67,13 +67,15 @@ stage_end test_outputs_in_two_parts(socket_frame& form, const pin_access& access
     return stage_end::passed;
 }
 
-stage_end test_outputs_of_whole_sides(socket_frame& form, const pin_access& access)
+stage_end test_outputs_of_whole_sides(socket_frame& form, const pin_access& access, output_pattern pattern)
 {
     form.device().boardsel2(0, 3);
     form.clearpins();
     form.status(announcement(form));
-    for (const sweep_plan& plan : whole_sides)
+    for (sweep_plan plan : whole_sides) {
+        if (pattern == output_pattern::low_first) plan.level = 1 - plan.level;
         if (const stage_end end = sweep_fed(form, access, plan); end != stage_end::passed) return end;
+    }
     return stage_end::passed;
 }
 

@@ -7,7 +7,6 @@
 #include "session/session.h"
 
 #include <algorithm>
-#include <random>
 
 namespace tamrix {
 
@@ -47,21 +46,23 @@ bool ask_for_ram(const selftest_frame& form, bool large)
 
 }  // namespace
 
-std::vector<std::uint8_t> random_bytes(const selftest_frame& form, std::size_t count)
+std::vector<std::uint8_t> random_bytes(selftest_frame& form, std::size_t count)
 {
-    std::mt19937 draw{form.variables().seed()};
     std::vector<std::uint8_t> bytes(count);
-    for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(draw() >> 24);
+    for (std::uint8_t& byte : bytes) byte = form.random_byte();
     return bytes;
 }
 
-bool block_is_good(selftest_frame& form, int block, std::span<const std::uint8_t> expected)
+bool block_is_good(selftest_frame& form, int block, std::span<const std::uint8_t> expected, int slot)
 {
     const auto read = form.plug_in().blocks.ibuf2.span();
     const auto differs = std::mismatch(expected.begin(), expected.end(), read.begin(), read.end());
     if (differs.first == expected.end()) return true;
-    form.add(selftest_fault{
-        .stage = selftest_stage::ram, .place = block, .expected = *differs.first, .read = *differs.second});
+    form.add(selftest_fault{.stage = selftest_stage::ram,
+                            .place = block,
+                            .slot = slot,
+                            .expected = *differs.first,
+                            .read = *differs.second});
     return false;
 }
 

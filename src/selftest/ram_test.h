@@ -11,11 +11,11 @@ namespace tamrix {
 
 inline constexpr std::int32_t ram_block_bytes = 32768;
 
-/// As many random bytes, from the seed of this run.
-std::vector<std::uint8_t> random_bytes(const selftest_frame& form, std::size_t count);
+/// As many random bytes, the next ones from the seed of this run.
+std::vector<std::uint8_t> random_bytes(selftest_frame& form, std::size_t count);
 
 /// Whether `ibuf2` begins with these bytes. The first difference goes into the report as a fault of that block.
-bool block_is_good(selftest_frame& form, int block, std::span<const std::uint8_t> expected);
+bool block_is_good(selftest_frame& form, int block, std::span<const std::uint8_t> expected, int slot = 0);
 
 /// Good blocks of four.
 int test_small_ram(selftest_frame& form);

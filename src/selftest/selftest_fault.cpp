@@ -2,6 +2,8 @@
 
 #include "base/arith.h"
 
+#include <algorithm>
+
 namespace tamrix {
 
 namespace {
@@ -31,6 +33,7 @@ std::string name_of(selftest_stage stage)
 {
     switch (stage) {
     case selftest_stage::ram: return "RAM";
+    case selftest_stage::fpga: return "FPGA";
     case selftest_stage::input: return "input";
     case selftest_stage::vpp: return "VPP driver";
     case selftest_stage::vcc: return "VCC driver";
@@ -43,6 +46,7 @@ std::string name_of(selftest_stage stage)
 std::string words_of(const selftest_fault& fault)
 {
     const std::string module = fault.slot != 0 ? "module " + std::to_string(fault.slot) + " " : "";
+    if (fault.stage == selftest_stage::fpga) return module + name_of(fault.stage) + ": not loaded";
     const std::string place = module + place_of(fault);
     if (fault.stage == selftest_stage::ram || fault.stage == selftest_stage::registers)
         return place + ": expected " + arith::hex(fault.expected) + ", read " + arith::hex(fault.read);
@@ -57,9 +61,18 @@ std::string words_of(const untested_pins& pins)
 
 std::string short_words_of(const std::vector<untested_pins>& all)
 {
-    std::string text = "not tested:";
+    std::vector<untested_pins> sums;
     for (const untested_pins& pins : all) {
-        text += &pins == all.data() ? " " : ", ";
+        const auto same = std::ranges::find(sums, pins.stage, &untested_pins::stage);
+        if (same == sums.end()) {
+            sums.push_back(pins);
+        } else {
+            same->count += pins.count;
+        }
+    }
+    std::string text = "not tested:";
+    for (const untested_pins& pins : sums) {
+        text += &pins == sums.data() ? " " : ", ";
         if (pins.count != 0) text += std::to_string(pins.count) + " ";
         text += name_of(pins.stage);
     }

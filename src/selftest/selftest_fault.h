@@ -7,7 +7,7 @@
 
 namespace tamrix {
 
-enum class selftest_stage : std::uint8_t { ram, input, vpp, vcc, ground, registers, output };
+enum class selftest_stage : std::uint8_t { ram, fpga, input, vpp, vcc, ground, registers, output };
 
 /// "RAM", "input", "VPP driver" and so on, as a fault's words name the stage.
 std::string name_of(selftest_stage stage);
@@ -42,7 +42,7 @@ struct untested_pins {
 /// For instance "input: 8 pins not tested (why)".
 std::string words_of(const untested_pins& pins);
 
-/// All of them in a line: "not tested: 8 input, 48 VPP driver".
+/// All of them in a line, those of a stage together: "not tested: 8 input, 48 VPP driver".
 std::string short_words_of(const std::vector<untested_pins>& all);
 
 }  // namespace tamrix

@@ -83,6 +83,20 @@ void selftest_frame::beep()
     tell({.what = selftest_event::kind::beep});
 }
 
+void selftest_frame::warn(const std::string& words)
+{
+    const std::string title = plug_in_.text(message::warning);
+    tell({.what = selftest_event::kind::box, .text = words, .title = title});
+    log(words);
+    plug_in_.screen.box({.text = words, .title = title, .picture = forms::icon::warning});
+}
+
+std::uint8_t selftest_frame::random_byte()
+{
+    if (!random_) random_.emplace(variables_.seed());
+    return static_cast<std::uint8_t>((*random_)() >> 24);
+}
+
 void selftest_frame::pump() { plug_in_.screen.doevents(); }
 
 stage_end selftest_frame::communication_error()
@@ -165,7 +179,7 @@ void selftest_frame::Option1_Click(int index)
     clearpins();
     testsel_ = index;
     fault_words.caption = "";
-    status(plug_in_.text(message::empty_socket_please));
+    hint(plug_in_.text(message::empty_socket_please));
     if (option().does == option_action::system_test) {
         testbutton.caption = plug_in_.text(message::test);
         testbutton.enabled = true;
@@ -238,6 +252,7 @@ void selftest_frame::run(const std::function<stage_end()>& body)
     testbutton.enabled = false;
     teststop.enabled = false;
     teststopped_ = 0;
+    random_.reset();
     in_use_ = true;
     finish(body());
 }
@@ -303,6 +318,13 @@ decision selftest_frame::runstp()
     testbutton.enabled = false;
     teststop.enabled = false;
     OKButton.enabled = true;
+    return made;
+}
+
+decision selftest_frame::await_person()
+{
+    const decision made = runstp();
+    if (made == decision::go_on) testbusy_ = 0;
     return made;
 }
 

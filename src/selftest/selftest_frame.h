@@ -10,6 +10,8 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
+#include <random>
 #include <string>
 
 namespace tamrix {
@@ -52,12 +54,18 @@ public:
     selftest_variables& variables() const { return variables_; }
     void status(const std::string& words, int panel = 1);
     void beep();
+    /// Shows a warning that the person has to close.
+    void warn(const std::string& words);
+    /// The next random byte of this run.
+    std::uint8_t random_byte();
     /// Keeps the fault for the caller, writes it into the log and shows its words.
     void add(const selftest_fault& fault);
     /// Keeps for the caller how many pins a stage could not look at, and writes it into the log.
     void add(const untested_pins& pins);
     /// Waits, without a limit, until the person presses Continue or Stop. Closing the form is Stop.
     decision runstp();
+    /// As runstp(), for something that the person has to do: after Continue the run has asked nothing so far.
+    decision await_person();
     /// True where the person closed the form while a run was going: the run ends at its next step, as after Stop.
     bool closed() const { return !is_open(); }
     void pump();
@@ -76,6 +84,8 @@ protected:
 
     virtual std::string caption_of(const option_plan& option) const;
     virtual void Option1_Click(int index);
+    /// What the person has to heed before a run.
+    virtual void hint(const std::string& words) { status(words); }
     /// Shows what belongs to an option, after the map was cleared and the empty socket asked for.
     virtual void show_option(const option_plan& option) = 0;
     virtual void testbutton_Click();
@@ -116,6 +126,7 @@ private:
     session& plug_in_;
     selftest_variables& variables_;
     selftest_plan plan_;
+    std::optional<std::mt19937> random_;  // from its first use in a run on
     int testsel_ = 0, teststep_ = 0, teststopped_ = 0, testbusy_ = 0;
     bool in_use_ = false;  // from the start of a run or a calibration until the programmer is safe again
 };

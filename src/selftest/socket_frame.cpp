@@ -13,8 +13,9 @@ constexpr int analyzer_ground_lamp = 19, wave_ground_lamp = 23, wave_signal_lamp
 
 }  // namespace
 
-socket_frame::socket_frame(session& plug_in, selftest_variables& variables, selftest_plan plan, lamps::socket drawn)
-    : selftest_frame{plug_in, variables, plan}, socket{Picture1, drawn}
+socket_frame::socket_frame(session& plug_in, selftest_variables& variables, selftest_plan plan, lamps::socket drawn,
+                           int panels)
+    : selftest_frame{plug_in, variables, plan, panels}, socket{Picture1, drawn}
 {
     Label2.caption = "GND: P20   1-8: P21-P28";
     Label4.caption = "GND";
@@ -22,13 +23,18 @@ socket_frame::socket_frame(session& plug_in, selftest_variables& variables, self
 
 forms::layout socket_frame::arrangement()
 {
+    return around_socket(Label2, forms::column({forms::stretched(forms::nothing()), Label3, Label4}));
+}
+
+forms::layout socket_frame::around_socket(const forms::layout& above, const forms::layout& beside)
+{
     using namespace forms;
     layout options = column({});
     for (int index = 0; index < Option1.count(); ++index) options.children.emplace_back(Option1(index));
     return column({
-        Label2,
+        above,
         stretched(row({
-            column({stretched(nothing()), Label3, Label4}),
+            beside,
             stretched(column({Picture1})),
             column({framed(Frame1, options), stretched(nothing()), buttons({testbutton, teststop})}),
         })),
@@ -99,9 +105,9 @@ void socket_frame::clearpins()
 void socket_frame::show_option(const option_plan& option)
 {
     Label4.visible = option.does == option_action::calibration;
-    if (option.does == option_action::output_test) status(plug_in().text(message::needs_test_board));
+    if (option.does == option_action::output_test) hint(plug_in().text(message::needs_test_board));
     if (option.does == option_action::calibration) show_calibration(option.calibration);
-    if (option.adaptor_note) status(plug_in().text(message::note) + plug_in().text(message::needs_ac_adaptor));
+    if (option.adaptor_note) hint(plug_in().text(message::note) + plug_in().text(message::needs_ac_adaptor));
 }
 
 void socket_frame::show_calibration(const calibration_plan& plan)

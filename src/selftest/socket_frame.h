@@ -8,7 +8,8 @@ namespace tamrix {
 
 class socket_frame : public selftest_frame {
 public:
-    socket_frame(session& plug_in, selftest_variables& variables, selftest_plan plan, lamps::socket drawn);
+    socket_frame(session& plug_in, selftest_variables& variables, selftest_plan plan, lamps::socket drawn,
+                 int panels = 1);
 
     forms::label Label2{*this}, Label3{*this}, Label4{*this};  // hints: at the top, beside pin 23, beside pin 24
     forms::picture Picture1{*this};
@@ -22,6 +23,8 @@ public:
 
 protected:
     void on_load() override;
+    /// The controls with `above` the drawn socket and `beside` it, at its left.
+    forms::layout around_socket(const forms::layout& above, const forms::layout& beside);
     void show_option(const option_plan& option) override;
     /// The lamps of a calibration.
     void show_calibration(const calibration_plan& plan);
