@@ -36,7 +36,7 @@ ROOMS = {
     "ttl/run": "base messages programmer session channel pld ttl ttl/library",
     "ttl/dialogs": "base forms messages session channel pld ttl ttl/library ttl/run",
     "device": "include/tamrix base forms messages session channel",
-    "selftest": "base forms messages session channel",
+    "selftest": "base files forms messages session channel",
     "instruments/wave": "include/tamrix",
     "entry": "include/tamrix base forms session channel formats transfer pld ttl ttl/run ttl/dialogs device selftest"
              " instruments/wave",

@@ -2,6 +2,7 @@
 
 #include "device/algoparameter.h"
 #include "selftest/pinnote.h"
+#include "selftest/pinnote204.h"
 #include "ttl/dialogs/ttlautotest.h"
 #include "ttl/dialogs/ttledit.h"
 #include "ttl/dialogs/ttltest.h"
@@ -15,6 +16,9 @@ dialog_table all_dialogs()
               [](session& plug_in, module_variables&) { return std::make_unique<algoparameter>(plug_in); });
     table.add("pinnote", [](session& plug_in, module_variables& variables) {
         return std::make_unique<pinnote>(plug_in, variables.selftest);
+    });
+    table.add("pinnote204", [](session& plug_in, module_variables& variables) {
+        return std::make_unique<pinnote204>(plug_in, variables.selftest);
     });
     table.add("ttltest", [](session& plug_in, module_variables& variables) {
         return std::make_unique<ttltest>(plug_in, variables.ttl, variables.pld);
