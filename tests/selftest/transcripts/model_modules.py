@@ -65,7 +65,7 @@ def module_stages(run, slot):
     module_start(run, slot)
     run.delayms(5000)
     run.delayms(500)
-    run.frame(16, 5, b1=255, b3=255, b5=255, b7=255, b9=255, b11=255, b15=slot)
+    run.pin_frame(255, 255, slot)
     run.delayms(1000)
     if not driver_stage(run, VPP) or not driver_stage(run, VCC):
         return False
