@@ -16,21 +16,6 @@ constexpr std::uint8_t ram_size_command = 9;
 constexpr std::int32_t large_write_bytes = 65536, length_without_ram = 256;
 constexpr int blocks_of_small_ram = 4, blocks_of_large_ram = 16;
 
-/// Reads the blocks one by one; a read that fails ends it.
-int count_good_blocks(selftest_frame& form, std::span<const std::uint8_t> written, int blocks, hw::frame_length frame)
-{
-    int good = 0;
-    for (int block = 0; block < blocks && !form.closed(); ++block) {
-        if (!hw::read_block(form.plug_in(), static_cast<std::uint8_t>(block), ram_block_bytes, frame)) {
-            form.add(selftest_fault{.stage = selftest_stage::ram, .place = block});
-            break;
-        }
-        const auto at = static_cast<std::size_t>(block) * ram_block_bytes;
-        if (block_is_good(form, block, written.subspan(at, ram_block_bytes))) ++good;
-    }
-    return good;
-}
-
 /// Asks for the larger RAM, or for the smaller one; true where the programmer has what was asked for.
 bool ask_for_ram(const selftest_frame& form, bool large)
 {
@@ -66,6 +51,22 @@ bool block_is_good(selftest_frame& form, int block, std::span<const std::uint8_t
     return false;
 }
 
+int count_good_blocks(selftest_frame& form, std::span<const std::uint8_t> written, hw::frame_length frame)
+{
+    int good = 0;
+    for (int block = 0; !written.empty() && !form.closed(); ++block) {
+        const auto now = written.first(std::min<std::size_t>(written.size(), ram_block_bytes));
+        const auto bytes = static_cast<std::int32_t>(now.size());
+        if (!hw::read_block(form.plug_in(), static_cast<std::uint8_t>(block), bytes, frame)) {
+            form.add(selftest_fault{.stage = selftest_stage::ram, .place = block});
+            break;
+        }
+        if (block_is_good(form, block, now)) ++good;
+        written = written.subspan(now.size());
+    }
+    return good;
+}
+
 int test_small_ram(selftest_frame& form)
 {
     session& plug_in = form.plug_in();
@@ -76,7 +77,7 @@ int test_small_ram(selftest_frame& form)
     const std::span<const std::uint8_t> written =
         std::span{bytes}.first(std::size_t{blocks_of_small_ram} * ram_block_bytes);
     if (taken) hw::write_blocks(plug_in, written, ram_block_bytes);
-    const int good = count_good_blocks(form, written, blocks_of_small_ram, hw::frame_length::bulk);
+    const int good = count_good_blocks(form, written, hw::frame_length::bulk);
     hw::end_bulk(plug_in, hw::frame_length::bulk);
     return good;
 }
@@ -95,7 +96,7 @@ int test_large_ram(selftest_frame& form)
     const auto written = std::span<const std::uint8_t>{bytes}.first(static_cast<std::size_t>(blocks) * ram_block_bytes);
     if (hw::begin_bulk_write(plug_in, 0, hw::frame_length::large, 20))
         hw::write_blocks(plug_in, written, large ? large_write_bytes : ram_block_bytes);
-    const int good = count_good_blocks(form, written, blocks, hw::frame_length::large);
+    const int good = count_good_blocks(form, written, hw::frame_length::large);
     hw::end_bulk(plug_in, hw::frame_length::large);
     return good;
 }
