@@ -3,6 +3,7 @@
 #include "device/algoparameter.h"
 #include "selftest/pinnote.h"
 #include "selftest/pinnote204.h"
+#include "selftest/pinnoteISP.h"
 #include "ttl/dialogs/ttlautotest.h"
 #include "ttl/dialogs/ttledit.h"
 #include "ttl/dialogs/ttltest.h"
@@ -19,6 +20,9 @@ dialog_table all_dialogs()
     });
     table.add("pinnote204", [](session& plug_in, module_variables& variables) {
         return std::make_unique<pinnote204>(plug_in, variables.selftest);
+    });
+    table.add("pinnoteISP", [](session& plug_in, module_variables& variables) {
+        return std::make_unique<pinnoteISP>(plug_in, variables.selftest);
     });
     table.add("ttltest", [](session& plug_in, module_variables& variables) {
         return std::make_unique<ttltest>(plug_in, variables.ttl, variables.pld);

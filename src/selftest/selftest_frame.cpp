@@ -280,7 +280,7 @@ void selftest_frame::finish(stage_end end)
     teststep_ = 0;
     testbusy_ = 0;
     OKButton.enabled = true;
-    if (end != stage_end::not_answered) beep();
+    if (end != stage_end::not_answered) signal_end();
     if (is_open()) in_use_ = false;
 }
 

@@ -95,6 +95,8 @@ protected:
     virtual stage_end output_test() = 0;
     /// The last status of a run. Where the programmer did not answer or reply it was said before.
     virtual void show_end(stage_end end);
+    /// The beep after the last status.
+    virtual void signal_end() { beep(); }
 
     /// "." with a catalogue text, what is tested, and dots.
     void announce(int number, const std::string& what);
