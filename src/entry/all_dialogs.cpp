@@ -3,6 +3,7 @@
 #include "device/algoparameter.h"
 #include "selftest/pinnote.h"
 #include "selftest/pinnote204.h"
+#include "selftest/pinnote4.h"
 #include "selftest/pinnoteISP.h"
 #include "ttl/dialogs/ttlautotest.h"
 #include "ttl/dialogs/ttledit.h"
@@ -20,6 +21,9 @@ dialog_table all_dialogs()
     });
     table.add("pinnote204", [](session& plug_in, module_variables& variables) {
         return std::make_unique<pinnote204>(plug_in, variables.selftest);
+    });
+    table.add("pinnote4", [](session& plug_in, module_variables& variables) {
+        return std::make_unique<pinnote4>(plug_in, variables.selftest);
     });
     table.add("pinnoteISP", [](session& plug_in, module_variables& variables) {
         return std::make_unique<pinnoteISP>(plug_in, variables.selftest);

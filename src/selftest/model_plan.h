@@ -95,6 +95,24 @@ constexpr selftest_model newer_few_driver_model(std::int16_t number)
     return made;
 }
 
+/// With a 40-pin socket. The hardware has so many drivers; none of their pins is known.
+constexpr selftest_model forty_pin_model(std::int16_t number)
+{
+    selftest_model made = boards_model(number, 0, true);
+    made.ground.unknown = 11;
+    made.vcc.unknown = 13;
+    made.vpp.unknown = 16;
+    return made;
+}
+
+/// With a 40-pin socket and VCC alone to calibrate; neither the pins of its drivers nor their counts are known.
+constexpr selftest_model low_voltage_model(std::int16_t number)
+{
+    selftest_model made = boards_model(number, 0, true);
+    made.ground.unknown = made.vcc.unknown = made.vpp.unknown = 40;
+    return made;
+}
+
 /// Intentional: this model tests two boards more by USB.
 constexpr selftest_model model_2()
 {
@@ -109,8 +127,9 @@ inline constexpr std::array listed_selftest_models{
     boards_model(6, 7, false),  boards_model(7, 7, false),  boards_model(8, 7, false),
     full_driver_model(9),       full_driver_model(10),      full_driver_model(13),
     full_driver_model(14),      few_driver_model(15),       few_driver_model(16),
-    boards_model(17, 7, true),  boards_model(18, 7, true),  newer_few_driver_model(57),
-    newer_few_driver_model(58),
+    boards_model(17, 7, true),  boards_model(18, 7, true),  forty_pin_model(23),
+    forty_pin_model(24),        low_voltage_model(27),      forty_pin_model(28),
+    forty_pin_model(29),        newer_few_driver_model(57), newer_few_driver_model(58),
 };
 
 /// Whatever the number is.

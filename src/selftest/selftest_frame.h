@@ -47,7 +47,8 @@ public:
     session& plug_in() const { return plug_in_; }
     hw::devobj& device() const;
     hw::model model() const;
-    bool by_usb() const;
+    /// What the host says, on programmers that have both routes.
+    virtual bool by_usb() const;
     /// Programmers of this generation also read the outermost pins.
     bool generation_17() const;
     selftest_report& report() const { return variables_.last; }
