@@ -5,6 +5,7 @@
 #include "selftest/pinnote204.h"
 #include "selftest/pinnote4.h"
 #include "selftest/pinnoteISP.h"
+#include "selftest/pinnote_sepm.h"
 #include "ttl/dialogs/ttlautotest.h"
 #include "ttl/dialogs/ttledit.h"
 #include "ttl/dialogs/ttltest.h"
@@ -27,6 +28,9 @@ dialog_table all_dialogs()
     });
     table.add("pinnoteISP", [](session& plug_in, module_variables& variables) {
         return std::make_unique<pinnoteISP>(plug_in, variables.selftest);
+    });
+    table.add("pinnote_sepm", [](session& plug_in, module_variables& variables) {
+        return std::make_unique<pinnote_sepm>(plug_in, variables.selftest);
     });
     table.add("ttltest", [](session& plug_in, module_variables& variables) {
         return std::make_unique<ttltest>(plug_in, variables.ttl, variables.pld);
