@@ -6,6 +6,7 @@
 #include "session/session.h"
 
 #include <algorithm>
+#include <set>
 #include <vector>
 
 namespace tamrix {
@@ -77,9 +78,12 @@ private:
         found_.push_back(found);
     }
 
+    /// Once a pin: an open line shows while each of the others is driven.
     stage_end ask()
     {
+        std::set<int> asked;
         for (const selftest_fault& one : found_) {
+            if (!asked.insert(8 * one.port + one.bit).second) continue;
             form_.add(one);
             form_.status(form_.plug_in().text(plan_.level == 0 ? message::output_is_high : message::output_is_low));
             if (form_.runstp() == decision::stop) return stage_end::stopped;

@@ -14,8 +14,8 @@ struct sweep_plan {
     int side;          // 0 drives the left column, 1 the right one
 };
 
-/// Drives and reads all its lines, paints and counts what differs, and asks about it afterwards, fault by fault. A
-/// count that is one of `no_board_counts` means that no board is in the socket: nothing is asked then.
+/// Drives and reads all its lines, paints and counts what differs, and asks about each faulty pin afterwards. A count
+/// of differences that is one of `no_board_counts` means that no board is in the socket: nothing is asked then.
 stage_end sweep_outputs(socket_frame& form, const pin_access& access, std::span<const int> no_board_counts,
                         const sweep_plan& plan);
 

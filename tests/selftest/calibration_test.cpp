@@ -1,18 +1,18 @@
 // Voltages that stay on until Stop.
 #include "selftest/pinnote.h"
 
-#include "bench.h"
+#include "selftest_bench.h"
 
 #include <gtest/gtest.h>
 
 namespace tamrix {
 namespace {
 
-using tests::bench;
 using tests::lines;
+using tests::selftest_bench;
 
 /// What a person who chooses the option and presses Test makes the programmer do.
-lines calls_of_calibration(bench& b, int option)
+lines calls_of_calibration(selftest_bench& b, int option)
 {
     lines calls;
     b.during([&](pinnote& dialog) {
@@ -38,7 +38,7 @@ TEST(a_calibration, sets_its_voltage_at_its_pin_by_model)
         for (int option = 1; option <= 5; ++option) {
             const lines& supply = (single ? one : two)[option - 1];
             if (supply.empty()) continue;
-            bench b{model};
+            selftest_bench b{model};
             lines expected{"hwreset"};
             if (model > 40) expected.emplace_back("boardsel2 0 3");
             expected.emplace_back("gndpin 1 1");
@@ -50,7 +50,7 @@ TEST(a_calibration, sets_its_voltage_at_its_pin_by_model)
 
 TEST(a_calibration, leaves_the_dialog_idle_but_for_stop)
 {
-    bench b;
+    selftest_bench b;
     b.during([&](pinnote& dialog) {
         dialog.Option1(1).click();
         dialog.testbutton.click();
@@ -62,7 +62,7 @@ TEST(a_calibration, leaves_the_dialog_idle_but_for_stop)
 
 TEST(stop_of_a_calibration, makes_vpp_safe_before_the_reset_and_gives_the_buttons_back)
 {
-    bench b;
+    selftest_bench b;
     b.during([&](pinnote& dialog) {
         dialog.Option1(5).click();
         dialog.testbutton.click();
@@ -78,7 +78,7 @@ TEST(stop_of_a_calibration, makes_vpp_safe_before_the_reset_and_gives_the_button
 
 TEST(closing_the_form, during_a_calibration_leaves_everything_off)
 {
-    bench b;
+    selftest_bench b;
     b.during([&](pinnote& dialog) {
         dialog.Option1(4).click();
         dialog.testbutton.click();

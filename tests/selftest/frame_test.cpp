@@ -1,7 +1,7 @@
 // What all self-test dialogs do alike: options, lamps, buttons, the wait after a fault, closing.
 #include "selftest/pinnote.h"
 
-#include "bench.h"
+#include "selftest_bench.h"
 
 #include <gtest/gtest.h>
 
@@ -10,9 +10,9 @@
 namespace tamrix {
 namespace {
 
-using tests::bench;
 using tests::lines;
 using tests::painted;
+using tests::selftest_bench;
 
 bool has_single_vpp(int model) { return model == 15 || model == 16 || model == 57 || model == 58; }
 
@@ -26,7 +26,7 @@ lines captions_of(pinnote& dialog)
 TEST(pinnote, names_its_options_by_model)
 {
     for (std::int16_t model = 0; model <= 60; ++model) {
-        bench b{model};
+        selftest_bench b{model};
         b.during([&](pinnote& dialog) {
             EXPECT_EQ(captions_of(dialog),
                       has_single_vpp(model)
@@ -41,7 +41,7 @@ TEST(pinnote, names_its_options_by_model)
 
 TEST(pinnote, opens_as_the_self_test_with_the_system_test_selected)
 {
-    bench b;
+    selftest_bench b;
     b.during([&](pinnote& dialog) {
         EXPECT_EQ(dialog.caption(), "Self_test");
         EXPECT_EQ(dialog.testbutton.caption(), "Test");
@@ -84,7 +84,7 @@ TEST(an_option, paints_its_lamps_and_shows_its_hint_on_every_model)
                                 {},
                                 {"", board, false}};
     for (std::int16_t model = 0; model <= 60; ++model) {
-        bench b{model};
+        selftest_bench b{model};
         b.during([&](pinnote& dialog) {
             for (int index = 6; index >= 0; --index) {
                 const shown_option& expected = (has_single_vpp(model) ? one : two)[index];
@@ -105,7 +105,7 @@ TEST(an_option, paints_its_lamps_and_shows_its_hint_on_every_model)
 TEST(an_option_that_is_not_offered, is_listed_and_cannot_be_chosen)
 {
     for (const std::int16_t model : {15, 16, 57, 58}) {
-        bench b{model};
+        selftest_bench b{model};
         b.during([&](pinnote& dialog) {
             for (const int index : {3, 5}) {
                 dialog.Option1(index).click();
@@ -123,7 +123,7 @@ TEST(an_option_that_is_not_offered, is_listed_and_cannot_be_chosen)
 
 TEST(clearpins, paints_the_map_idle_and_pumps_twice)
 {
-    bench b;
+    selftest_bench b;
     b.during([&](pinnote& dialog) {
         for (int lamp = 0; lamp < lamps::count; ++lamp) {
             dialog.socket.paint_lamp(lamp, lamps::red);
@@ -146,7 +146,7 @@ TEST(clearpins, paints_the_map_idle_and_pumps_twice)
 
 class frame_with_runs final : public socket_frame {
 public:
-    explicit frame_with_runs(bench& b)
+    explicit frame_with_runs(selftest_bench& b)
         : socket_frame{b.session, b.variables.selftest, pinnote_plan(selftest_model_of(1)), lamps::socket_of_48}
     {}
 
@@ -160,7 +160,7 @@ private:
 };
 
 /// Presses Test on option 0; what runstp() gives goes into `made`.
-void run_with_one_wait(bench& b, frame_with_runs& dialog, decision& made, int option = 0)
+void run_with_one_wait(selftest_bench& b, frame_with_runs& dialog, decision& made, int option = 0)
 {
     dialog.body = [&] {
         made = dialog.runstp();
@@ -175,7 +175,7 @@ void run_with_one_wait(bench& b, frame_with_runs& dialog, decision& made, int op
 
 TEST(runstp, offers_continue_and_stop_with_a_beep)
 {
-    bench b;
+    selftest_bench b;
     frame_with_runs dialog{b};
     decision made = decision::stop;
     b.at_wait = [&] {
@@ -196,7 +196,7 @@ TEST(runstp, offers_continue_and_stop_with_a_beep)
 
 TEST(runstp, ends_by_stop_after_the_reset)
 {
-    bench b;
+    selftest_bench b;
     frame_with_runs dialog{b};
     decision made = decision::go_on;
     b.at_wait = [&] { dialog.teststop.click(); };
@@ -208,7 +208,7 @@ TEST(runstp, ends_by_stop_after_the_reset)
 
 TEST(runstp, of_an_output_test_makes_vpp_safe_on_stop)
 {
-    bench b;
+    selftest_bench b;
     frame_with_runs dialog{b};
     decision made = decision::go_on;
     b.at_wait = [&] { dialog.teststop.click(); };
@@ -221,7 +221,7 @@ TEST(runstp, of_an_output_test_makes_vpp_safe_on_stop)
 
 TEST(runstp, takes_stop_where_both_buttons_were_pressed_in_one_round)
 {
-    bench b;
+    selftest_bench b;
     frame_with_runs dialog{b};
     decision made = decision::go_on;
     b.at_wait = [&] {
@@ -235,7 +235,7 @@ TEST(runstp, takes_stop_where_both_buttons_were_pressed_in_one_round)
 TEST(closing_the_form, while_runstp_waits_ends_the_run_as_stop_does_and_leaves_the_programmer_safe)
 {
     for (const int option : {0, 6}) {
-        bench b;
+        selftest_bench b;
         frame_with_runs dialog{b};
         decision made = decision::go_on;
         b.at_wait = [&] { dialog.ask_to_leave(); };
@@ -253,7 +253,7 @@ TEST(a_run, restores_the_buttons_and_clears_its_state_at_every_end)
 {
     for (const stage_end end : {stage_end::passed, stage_end::failed, stage_end::stopped, stage_end::not_answered,
                                 stage_end::communication_error, stage_end::no_test_board}) {
-        bench b;
+        selftest_bench b;
         frame_with_runs dialog{b};
         dialog.body = [&] {
             EXPECT_FALSE(dialog.testbutton.usable()) << "a second press starts no second run";
@@ -276,7 +276,7 @@ TEST(a_run, restores_the_buttons_and_clears_its_state_at_every_end)
 
 TEST(a_run, begins_with_a_report_of_its_own)
 {
-    bench b{40};
+    selftest_bench b{40};
     frame_with_runs dialog{b};
     dialog.body = [&] {
         dialog.add({.pin = 7, .port = 3, .bit = 2, .expected = 1, .read = 0});
@@ -299,7 +299,7 @@ TEST(a_run, begins_with_a_report_of_its_own)
 
 TEST(a_run, that_an_error_of_the_programmer_ends_leaves_the_buttons_to_the_closing_dialog)
 {
-    bench b;
+    selftest_bench b;
     frame_with_runs dialog{b};
     dialog.body = []() -> stage_end { throw hw::programmer_error{"gone"}; };
     EXPECT_THROW(b.shell.during(dialog, [&] { dialog.testbutton.click(); }), hw::programmer_error);
@@ -308,7 +308,7 @@ TEST(a_run, that_an_error_of_the_programmer_ends_leaves_the_buttons_to_the_closi
 
 TEST(unloading_an_idle_form, makes_its_own_steps_only)
 {
-    bench b;
+    selftest_bench b;
     b.during([](pinnote&) {});
     EXPECT_EQ(b.count("setvpp") + b.count("hwreset"), 0);
     b.during([](pinnote& dialog) { dialog.Option1(2).click(); });
@@ -318,7 +318,7 @@ TEST(unloading_an_idle_form, makes_its_own_steps_only)
 
 TEST(unloading_an_idle_form, asks_nothing_of_a_programmer_that_is_not_there)
 {
-    bench b;
+    selftest_bench b;
     b.session.hardware.source = {};
     EXPECT_NO_THROW(b.during([](pinnote& dialog) { dialog.Option1(2).click(); }));
 }

@@ -11,7 +11,7 @@ namespace {
 using tests::lines;
 using tests::unit_bench;
 
-/// A bench whose frame buffer is full of 0xEE.
+/// A selftest_bench whose frame buffer is full of 0xEE.
 struct filled : unit_bench {
     filled()
     {

@@ -177,7 +177,7 @@ hw::programmer_source programmer_modules::source(small_programmer& unit, std::fu
     };
 }
 
-unit_bench::unit_bench(std::int16_t model, std::uint8_t wfig1, bool usb) : bench{model, wfig1, usb}
+unit_bench::unit_bench(std::int16_t model, std::uint8_t wfig1, bool usb) : selftest_bench{model, wfig1, usb}
 {
     session.hardware.source =
         with_transcript(modules.source(hardware, [this](int ms) { shell.advance(ms / 1000.0); }), transcript);

@@ -2,8 +2,8 @@
 // pins of the module that a frame named last.
 #pragma once
 
-#include "bench.h"
 #include "selftest/pinnote204.h"
+#include "selftest_bench.h"
 #include "support/temp_files.h"
 
 #include <array>
@@ -42,7 +42,7 @@ struct programmer_modules {
 };
 
 /// A dialog with that programmer, and an image in the host's folder.
-struct unit_bench : bench {
+struct unit_bench : selftest_bench {
     explicit unit_bench(std::int16_t model = 39, std::uint8_t wfig1 = 0, bool usb = true);
 
     programmer_modules modules;

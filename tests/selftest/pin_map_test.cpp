@@ -1,7 +1,7 @@
 // The dialog as a pin map, and its drawing of the socket.
 #include "selftest/pinnote.h"
 
-#include "bench.h"
+#include "selftest_bench.h"
 #include "support/listing.h"
 
 #include <gtest/gtest.h>
@@ -9,8 +9,8 @@
 namespace tamrix {
 namespace {
 
-using tests::bench;
 using tests::painted;
+using tests::selftest_bench;
 
 struct shown_map {
     std::string lamps, marks, status;
@@ -29,7 +29,7 @@ TEST(a_pin_map, shows_its_pins_and_hints_and_no_control_of_a_test)
         {"30 yellow, 31 yellow", "", "When test 14 pins device,connect a line (P27 P28 ).", false, false, false, ""},
     };
     for (std::uint8_t mode = 1; mode <= 4; ++mode) {
-        bench b;
+        selftest_bench b;
         b.variables.selftest.pinmapmode = mode;
         const shown_map& expected = maps[mode - 1];
         b.during([&](pinnote& dialog) {
@@ -58,7 +58,7 @@ TEST(a_pin_map, shows_its_pins_and_hints_and_no_control_of_a_test)
 
 TEST(a_pin_map, for_leads_paints_the_borders_too)
 {
-    bench b;
+    selftest_bench b;
     b.variables.selftest.pinmapmode = 1;
     b.during([&](pinnote& dialog) {
         EXPECT_EQ(dialog.Shape1(19).border(), lamps::blue);

@@ -11,9 +11,9 @@
 namespace tamrix {
 namespace {
 
-using tests::bench;
 using tests::lines;
 using tests::press_test;
+using tests::selftest_bench;
 
 constexpr int output_option = 6;
 
@@ -32,7 +32,7 @@ TEST(the_lines_of_a_small_socket, are_painted_at_their_own_lamps)
                                 25, 26, 27, 28, 15, 14, 13, 12, 11, 35, 36, 10, 29, 31, 39, 23, 43, 42, 41, 40};
     for (const bool high : {false, true}) {
         for (int line = 4; line < 44; ++line) {
-            bench b{23};
+            selftest_bench b{23};
             b.hardware.spoil = [&](std::vector<bool>& pins) { pins[static_cast<std::size_t>(line)] = high; };
             std::string seen;
             const lines ran = press_test<pinnote4>(b, 0, [&](pinnote4& dialog) {
@@ -55,7 +55,7 @@ TEST(the_lines_of_a_small_socket, without_a_pin_are_found_on_generation_17_and_p
 {
     for (const int line : {0, 3, 44, 47}) {
         for (const std::uint8_t wfig : {0, 17}) {
-            bench b{23, wfig};
+            selftest_bench b{23, wfig};
             b.hardware.spoil = [&](std::vector<bool>& pins) { pins[static_cast<std::size_t>(line)] = false; };
             press_test<pinnote4>(b, 0, [&](pinnote4& dialog) {
                 EXPECT_EQ(tests::painted(dialog), "");
@@ -73,7 +73,7 @@ TEST(the_lines_of_a_small_socket, without_a_pin_are_found_on_generation_17_and_p
 
 constexpr std::uint8_t some_pins[] = {9, 30};
 
-void run_with_some_drivers(bench& b)
+void run_with_some_drivers(selftest_bench& b)
 {
     selftest_model tested = selftest_model_of(23);
     tested.vpp.pins = tested.vcc.pins = tested.ground.pins = some_pins;
@@ -87,7 +87,7 @@ void run_with_some_drivers(bench& b)
 
 TEST(a_driver_of_a_small_socket, settles_for_200_ms_before_its_pins_are_read)
 {
-    bench b{23, 17};
+    selftest_bench b{23, 17};
     run_with_some_drivers(b);
     for (const char* code : {"135", "137", "138"}) {
         const std::string first = std::string{"ctlout 137 "} + code;
@@ -101,7 +101,7 @@ TEST(a_driver_of_a_small_socket, settles_for_200_ms_before_its_pins_are_read)
 
 TEST(a_dead_driver_of_a_small_socket, is_painted_at_the_lamp_of_its_line)
 {
-    bench b{23, 17};
+    selftest_bench b{23, 17};
     b.hardware.spoil = [&](std::vector<bool>& pins) {
         if (b.hardware.driver == 137 && b.hardware.driver_pin == 9) pins[8] = false;
     };
@@ -115,7 +115,7 @@ TEST(a_dead_driver_of_a_small_socket, is_painted_at_the_lamp_of_its_line)
 
 TEST(a_dead_ground_driver_of_a_small_socket, is_kept_but_neither_asked_about_nor_a_failure)
 {
-    bench b{23, 17};
+    selftest_bench b{23, 17};
     b.hardware.spoil = [&](std::vector<bool>& pins) {
         if (b.hardware.driver == 138 && b.hardware.driver_pin == 9) pins[8] = true;
     };
@@ -130,7 +130,7 @@ TEST(a_dead_ground_driver_of_a_small_socket, is_kept_but_neither_asked_about_nor
 TEST(the_output_test_of_a_small_socket, resets_releases_and_sweeps_the_inner_lines_four_times)
 {
     for (const std::int16_t model : {23, 24, 28, 29}) {
-        bench b{model, 17};
+        selftest_bench b{model, 17};
         b.hardware.test_board = true;
         const lines ran = press_test<pinnote4>(b, output_option);
         EXPECT_EQ(
@@ -151,7 +151,7 @@ TEST(the_output_test_of_a_small_socket, resets_releases_and_sweeps_the_inner_lin
 
 TEST(the_output_test_of_a_small_socket, without_a_board_says_so_and_asks_nothing)
 {
-    bench b{23, 17};
+    selftest_bench b{23, 17};
     const lines ran = press_test<pinnote4>(b, output_option);
     EXPECT_EQ(b.count("runstp"), 0);
     EXPECT_EQ(b.report().result, selftest_result::no_test_board);
@@ -161,7 +161,7 @@ TEST(the_output_test_of_a_small_socket, without_a_board_says_so_and_asks_nothing
 TEST(an_open_line_of_the_test_board, fails_the_output_test_of_a_small_socket_at_its_pins)
 {
     // Line 8 reaches pin 6, and its partner, line 39, pin 20.
-    bench b{23, 17};
+    selftest_bench b{23, 17};
     b.hardware.test_board = true;
     b.hardware.open_line = 8;
     const lines ran = press_test<pinnote4>(b, output_option);
@@ -176,7 +176,7 @@ TEST(an_open_line_of_the_test_board, fails_the_output_test_of_a_small_socket_at_
 
 TEST(stop_in_the_output_test_of_a_small_socket, ends_it_as_failed_with_a_safe_vpp)
 {
-    bench b{23, 17};
+    selftest_bench b{23, 17};
     b.hardware.test_board = true;
     b.hardware.open_line = 8;
     const lines ran = press_test<pinnote4>(b, output_option, [](pinnote4& dialog) { dialog.teststop.click(); });

@@ -8,9 +8,9 @@
 namespace tamrix {
 namespace {
 
-using tests::bench;
 using tests::lines;
 using tests::press_test;
+using tests::selftest_bench;
 
 constexpr std::int16_t models[] = {23, 24, 28, 29};
 
@@ -70,7 +70,7 @@ TEST(a_small_socket, has_options_of_which_two_are_listed_and_cannot_be_chosen)
     const lines captions{"System Test",          "VCC Vol. Cal. (5V)",   "VPP Vol. Cal. (12V)", "VPP1 Vol. Cal. (12V)",
                          "VCC Vol. Cal. (3.3V)", "VPP1 Vol. Cal. (25V)", "Output Test"};
     for (const std::int16_t model : models) {
-        bench b{model};
+        selftest_bench b{model};
         b.during<pinnote4>([&](pinnote4& dialog) {
             ASSERT_EQ(dialog.Option1.count(), 7);
             for (int index = 0; index < 7; ++index) {
@@ -96,7 +96,7 @@ TEST(a_small_socket, paints_the_pins_of_a_calibration_and_shows_its_hint)
                                                                   {4, "16 red, 19 blue", empty},
                                                                   {6, "", board},
                                                                   {0, "", empty}};
-    bench b{23};
+    selftest_bench b{23};
     b.during<pinnote4>([&](pinnote4& dialog) {
         for (const auto& [option, painted, status] : expected) {
             dialog.Option1(option).click();
@@ -109,7 +109,7 @@ TEST(a_small_socket, paints_the_pins_of_a_calibration_and_shows_its_hint)
 
 TEST(a_small_socket, is_the_pin_map_before_a_logic_test)
 {
-    bench b{23};
+    selftest_bench b{23};
     b.variables.selftest.pinmapmode = 4;
     b.during<pinnote4>([&](pinnote4& dialog) {
         EXPECT_EQ(tests::painted(dialog), "26 yellow, 27 yellow");
@@ -127,7 +127,7 @@ TEST(a_small_socket, calibrates_three_voltages)
                                               {4, {"hwreset", "gndpin 1 1", "setvcc 3300", "vccpin 4 1"}}};
     for (const std::int16_t model : models) {
         for (const auto& [option, calls] : expected) {
-            bench b{model};
+            selftest_bench b{model};
             b.during<pinnote4>([&](pinnote4& dialog) {
                 dialog.Option1(option).click();
                 b.transcript.clear();
@@ -144,7 +144,7 @@ TEST(a_small_socket, calibrates_three_voltages)
 TEST(a_small_socket, tests_ram_inputs_and_the_known_drivers_on_generation_17)
 {
     for (const std::int16_t model : models) {
-        bench b{model, 17};
+        selftest_bench b{model, 17};
         EXPECT_EQ(press_test<pinnote4>(b),
                   joined({run_to_the_inputs, run_of_drivers, {"status System Test OK!", "beep"}}));
         EXPECT_EQ(b.report().result, selftest_result::passed);
@@ -158,7 +158,7 @@ TEST(a_small_socket, tests_ram_inputs_and_the_known_drivers_on_generation_17)
 TEST(a_small_socket, ends_its_test_at_the_inputs_on_other_generations)
 {
     for (const std::uint8_t wfig : {0, 16, 18, 255}) {
-        bench b{23, wfig};
+        selftest_bench b{23, wfig};
         EXPECT_EQ(press_test<pinnote4>(b), joined({run_to_the_inputs, {"status System Test OK!", "beep"}}));
         EXPECT_EQ(b.report().not_tested,
                   (std::vector<untested_pins>{{selftest_stage::vpp, 16, "only generation 17 tests the drivers"},
@@ -170,9 +170,9 @@ TEST(a_small_socket, ends_its_test_at_the_inputs_on_other_generations)
 
 TEST(a_small_socket, is_tested_by_usb_whatever_the_route_flag_says)
 {
-    bench b{24, 17, false};
+    selftest_bench b{24, 17, false};
     EXPECT_EQ(press_test<pinnote4>(b), joined({run_to_the_inputs, run_of_drivers, {"status System Test OK!", "beep"}}));
-    bench with_board{24, 17, false};
+    selftest_bench with_board{24, 17, false};
     with_board.hardware.test_board = true;
     press_test<pinnote4>(with_board, 6);
     EXPECT_EQ(with_board.count("regin"), 0);
@@ -181,7 +181,7 @@ TEST(a_small_socket, is_tested_by_usb_whatever_the_route_flag_says)
 
 TEST(a_small_socket, has_4096_bytes_of_ram)
 {
-    bench b{23};
+    selftest_bench b{23};
     press_test<pinnote4>(b);
     EXPECT_EQ(b.session.blocks.rambknum(0), 1);
     EXPECT_EQ(b.session.blocks.ramlg(0), 4096);
@@ -189,7 +189,7 @@ TEST(a_small_socket, has_4096_bytes_of_ram)
 
 TEST(a_small_socket, without_good_ram_has_a_length_of_256_and_still_passes)
 {
-    bench b{23};
+    selftest_bench b{23};
     b.hardware.bad_blocks = {0};
     press_test<pinnote4>(b);
     EXPECT_EQ(b.session.blocks.rambknum(0), 0);
@@ -202,7 +202,7 @@ TEST(a_small_socket, without_good_ram_has_a_length_of_256_and_still_passes)
 
 TEST(a_small_socket, does_not_write_its_ram_where_the_first_frame_was_refused)
 {
-    bench b{23};
+    selftest_bench b{23};
     b.hardware.writes_until_refused = 0;
     const lines ran = press_test<pinnote4>(b);
     EXPECT_EQ(b.count("usbbulkwrite"), 0);
@@ -213,7 +213,7 @@ TEST(a_small_socket, does_not_write_its_ram_where_the_first_frame_was_refused)
 
 TEST(a_small_socket, that_refuses_the_second_frame_of_the_inputs_ends_the_run)
 {
-    bench b{23};
+    selftest_bench b{23};
     b.hardware.writes_until_refused = 5;  // four of the RAM test, and the first of the inputs
     const lines ran = press_test<pinnote4>(b);
     EXPECT_EQ(b.report().result, selftest_result::communication_error);
@@ -223,7 +223,7 @@ TEST(a_small_socket, that_refuses_the_second_frame_of_the_inputs_ends_the_run)
 
 TEST(stop_at_the_inputs_of_a_small_socket, ends_the_run_as_failed)
 {
-    bench b{23, 17};
+    selftest_bench b{23, 17};
     b.hardware.spoil = [](std::vector<bool>& pins) { pins[10] = false; };
     const lines ran = press_test<pinnote4>(b, 0, [](pinnote4& dialog) { dialog.teststop.click(); });
     EXPECT_EQ(b.report().result, selftest_result::stopped);
@@ -233,7 +233,7 @@ TEST(stop_at_the_inputs_of_a_small_socket, ends_the_run_as_failed)
 
 TEST(closing_the_self_test_of_a_small_socket, while_it_waits_leaves_the_programmer_safe)
 {
-    bench b{23};
+    selftest_bench b{23};
     b.hardware.spoil = [](std::vector<bool>& pins) { pins[10] = false; };
     b.during<pinnote4>([&](pinnote4& dialog) {
         b.at_wait = [&] { dialog.ask_to_leave(); };
@@ -249,7 +249,7 @@ TEST(a_small_socket, says_so_wherever_a_reply_is_lost_or_a_frame_refused)
          {&tests::small_programmer::replies_until_lost, &tests::small_programmer::writes_until_refused}) {
         for (const int option : {0, 6}) {
             for (int good = 0;; ++good) {
-                bench b{23, 17};
+                selftest_bench b{23, 17};
                 b.hardware.test_board = option != 0;
                 b.hardware.*until = good;
                 const lines ran = press_test<pinnote4>(b, option);

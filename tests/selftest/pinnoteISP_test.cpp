@@ -8,9 +8,9 @@
 namespace tamrix {
 namespace {
 
-using tests::bench;
 using tests::lines;
 using tests::press_test;
+using tests::selftest_bench;
 
 constexpr std::int16_t models[] = {11, 12, 25, 26};
 
@@ -30,7 +30,7 @@ std::string painted(pinnoteISP& dialog)
 TEST(a_connector, has_four_options_and_no_output_test)
 {
     for (const std::int16_t model : models) {
-        bench b{model};
+        selftest_bench b{model};
         b.during<pinnoteISP>([&](pinnoteISP& dialog) {
             lines captions;
             for (int index = 0; index < dialog.Option1.count(); ++index) {
@@ -49,7 +49,7 @@ TEST(a_connector, has_four_options_and_no_output_test)
 TEST(a_connector, is_never_a_pin_map)
 {
     for (const std::uint8_t mode : {1, 2, 3, 4}) {
-        bench b{11};
+        selftest_bench b{11};
         b.variables.selftest.pinmapmode = mode;
         b.during<pinnoteISP>([&](pinnoteISP& dialog) {
             EXPECT_EQ(dialog.caption(), "Self_test");
@@ -61,7 +61,7 @@ TEST(a_connector, is_never_a_pin_map)
 
 TEST(a_connector, paints_the_pins_of_a_calibration_and_says_them_in_words)
 {
-    bench b{25};
+    selftest_bench b{25};
     b.during<pinnoteISP>([&](pinnoteISP& dialog) {
         const char* empty = "Note: Do NOT insert any device in the socket!";
         const auto shown = [&](int option) {
@@ -82,7 +82,7 @@ TEST(a_connector, calibrates_6_v_for_the_option_that_says_5_v)
                                               {3, {"hwreset", "gndpin 1 1", "setvpp 12000 1", "vpppin 3 1"}}};
     for (const std::int16_t model : models) {
         for (const auto& [option, calls] : expected) {
-            bench b{model};
+            selftest_bench b{model};
             b.during<pinnoteISP>([&](pinnoteISP& dialog) {
                 dialog.Option1(option).click();
                 b.transcript.clear();
@@ -100,7 +100,7 @@ TEST(a_connector, calibrates_6_v_for_the_option_that_says_5_v)
 
 TEST(closing_the_self_test_of_a_connector, during_a_calibration_leaves_everything_off)
 {
-    bench b{11};
+    selftest_bench b{11};
     b.during<pinnoteISP>([&](pinnoteISP& dialog) {
         dialog.Option1(3).click();
         dialog.testbutton.click();
@@ -114,7 +114,7 @@ TEST(closing_the_self_test_of_a_connector, during_a_calibration_leaves_everythin
 TEST(the_system_test_of_a_connector, tests_the_ram_by_usb_and_gives_time_to_read)
 {
     for (const std::int16_t model : models) {
-        bench b{model};
+        selftest_bench b{model};
         EXPECT_EQ(press_test<pinnoteISP>(b), (lines{
                                                  "hwreset",
                                                  "status .Test RAM .....",
@@ -149,14 +149,14 @@ TEST(the_system_test_of_a_connector, tests_the_ram_by_usb_and_gives_time_to_read
 
 TEST(the_system_test_of_a_connector, passes_with_bad_ram_and_says_the_level)
 {
-    bench b{11};
+    selftest_bench b{11};
     b.hardware.bad_blocks = {1, 3};
     press_test<pinnoteISP>(b);
     EXPECT_EQ(b.count("status  RAM level= 2"), 1);
     EXPECT_EQ(b.session.blocks.ramlg(0), 65536);
     EXPECT_EQ(b.transcript.back(), "status System Test OK!");
     EXPECT_EQ(b.report().faults.size(), 2u);
-    bench none{11};
+    selftest_bench none{11};
     none.hardware.bad_blocks = {0, 1, 2, 3};
     press_test<pinnoteISP>(none);
     EXPECT_EQ(none.session.blocks.rambknum(0), 0);
@@ -166,7 +166,7 @@ TEST(the_system_test_of_a_connector, passes_with_bad_ram_and_says_the_level)
 TEST(the_system_test_of_a_connector, resets_by_registers_and_says_that_the_ram_was_not_tested)
 {
     for (const std::int16_t model : models) {
-        bench b{model, 0, false};
+        selftest_bench b{model, 0, false};
         EXPECT_EQ(press_test<pinnoteISP>(b), (lines{"hwinit", "hwreset", "delayms 5000", "status System Test OK!"}));
         EXPECT_EQ(b.report().not_tested, (std::vector<untested_pins>{{selftest_stage::ram, 0, "only tested by USB"}}));
         EXPECT_NE(b.status_text().find("RAM: not tested (only tested by USB)"), std::string::npos);
@@ -175,7 +175,7 @@ TEST(the_system_test_of_a_connector, resets_by_registers_and_says_that_the_ram_w
 
 TEST(the_system_test_of_a_connector, ends_without_a_word_where_the_programmer_does_not_answer)
 {
-    bench b{11, 0, false};
+    selftest_bench b{11, 0, false};
     b.hardware.hwreset_result = 1;
     EXPECT_EQ(press_test<pinnoteISP>(b), (lines{"hwinit", "hwreset", "hwrelease"}));
     EXPECT_EQ(b.report().result, selftest_result::not_answered);
@@ -185,7 +185,7 @@ TEST(the_system_test_of_a_connector, ends_without_a_word_where_the_programmer_do
 
 TEST(the_connector_picture, follows_the_size_of_its_pictures)
 {
-    bench b{11};
+    selftest_bench b{11};
     pinnoteISP dialog{b.session, b.variables.selftest};
     for (const forms::point size : {forms::point{.x = 4200, .y = 1800}, forms::point{.x = 12000, .y = 6000}}) {
         dialog.Picture1.resize(size);
@@ -213,7 +213,7 @@ struct counted final : forms::canvas {
 
 TEST(the_connector_picture, draws_the_programmer_with_its_lead_and_numbers_the_pins)
 {
-    bench b{11};
+    selftest_bench b{11};
     const pinnoteISP dialog{b.session, b.variables.selftest};
     counted programmer, connector;
     dialog.Picture1.draw_on(programmer);
@@ -226,7 +226,7 @@ TEST(the_connector_picture, draws_the_programmer_with_its_lead_and_numbers_the_p
 
 TEST(the_connector_picture, paints_no_lamp_that_it_does_not_have)
 {
-    bench b{11};
+    selftest_bench b{11};
     pinnoteISP dialog{b.session, b.variables.selftest};
     for (const int lamp : {-1, 10}) dialog.connector.paint_lamp(lamp, lamps::red);
     EXPECT_EQ(painted(dialog), "");

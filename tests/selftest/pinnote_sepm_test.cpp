@@ -8,15 +8,15 @@
 namespace tamrix {
 namespace {
 
-using tests::bench;
 using tests::lines;
 using tests::press_test;
+using tests::selftest_bench;
 
 constexpr int output_option = 4;
 
 TEST(a_low_voltage_socket, has_five_options)
 {
-    bench b{27};
+    selftest_bench b{27};
     b.during<pinnote_sepm>([&](pinnote_sepm& dialog) {
         lines captions;
         for (int index = 0; index < dialog.Option1.count(); ++index) {
@@ -33,7 +33,7 @@ TEST(a_low_voltage_socket, calibrates_vcc_at_one_pin)
 {
     const lines supplies{"setvcc 1800", "setvcc 3000", "setvcc 5000"};
     for (int option = 1; option <= 3; ++option) {
-        bench b{27};
+        selftest_bench b{27};
         b.during<pinnote_sepm>([&](pinnote_sepm& dialog) {
             dialog.Option1(option).click();
             EXPECT_EQ(tests::painted(dialog), "17 red, 19 blue");
@@ -52,7 +52,7 @@ TEST(a_low_voltage_socket, calibrates_vcc_at_one_pin)
 
 TEST(the_last_option_of_a_low_voltage_socket, asks_for_the_test_board)
 {
-    bench b{27};
+    selftest_bench b{27};
     b.during<pinnote_sepm>([&](pinnote_sepm& dialog) {
         dialog.Option1(output_option).click();
         EXPECT_EQ(dialog.StatusBar1.text(1), "Note!Need \"Test Board\" On Socket!");
@@ -63,7 +63,7 @@ TEST(the_last_option_of_a_low_voltage_socket, asks_for_the_test_board)
 
 TEST(a_low_voltage_socket, tests_its_stages_in_order_by_usb)
 {
-    bench b{27};
+    selftest_bench b{27};
     EXPECT_EQ(press_test<pinnote_sepm>(b), (lines{
                                                "hwreset",
                                                "boardsel 3",
@@ -130,25 +130,25 @@ TEST(a_low_voltage_socket, tests_its_stages_in_order_by_usb)
 
 TEST(a_low_voltage_socket, is_tested_by_registers_too)
 {
-    bench b{27, 0, false};
+    selftest_bench b{27, 0, false};
     const lines ran = press_test<pinnote_sepm>(b);
     EXPECT_EQ(lines(ran.begin(), ran.begin() + 3), (lines{"hwinit", "hwreset", "boardsel 3"}));
     EXPECT_EQ(b.count("replywait"), 0);
     EXPECT_EQ(b.count("usbcomwrite 15"), 0);
     EXPECT_EQ(b.report().result, selftest_result::passed);
-    bench silent{27, 0, false};
+    selftest_bench silent{27, 0, false};
     silent.hardware.hwreset_result = 1;
     EXPECT_EQ(press_test<pinnote_sepm>(silent), (lines{"hwinit", "hwreset", "hwrelease"}));
 }
 
 TEST(a_low_voltage_socket, has_a_ram_level_of_1_or_0)
 {
-    bench good{27};
+    selftest_bench good{27};
     press_test<pinnote_sepm>(good);
     EXPECT_EQ(good.session.blocks.rambknum(0), 1);
     EXPECT_EQ(good.session.blocks.ramlg(0), 32768);
     for (const int block : {0, 1}) {
-        bench bad{27};
+        selftest_bench bad{27};
         bad.hardware.bad_blocks = {block};
         press_test<pinnote_sepm>(bad);
         EXPECT_EQ(bad.session.blocks.rambknum(0), 0);
@@ -163,7 +163,7 @@ TEST(a_low_voltage_socket, has_a_ram_level_of_1_or_0)
 
 TEST(a_low_voltage_socket, does_not_write_its_ram_where_the_first_frame_was_refused)
 {
-    bench b{27};
+    selftest_bench b{27};
     b.hardware.writes_until_refused = 0;
     press_test<pinnote_sepm>(b);
     EXPECT_EQ(b.count("usbbulkwrite"), 0);
@@ -172,7 +172,7 @@ TEST(a_low_voltage_socket, does_not_write_its_ram_where_the_first_frame_was_refu
 
 TEST(a_low_voltage_socket, reads_no_second_block_after_one_that_did_not_come)
 {
-    bench b{27};
+    selftest_bench b{27};
     b.hardware.reads_end = false;
     b.shell.on_doevents = [&] { b.shell.advance(1); };
     press_test<pinnote_sepm>(b);
@@ -183,7 +183,7 @@ TEST(a_low_voltage_socket, reads_no_second_block_after_one_that_did_not_come)
 TEST(a_stuck_pin_of_a_low_voltage_socket, is_painted_at_its_lamp)
 {
     for (int lamp = 4; lamp < 44; ++lamp) {
-        bench b{27};
+        selftest_bench b{27};
         b.hardware.spoil = [&](std::vector<bool>& pins) { pins[static_cast<std::size_t>(lamp)] = false; };
         std::string seen;
         b.during<pinnote_sepm>([&](pinnote_sepm& dialog) {
@@ -205,7 +205,7 @@ TEST(a_driver_of_a_low_voltage_socket, settles_for_20_ms_before_its_pins_are_rea
     constexpr std::uint8_t some_pins[] = {9};
     selftest_model tested = selftest_model_of(27);
     tested.vpp.pins = tested.vcc.pins = tested.ground.pins = some_pins;
-    bench b{27};
+    selftest_bench b{27};
     pinnote_sepm dialog{b.session, b.variables.selftest, tested};
     b.shell.during(dialog, [&] { dialog.testbutton.click(); });
     for (const char* code : {"135", "137", "138"}) {
@@ -218,7 +218,7 @@ TEST(a_driver_of_a_low_voltage_socket, settles_for_20_ms_before_its_pins_are_rea
 
 TEST(a_bad_register_of_a_low_voltage_socket, fails_the_test)
 {
-    bench b{27};
+    selftest_bench b{27};
     b.hardware.spoil_register = [](int, int reg, int value) { return reg == 2 ? value ^ 4 : value; };
     press_test<pinnote_sepm>(b);
     EXPECT_EQ(b.count("status Device Test Fail!Address:"), 1);
@@ -228,7 +228,7 @@ TEST(a_bad_register_of_a_low_voltage_socket, fails_the_test)
 TEST(the_output_test_of_a_low_voltage_socket, sweeps_the_inner_and_the_outermost_lines)
 {
     for (const bool usb : {true, false}) {
-        bench b{27, 0, usb};
+        selftest_bench b{27, 0, usb};
         b.hardware.test_board = true;
         const lines ran = press_test<pinnote_sepm>(b, output_option);
         EXPECT_EQ(lines(ran.begin(), ran.begin() + 2), (lines{"boardsel 0", "status .Output Test....."}));
@@ -241,7 +241,7 @@ TEST(the_output_test_of_a_low_voltage_socket, sweeps_the_inner_and_the_outermost
 
 TEST(the_output_test_of_a_low_voltage_socket, without_a_board_says_so)
 {
-    bench b{27};
+    selftest_bench b{27};
     press_test<pinnote_sepm>(b, output_option);
     EXPECT_EQ(b.report().result, selftest_result::no_test_board);
     EXPECT_EQ(b.count("runstp"), 0);
@@ -253,7 +253,7 @@ TEST(a_low_voltage_socket, says_so_wherever_a_reply_is_lost_or_a_frame_refused)
          {&tests::small_programmer::replies_until_lost, &tests::small_programmer::writes_until_refused}) {
         for (const int option : {0, 4}) {
             for (int good = 0;; ++good) {
-                bench b{27, 17};
+                selftest_bench b{27, 17};
                 b.hardware.test_board = option != 0;
                 b.hardware.*until = good;
                 const lines ran = press_test<pinnote_sepm>(b, option);

@@ -1,7 +1,7 @@
 // A run as a person makes it: an option is chosen, Test is pressed, and a button at every wait.
 #pragma once
 
-#include "bench.h"
+#include "selftest_bench.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@ namespace tamrix::tests {
 /// The transcript from the press of Test to the end of the run. At a wait `at_wait` presses; without it, Continue is
 /// pressed.
 template <class Dialog>
-lines press_test(bench& b, int option = 0, const std::function<void(Dialog&)>& at_wait = {})
+lines press_test(selftest_bench& b, int option = 0, const std::function<void(Dialog&)>& at_wait = {})
 {
     lines ran;
     b.during<Dialog>([&](Dialog& dialog) {

@@ -1,7 +1,7 @@
 // The RAM stage of the System Test.
 #include "selftest/pinnote.h"
 
-#include "bench.h"
+#include "selftest_bench.h"
 
 #include <gtest/gtest.h>
 
@@ -10,10 +10,10 @@
 namespace tamrix {
 namespace {
 
-using tests::bench;
 using tests::lines;
+using tests::selftest_bench;
 
-lines ram_stage(bench& b)
+lines ram_stage(selftest_bench& b)
 {
     b.during([&](pinnote& dialog) {
         b.transcript.clear();
@@ -40,7 +40,7 @@ lines without_checksums(lines calls)
 
 TEST(small_ram, is_written_in_four_blocks_and_read_back)
 {
-    bench b;
+    selftest_bench b;
     lines expected{"delayms 200", "usbcomwrite 4: 0A 00 80 00", "delayms 200"};
     for (int block = 0; block < 4; ++block) expected.emplace_back("usbbulkwrite 32768");
     for (int block = 0; block < 4; ++block) {
@@ -55,7 +55,7 @@ TEST(small_ram, is_written_in_four_blocks_and_read_back)
 
 TEST(large_ram, is_written_in_eight_blocks_and_read_in_sixteen)
 {
-    bench b{40};
+    selftest_bench b{40};
     lines expected{frame(16, "09 01"), "replycheck 3", frame(16, "0A 00 80 01"), "delayms 20"};
     for (int block = 0; block < 8; ++block) expected.emplace_back("usbbulkwrite 65536");
     for (int block = 0; block < 16; ++block) {
@@ -70,7 +70,7 @@ TEST(large_ram, is_written_in_eight_blocks_and_read_in_sixteen)
 
 TEST(large_ram, of_a_programmer_with_the_smaller_one_is_one_block)
 {
-    bench b{40};
+    selftest_bench b{40};
     b.hardware.large_ram = false;
     EXPECT_EQ(without_checksums(ram_stage(b)),
               (lines{frame(16, "09 01"), "replycheck 3", frame(16, "09 00"), "replycheck 3", frame(16, "0A 00 80"),
@@ -81,7 +81,7 @@ TEST(large_ram, of_a_programmer_with_the_smaller_one_is_one_block)
 
 TEST(ram_tests, write_bytes_that_are_the_highest_eight_bits_of_each_draw)
 {
-    bench b;
+    selftest_bench b;
     ram_stage(b);
     std::mt19937 draw{1};
     for (int i = 0; i < 131072; ++i) ASSERT_EQ(b.hardware.ram[static_cast<std::size_t>(i)], draw() >> 24) << i;
@@ -89,7 +89,7 @@ TEST(ram_tests, write_bytes_that_are_the_highest_eight_bits_of_each_draw)
 
 TEST(ram_tests, take_a_new_seed_at_every_run)
 {
-    bench b;
+    selftest_bench b;
     ram_stage(b);
     const std::uint8_t first = b.hardware.ram[0];
     ram_stage(b);
@@ -102,7 +102,7 @@ TEST(a_bad_block_of_ram, lowers_the_level_and_does_not_fail_the_run)
 {
     for (const std::int16_t model : {1, 40}) {
         for (int block = 0; block < (model == 1 ? 4 : 16); ++block) {
-            bench b{model};
+            selftest_bench b{model};
             b.hardware.bad_blocks = {block};
             const lines calls = ram_stage(b);
             const int good = model == 1 ? 3 : 15;
@@ -120,7 +120,7 @@ TEST(a_bad_block_of_ram, lowers_the_level_and_does_not_fail_the_run)
 
 TEST(ram_without_a_good_block, leaves_256_bytes_and_not_none)
 {
-    bench b;
+    selftest_bench b;
     b.hardware.bad_blocks = {0, 1, 2, 3};
     ram_stage(b);
     EXPECT_EQ(b.session.blocks.rambknum(0), 0);
@@ -129,7 +129,7 @@ TEST(ram_without_a_good_block, leaves_256_bytes_and_not_none)
 
 TEST(a_block_that_is_never_read, ends_the_ram_test_after_8_seconds)
 {
-    bench b;
+    selftest_bench b;
     b.hardware.reads_end = false;
     b.shell.on_doevents = [&] { b.shell.advance(1); };
     const lines calls = ram_stage(b);
@@ -143,7 +143,7 @@ TEST(a_block_that_is_never_read, ends_the_ram_test_after_8_seconds)
 
 TEST(a_write_that_is_refused, at_the_start_of_the_small_ram_skips_the_blocks)
 {
-    bench b;
+    selftest_bench b;
     b.hardware.writes_until_refused = 0;
     const lines calls = ram_stage(b);
     EXPECT_EQ(std::ranges::count_if(calls, [](const auto& line) { return line.starts_with("usbbulk"); }), 0);

@@ -1,18 +1,18 @@
 // The registers of the function boards.
 #include "selftest/pinnote.h"
 
-#include "bench.h"
+#include "selftest_bench.h"
 
 #include <gtest/gtest.h>
 
 namespace tamrix {
 namespace {
 
-using tests::bench;
 using tests::lines;
+using tests::selftest_bench;
 
 /// The calls of the register stage.
-lines register_stage(bench& b)
+lines register_stage(selftest_bench& b)
 {
     b.during([&](pinnote& dialog) {
         b.at_wait = [&] { dialog.testbutton.click(); };
@@ -34,7 +34,7 @@ TEST(register_test, visits_the_boards_of_the_model)
 {
     const std::string to_7 = " 0 1 2 3 4 5 6 7", without_3_and_4 = " 0 1 2 5 6 7";
     const auto visited = [](std::int16_t model, bool usb = true, std::uint8_t wfig = 0) {
-        bench b{model, wfig, usb};
+        selftest_bench b{model, wfig, usb};
         return boards(register_stage(b));
     };
     EXPECT_EQ(visited(1), without_3_and_4 + " 8 9 10 11 12 13 14");
@@ -52,13 +52,13 @@ TEST(register_test, visits_the_boards_of_the_model)
 
 TEST(register_test, writes_zeros_and_then_ones_in_the_read_back_state)
 {
-    bench by_usb{19};
+    selftest_bench by_usb{19};
     const std::string zeros = "usbcomwrite 15: 05 00 00 00 00 00 00 00 00 00 00 00 00 00 00";
     const std::string ones = "usbcomwrite 15: 05 FF 00 FF 00 FF 00 FF 00 FF 00 FF 00 00 00";
     EXPECT_EQ(register_stage(by_usb), (lines{"regout 0 11", "hwreset", "boardsel 0", "busmode 0", zeros, "delayms 1",
                                              "replywait 3 0 0", "busmode 1", ones, "delayms 1", "replywait 3 0 0",
                                              "hwrelease", "status", "status System Test OK!", "beep"}));
-    bench by_registers{19, 0, false};
+    selftest_bench by_registers{19, 0, false};
     EXPECT_EQ(register_stage(by_registers),
               (lines{"regout 0 11",  "hwreset",    "boardsel 0",   "busmode 0",
                      "regout 0 3",   "regout 0 2", "regout 0 5",   "regout 0 4",
@@ -73,7 +73,7 @@ TEST(register_test, writes_zeros_and_then_ones_in_the_read_back_state)
 
 TEST(register_test, reads_as_many_registers_as_a_board_has)
 {
-    bench b{9, 0, false};
+    selftest_bench b{9, 0, false};
     const lines calls = register_stage(b);
     std::string counts;
     for (int board = 0; board <= 16; ++board) {
@@ -87,7 +87,7 @@ TEST(register_test, reads_as_many_registers_as_a_board_has)
 TEST(a_register_that_reads_wrong, is_said_with_its_board_its_number_and_what_was_read)
 {
     for (const bool usb : {true, false}) {
-        bench b{9, 0, usb};
+        selftest_bench b{9, 0, usb};
         b.hardware.spoil_register = [](int board, int reg, int value) { return board == 8 && reg == 2 ? 0xEF : value; };
         const lines calls = register_stage(b);
         EXPECT_EQ(std::ranges::count(calls, "status Device Test Fail!Address:812EF"), 1) << "ten more for ones";
@@ -100,7 +100,7 @@ TEST(a_register_that_reads_wrong, is_said_with_its_board_its_number_and_what_was
 
 TEST(a_register_that_keeps_a_zero_wrong, ends_its_board_before_the_ones)
 {
-    bench b{19};
+    selftest_bench b{19};
     bool in_stage = false;
     b.hardware.spoil = [&](std::vector<bool>& pins) {
         in_stage = b.count("regout 0 11") > 0;
@@ -114,7 +114,7 @@ TEST(a_register_that_keeps_a_zero_wrong, ends_its_board_before_the_ones)
 
 TEST(test_of_registers, is_not_made_from_40_on)
 {
-    bench b{40};
+    selftest_bench b{40};
     b.during([&](pinnote& dialog) { dialog.testbutton.click(); });
     EXPECT_EQ(b.count("regout 0 11") + b.count("hwrelease"), 0);
 }

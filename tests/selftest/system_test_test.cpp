@@ -1,19 +1,19 @@
 // The System Test as a person sees it: a sound programmer passes, and every fault is found, asked about and told.
 #include "selftest/pinnote.h"
 
-#include "bench.h"
 #include "channel/model.h"
+#include "selftest_bench.h"
 
 #include <gtest/gtest.h>
 
 namespace tamrix {
 namespace {
 
-using tests::bench;
 using tests::lines;
+using tests::selftest_bench;
 
 /// Presses Test with the System Test selected.
-void run(bench& b)
+void run(selftest_bench& b)
 {
     b.during([&](pinnote& dialog) {
         b.transcript.clear();
@@ -26,7 +26,7 @@ void run(bench& b)
 }
 
 /// A run in which the person presses Continue, or Stop, at every wait.
-void run_and_press(bench& b, bool go_on)
+void run_and_press(selftest_bench& b, bool go_on)
 {
     b.during([&](pinnote& dialog) {
         b.at_wait = [&] { (go_on ? dialog.testbutton : dialog.teststop).click(); };
@@ -37,7 +37,7 @@ void run_and_press(bench& b, bool go_on)
     });
 }
 
-lines statuses(const bench& b)
+lines statuses(const selftest_bench& b)
 {
     lines found;
     for (const std::string& line : b.transcript)
@@ -46,7 +46,7 @@ lines statuses(const bench& b)
 }
 
 /// The calls from the first line that begins with `from`, so many.
-lines calls_from(const bench& b, std::string_view from, std::ptrdiff_t count)
+lines calls_from(const selftest_bench& b, std::string_view from, std::ptrdiff_t count)
 {
     const auto first = std::ranges::find_if(b.transcript, [&](const auto& line) { return line.starts_with(from); });
     return {first, first + std::min(count, b.transcript.end() - first)};
@@ -58,7 +58,7 @@ TEST(system_test, passes_on_a_sound_programmer_of_every_model_and_route)
         if (hw::model_of(model).self_test_form != "pinnote") continue;
         for (const int wfig : {0, 17}) {
             for (const bool usb : {true, false}) {
-                bench b{model, static_cast<std::uint8_t>(wfig), usb};
+                selftest_bench b{model, static_cast<std::uint8_t>(wfig), usb};
                 SCOPED_TRACE("model " + std::to_string(model) + " wfig " + std::to_string(wfig) + (usb ? " usb" : ""));
                 run(b);
                 EXPECT_EQ(b.report().result, selftest_result::passed);
@@ -73,17 +73,17 @@ TEST(system_test, passes_on_a_sound_programmer_of_every_model_and_route)
 
 TEST(system_test, says_its_stages_in_order)
 {
-    bench newer{40};
+    selftest_bench newer{40};
     run(newer);
     EXPECT_EQ(statuses(newer),
               (lines{".Test RAM .....", " RAM level= 16", "Input Test....", ".Output Test VPP .....", "",
                      ".Output Test VCC .....", "", ".Output Test GND .....", "", ".Test IC .....", "System Test OK!"}));
-    bench older{9};
+    selftest_bench older{9};
     run(older);
     EXPECT_EQ(statuses(older), (lines{".Test RAM .....", " RAM level= 4", "Input Test....", ".Output Test VPP .....",
                                       "", ".Output Test VCC .....", "", ".Output Test GND .....", "", ".Test IC .....",
                                       "", "System Test OK!"}));
-    bench without_drivers{1};
+    selftest_bench without_drivers{1};
     run(without_drivers);
     EXPECT_EQ(statuses(without_drivers),
               (lines{".Test RAM .....", " RAM level= 4", "Input Test....", ".Test IC .....", "", "System Test OK!"}));
@@ -92,7 +92,7 @@ TEST(system_test, says_its_stages_in_order)
 TEST(system_test, begins_with_a_reset_and_the_common_board_by_model_and_route)
 {
     const auto beginning = [](std::int16_t model, bool usb) {
-        bench b{model, 0, usb};
+        selftest_bench b{model, 0, usb};
         run(b);
         return lines{b.transcript.begin(), b.transcript.begin() + 4};
     };
@@ -103,12 +103,12 @@ TEST(system_test, begins_with_a_reset_and_the_common_board_by_model_and_route)
 
 TEST(a_programmer_that_does_not_answer, ends_the_run_without_another_call_than_the_release)
 {
-    bench b{1, 0, false};
+    selftest_bench b{1, 0, false};
     b.hardware.hwreset_result = 1;
     run(b);
     EXPECT_EQ(b.transcript, (lines{"hwinit", "hwreset", "hwrelease"}));
     EXPECT_EQ(b.report().result, selftest_result::not_answered);
-    bench by_usb{1};
+    selftest_bench by_usb{1};
     by_usb.hardware.hwreset_result = 1;
     run(by_usb);
     EXPECT_EQ(by_usb.report().result, selftest_result::passed) << "by USB what the reset gives is not looked at";
@@ -118,7 +118,7 @@ TEST(a_programmer_that_does_not_answer, ends_the_run_without_another_call_than_t
 
 TEST(input_stage, reads_both_levels_with_the_inputs_pulled_the_other_way)
 {
-    bench b;
+    selftest_bench b;
     run(b);
     const std::string zeros = " 00 FF 00 FF 00 FF 00 FF 00 FF 00 FF";
     const std::string ones = " FF FF FF FF FF FF FF FF FF FF FF FF";
@@ -126,10 +126,10 @@ TEST(input_stage, reads_both_levels_with_the_inputs_pulled_the_other_way)
               (lines{"status Input Test....", "regout 0 50", "usbcomwrite 15: 05" + ones + " 00 00", "replywait 3 0 0",
                      "boardsel 7", "regout 1 50", "usbcomwrite 15: 05" + zeros + " 00 00", "replywait 3 0 0",
                      "regout 1 50"}));
-    bench newer{40};
+    selftest_bench newer{40};
     run(newer);
     EXPECT_EQ(calls_from(newer, "boardsel2 7", 2), (lines{"boardsel2 7 3", "regout 1 50"}));
-    bench registers{1, 0, false};
+    selftest_bench registers{1, 0, false};
     run(registers);
     EXPECT_EQ(calls_from(registers, "status Input Test", 16),
               (lines{"status Input Test....", "regout 0 50", "delayms 100", "regout 255 1", "regout 255 3",
@@ -141,7 +141,7 @@ TEST(a_pin_that_is_stuck, is_found_and_painted_at_the_other_level)
 {
     for (const bool high : {true, false}) {
         for (int lamp = 0; lamp < 48; ++lamp) {
-            bench b{1, 17};
+            selftest_bench b{1, 17};
             b.hardware.spoil = [&](std::vector<bool>& pins) { pins[static_cast<std::size_t>(lamp)] = high; };
             std::string seen;
             b.during([&](pinnote& dialog) {
@@ -169,7 +169,7 @@ TEST(a_pin_that_is_stuck, is_found_and_painted_at_the_other_level)
 
 TEST(input_stage, asks_once_for_all_pins_of_a_level)
 {
-    bench b{1, 17};
+    selftest_bench b{1, 17};
     b.hardware.spoil = [](std::vector<bool>& pins) { pins.assign(pins.size(), false); };
     run_and_press(b, false);
     EXPECT_EQ(b.report().faults.size(), 48u);
@@ -181,7 +181,7 @@ TEST(the_outermost_pins, are_looked_at_on_generation_17_alone)
 {
     for (const int wfig : {0, 16, 17, 18}) {
         for (const int lamp : {0, 3, 44, 47}) {
-            bench b{40, static_cast<std::uint8_t>(wfig)};
+            selftest_bench b{40, static_cast<std::uint8_t>(wfig)};
             b.hardware.spoil = [&](std::vector<bool>& pins) { pins[static_cast<std::size_t>(lamp)] = false; };
             run_and_press(b, true);
             EXPECT_EQ(b.report().faults.empty(), wfig != 17);
@@ -195,22 +195,22 @@ TEST(the_outermost_pins, are_looked_at_on_generation_17_alone)
 
 TEST(a_driver, is_switched_on_read_and_switched_off_by_the_same_call)
 {
-    bench b{9};
+    selftest_bench b{9};
     run(b);
     EXPECT_EQ(calls_from(b, "ctlout", 5),
               (lines{"ctlout 129 135", "delayms 20", "replywait 3 0 0", "ctlout 129 135", "delayms 50"}));
-    bench registers{9, 17, false};
+    selftest_bench registers{9, 17, false};
     run(registers);
     EXPECT_EQ(calls_from(registers, "ctlout", 11),
               (lines{"ctlout 129 135", "delayms 20", "delayms 50", "regin 0", "regin 2", "regin 4", "regin 6",
                      "regin 8", "regin 10", "ctlout 129 135", "delayms 50"}));
-    bench older{9, 0, false};
+    selftest_bench older{9, 0, false};
     run(older);
     EXPECT_EQ(calls_from(older, "ctlout", 9).back(), "ctlout 129 135") << "five ports are read";
 }
 
 /// The pins that a stage switches on, each of which it switches off again.
-std::string switched(const bench& b, int code)
+std::string switched(const selftest_bench& b, int code)
 {
     std::string pins;
     int open = -1;
@@ -238,7 +238,7 @@ TEST(driver_stages, switch_the_pins_that_the_model_has)
     const std::string vpp = "4 8 10 11 12 13 14 15 16 17 18 20 23 31 32 33 34 37 38";
     for (std::int16_t model = 0; model <= 60; ++model) {
         if (hw::model_of(model).self_test_form != "pinnote") continue;
-        bench b{model};
+        selftest_bench b{model};
         run(b);
         SCOPED_TRACE(model);
         const bool full = model == 9 || model == 10 || model == 13 || model == 14;
@@ -255,7 +255,7 @@ TEST(driver_stages, switch_the_pins_that_the_model_has)
 TEST(pins_that_are_not_known, count_as_not_tested_and_are_said)
 {
     for (const std::int16_t model : {57, 58}) {
-        bench b{model, 17};
+        selftest_bench b{model, 17};
         std::string words;
         b.during([&](pinnote& dialog) {
             dialog.testbutton.click();
@@ -273,13 +273,13 @@ TEST(pins_that_are_not_known, count_as_not_tested_and_are_said)
 
 TEST(stages_that_a_model_skips, count_as_not_tested)
 {
-    bench b{1, 17};
+    selftest_bench b{1, 17};
     run(b);
     EXPECT_EQ(short_words_of(b.report().not_tested), "not tested: 48 VPP driver, 48 VCC driver, 48 GND driver");
-    bench full{9, 17};
+    selftest_bench full{9, 17};
     run(full);
     EXPECT_TRUE(full.report().not_tested.empty());
-    bench few{15};
+    selftest_bench few{15};
     run(few);
     EXPECT_EQ(short_words_of(few.report().not_tested), "not tested: 8 input, 1 VPP driver, 1 VCC driver")
         << "pins 4 and 45 of their lists are at the outermost port";
@@ -301,7 +301,7 @@ TEST(a_driver_fault, paints_the_tested_pin_yellow_and_the_faulty_one_by_its_kind
         {137, 10, false, "0 yellow, 10 red", "VCC Output is HIGH!"},
     };
     for (const broken_driver& one : cases) {
-        bench b{9, 17};
+        selftest_bench b{9, 17};
         b.hardware.spoil = [&](std::vector<bool>& pins) {
             if (b.hardware.driver != one.code || b.hardware.driver_pin == 0) return;
             if (one.dead && b.hardware.driver_pin == one.lamp + 1) pins[static_cast<std::size_t>(one.lamp)] = false;
@@ -329,7 +329,7 @@ TEST(a_driver_fault, paints_the_tested_pin_yellow_and_the_faulty_one_by_its_kind
 
 TEST(ground_stage, keeps_its_faults_quiet)
 {
-    bench b{9, 17};
+    selftest_bench b{9, 17};
     b.hardware.spoil = [&](std::vector<bool>& pins) {
         if (b.hardware.driver == 138 && b.hardware.driver_pin == 11) pins[10] = true;
     };
@@ -343,16 +343,16 @@ TEST(ground_stage, keeps_its_faults_quiet)
 
 TEST(port_reset, drives_the_ports_high_twice_and_releases_them_by_usb)
 {
-    bench b;
+    selftest_bench b;
     run(b);
     const std::string driven = "usbcomwrite 15: 05 FF 00 FF 00 FF 00 FF 00 FF 00 FF 00 00 00";
     const std::string released = "usbcomwrite 15: 05 FF FF FF FF FF FF FF FF FF FF FF FF 00 00";
     EXPECT_EQ(calls_from(b, "busmode", 7),
               (lines{"busmode 0", driven, "delayms 500", driven, "delayms 500", released, "delayms 500"}));
-    bench registers{1, 0, false};
+    selftest_bench registers{1, 0, false};
     run(registers);
     EXPECT_EQ(calls_from(registers, "busmode", 2), (lines{"busmode 0", "status .Test IC ....."}));
-    bench newer{40};
+    selftest_bench newer{40};
     run(newer);
     const auto reset = std::ranges::find(newer.transcript, "busmode 0");
     EXPECT_EQ(*(reset - 1), "boardsel2 0 3");
@@ -362,7 +362,7 @@ TEST(port_reset, drives_the_ports_high_twice_and_releases_them_by_usb)
 
 TEST(continue_at_every_fault, ends_in_a_failed_run)
 {
-    bench b{9, 17};
+    selftest_bench b{9, 17};
     b.hardware.spoil = [](std::vector<bool>& pins) { pins[5] = true; };
     run_and_press(b, true);
     EXPECT_EQ(statuses(b).back(), "System Test fail!");
@@ -375,23 +375,23 @@ TEST(continue_at_every_fault, ends_in_a_failed_run)
 
 TEST(stop_in_any_stage, ends_in_the_same_failed_state)
 {
-    const std::function<void(bench&)> breaks[] = {
-        [](bench& b) { b.hardware.spoil = [](std::vector<bool>& pins) { pins[5] = false; }; },
-        [](bench& b) { b.hardware.spoil = [](std::vector<bool>& pins) { pins[5] = true; }; },
-        [](bench& b) {
+    const std::function<void(selftest_bench&)> breaks[] = {
+        [](selftest_bench& b) { b.hardware.spoil = [](std::vector<bool>& pins) { pins[5] = false; }; },
+        [](selftest_bench& b) { b.hardware.spoil = [](std::vector<bool>& pins) { pins[5] = true; }; },
+        [](selftest_bench& b) {
             b.hardware.spoil = [&b](std::vector<bool>& pins) {
                 if (b.hardware.driver == 135 && b.hardware.driver_pin != 0) pins[5] = false;
             };
         },
-        [](bench& b) {
+        [](selftest_bench& b) {
             b.hardware.spoil = [&b](std::vector<bool>& pins) {
                 if (b.hardware.driver == 137 && b.hardware.driver_pin != 0) pins[5] = false;
             };
         },
-        [](bench& b) { b.hardware.spoil_register = [](int, int, int value) { return value ^ 1; }; },
+        [](selftest_bench& b) { b.hardware.spoil_register = [](int, int, int value) { return value ^ 1; }; },
     };
     for (const auto& break_it : breaks) {
-        bench b{9, 17};
+        selftest_bench b{9, 17};
         break_it(b);
         run_and_press(b, false);
         EXPECT_EQ(b.count("runstp"), 1);
@@ -405,7 +405,7 @@ TEST(stop_in_any_stage, ends_in_the_same_failed_state)
 
 TEST(closing_the_form, while_the_ram_is_read_ends_the_run_as_stop)
 {
-    bench b;
+    selftest_bench b;
     b.during([&](pinnote& dialog) {
         b.shell.on_doevents = [&] {
             if (b.count("usbbulkread") == 2 && dialog.is_open()) dialog.ask_to_leave();
@@ -421,11 +421,11 @@ TEST(closing_the_form, while_the_ram_is_read_ends_the_run_as_stop)
 
 TEST(a_reply_that_does_not_come, ends_every_stage_with_a_communication_error)
 {
-    bench sound{9, 17};
+    selftest_bench sound{9, 17};
     run(sound);
     const int replies = sound.count("replywait");
     for (int k = 0; k < replies; ++k) {
-        bench b{9, 17};
+        selftest_bench b{9, 17};
         b.hardware.replies_until_lost = k;
         run(b);
         EXPECT_EQ(b.report().result, selftest_result::communication_error) << k;
@@ -437,7 +437,7 @@ TEST(a_reply_that_does_not_come, ends_every_stage_with_a_communication_error)
 
 TEST(a_driver_switch_that_gets_no_reply, is_a_communication_error)
 {
-    bench b{9};
+    selftest_bench b{9};
     b.hardware.ctlout_result = 1;
     run(b);
     EXPECT_EQ(b.report().result, selftest_result::communication_error);
@@ -446,11 +446,11 @@ TEST(a_driver_switch_that_gets_no_reply, is_a_communication_error)
 
 TEST(a_frame_that_is_refused, ends_the_run_after_the_ram_stage)
 {
-    bench sound{1};
+    selftest_bench sound{1};
     run(sound);
     const int writes = sound.count("usbcomwrite") + sound.count("usbbulkwrite");
     for (int k = 0; k < writes; ++k) {
-        bench b{1};
+        selftest_bench b{1};
         b.hardware.writes_until_refused = k;
         run(b);
         EXPECT_EQ(b.report().result, selftest_result::communication_error) << k;

@@ -18,8 +18,8 @@ namespace tamrix::tests {
 
 using lines = std::vector<std::string>;
 
-struct bench : plug_in_fixture {
-    explicit bench(std::int16_t model = 1, std::uint8_t wfig1 = 0, bool usb = true)
+struct selftest_bench : plug_in_fixture {
+    explicit selftest_bench(std::int16_t model = 1, std::uint8_t wfig1 = 0, bool usb = true)
     {
         session.blocks.modeltype(0) = model;
         session.blocks.wfig(1) = wfig1;
