@@ -105,7 +105,7 @@ def output_below_40(run, test):
 
 def output_40_pins(run):
     run.hwreset()
-    run.status(DOT + OUTPUT_TEST + ".....")
+    run.status(DOT + OUTPUT_TEST)
     run.regout(0, 50)
     run.regout(255, 50)
     for address in (2, 4, 6, 8):
