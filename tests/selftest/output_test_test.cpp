@@ -204,7 +204,7 @@ TEST(an_open_line, whose_pin_floats_high_is_no_missing_board)
     b.hardware.open_line = 10;
     run(b);
     EXPECT_EQ(b.report().result, selftest_result::failed);
-    EXPECT_EQ(b.report().faults.size(), 6u) << "once in each sweep of the left column, twice in the outermost ones";
+    EXPECT_EQ(b.report().faults.size(), 6u) << "once in a sweep; the outermost ones see it at the low level only";
 }
 
 TEST(an_open_line, paints_the_line_and_the_pin_by_the_level_and_says_it)
