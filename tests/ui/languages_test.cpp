@@ -31,7 +31,7 @@ using language_and_scene = std::tuple<language, scene>;
 
 class every_dialog : public testing::TestWithParam<language_and_scene> {};
 
-std::string name_of(const testing::TestParamInfo<language_and_scene>& tested)
+std::string name_of_test(const testing::TestParamInfo<language_and_scene>& tested)
 {
     const auto& [in, shown] = tested.param;
     return name_for_file(in.name) + "_" + std::string{shown.name};
@@ -74,4 +74,4 @@ TEST_P(every_dialog, is_seen_whole_and_with_all_letters)
 }
 
 INSTANTIATE_TEST_SUITE_P(languages, every_dialog,
-                         testing::Combine(testing::ValuesIn(languages), testing::ValuesIn(scenes())), name_of);
+                         testing::Combine(testing::ValuesIn(languages), testing::ValuesIn(scenes())), name_of_test);
