@@ -29,13 +29,15 @@ struct stream {
     }
 };
 
-[[noreturn]] void become(const std::vector<std::string>& words, const command_setting& setting, int out, int err)
+[[noreturn]] void become(const std::vector<std::string>& words, const command_setting& setting, int in, int out,
+                         int err)
 {
     constexpr int cannot_start = 127;
     std::vector<char*> arguments;
     for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
     arguments.push_back(nullptr);
     if (!setting.standard_output.empty()) out = ::open(setting.standard_output.c_str(), O_WRONLY);
+    ::dup2(in, STDIN_FILENO);
     ::dup2(out, STDOUT_FILENO);
     ::dup2(err, STDERR_FILENO);
     if (!setting.folder.empty() && ::chdir(setting.folder.c_str()) != 0) ::_exit(cannot_start);
@@ -80,9 +82,14 @@ std::vector<std::string> objects_of(pid_t process)
 
 command_result run_program(const std::vector<std::string>& words, const command_setting& setting)
 {
-    const stream out, err;
+    const stream in, out, err;
+    const auto input_bytes = static_cast<ssize_t>(setting.standard_input.size());
+    if (::write(in.writing, setting.standard_input.data(), setting.standard_input.size()) != input_bytes)
+        throw std::runtime_error{"no input"};
+    ::close(in.writing);
     const pid_t child = ::fork();
-    if (child == 0) become(words, setting, out.writing, err.writing);
+    if (child == 0) become(words, setting, in.reading, out.writing, err.writing);
+    ::close(in.reading);
     ::close(out.writing);
     ::close(err.writing);
     command_result result;
