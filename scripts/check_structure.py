@@ -50,8 +50,8 @@ ROOMS = {
     "sim/windows": "include/tamrix base programmer com/server sim sim/library",
     "apps/host": "include/tamrix base files",
     "apps/workbench": "include/tamrix apps/host",
-    "apps/cli": "base files forms messages session formats transfer pld ttl/library ttl/run ttl/dialogs entry sim"
-                " sim/chips apps/host",
+    "apps/cli": "base files forms messages session formats transfer pld ttl/library ttl/run ttl/dialogs selftest"
+                " entry sim sim/chips apps/host",
 }
 
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*[<"]([^">]+)[">]', re.MULTILINE)

@@ -4,6 +4,7 @@
 #include "cli/detect.h"
 #include "cli/fuse_files.h"
 #include "cli/logic_test.h"
+#include "cli/selftest.h"
 #include "cli/tour.h"
 #include "host/languages.h"
 
@@ -41,6 +42,7 @@ struct arguments_of_commands {
     jedec_options jedec;
     std::string svf_in, syspath;
     ttl_words ttl;
+    selftest_words selftest;
     std::optional<std::string> language;
 };
 
@@ -213,6 +215,9 @@ void add_commands(CLI::App& app, arguments_of_commands& arguments)
 
     add_ttl_commands(app, arguments.ttl);
 
+    add_selftest_options(*add_command(app, "selftest", "Lets the programmer test itself, and calibrates its voltages."),
+                         arguments.selftest);
+
     add_command(app, "tour", "Shows what tamrix does, on sample data.");
 }
 
@@ -240,6 +245,8 @@ void run_command(const CLI::App& app, arguments_of_commands& arguments, console&
         arguments.ttl.command =
             command == "ttl" ? app.get_subcommands().front()->get_subcommands().front()->get_name() : command;
         logic_test(arguments.ttl, check_language(arguments.language), con);
+    } else if (command == "selftest") {
+        selftest(check(arguments.selftest), check_language(arguments.language), con);
     } else {
         check_language(arguments.language);
         tour(con);
@@ -264,7 +271,8 @@ int parse_and_run(const std::vector<std::string>& words, console& con)
         refuse(error.what());
     }
     if (app.get_subcommands().empty())
-        refuse("a command is expected: convert, detect, jedec, svf, ttl, vectors or tour (see tamrix --help)");
+        refuse(
+            "a command is expected: convert, detect, jedec, selftest, svf, ttl, vectors or tour (see tamrix --help)");
     run_command(app, arguments, con);
     return exit_done;
 }

@@ -3,6 +3,7 @@
 #include "chips/chip.h"
 #include "host/data_folder.h"
 #include "sim/faults.h"
+#include "sim/test_board.h"
 
 #include <charconv>
 #include <chrono>
@@ -52,6 +53,7 @@ simulated_socket::simulated_socket(attached_plug_in& plug_in, const socket_optio
     : plug_in_{plug_in}, time_{std::make_shared<sim::virtual_clock>()}, log_{std::make_shared<sim::journal>(time_)}
 {
     plug_in.blocks.value<std::int16_t>("modeltype") = options.model;
+    plug_in.blocks.value<std::uint8_t>("wfig", 1) = options.generation;
     plug_in.blocks.value<bool16>("usbable") = options.usb ? bool16_true : bool16_false;
     sim::fault_set faults;  // read before anything is tested
     for (const std::string& fault : options.faults) {
@@ -66,10 +68,12 @@ simulated_socket::simulated_socket(attached_plug_in& plug_in, const socket_optio
         chip_ = package{part->pins(), part->vcc_pin() + 1, part->gnd_pin() + 1};
     }
     plug_in.state.hardware.source =
-        sim::source_of({.model = options.model, .time = time_, .log = log_}, [options](sim::programmer& made) {
-            if (!options.chip.empty()) made.insert(part_named(options.chip));
-            for (const std::string& fault : options.faults) made.add_fault(fault);
-        });
+        sim::source_of({.model = options.model, .generation = options.generation, .time = time_, .log = log_},
+                       [this, options](sim::programmer& made) {
+                           if (!options.chip.empty()) made.insert(part_named(options.chip));
+                           if (test_board_) made.insert(std::make_unique<sim::test_board>(sim::wiring{options.model}));
+                           for (const std::string& fault : options.faults) made.add_fault(fault);
+                       });
     plug_in.screen.clock = [this] { return std::chrono::duration<double>(time_->now()).count(); };
     plug_in.screen.on_doevents = [this] { time_->advance(std::chrono::milliseconds{1}); };
 }

@@ -21,6 +21,7 @@ struct socket_words {
 struct socket_options {
     std::int16_t model = 40;
     bool usb = true;
+    std::uint8_t generation = 0;
     std::string chip{};  // empty: nothing in the socket
     std::vector<std::string> faults{};
 };
@@ -42,7 +43,10 @@ public:
     simulated_socket(const simulated_socket&) = delete;
     simulated_socket& operator=(const simulated_socket&) = delete;
 
-    /// None if the socket is empty.
+    /// Puts the test board into the socket. Call it before the programmer is first used.
+    void insert_test_board() { test_board_ = true; }
+    sim::journal& log() { return *log_; }
+    /// None if no chip is in the socket.
     const std::optional<package>& chip() const { return chip_; }
     /// What could have harmed a real chip or programmer, each kind once.
     void tell_hazards(console& con) const;
@@ -52,6 +56,7 @@ private:
     std::shared_ptr<sim::virtual_clock> time_;
     std::shared_ptr<sim::journal> log_;
     std::optional<package> chip_;
+    bool test_board_ = false;
 };
 
 }  // namespace tamrix::cli

@@ -38,6 +38,7 @@ public:
     forms::label fault_words{*this};  // the last fault, and at the end what was not tested
     forms::status_bar StatusBar1;
 
+    selftest_plan plan() const { return plan_; }      // the options
     int testsel() const { return testsel_; }          // the selected option
     int teststep() const { return teststep_; }        // 1 while runstp() waits
     int teststopped() const { return teststopped_; }  // 1 after Stop, until the wait has seen it

@@ -69,8 +69,8 @@ TEST(usage, no_command_is_wrong_usage)
     const auto result = tamrix_command({});
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err,
-              "tamrix: a command is expected: convert, detect, jedec, svf, ttl, vectors or tour (see tamrix --help)\n");
+    EXPECT_EQ(result.err, "tamrix: a command is expected: convert, detect, jedec, selftest, svf, ttl, vectors or tour "
+                          "(see tamrix --help)\n");
 }
 
 struct refused {
