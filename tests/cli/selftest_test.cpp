@@ -5,6 +5,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sstream>
+#include <utility>
+
 namespace tamrix::tests {
 namespace {
 
@@ -242,6 +245,37 @@ TEST(selftest, the_help_lists_every_option)
           "--route usb|devobj", "--wfig N", "--socket \"test board\"|empty", "--fault TEXT", "--language CODE",
           "Exit status: 0 passed, 1 failed, 2 rejected values or wrong usage, 3 "}) {
         EXPECT_THAT(result.out, HasSubstr(option));
+    }
+}
+
+/// The commands on the page, and what the page says that they print.
+std::vector<std::pair<std::string, std::string>> examples_of_page()
+{
+    const std::string indent = "    ", prompt = indent + "$ ";
+    std::vector<std::pair<std::string, std::string>> examples;
+    std::istringstream page{read_text(TAMRIX_SAMPLES "/../../docs/self-test.md")};
+    bool inside = false;
+    for (std::string line; std::getline(page, line);) {
+        if (line.starts_with(prompt)) {
+            examples.emplace_back(line.substr(prompt.size()), "");
+            inside = true;
+        } else if (inside && line.starts_with(indent)) {
+            examples.back().second += line.substr(indent.size()) + "\n";
+        } else {
+            inside = false;
+        }
+    }
+    return examples;
+}
+
+TEST(selftest, the_examples_on_the_page_are_real)
+{
+    const auto examples = examples_of_page();
+    EXPECT_EQ(examples.size(), 3u);
+    for (const auto& [command, printed] : examples) {
+        std::string real = command;
+        real.replace(real.find("tamrix"), std::string{"tamrix"}.size(), TAMRIX_COMMAND);
+        EXPECT_EQ(run_program({"sh", "-c", real}).out, printed) << command;
     }
 }
 
