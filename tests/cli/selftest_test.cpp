@@ -203,6 +203,14 @@ TEST(selftest, list_shows_the_items_of_a_model)
                 HasSubstr("\n3  VPP1 Vol. Cal. (12V): this model does not have it\n"));
 }
 
+TEST(selftest, pins_count_as_on_the_socket_or_the_connector_of_the_model)
+{
+    EXPECT_THAT(selftest({"--list", "--model", "11"}).out,
+                HasSubstr("\n3  VPP Vol. Cal. (12V): 12.000 V at pin 3 of the connector, ground at pin 10\n"));
+    EXPECT_THAT(selftest({"--list", "--model", "23"}).out,
+                HasSubstr("\n1  VCC Vol. Cal. (5V): 5.000 V at pin 17 of the socket, ground at pin 20\n"));
+}
+
 TEST(selftest, messages_are_those_of_the_language)
 {
     const auto result = selftest({"--language", "pl"});
