@@ -3,6 +3,7 @@
 #include "chips/chip.h"
 #include "host/data_folder.h"
 #include "sim/faults.h"
+#include "sim/modules.h"
 #include "sim/test_board.h"
 
 #include <charconv>
@@ -33,6 +34,15 @@ std::unique_ptr<sim::part> part_named(const std::string& name)
     const sim::chip* found = sim::find_chip(chips, name);
     if (found == nullptr) refuse("--socket " + name + ": no such chip; \"tamrix ttl list\" shows those that there are");
     return sim::make_part(*found);
+}
+
+/// One into each module where the programmer has modules.
+void insert_test_boards(sim::programmer& into, int model)
+{
+    const bool has_modules = sim::modules::belong_to(model);
+    const int first = has_modules ? 1 : 0, last = has_modules ? sim::modules::count : 0;
+    for (int module = first; module <= last; ++module)
+        into.insert(std::make_unique<sim::test_board>(sim::wiring{model}), module);
 }
 
 }  // namespace
@@ -71,7 +81,7 @@ simulated_socket::simulated_socket(attached_plug_in& plug_in, const socket_optio
         sim::source_of({.model = options.model, .generation = options.generation, .time = time_, .log = log_},
                        [this, options](sim::programmer& made) {
                            if (!options.chip.empty()) made.insert(part_named(options.chip));
-                           if (test_board_) made.insert(std::make_unique<sim::test_board>(sim::wiring{options.model}));
+                           if (test_board_) insert_test_boards(made, options.model);
                            for (const std::string& fault : options.faults) made.add_fault(fault);
                        });
     plug_in.screen.clock = [this] { return std::chrono::duration<double>(time_->now()).count(); };

@@ -136,6 +136,21 @@ TEST(selftest, an_output_test_gets_the_test_board_by_itself)
     EXPECT_EQ(selftest({"--item", "6", "--socket", "test board"}).out, result.out);
 }
 
+TEST(selftest, every_module_of_a_programmer_gets_a_test_board)
+{
+    // With "stop" too: the waits for the board to be moved are no faults.
+    for (const char* item : {"6", "7"}) {
+        for (const char* on_fault : {"continue", "stop"}) {
+            const auto result = selftest({"--model", "39", "--item", item, "--on-fault", on_fault});
+            EXPECT_EQ(result.status, 0) << result.out;
+            EXPECT_THAT(result.out, HasSubstr(" OK! ( No 4"));
+        }
+    }
+    const auto missing = selftest({"--model", "39", "--item", "6", "--fault", "test board of module 2 missing"});
+    EXPECT_EQ(missing.status, 3);
+    EXPECT_THAT(missing.out, HasSubstr(" On Socket! ( No 2"));
+}
+
 TEST(selftest, an_output_test_without_the_board_could_not_be_carried_out)
 {
     for (const std::vector<std::string>& arguments :
