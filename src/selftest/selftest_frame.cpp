@@ -132,6 +132,7 @@ void selftest_frame::load_selftest()
         {testbutton.caption, message::test}, {teststop.caption, message::stop}, {OKButton.caption, message::cancel}};
     set_captions(plug_in_, captions);
     Option1(0).select();
+    focus(Option1(0));
     Frame1.visible = true;
     for (int index = 0; index < Option1.count(); ++index) Option1(index).visible = true;
     testbutton.visible = true;
@@ -144,10 +145,12 @@ std::string selftest_frame::caption_of(const option_plan& option) const
     return std::string{option.before} + plug_in_.text(option.message) + std::string{option.after};
 }
 
+/// Clearing the map lets the person choose another option meanwhile, which is then the one to show.
 void selftest_frame::Option1_Click(int index)
 {
-    clearpins();
     testsel_ = index;
+    clearpins();
+    if (testsel_ != index) return;
     fault_words.caption = "";
     hint(plug_in_.text(message::empty_socket_please));
     if (option().does == option_action::system_test) {

@@ -78,6 +78,8 @@ public:
     void select_common_board();
     /// Paints the map back to idle.
     virtual void clearpins() = 0;
+    /// Enter starts a test and goes on after a fault. A map without tests it closes.
+    forms::button* default_button() override { return testbutton.visible() ? &testbutton : &OKButton; }
 
 protected:
     /// The self-test's captions; selects the first option.

@@ -63,6 +63,7 @@ void selftest_frame::start_calibration()
 {
     testbutton.enabled = false;
     teststop.enabled = true;
+    focus(teststop);
     in_use_ = true;
     device().hwreset();
     if (model().selects_board_for_calibration) device().boardsel2(0, 3);
@@ -84,6 +85,7 @@ void selftest_frame::stop_steps()
     if (option().does != option_action::calibration) teststopped_ = 1;
     if (option().does == option_action::system_test) return;
     testbutton.enabled = true;
+    focus(testbutton);
     teststop.enabled = false;
     offer_frame(true);
     make_vpp_safe();
@@ -120,6 +122,7 @@ void selftest_frame::finish(stage_end end)
     say_not_tested();
     testbutton.caption = plug_in_.text(message::test);
     testbutton.enabled = true;
+    focus(testbutton);
     teststop.enabled = false;
     offer_frame(true);
     teststep_ = 0;
@@ -156,6 +159,7 @@ decision selftest_frame::runstp()
     teststep_ = 1;
     testbutton.caption = plug_in_.text(message::go_on);
     testbutton.enabled = true;
+    focus(testbutton);
     teststop.enabled = true;
     beep();
     tell({.what = selftest_event::kind::wait});

@@ -18,14 +18,22 @@ namespace {
 constexpr int least_letters = 12, most_letters = 80;  // of a panel that the window makes room for
 constexpr int gap = 6, pad = 3;
 
+/// Neither the Tab key nor a click gives it the keyboard.
+class text_panel final : public wxPanel {
+public:
+    using wxPanel::wxPanel;
+    bool AcceptsFocus() const override { return false; }
+    bool AcceptsFocusFromKeyboard() const override { return false; }
+};
+
 class status_bar_widget final : public widget {
 public:
     status_bar_widget(forms::status_bar& control, wxWindow* parent)
-        : control_{control}, bar_{new wxPanel{parent, wxID_ANY}}
+        : control_{control}, bar_{new text_panel{parent, wxID_ANY}}
     {
         auto* row = new wxBoxSizer{wxHORIZONTAL};
         for (int i = 0; i < control_.panels(); ++i) {
-            auto* panel = new wxPanel{bar_, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxBORDER_SUNKEN};
+            auto* panel = new text_panel{bar_, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxBORDER_SUNKEN};
             auto* text = new wxStaticText{
                 panel, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END};
             text->SetMinSize({least_letters * text->GetCharWidth(), text->GetCharHeight()});

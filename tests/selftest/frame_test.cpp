@@ -59,6 +59,21 @@ TEST(pinnote, opens_as_the_self_test_with_the_system_test_selected)
         << "no call of the programmer";
 }
 
+TEST(an_option, that_is_chosen_while_another_clears_the_map_is_the_one_that_counts)
+{
+    selftest_bench b;
+    b.during([&](pinnote& dialog) {
+        bool chosen = false;
+        b.shell.on_doevents = [&] {
+            if (!std::exchange(chosen, true)) dialog.Option1(2).click();
+        };
+        dialog.Option1(1).click();
+        EXPECT_EQ(dialog.testsel(), 2);
+        EXPECT_EQ(painted(dialog), "22 cyan, 23 blue");
+        EXPECT_EQ(dialog.StatusBar1.text(1), "Note: Do NOT insert any device in the socket!");
+    });
+}
+
 struct shown_option {
     const char *lamps, *status;
     bool label4;
