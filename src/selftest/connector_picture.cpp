@@ -77,8 +77,9 @@ void connector_picture::draw_connector()
 
 void connector_picture::place_pin(int lamp, forms::point cell)
 {
-    const int left = margin + lamp / rows * cell.x, top = margin + lamp % rows * cell.y;
     const int width = std::max(1, std::min({largest_lamp, cell.x * 3 / 4, cell.y - number_height}));
+    const int left = margin + lamp / rows * cell.x;
+    const int top = margin + lamp % rows * cell.y + (cell.y - width - number_height) / 2;
     Shape1(lamp).place = {.left = left + (cell.x - width) / 2, .top = top, .width = width, .height = width};
     connector_.text({.x = left + (cell.x - width) / 2, .y = top + width}, std::to_string(lamp + 1), lamps::black);
 }

@@ -42,10 +42,7 @@ pinnote204::pinnote204(session& plug_in, selftest_variables& variables)
 {}
 
 /// The hints are long.
-forms::layout pinnote204::arrangement()
-{
-    return around_socket(Label4, forms::column({Label2, forms::stretched(forms::nothing()), Label3}));
-}
+forms::layout pinnote204::arrangement() { return around_socket(&Label4); }
 
 void pinnote204::hint(const std::string& words) { Label4.caption = words; }
 

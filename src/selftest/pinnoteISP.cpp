@@ -45,12 +45,10 @@ pinnoteISP::pinnoteISP(session& plug_in, selftest_variables& variables) : selfte
 forms::layout pinnoteISP::arrangement()
 {
     using namespace forms;
-    layout choices = column({});
-    for (int index = 0; index < Option1.count(); ++index) choices.children.emplace_back(Option1(index));
     return column({
         stretched(row({
             stretched(column({Picture1, Picture2, Label1})),
-            column({framed(Frame1, choices), stretched(nothing()), buttons({testbutton, teststop})}),
+            controls_of_tests(),
         })),
         fault_words,
         StatusBar1,

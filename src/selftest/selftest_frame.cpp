@@ -120,6 +120,14 @@ void selftest_frame::add(const untested_pins& pins)
     log(words_of(pins));
 }
 
+forms::layout selftest_frame::controls_of_tests()
+{
+    using namespace forms;
+    layout options = column({});
+    for (int index = 0; index < Option1.count(); ++index) options.children.emplace_back(Option1(index));
+    return column({framed(Frame1, options), column({testbutton, teststop})});
+}
+
 void selftest_frame::load_selftest()
 {
     caption(plug_in_.text(message::self_test));

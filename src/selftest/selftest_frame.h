@@ -82,6 +82,8 @@ public:
     forms::button* default_button() override { return testbutton.visible() ? &testbutton : &OKButton; }
 
 protected:
+    /// The options with the buttons that start and stop them.
+    forms::layout controls_of_tests();
     /// The self-test's captions; selects the first option.
     void load_selftest();
     const option_plan& option() const { return plan_[static_cast<std::size_t>(testsel_)]; }

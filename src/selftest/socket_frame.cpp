@@ -9,6 +9,7 @@ namespace {
 
 enum : std::uint8_t { self_test, analyzer_map, wave_input_map, wave_output_map, logic_test_map };  // pinmapmode
 
+constexpr const char* ground = "GND";
 constexpr int analyzer_ground_lamp = 19, wave_ground_lamp = 23, wave_signal_lamp = 22;
 
 }  // namespace
@@ -18,30 +19,23 @@ socket_frame::socket_frame(session& plug_in, selftest_variables& variables, self
     : selftest_frame{plug_in, variables, plan, panels}, socket{Picture1, drawn}
 {
     Label2.caption = "GND: P20   1-8: P21-P28";
-    Label4.caption = "GND";
+    Label4.caption = ground;
 }
 
-forms::layout socket_frame::arrangement()
-{
-    return around_socket(Label2, forms::column({forms::stretched(forms::nothing()), Label3, Label4}));
-}
+forms::layout socket_frame::arrangement() { return around_socket(Label2.visible() ? &Label2 : nullptr); }
 
-forms::layout socket_frame::around_socket(const forms::layout& above, const forms::layout& beside)
+forms::layout socket_frame::around_socket(forms::label* above)
 {
     using namespace forms;
-    layout options = column({});
-    for (int index = 0; index < Option1.count(); ++index) options.children.emplace_back(Option1(index));
-    return column({
-        above,
-        stretched(row({
-            beside,
-            stretched(column({Picture1})),
-            column({framed(Frame1, options), stretched(nothing()), buttons({testbutton, teststop})}),
-        })),
+    const layout drawing = column({Picture1});
+    layout all = column({
+        stretched(testbutton.visible() ? row({stretched(drawing), controls_of_tests()}) : drawing),
         fault_words,
         StatusBar1,
         buttons({OKButton}),
     });
+    if (above != nullptr) all.children.emplace(all.children.begin(), *above);
+    return all;
 }
 
 void socket_frame::on_load()
@@ -79,6 +73,8 @@ void socket_frame::show_pin_map(std::uint8_t pinmapmode)
         Label3.caption = plug_in().text(pinmapmode == wave_input_map ? message::input_lead : message::output_lead);
         Label3.visible = true;
         Label4.visible = true;
+        socket.hint(wave_signal_lamp, Label3.caption());
+        socket.hint(wave_ground_lamp, ground);
         break;
     case logic_test_map:
         status(plug_in().text(message::connect_line));
@@ -105,6 +101,7 @@ void socket_frame::clearpins()
 void socket_frame::show_option(const option_plan& option)
 {
     Label4.visible = option.does == option_action::calibration;
+    socket.hint(option.calibration.ground_lamp, Label4.visible() ? ground : "");
     if (option.does == option_action::output_test) hint(plug_in().text(message::needs_test_board));
     if (option.does == option_action::calibration) show_calibration(option.calibration);
     if (option.adaptor_note) hint(plug_in().text(message::note) + plug_in().text(message::needs_ac_adaptor));

@@ -11,7 +11,8 @@ public:
     socket_frame(session& plug_in, selftest_variables& variables, selftest_plan plan, lamps::socket drawn,
                  int panels = 1);
 
-    forms::label Label2{*this}, Label3{*this}, Label4{*this};  // hints: at the top, beside pin 23, beside pin 24
+    // Hints: at the top, beside pin 23, beside pin 24. The last two are drawn with the socket, to keep to their pins.
+    forms::label Label2{*this}, Label3{*this}, Label4{*this};
     forms::picture Picture1{*this};
     socket_picture socket;
     forms::shape& Shape3 = socket.Shape3;
@@ -23,8 +24,8 @@ public:
 
 protected:
     void on_load() override;
-    /// The controls with `above` the drawn socket and `beside` it, at its left.
-    forms::layout around_socket(const forms::layout& above, const forms::layout& beside);
+    /// The controls with a label above the drawn socket; null: without one.
+    forms::layout around_socket(forms::label* above);
     void show_option(const option_plan& option) override;
     /// The lamps of a calibration.
     void show_calibration(const calibration_plan& plan);

@@ -7,8 +7,9 @@ namespace tamrix {
 namespace {
 
 // All in twips, 15 to the pixel of a common screen.
-constexpr int least_row = 240, least_width = 4200, margin = 120;
-constexpr int mark_width = 240, lamp_gap = 60, number_width = 420, largest_lamp = 300;
+constexpr int least_row = 220, least_width = 4200, margin = 120;
+constexpr int mark_width = 240, lamp_gap = 60, number_width = 420, largest_lamp = 300, letter_height = 255;
+constexpr forms::colour ground = 0xB0B0B0;  // that white and yellow differ from
 
 }  // namespace
 
@@ -51,11 +52,19 @@ void socket_picture::clear()
     });
 }
 
+/// Blanks at the beginning are for another place.
+void socket_picture::hint(int lamp, const std::string& words)
+{
+    const std::size_t first = words.find_first_not_of(' ');
+    hints_[lamp] = first == std::string::npos ? "" : words.substr(first);
+    arrange();
+}
+
 /// Pins run down the left side and up the right one.
 void socket_picture::arrange()
 {
     surface_.draw([this] {
-        surface_.clear(lamps::white);
+        surface_.clear(ground);
         const forms::point size = surface_.size();
         const int rows = drawn_.pins / 2;
         const int height = std::max(1, (size.y - 2 * margin) / rows);
@@ -69,14 +78,17 @@ void socket_picture::place_row(int row, int top, int height, int width)
 {
     const int lamp = std::min(largest_lamp, height * 3 / 4);
     const int lamp_top = top + (height - lamp) / 2, mark_top = top + height * 3 / 8;
+    const int text_top = top + (height - letter_height) / 2;
     const int edge = number_width + mark_width, right = drawn_.pins - 1 - row;
     Shape2(row).place = {.left = number_width, .top = mark_top, .width = mark_width, .height = height / 4};
     Shape2(right).place = {.left = width - edge, .top = mark_top, .width = mark_width, .height = height / 4};
     Shape1(row).place = {.left = edge + lamp_gap, .top = lamp_top, .width = lamp, .height = lamp};
     Shape1(right).place = {.left = width - edge - lamp_gap - lamp, .top = lamp_top, .width = lamp, .height = lamp};
-    surface_.text({.x = lamp_gap, .y = top}, Label1[static_cast<std::size_t>(row)], lamps::black);
-    surface_.text({.x = width - number_width + lamp_gap, .y = top}, Label1[static_cast<std::size_t>(right)],
+    surface_.text({.x = lamp_gap, .y = text_top}, Label1[static_cast<std::size_t>(row)], lamps::black);
+    surface_.text({.x = width - number_width + lamp_gap, .y = text_top}, Label1[static_cast<std::size_t>(right)],
                   lamps::black);
+    if (const auto words = hints_.find(drawn_.first_lamp + row); words != hints_.end())
+        surface_.text({.x = edge + 2 * lamp_gap + lamp, .y = text_top}, words->second, lamps::black);
 }
 
 }  // namespace tamrix

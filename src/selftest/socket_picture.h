@@ -4,6 +4,7 @@
 #include "forms/shape.h"
 #include "selftest/lamps.h"
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,8 @@ public:
     void paint_lamp_and_border(int lamp, forms::colour ink);
     /// Fill and border.
     void paint_mark(int lamp, forms::colour ink);
+    /// Words beside a lamp of the left column, inside the outline; they stay until others, or none, replace them.
+    void hint(int lamp, const std::string& words);
     /// All lamps are white and all marks black.
     void clear();
 
@@ -33,6 +36,7 @@ private:
 
     forms::picture& surface_;
     lamps::socket drawn_;
+    std::map<int, std::string> hints_;  // by lamp
 };
 
 }  // namespace tamrix

@@ -56,6 +56,46 @@ TEST(a_pin_map, shows_its_pins_and_hints_and_no_control_of_a_test)
     }
 }
 
+/// The upper edge of a text in the drawing; empty where it is not drawn.
+std::string top_of(const pinnote& dialog, const std::string& words)
+{
+    tests::listing<forms::canvas> seen;
+    dialog.Picture1.draw_on(seen);
+    for (const std::string& call : seen.calls) {
+        const std::size_t top = call.find(',') + 1;
+        if (call.ends_with(" 0 " + words)) return call.substr(top, call.find(' ', top) - top);
+    }
+    return "";
+}
+
+TEST(a_hint, is_drawn_in_the_row_of_its_pin)
+{
+    for (const std::uint8_t mode : {2, 3}) {
+        selftest_bench b;
+        b.variables.selftest.pinmapmode = mode;
+        b.during([&](pinnote& dialog) {
+            for (const forms::point size : {forms::point{4200, 6000}, forms::point{9000, 12000}}) {
+                dialog.Picture1.resize(size);
+                EXPECT_NE(top_of(dialog, "23"), "");
+                EXPECT_EQ(top_of(dialog, mode == 2 ? "Input" : "Output"), top_of(dialog, "23"));
+                EXPECT_EQ(top_of(dialog, "GND"), top_of(dialog, "24"));
+            }
+        });
+    }
+}
+
+TEST(a_hint, of_a_calibration_goes_with_it)
+{
+    selftest_bench b;
+    b.during([](pinnote& dialog) {
+        EXPECT_EQ(top_of(dialog, "GND"), "");
+        dialog.Option1(2).click();
+        EXPECT_EQ(top_of(dialog, "GND"), top_of(dialog, "24"));
+        dialog.Option1(6).click();
+        EXPECT_EQ(top_of(dialog, "GND"), "");
+    });
+}
+
 TEST(a_pin_map, for_leads_paints_the_borders_too)
 {
     selftest_bench b;
