@@ -18,6 +18,13 @@ void expect_caption_seen(const wxWindow& window)
     EXPECT_GE(window.GetSize().x, window.GetTextExtent(window.GetLabel()).x + 8) << window.GetLabel();
 }
 
+void expect_fits(wxSize screen, wxSize size)
+{
+    constexpr int of_frame = 10, of_title_and_tasks = 70;
+    EXPECT_LE(size.x, screen.x - of_frame);
+    EXPECT_LE(size.y, screen.y - of_title_and_tasks);
+}
+
 bool is_part(const wxWindow& child) { return child.IsShown() && !child.IsTopLevel(); }
 
 /// Labels show their name in full but for those that give way in the middle, which are as wide as they are given room.
@@ -71,12 +78,9 @@ void expect_every_letter_drawn(const wxWindow& parent)
     }
 }
 
-void expect_fits_smallest_screen(wxSize size)
-{
-    constexpr int width = 1024, height = 768, of_frame = 10, of_title_and_tasks = 70;
-    EXPECT_LE(size.x, width - of_frame);
-    EXPECT_LE(size.y, height - of_title_and_tasks);
-}
+void expect_fits_common_screen(wxSize size) { expect_fits({1024, 768}, size); }
+
+void expect_fits_small_screen(wxSize size) { expect_fits({800, 600}, size); }
 
 void expect_room_for_title(const wxWindow& dialog)
 {

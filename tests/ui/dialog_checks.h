@@ -14,8 +14,10 @@ void expect_no_overlap(const wxWindow& parent);
 /// Every letter of every text has a picture in some font.
 void expect_every_letter_drawn(const wxWindow& parent);
 void expect_every_letter_drawn(const wxWindow& drawn_as, const std::string& text);
-/// A window of this size finds its place on the smallest screen, 1024 x 768, beside its frame and a bar of tasks.
-void expect_fits_smallest_screen(wxSize size);
+/// A window of this size finds its place on a common screen, 1024 x 768, beside its frame and a bar of tasks.
+void expect_fits_common_screen(wxSize size);
+/// The same for a screen of 800 x 600 and the inside of a window.
+void expect_fits_small_screen(wxSize size);
 /// The title is seen whole beside the buttons of a title bar.
 void expect_room_for_title(const wxWindow& dialog);
 

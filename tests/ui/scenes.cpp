@@ -4,6 +4,7 @@
 #include "device/warnno.h"
 #include "logic_library.h"
 #include "over_host.h"
+#include "selftest_scenes.h"
 #include "support/plug_in_fixture.h"
 #include "transfer/readfile.h"
 #include "transfer/writefile.h"
@@ -202,7 +203,7 @@ void note_of_memories(stage& on) { note(on, 6); }
 /// The longest label.
 void note_of_auxiliary_memory(stage& on) { note(on, 23); }
 
-constexpr scene all[] = {
+constexpr scene others[] = {
     {"load_file", load_file},
     {"save_file", save_file},
     {"logic_test", logic_test},
@@ -250,6 +251,12 @@ void stage::show(forms::form& shown, const std::function<void()>& fill)
 
 void stage::ask(const std::function<void()>& asks) { box_over_host(screen, asks, look); }
 
-std::span<const scene> scenes() { return all; }
+std::vector<scene> scenes()
+{
+    std::vector<scene> all{std::begin(others), std::end(others)};
+    const auto more = selftest_scenes();
+    all.insert(all.end(), more.begin(), more.end());
+    return all;
+}
 
 }  // namespace tamrix::tests

@@ -8,8 +8,8 @@
 #include "wxui/wx_shell.h"
 
 #include <functional>
-#include <span>
 #include <string_view>
+#include <vector>
 
 namespace tamrix::tests {
 
@@ -34,8 +34,9 @@ public:
 struct scene {
     std::string_view name;  // of the dialog, in letters that serve for a file's name
     void (*play)(stage& on);
+    bool small_screen = false;  // is used on small screens too
 };
 
-std::span<const scene> scenes();
+std::vector<scene> scenes();
 
 }  // namespace tamrix::tests
