@@ -63,8 +63,8 @@ def files_of_odd_situations():
         (40, "usb", "input_7_stuck_low", system, {"stuck_low": {6}}),
         (40, "usb", "vcc_30_dead_stop", system, {"dead_drivers": {(VCC, 30)}, "press": "stop"}),
         # Board 5 has no register that the test reads, so this fault is not seen.
-        (9, "registers", "board_5_register_2", system, {"registers": {(5, 2): 254}}),
-        (9, "registers", "board_8_register_2", system, {"registers": {(8, 2): 254}}),
+        (9, "registers", "board_5_register_2", system, {"registers": {(5, 2): 1}}),
+        (9, "registers", "board_8_register_2", system, {"registers": {(8, 2): 1}}),
     ]
     for model, route in ((40, "usb"), (40, "registers"), (9, "usb"), (9, "registers")):
         rows.append((model, route, "output_no_board", output, {"board": False}))

@@ -65,6 +65,10 @@ def register_passes(run, board):
         run.replywait(3, 0, 0)
     else:
         register_accesses(run, count, 0)
+    for register in range(1, count + 1):
+        read = run.other.registers.get((board, register), 0)
+        if read:
+            return register, read
     run.busmode(1)
     if run.usb:
         run.pin_frame(255, 0)
@@ -74,7 +78,7 @@ def register_passes(run, board):
         register_accesses(run, count, 255)
     for register in range(1, count + 1):
         expected = EXPECTED.get(board, {}).get(register, 255)
-        read = expected & run.other.registers.get((board, register), 255)
+        read = expected ^ run.other.registers.get((board, register), 0)
         if read != expected:
             return register + 10, read
     return None

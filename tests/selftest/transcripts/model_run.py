@@ -13,7 +13,7 @@ class Situation:
     image: bytes = bytes((i * 7 + 3) % 256 for i in range(24576 + 100))
     stuck_low: set = field(default_factory=set)  # lamps
     dead_drivers: set = field(default_factory=set)  # (mode, pin)
-    registers: dict = field(default_factory=dict)  # (board, register): the bits that it keeps
+    registers: dict = field(default_factory=dict)  # (board, register): the bits that read inverted
     board: bool = True
     open_lines: set = field(default_factory=set)
     press: str = "continue"
