@@ -56,7 +56,8 @@ sim_bench::sim_bench(const situation& where)
         if (where.test_board) insert_test_boards(made, where);
         for (const std::string& fault : where.faults) made.add_fault(fault);
     };
-    session.hardware.source = with_transcript(sim::source_of(wanted, prepare), transcript);
+    session.hardware.source = sim::source_of(wanted, prepare);
+    if (where.transcript) session.hardware.source = with_transcript(session.hardware.source, transcript);
     variables.selftest.seed = [] { return 1U; };
     variables.selftest.on_event = [this](const selftest_event& event) {
         transcript.push_back(line_of(event));

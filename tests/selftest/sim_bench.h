@@ -20,8 +20,9 @@ struct situation {
     int generation = 0;  // 17, or any other
     bool usb = true;
     bool test_board = false;
-    int memory_banks = 0;  // 0: what the model has
-    bool image = true;     // for the FPGAs of modules
+    int memory_banks = 0;    // 0: what the model has
+    bool image = true;       // for the FPGAs of modules
+    bool transcript = true;  // of the calls: a run without it is faster
     std::vector<std::string> faults{};
 };
 
