@@ -297,7 +297,11 @@ std::string why_invisible(const situation& where, const single_fault& fault)
         if (std::ranges::count(list, fault.at) == 0) return "the model does not switch this driver";
         break;
     }
+    case high_on:
+        if (where.test_board) return "a port that drives low is stronger, and others are pulled up";
+        break;
     case bridge:
+        if (where.test_board) return "the board joins these pins as well";
         if (facts.vpp.empty() && facts.vcc.empty()) return "no stage drives one pin alone";
         if (where.model == 15 || where.model == 57) return "the model switches no driver at either pin";
         break;
