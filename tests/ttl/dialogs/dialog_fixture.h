@@ -99,9 +99,9 @@ struct record {
     lines rows;
 };
 
-class logic_dialogs : public testing::Test {
+class logic_dialog_fixture : public testing::Test {
 protected:
-    logic_dialogs()
+    logic_dialog_fixture()
     {
         session.hardware.source = [this](const hw::reply_memory&) {
             return std::make_unique<noting_programmer>(programmer);

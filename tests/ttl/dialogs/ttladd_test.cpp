@@ -7,7 +7,7 @@
 namespace tamrix {
 namespace {
 
-class ttladd_dialog : public tests::logic_dialogs {
+class ttladd_dialog : public tests::logic_dialog_fixture {
 protected:
     void open(const std::function<void(ttladd&)>& steps)
     {

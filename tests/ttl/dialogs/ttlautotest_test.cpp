@@ -12,7 +12,7 @@ namespace {
 
 using tests::lines;
 
-class ttlautotest_dialog : public tests::logic_dialogs {
+class ttlautotest_dialog : public tests::logic_dialog_fixture {
 protected:
     std::uint8_t icsum = 0;
 };

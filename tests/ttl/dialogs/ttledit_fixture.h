@@ -13,7 +13,7 @@ namespace tamrix::tests {
 
 using key = forms::grid_key;
 
-class ttledit_dialog : public logic_dialogs {
+class ttledit_dialog : public logic_dialog_fixture {
 protected:
     ttledit_dialog() { write_library({passing, failing, cmos}); }
 

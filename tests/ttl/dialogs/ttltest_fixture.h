@@ -14,7 +14,7 @@ using forms::buttons_of_box;
 using forms::icon;
 using forms::message_box;
 
-class ttltest_dialog : public logic_dialogs {
+class ttltest_dialog : public logic_dialog_fixture {
 protected:
     ttltest_dialog() { write_library({passing, failing, cmos}); }
 
