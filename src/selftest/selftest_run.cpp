@@ -184,7 +184,7 @@ void selftest_frame::make_vpp_safe()
 }
 
 /// Closing the form during a run or a calibration leaves the programmer as every exit does. An idle form has only its
-/// own steps. A programmer that is gone cannot be told anything; what made it go was said where it happened.
+/// own steps. A programmer that is gone can do nothing more; why it went was said where it happened.
 void selftest_frame::on_unload()
 {
     const bool was_in_use = in_use_;

@@ -47,14 +47,14 @@ struct race_track {
     }
 };
 
-/// True where the name stands for the object behind the handle.
+/// True where the name is that of the object that the handle opened.
 bool is_named(named_memory::handle file, const std::string& name)
 {
     struct stat own = {}, named = {};
     return ::fstat(file, &own) == 0 && ::stat(("/dev/shm/" + name).c_str(), &named) == 0 && own.st_ino == named.st_ino;
 }
 
-/// Opens or creates the object, tells whether the other process reached the same memory, and lets go.
+/// Opens or creates the object, says whether the other process reached the same memory, and lets go.
 int run_race(const std::string& prefix, race_track& track, int rounds)
 {
     int meeting = 0;

@@ -16,7 +16,7 @@ namespace {
 
 using numbers = std::set<int>;
 
-/// Checks one field for every number that a host could tell.
+/// Checks one field for every number that a host could give.
 template <class Field, class Expected>
 void expect_for_every_number(Field model::*field, Expected expected)
 {

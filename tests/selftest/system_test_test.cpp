@@ -1,4 +1,4 @@
-// The System Test as a person sees it: a sound programmer passes, and every fault is found, asked about and told.
+// The System Test as a person sees it: a sound programmer passes, and every fault is found, asked about and said.
 #include "selftest/pinnote.h"
 
 #include "channel/model.h"
