@@ -24,7 +24,7 @@ Installs missing packages (Debian 12; as root or through sudo), builds, and then
   --bench      measures the release beside other tools and writes docs/performance.md
   --format     formats every .h and .cpp file that git knows
   --check      checks the formatting, which folders include which, the scripts, and that the transcripts of the
-               self-tests are what their model writes
+               self-tests and of the instruments are what their models write
   --help       shows this
 
 Arguments after -- go to ctest: ./test.sh -- -R readfile
@@ -107,6 +107,7 @@ check() {
     python3 -B scripts/check_structure.py
     python3 -B -m unittest discover -q -s scripts -p '*_test.py'
     python3 -B tests/selftest/transcripts/model.py --check
+    python3 -B tests/instruments/transcripts/model.py --check
     say 'The formatting, the includes and the scripts are in order.'
 }
 
