@@ -31,6 +31,7 @@ import sys
 sys.dont_write_bytecode = True  # the parts lie beside the transcripts
 
 from capture_model import capture
+from dividers import dividers
 from run_notes import compressed, text_of
 from situations import FILE as SITUATIONS
 from situations import situations
@@ -49,7 +50,7 @@ def main(arguments):
     if arguments not in ([], ["--check"]):
         print("usage: model.py [--check]", file=sys.stderr)
         return 2
-    wanted = transcripts()
+    wanted = transcripts() | {"dividers.txt": text_of(dividers())}
     if not arguments:
         for name, text in wanted.items():
             (FOLDER / name).write_text(text, encoding="utf-8", newline="\n")
