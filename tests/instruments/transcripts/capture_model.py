@@ -3,7 +3,7 @@
 The last line is the sample period that the display uses then.
 """
 
-from run_notes import Notes
+from run_notes import Notes, plain
 
 BANK = 32768
 BULK_READ = BANK + 1
@@ -25,11 +25,6 @@ def period_after_usb(model, generation):
 def period_at_first(model, generation):
     """Intentional: model 4 differs here from its period after a capture."""
     return 3.4 if model == 4 else period_after_usb(model, generation)
-
-
-def plain(number):
-    """A number as text, without ".0"."""
-    return str(int(number)) if number == int(number) else repr(number)
 
 
 class Capture(Notes):

@@ -21,6 +21,8 @@ after "n times", each line indented by two blanks. An analyzer's file has the pr
 closing the dialog, unless closing ends the run; those of the meter and the generator have Start, the ticks, Stop and
 the close.
 
+The files dividers.txt and drawings.txt are described in the modules that write them.
+
     model.py            writes all files beside this one
     model.py --check    compares them with what it would write; 1 when they differ
 """
@@ -32,6 +34,7 @@ sys.dont_write_bytecode = True  # the parts lie beside the transcripts
 
 from capture_model import capture
 from dividers import dividers
+from drawings import drawings
 from run_notes import compressed, text_of
 from situations import FILE as SITUATIONS
 from situations import situations
@@ -46,11 +49,15 @@ def transcripts():
             for name, situation in situations().items()}
 
 
+def tables():
+    return {"dividers.txt": text_of(dividers()), "drawings.txt": text_of(drawings())}
+
+
 def main(arguments):
     if arguments not in ([], ["--check"]):
         print("usage: model.py [--check]", file=sys.stderr)
         return 2
-    wanted = transcripts() | {"dividers.txt": text_of(dividers())}
+    wanted = transcripts() | tables()
     if not arguments:
         for name, text in wanted.items():
             (FOLDER / name).write_text(text, encoding="utf-8", newline="\n")

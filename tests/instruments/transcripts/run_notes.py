@@ -1,10 +1,15 @@
-"""The notes of a run, one line a call of the programmer or a thing that the person notices."""
+"""The notes of a run, one line a call of the programmer or a thing that the person notices, and their texts."""
 
 MOST_IN_FULL = 3  # a group that repeats more often than this is written once
 
 
 def text_of(lines):
     return "".join(line + "\n" for line in lines)
+
+
+def plain(number):
+    """A number as text, the shortest that gives it back, without ".0"."""
+    return str(int(number)) if number == int(number) else repr(number)
 
 
 class Notes:

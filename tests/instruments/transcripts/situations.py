@@ -1,7 +1,7 @@
 """The situations of the runs: situations.txt has a line for each transcript, its name and then KEY=VALUE.
 
-The name is that of the file without ".txt". A key that is not there has its default. Where a run has several presses of Record, a value may be a list with commas,
-one for each press; the last one holds for the presses that follow.
+The name is that of the file without ".txt". A key that is not there has its default. Where a run has several presses
+of Record, a value may be a list with commas, one for each press; the last one holds for the presses that follow.
 
     route        usb, registers
     model        the number of the programmer's model
@@ -22,7 +22,7 @@ of the analyzer:
     reset        answers, absent (answers); absent is what hwreset returns 1 for
     bulk_fails   the bank whose read reports 4; none (none)
     bulk_hangs   the bank whose read reports nothing; none (none)
-    replies      how many replies other than 0xAA come before it (0)
+    replies      how many replies other than 0xAA come first, one at each pass (0)
     answer       what each regin returns; none is (7*k + 3) mod 256 for read k, from 0 over the whole file (none)
     fails_at     the read, counted like k, that returns -1 and so do all after it; none (none)
     elapsed      seconds between the two readings of the time of day, exact in single precision (0.5)
