@@ -21,7 +21,7 @@ after "n times", each line indented by two blanks. An analyzer's file has the pr
 closing the dialog, unless closing ends the run; those of the meter and the generator have Start, the ticks, Stop and
 the close.
 
-The files dividers.txt and drawings.txt are described in the modules that write them.
+The files dividers.txt, drawings.txt and geometry.txt are described in the modules that write them.
 
     model.py            writes all files beside this one
     model.py --check    compares them with what it would write; 1 when they differ
@@ -35,6 +35,7 @@ sys.dont_write_bytecode = True  # the parts lie beside the transcripts
 from capture_model import capture
 from dividers import dividers
 from drawings import drawings
+from geometry_model import geometry
 from run_notes import compressed, text_of
 from situations import FILE as SITUATIONS
 from situations import situations
@@ -50,7 +51,8 @@ def transcripts():
 
 
 def tables():
-    return {"dividers.txt": text_of(dividers()), "drawings.txt": text_of(drawings())}
+    return {"dividers.txt": text_of(dividers()), "drawings.txt": text_of(drawings()),
+            "geometry.txt": text_of(geometry())}
 
 
 def main(arguments):
