@@ -20,3 +20,16 @@ function(tamrix_precompiled target kind)
         target_precompile_headers(${target} REUSE_FROM tamrix_precompiled_${kind})
     endif()
 endfunction()
+
+# Tests are compiled some files at a time: what their headers make of templates is most of the work, and is the same in
+# all of them. With a file that does not go together with its neighbours the compiler says which name both have.
+option(TAMRIX_JOINED_TESTS "Compile several test files as one" ON)
+
+# tamrix_joined(TARGET): its files are compiled by sixes. A fixture of an unnamed namespace may then be the base of a test
+# in a named one, which is a warning in files that are included.
+function(tamrix_joined target)
+    if(TAMRIX_JOINED_TESTS)
+        set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 6)
+        target_compile_options(${target} PRIVATE -Wno-subobject-linkage -Wno-shadow)
+    endif()
+endfunction()

@@ -19,7 +19,7 @@ std::size_t count_of(const std::string& text, const std::string& part)
     return count;
 }
 
-const std::string remedy = "tamrix: check the cable and the supply of the programmer, then test again\n";
+const std::string advice = "tamrix: check the cable and the supply of the programmer, then test again\n";
 
 TEST(selftest, a_sound_programmer_passes_on_both_routes)
 {
@@ -110,12 +110,12 @@ TEST(selftest, a_programmer_that_does_not_answer_could_not_be_tested)
     EXPECT_EQ(by_registers.status, 3);
     EXPECT_EQ(by_registers.out, "Note: Do NOT insert any device in the socket!\n"
                                 "System Test: not carried out: the programmer does not answer\n");
-    EXPECT_EQ(by_registers.err, remedy);
+    EXPECT_EQ(by_registers.err, advice);
     const auto by_usb = selftest({"--fault", "no answer"});
     EXPECT_EQ(by_usb.status, 3);
     EXPECT_THAT(by_usb.out, HasSubstr("\nCommunication error!\n"));
     EXPECT_THAT(by_usb.out, HasSubstr("\nSystem Test: not carried out: a reply did not come\n"));
-    EXPECT_EQ(by_usb.err, remedy);
+    EXPECT_EQ(by_usb.err, advice);
 }
 
 TEST(selftest, lost_replies_are_a_communication_error)
@@ -123,7 +123,7 @@ TEST(selftest, lost_replies_are_a_communication_error)
     const auto result = selftest({"--fault", "lost reply 3"});
     EXPECT_EQ(result.status, 3);
     EXPECT_THAT(result.out, HasSubstr("System Test: not carried out: a reply did not come\n"));
-    EXPECT_EQ(result.err, remedy);
+    EXPECT_EQ(result.err, advice);
 }
 
 TEST(selftest, an_output_test_gets_the_test_board_by_itself)

@@ -81,14 +81,14 @@ TEST(selftest_usage, the_examples_on_the_page_are_real)
     }
 }
 
-struct refused {
+struct refused_run {
     std::vector<std::string> arguments;
     std::string text;
 };
 
 TEST(selftest_usage, wrong_usage_is_refused_before_anything_is_tested)
 {
-    const std::vector<refused> all{
+    const std::vector<refused_run> all{
         {{"--item", "x"}, "--item x: a number from 0 on is expected; tamrix selftest --list shows the items"},
         {{"--item", "-1"}, "--item -1: a number from 0 on is expected; tamrix selftest --list shows the items"},
         {{"--item", "7"}, "--item 7: model 40 has the items 0 to 6; tamrix selftest --list --model 40 shows them"},
@@ -109,7 +109,7 @@ TEST(selftest_usage, wrong_usage_is_refused_before_anything_is_tested)
         {{"--list", "--transcript", "x"}, "--list and --transcript: only one of the two is expected"},
         {{"--fast"}, "The following argument was not expected: --fast"},
     };
-    for (const refused& one : all) {
+    for (const refused_run& one : all) {
         const auto result = selftest(one.arguments);
         EXPECT_EQ(result.status, 2) << one.text;
         EXPECT_EQ(result.out, "") << one.text;

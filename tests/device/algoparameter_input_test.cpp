@@ -4,9 +4,6 @@
 namespace tamrix::tests {
 namespace {
 
-constexpr auto vcc = &algoparameter::Text1, pulse = &algoparameter::Text2, vpp = &algoparameter::Text3,
-               retry = &algoparameter::Text4;
-
 TEST_F(algoparameter_dialog, raises_a_vcc_of_1_5_to_1_60_and_stores_160)
 {
     select({});

@@ -6,8 +6,6 @@
 namespace tamrix::tests {
 namespace {
 
-constexpr auto vcc = &algoparameter::Text1, pulse = &algoparameter::Text2, vpp = &algoparameter::Text3,
-               retry = &algoparameter::Text4;
 const std::string forty_digits(40, '9');
 
 TEST_F(algoparameter_dialog, takes_a_value_within_its_limits_from_every_odd_text)

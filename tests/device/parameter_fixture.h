@@ -12,6 +12,10 @@
 
 namespace tamrix::tests {
 
+// What a person fills in.
+constexpr auto vcc = &algoparameter::Text1, pulse = &algoparameter::Text2, vpp = &algoparameter::Text3,
+               retry = &algoparameter::Text4;
+
 struct programming {
     std::int16_t bvcc = 500, bvpp = 1300, pagelength = 0;
     std::int32_t pulse_us = 100;

@@ -15,6 +15,8 @@
 
 namespace tamrix::tests {
 
+constexpr std::uint8_t untouched = plug_in_fixture::untouched;
+
 /// What a person enters in the load dialog before OK; what is left out stays as the dialog opened.
 struct load_entries {
     std::string to_buffer{};

@@ -6,7 +6,6 @@ namespace tamrix::tests {
 namespace {
 
 using bytes_of = std::vector<std::uint8_t>;
-constexpr std::uint8_t untouched = plug_in_fixture::untouched;
 
 unsigned digits_sum(const std::string& digits)
 {

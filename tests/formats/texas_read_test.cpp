@@ -6,7 +6,6 @@ namespace tamrix::tests {
 namespace {
 
 using bytes_of = std::vector<std::uint8_t>;
-constexpr std::uint8_t untouched = plug_in_fixture::untouched;
 
 struct texas_fixture : format_fixture {
     explicit texas_fixture(const device& chosen = {}) : format_fixture{7, chosen} {}

@@ -7,7 +7,6 @@ namespace tamrix::tests {
 namespace {
 
 using bytes_of = std::vector<std::uint8_t>;
-constexpr std::uint8_t untouched = plug_in_fixture::untouched;
 
 bytes_of segment(std::uint32_t address, const bytes_of& data)
 {

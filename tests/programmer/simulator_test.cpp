@@ -19,14 +19,14 @@ namespace tamrix::tests {
 
 namespace {
 
-constexpr const char* library = TAMRIX_SIM_LIBRARY;
+constexpr const char* sim_library = TAMRIX_SIM_LIBRARY;
 const std::string chips_entry = "chips " TAMRIX_CHIPS "\nspeed 1000\n";
 
 template <class Function>
 Function* exported(const char* name)
 {
     std::string why;
-    static void* const handle = hw::load_library(library, why);
+    static void* const handle = hw::load_library(sim_library, why);
     return reinterpret_cast<Function*>(hw::symbol_of(handle, name));
 }
 
@@ -76,7 +76,7 @@ protected:
 
     void make(const std::string& options)
     {
-        made = hw::library_source(library, options)({ibuf1.data(), 20});
+        made = hw::library_source(sim_library, options)({ibuf1.data(), 20});
         made->device().setvcc(5000);
         made->device().gndpin(1, 1);
         made->device().vccpin(107, 1);

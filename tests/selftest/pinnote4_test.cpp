@@ -12,7 +12,7 @@ using tests::lines;
 using tests::press_test;
 using tests::selftest_bench;
 
-constexpr std::int16_t models[] = {23, 24, 28, 29};
+constexpr std::int16_t small_socket_models[] = {23, 24, 28, 29};
 
 const lines run_to_the_inputs = {
     "hwreset",
@@ -69,7 +69,7 @@ TEST(a_small_socket, has_options_of_which_two_are_listed_and_cannot_be_chosen)
 {
     const lines captions{"System Test",          "VCC Vol. Cal. (5V)",   "VPP Vol. Cal. (12V)", "VPP1 Vol. Cal. (12V)",
                          "VCC Vol. Cal. (3.3V)", "VPP1 Vol. Cal. (25V)", "Output Test"};
-    for (const std::int16_t model : models) {
+    for (const std::int16_t model : small_socket_models) {
         selftest_bench b{model};
         b.during<pinnote4>([&](pinnote4& dialog) {
             ASSERT_EQ(dialog.Option1.count(), 7);
@@ -125,7 +125,7 @@ TEST(a_small_socket, calibrates_three_voltages)
     const std::pair<int, lines> expected[] = {{1, {"hwreset", "gndpin 1 1", "setvcc 5000", "vccpin 4 1"}},
                                               {2, {"hwreset", "gndpin 1 1", "setvpp 12000 0", "vpppin 6 1"}},
                                               {4, {"hwreset", "gndpin 1 1", "setvcc 3300", "vccpin 4 1"}}};
-    for (const std::int16_t model : models) {
+    for (const std::int16_t model : small_socket_models) {
         for (const auto& [option, calls] : expected) {
             selftest_bench b{model};
             b.during<pinnote4>([&](pinnote4& dialog) {
@@ -143,7 +143,7 @@ TEST(a_small_socket, calibrates_three_voltages)
 
 TEST(a_small_socket, tests_ram_inputs_and_the_known_drivers_on_generation_17)
 {
-    for (const std::int16_t model : models) {
+    for (const std::int16_t model : small_socket_models) {
         selftest_bench b{model, 17};
         EXPECT_EQ(press_test<pinnote4>(b),
                   joined({run_to_the_inputs, run_of_drivers, {"status System Test OK!", "beep"}}));

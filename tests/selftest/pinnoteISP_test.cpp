@@ -12,7 +12,7 @@ using tests::lines;
 using tests::press_test;
 using tests::selftest_bench;
 
-constexpr std::int16_t models[] = {11, 12, 25, 26};
+constexpr std::int16_t in_system_models[] = {11, 12, 25, 26};
 
 /// The lamps that are not white, as "9 blue".
 std::string painted(pinnoteISP& dialog)
@@ -29,7 +29,7 @@ std::string painted(pinnoteISP& dialog)
 
 TEST(a_connector, has_four_options_and_no_output_test)
 {
-    for (const std::int16_t model : models) {
+    for (const std::int16_t model : in_system_models) {
         selftest_bench b{model};
         b.during<pinnoteISP>([&](pinnoteISP& dialog) {
             lines captions;
@@ -80,7 +80,7 @@ TEST(a_connector, calibrates_6_v_for_the_option_that_says_5_v)
     const std::pair<int, lines> expected[] = {{1, {"hwreset", "gndpin 1 1", "setvcc 6000", "vccpin 2 1"}},
                                               {2, {"hwreset", "gndpin 1 1", "setvcc 3300", "vccpin 104 1"}},
                                               {3, {"hwreset", "gndpin 1 1", "setvpp 12000 1", "vpppin 3 1"}}};
-    for (const std::int16_t model : models) {
+    for (const std::int16_t model : in_system_models) {
         for (const auto& [option, calls] : expected) {
             selftest_bench b{model};
             b.during<pinnoteISP>([&](pinnoteISP& dialog) {
@@ -113,7 +113,7 @@ TEST(closing_the_self_test_of_a_connector, during_a_calibration_leaves_everythin
 
 TEST(the_system_test_of_a_connector, tests_the_ram_by_usb_and_gives_time_to_read)
 {
-    for (const std::int16_t model : models) {
+    for (const std::int16_t model : in_system_models) {
         selftest_bench b{model};
         EXPECT_EQ(press_test<pinnoteISP>(b), (lines{
                                                  "hwreset",
@@ -165,7 +165,7 @@ TEST(the_system_test_of_a_connector, passes_with_bad_ram_and_says_the_level)
 
 TEST(the_system_test_of_a_connector, resets_by_registers_and_says_that_the_ram_was_not_tested)
 {
-    for (const std::int16_t model : models) {
+    for (const std::int16_t model : in_system_models) {
         selftest_bench b{model, 0, false};
         EXPECT_EQ(press_test<pinnoteISP>(b), (lines{"hwinit", "hwreset", "delayms 5000", "status System Test OK!"}));
         EXPECT_EQ(b.report().not_tested, (std::vector<untested_pins>{{selftest_stage::ram, 0, "only tested by USB"}}));

@@ -12,7 +12,7 @@ using tests::lines;
 using tests::press_test;
 using tests::selftest_bench;
 
-constexpr int output_option = 4;
+constexpr int output_test_option = 4;
 
 TEST(a_low_voltage_socket, has_five_options)
 {
@@ -54,7 +54,7 @@ TEST(the_last_option_of_a_low_voltage_socket, asks_for_the_test_board)
 {
     selftest_bench b{27};
     b.during<pinnote_sepm>([&](pinnote_sepm& dialog) {
-        dialog.Option1(output_option).click();
+        dialog.Option1(output_test_option).click();
         EXPECT_EQ(dialog.StatusBar1.text(1), "Note!Need \"Test Board\" On Socket!");
         EXPECT_EQ(tests::painted(dialog), "");
         EXPECT_FALSE(dialog.Label4.visible());
@@ -230,7 +230,7 @@ TEST(the_output_test_of_a_low_voltage_socket, sweeps_the_inner_and_the_outermost
     for (const bool usb : {true, false}) {
         selftest_bench b{27, 0, usb};
         b.hardware.test_board = true;
-        const lines ran = press_test<pinnote_sepm>(b, output_option);
+        const lines ran = press_test<pinnote_sepm>(b, output_test_option);
         EXPECT_EQ(lines(ran.begin(), ran.begin() + 2), (lines{"boardsel 0", "status .Output Test....."}));
         EXPECT_EQ(b.count(usb ? "replywait" : "regin 10"), 4 * (20 + 4));
         EXPECT_EQ(b.count("boardsel 7"), 1);
@@ -242,7 +242,7 @@ TEST(the_output_test_of_a_low_voltage_socket, sweeps_the_inner_and_the_outermost
 TEST(the_output_test_of_a_low_voltage_socket, without_a_board_says_so)
 {
     selftest_bench b{27};
-    press_test<pinnote_sepm>(b, output_option);
+    press_test<pinnote_sepm>(b, output_test_option);
     EXPECT_EQ(b.report().result, selftest_result::no_test_board);
     EXPECT_EQ(b.count("runstp"), 0);
 }

@@ -7,7 +7,7 @@ namespace tamrix::tests {
 
 namespace {
 
-constexpr int pins = 48;
+constexpr int contacts = 48;
 
 /// Port and bit of a lamp, counted from the socket's bottom.
 std::pair<std::size_t, int> place_of(int lamp)
@@ -171,15 +171,15 @@ std::array<std::uint8_t, 6> small_programmer::read_ports()
         const auto [port, bit] = place_of(lamp);
         return (outputs[port] >> bit & 1) != 0;
     };
-    std::vector<bool> levels(pins, !(board == 7 && level_switch == 1));
-    for (int lamp = 0; lamp < pins; ++lamp) {
-        const bool linked = test_board && lamp != open_line && pins - 1 - lamp != open_line;
-        if (linked && driven(pins - 1 - lamp)) levels[static_cast<std::size_t>(lamp)] = output(pins - 1 - lamp);
+    std::vector<bool> levels(contacts, !(board == 7 && level_switch == 1));
+    for (int lamp = 0; lamp < contacts; ++lamp) {
+        const bool linked = test_board && lamp != open_line && contacts - 1 - lamp != open_line;
+        if (linked && driven(contacts - 1 - lamp)) levels[static_cast<std::size_t>(lamp)] = output(contacts - 1 - lamp);
         if (driven(lamp)) levels[static_cast<std::size_t>(lamp)] = output(lamp);
         if (driver_pin == lamp + 1) levels[static_cast<std::size_t>(lamp)] = driver != 138;
     }
     if (spoil) spoil(levels);
-    for (int lamp = 0; lamp < pins; ++lamp) {
+    for (int lamp = 0; lamp < contacts; ++lamp) {
         const auto [port, bit] = place_of(lamp);
         if (levels[static_cast<std::size_t>(lamp)]) read[port] = static_cast<std::uint8_t>(read[port] | 1U << bit);
     }
