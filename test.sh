@@ -89,8 +89,10 @@ fuzz() {
 
 run_windows() {
     need "${windows_packages[@]}" "${unzip_packages[@]}"
+    prepare_wine_system &
     need_windows_wx
     build windows
+    wait $!
     exec xvfb-run -a -s '-screen 0 1280x1024x24 -noreset -nolisten tcp' scripts/wine_tests.sh
 }
 

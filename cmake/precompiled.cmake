@@ -1,5 +1,5 @@
 # Headers that most files include are parsed once for all targets of a kind. It is for speed only: every file includes what
-# it uses itself, and the presets `release` and `windows`, which leave this off, prove it.
+# it uses itself, and the preset `windows`, which leaves this off, proves it for all but the programs.
 option(TAMRIX_PRECOMPILED "Parse the headers that most files include once" ON)
 
 set(standard_headers <algorithm> <array> <cstdint> <filesystem> <functional> <map> <memory> <optional> <span> <stdexcept> <string>

@@ -68,7 +68,6 @@ need_windows_wx() { [[ -x $windows_wx/bin/wx-config ]] || make_windows_wx; }
 
 make_wine_system() {
     local making=$wine_system.making
-    say "Making a 32-bit system with wine in $wine_system; this takes some minutes, once"
     ! mountpoint -q "$making/proc" || umount "$making/proc"  # left by a run that was interrupted
     rm -rf --one-file-system "$making"
     debootstrap --arch=i386 --variant=minbase bookworm "$making" >&2
@@ -80,6 +79,15 @@ make_wine_system() {
     mv "$making" "$wine_system"
 }
 
+# Making the system is mostly waiting for packages, so a build goes on meanwhile: `prepare_wine_system & ... wait`.
+prepare_wine_system() (
+    lock_wine_system
+    [[ ! -d $wine_system ]] || return 0
+    say "Making a 32-bit system with wine in $wine_system; this takes some minutes, once"
+    trap '(($? == 0)) || { say "That failed; the end of $wine_system.log:" && tail -n 20 "$wine_system.log" >&2; }' EXIT
+    make_wine_system >"$wine_system.log" 2>&1
+)
+
 # in_wine_system COMMAND...: runs it inside, in the folder /project, with the display of this shell.
 in_wine_system() {
     chroot "$wine_system" env -i HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 WINEDEBUG=-all \
@@ -88,11 +96,15 @@ in_wine_system() {
 }
 
 # One run at a time: all share the system's registry. The lock goes with the shell.
-enter_wine_system() {
+lock_wine_system() {
     mkdir -p "$windows_cache"
     exec 9>"$wine_system.lock"
     flock 9
-    [[ -d $wine_system ]] || make_wine_system
+}
+
+enter_wine_system() {
+    prepare_wine_system
+    lock_wine_system
     mountpoint -q "$wine_system/proc" || mount -t proc proc "$wine_system/proc"
     rm -rf "$wine_system/project"
     mkdir "$wine_system/project"
