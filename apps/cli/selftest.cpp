@@ -49,6 +49,14 @@ std::optional<double> number_in(const std::string& text)
     return number && std::abs(value) <= highest_volts ? std::optional{value} : std::nullopt;
 }
 
+/// What passes on a programmer that did not answer to its reset was not tested.
+selftest_result result_of(const selftest_variables& variables)
+{
+    const selftest_result result = variables.last.result;
+    const bool untested = result == selftest_result::passed || result == selftest_result::none;
+    return untested && !variables.answered ? selftest_result::not_answered : result;
+}
+
 /// The person at the dialog.
 class person_at_dialog {
 public:
@@ -74,7 +82,9 @@ public:
     /// Prints what a run came to.
     void report()
     {
-        if (ran_) out_.run(plug_in_.variables.selftest.last, name_);
+        selftest_report last = plug_in_.variables.selftest.last;
+        last.result = result_of(plug_in_.variables.selftest);
+        if (ran_) out_.run(last, name_);
     }
 
 private:
@@ -133,6 +143,7 @@ private:
     void calibrate(selftest_frame& form, const calibration_plan& plan)
     {
         form.testbutton.click();
+        if (!plug_in_.variables.selftest.answered) return out_.silent_calibration(name_);
         out_.ask(words_of_voltage(form, plan));
         out_.ask("measure it, type the reading in volts and press Enter; Enter alone ends without a reading");
         const std::optional<double> reading = typed_reading();
@@ -194,7 +205,7 @@ void selftest(const selftest_options& options, std::int32_t language, console& c
     socket.tell_hazards(con);
     transcript.write(socket.log());
     if (!outcome.ok()) throw command_error{exit_not_carried_out, outcome.error};
-    end_command(plug_in.variables.selftest.last.result);
+    end_command(result_of(plug_in.variables.selftest));
 }
 
 }  // namespace tamrix::cli

@@ -186,6 +186,14 @@ void selftest_output::calibration(const selftest_frame& form, const std::string&
                             {"deviation_percent", if_read((read - set) / set * 100, "%.2f")}}));
 }
 
+void selftest_output::silent_calibration(const std::string& name)
+{
+    const selftest_report silent{.model = static_cast<std::int16_t>(options_.socket.model),
+                                 .item = options_.item,
+                                 .result = selftest_result::not_answered};
+    run(silent, name);
+}
+
 void selftest_output::run(const selftest_report& report, const std::string& name)
 {
     if (options_.json) {

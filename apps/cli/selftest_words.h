@@ -27,6 +27,8 @@ public:
     void error(const std::string& text) { con_.error(text); }
     void calibration(const selftest_frame& form, const std::string& name, const calibration_plan& plan,
                      std::optional<double> reading_volts);
+    /// Instead of it, where the programmer does not answer.
+    void silent_calibration(const std::string& name);
     /// The faults, the verdict, what was not tested.
     void run(const selftest_report& report, const std::string& name);
 

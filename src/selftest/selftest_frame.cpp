@@ -76,14 +76,16 @@ stage_end selftest_frame::communication_error()
     return stage_end::communication_error;
 }
 
+bool selftest_frame::reset_is_answered()
+{
+    variables_.answered = device().hwreset() != 1;
+    return variables_.answered;
+}
+
 stage_end selftest_frame::reset_programmer()
 {
-    if (by_usb()) {
-        device().hwreset();
-        return stage_end::passed;
-    }
-    device().hwinit();
-    if (device().hwreset() != 1) return stage_end::passed;
+    if (!by_usb()) device().hwinit();
+    if (reset_is_answered() || by_usb()) return stage_end::passed;
     device().hwrelease();
     return stage_end::not_answered;
 }

@@ -121,6 +121,7 @@ protected:
 
 private:
     void start_calibration();
+    bool reset_is_answered();
     void run(const std::function<stage_end()>& body);
     void finish(stage_end end);
     void say_not_tested();

@@ -65,7 +65,7 @@ void selftest_frame::start_calibration()
     teststop.enabled = true;
     focus(teststop);
     in_use_ = true;
-    device().hwreset();
+    reset_is_answered();
     if (model().selects_board_for_calibration) device().boardsel2(0, 3);
     device().gndpin(1, 1);
     set_supply(device(), option().calibration);
@@ -99,6 +99,7 @@ void selftest_frame::run(const std::function<stage_end()>& body)
     testbutton.enabled = false;
     teststop.enabled = false;
     teststopped_ = 0;
+    variables_.answered = true;
     random_.reset();
     in_use_ = true;
     finish(body());

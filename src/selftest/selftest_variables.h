@@ -43,6 +43,9 @@ struct selftest_event {
 struct selftest_variables {
     std::uint8_t pinmapmode = 0;  // 0: the self-test; 1 to 4: a pin map for another dialog
     selftest_report last;
+    /// False where the reset that began the last run or calibration was not answered. Of these only a System Test by
+    /// registers ends there.
+    bool answered = true;
     /// The seed of a run's random bytes; each run asks once.
     std::function<std::uint32_t()> seed = [] { return std::random_device{}(); };
     /// Called as things happen, assignments of a text that is already there included. May be empty.

@@ -78,6 +78,19 @@ TEST(selftest_calibration, the_voltage_stays_on_until_the_reading_and_is_safe_af
         << "once more as the dialog closes, so that the first was Stop";
 }
 
+TEST(selftest_calibration, says_that_the_programmer_does_not_answer_and_asks_for_no_reading)
+{
+    for (const std::string route : {"usb", "devobj"}) {
+        const auto result = calibrate("3\n", {"--route", route, "--fault", "no answer"});
+        EXPECT_EQ(result.status, 3);
+        EXPECT_THAT(result.out, EndsWith("\nVCC Vol. Cal. (3V): not carried out: the programmer does not answer\n"));
+        EXPECT_THAT(result.out, testing::Not(testing::HasSubstr("press Enter")));
+        EXPECT_EQ(result.err, "tamrix: check the cable and the supply of the programmer, then test again\n");
+    }
+    EXPECT_THAT(calibrate("3\n", {"--json", "--fault", "no answer"}).out,
+                testing::HasSubstr("\"item\": 1, \"name\": \"VCC Vol. Cal. (3V)\", \"result\": \"not answered\""));
+}
+
 TEST(selftest_calibration, json_leaves_the_dialogue_to_standard_error)
 {
     const auto result = calibrate("3.021\n", {"--json"});

@@ -118,6 +118,18 @@ TEST(selftest, a_programmer_that_does_not_answer_could_not_be_tested)
     EXPECT_EQ(by_usb.err, advice);
 }
 
+TEST(selftest, a_silent_programmer_with_a_connector_is_told_although_bad_memory_fails_no_run)
+{
+    for (const char* route : {"usb", "devobj"}) {
+        const auto result = selftest({"--model", "11", "--route", route, "--fault", "no answer"});
+        EXPECT_EQ(result.status, 3);
+        EXPECT_THAT(result.out, HasSubstr("\nSystem Test: not carried out: the programmer does not answer\n"));
+        EXPECT_EQ(result.err, advice);
+    }
+    EXPECT_THAT(selftest({"--model", "11", "--fault", "no answer"}).out,
+                HasSubstr("\nfault: RAM block 0: could not be tested\n"));
+}
+
 TEST(selftest, lost_replies_are_a_communication_error)
 {
     const auto result = selftest({"--fault", "lost reply 3"});

@@ -60,6 +60,21 @@ TEST(a_calibration, leaves_the_dialog_idle_but_for_stop)
     });
 }
 
+TEST(a_calibration, goes_on_where_the_reset_is_not_answered_and_leaves_word_of_it)
+{
+    for (const bool usb : {true, false}) {
+        selftest_bench b{1, 0, usb};
+        const lines sound = calls_of_calibration(b, 1);
+        EXPECT_TRUE(b.variables.selftest.answered);
+        b.hardware.hwreset_result = 1;
+        EXPECT_EQ(calls_of_calibration(b, 1), sound);
+        EXPECT_FALSE(b.variables.selftest.answered);
+        b.hardware.hwreset_result = 0;
+        b.during([](pinnote& dialog) { dialog.testbutton.click(); });
+        EXPECT_TRUE(b.variables.selftest.answered) << "it is about the last one";
+    }
+}
+
 TEST(stop_of_a_calibration, makes_vpp_safe_before_the_reset_and_gives_the_buttons_back)
 {
     selftest_bench b;
