@@ -110,7 +110,10 @@ private:
 int ramcheck_lm4(selftest_frame& form, std::int16_t slot)
 {
     module_ram_test test{form, slot};
-    const int good = test.write() ? test.count_good_blocks() : 0;
+    const bool written = test.write();
+    if (!written && !form.closed())
+        form.add(selftest_fault{.stage = selftest_stage::ram, .slot = static_cast<std::uint8_t>(slot)});
+    const int good = written ? test.count_good_blocks() : 0;
     hw::end_bulk(form.plug_in(), hw::frame_length::large);
     return good;
 }

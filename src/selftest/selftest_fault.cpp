@@ -48,6 +48,8 @@ std::string words_of(const selftest_fault& fault)
     const std::string module = fault.slot != 0 ? "module " + std::to_string(fault.slot) + " " : "";
     if (fault.stage == selftest_stage::fpga) return module + name_of(fault.stage) + ": not loaded";
     const std::string place = module + place_of(fault);
+    const bool compared = fault.expected != fault.read;
+    if (fault.stage == selftest_stage::ram && !compared) return place + ": could not be tested";
     if (fault.stage == selftest_stage::ram || fault.stage == selftest_stage::registers)
         return place + ": expected " + arith::hex(fault.expected) + ", read " + arith::hex(fault.read);
     return place + cause_of(fault) + ": expected " + level_name(fault.expected) + ", read " + level_name(fault.read);

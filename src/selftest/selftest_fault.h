@@ -22,7 +22,7 @@ struct selftest_fault {
     int place = 0;       // the register's number, or the RAM's block from 0
     int slot = 0;        // the module's number from 1; 0 on programmers without modules
     int expected = 0;    // a pin's level, 0 or 1; else a byte
-    int read = 0;
+    int read = 0;        // the same as `expected` for a block of RAM that could not be tested
 
     bool operator==(const selftest_fault&) const = default;
 };

@@ -194,6 +194,7 @@ TEST(a_fault_in_words, names_pin_port_and_bit_and_what_was_driven)
               "board 12 register 3: expected 7F, read F");
     EXPECT_EQ(words_of(selftest_fault{.stage = selftest_stage::ram, .place = 3, .expected = 16, .read = 0}),
               "RAM block 3: expected 10, read 0");
+    EXPECT_EQ(words_of(selftest_fault{.stage = selftest_stage::ram, .place = 3}), "RAM block 3: could not be tested");
     EXPECT_EQ(words_of(selftest_fault{.stage = selftest_stage::vpp, .pin = 1, .driven_pin = 1}),
               "pin 1 (port 0 bit 0): VPP driver: expected low, read low");
     EXPECT_EQ(words_of(selftest_fault{.stage = selftest_stage::ground, .pin = 1}),

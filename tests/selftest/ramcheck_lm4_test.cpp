@@ -100,6 +100,7 @@ TEST(ramcheck_lm4, ends_where_a_frame_or_a_block_is_refused)
         b.modules.writes_until_refused = taken;
         EXPECT_EQ(check(b), 0) << taken;
         EXPECT_EQ(b.modules.taken, taken + 2) << "the refused one, and the end";
+        EXPECT_EQ(b.report().faults, (std::vector<selftest_fault>{{.stage = selftest_stage::ram, .slot = 3}}));
     }
     for (const int taken : {33, 34, 35, 36 + 14 * 3 + 2}) {
         unit_bench b;
