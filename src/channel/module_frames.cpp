@@ -39,7 +39,7 @@ bool send_module_start(session& plug_in, std::uint8_t slot)
 bool send_module_bulk_frame(session& plug_in, const module_bulk& bulk)
 {
     plug_in.blocks.ubuf1(3) = static_cast<std::uint8_t>(bulk.memory);
-    plug_in.blocks.ubuf1(4) = static_cast<std::uint8_t>(bulk.stage);
+    plug_in.blocks.ubuf1(stage_byte_of_bulk_frame) = static_cast<std::uint8_t>(bulk.stage);
     plug_in.blocks.ubuf1(slot_byte_of_bulk_frame) = bulk.slot;
     return send_bulk_frame(plug_in, bulk.block, bulk.direction, bulk.length);
 }

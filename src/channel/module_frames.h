@@ -20,6 +20,7 @@ bool send_module_start(session& plug_in, std::uint8_t slot);
 enum class module_memory : std::uint8_t { ram = 1, image = 3 };
 /// Byte 4: where they are, in the unit, or on their way between it and the module. The latter waits for a load step.
 enum class module_stage : std::uint8_t { unit = 0, passing = 170 };
+inline constexpr std::int64_t stage_byte_of_bulk_frame = 4;
 
 /// A bulk frame of a module.
 struct module_bulk {

@@ -75,6 +75,9 @@ stage_end pinnote204::system_test()
         ++access_.slot;
         end = test_module();
     }
+    // Where a run ends early the mark can be left there by which a frame goes to a module: the next ones are the
+    // unit's.
+    plug_in().blocks.ubuf1(hw::stage_byte_of_bulk_frame) = 0;
     return end;
 }
 
