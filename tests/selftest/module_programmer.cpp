@@ -1,5 +1,7 @@
 #include "module_programmer.h"
 
+#include "support/forwarding_programmer.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <memory>
@@ -9,41 +11,15 @@ namespace tamrix::tests {
 
 namespace {
 
-/// Passes all calls on.
-class forwarding : public hw::programmer, protected hw::lumbat, protected hw::devobj {
-public:
-    explicit forwarding(std::unique_ptr<hw::programmer> inner) : inner_{std::move(inner)} {}
-    hw::lumbat& transport() override { return *this; }
-    hw::devobj& device() override { return *this; }
-
-protected:
-    std::int32_t usbcomwrite(const std::uint8_t* frame, std::int32_t length) override
-    {
-        return inner_->transport().usbcomwrite(frame, length);
-    }
-    std::int32_t usbbulkwrite(const std::uint8_t* data, std::int32_t length) override
-    {
-        return inner_->transport().usbbulkwrite(data, length);
-    }
-    std::int32_t usbbulkread(std::uint8_t* buffer, std::int32_t length, std::uint8_t* status) override
-    {
-        return inner_->transport().usbbulkread(buffer, length, status);
-    }
-
-#define TAMRIX_FORWARDED(result, name, parameters, arguments)                                                          \
-    result name parameters override { return inner_->device().name arguments; }
-    TAMRIX_DEVICE_OPERATIONS(TAMRIX_FORWARDED)
-#undef TAMRIX_FORWARDED
-
-private:
-    std::unique_ptr<hw::programmer> inner_;
-};
-
-class with_modules final : public forwarding {
+class with_modules final : public forwarding_programmer {
 public:
     with_modules(std::unique_ptr<hw::programmer> inner, programmer_modules& modules, small_programmer& unit,
                  const hw::reply_memory& replies, std::function<void(int)> on_delay)
-        : forwarding{std::move(inner)}, m_{modules}, unit_{unit}, replies_{replies}, on_delay_{std::move(on_delay)}
+        : forwarding_programmer{std::move(inner)},
+          m_{modules},
+          unit_{unit},
+          replies_{replies},
+          on_delay_{std::move(on_delay)}
     {}
 
 private:
@@ -68,7 +44,7 @@ private:
         case 5: m_.named = frame[15]; break;
         default: break;
         }
-        return forwarding::usbcomwrite(frame, length);
+        return forwarding_programmer::usbcomwrite(frame, length);
     }
 
     /// True where it is not about the unit's own memory.
@@ -120,7 +96,7 @@ private:
             passages_.erase(passages_.begin());
             std::copy_n(data, length, at(slot).ram.begin() + place);
         } else {
-            return forwarding::usbbulkwrite(data, length);
+            return forwarding_programmer::usbbulkwrite(data, length);
         }
         return 0;
     }
@@ -128,7 +104,7 @@ private:
     {
         if (m_.reads_until_lost == 0) return 0;
         if (m_.reads_until_lost > 0) --m_.reads_until_lost;
-        return forwarding::usbbulkread(buffer, length, status);
+        return forwarding_programmer::usbbulkread(buffer, length, status);
     }
 
     void show_named_module()
@@ -140,12 +116,12 @@ private:
     std::int32_t regin(std::uint8_t address) override
     {
         show_named_module();
-        return forwarding::regin(address);
+        return forwarding_programmer::regin(address);
     }
     bool replywait(std::uint8_t count, std::uint8_t mode, std::int32_t extra) override
     {
         show_named_module();
-        if (count != 22) return forwarding::replywait(count, mode, extra);
+        if (count != 22) return forwarding_programmer::replywait(count, mode, extra);
         if (m_.loads_until_lost == 0) return false;
         if (m_.loads_until_lost > 0) --m_.loads_until_lost;
         replies_.ibuf1[0] = m_.load_answer;
