@@ -136,7 +136,7 @@ stage_end test3030(socket_frame& form, const selftest_model& model)
     form.device().hwreset();
     const int last = form.by_usb() ? model.last_board_by_usb : model.last_board_by_registers;
     stage_end end = stage_end::passed;
-    for (int board = 0; board <= last && end == stage_end::passed; ++board) {
+    for (int board = 0; board <= last && end == stage_end::passed && !form.closed(); ++board) {
         if (!is_tested(form, model, board)) continue;
         std::optional<mismatch> found;
         if (!test_board(form, board, found)) return form.communication_error();

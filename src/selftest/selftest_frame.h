@@ -106,7 +106,7 @@ protected:
 
     /// "." with a catalogue text, what is tested, and dots.
     void announce(int number, const std::string& what);
-    /// Runs the stages one by one until one ends the run, or the form is closed.
+    /// Runs the stages one by one until one ends the run, or the form is closed, in the last one too.
     template <class Form>
     static stage_end in_order(Form& form, std::span<stage_end (Form::*const)()> stages)
     {
@@ -114,7 +114,7 @@ protected:
             if (form.closed()) return stage_end::stopped;
             if (const stage_end end = (form.*stage)(); end != stage_end::passed) return end;
         }
-        return stage_end::passed;
+        return form.closed() ? stage_end::stopped : stage_end::passed;
     }
 
     void on_unload() override;
