@@ -6,18 +6,36 @@
 
 namespace tamrix::sim {
 
+namespace {
+
+/// To sleep a shorter time takes longer than that.
+constexpr std::chrono::microseconds shortest_sleep{200};
+
+}  // namespace
+
+clock::alarm clock::at(microseconds when, std::function<void()> act)
+{
+    return repeat(when, [act = std::move(act)]() -> std::optional<microseconds> {
+        act();
+        return std::nullopt;
+    });
+}
+
 void virtual_clock::advance(microseconds time)
 {
     const microseconds target = now_ + std::max(time, microseconds{0});
     while (!alarms_.empty() && alarms_.begin()->first.first <= target) {
         auto due = alarms_.extract(alarms_.begin());
         now_ = std::max(now_, due.key().first);
-        due.mapped()();
+        const auto next = due.mapped()();
+        if (!next) continue;
+        due.key().first = *next;
+        alarms_.insert(std::move(due));
     }
     now_ = std::max(now_, target);
 }
 
-clock::alarm virtual_clock::at(microseconds when, std::function<void()> act)
+clock::alarm virtual_clock::repeat(microseconds when, repeated_act act)
 {
     alarms_.emplace(std::pair{when, ++last_}, std::move(act));
     return last_;
@@ -58,10 +76,14 @@ wall_clock::wall::time_point wall_clock::wall_time(microseconds when) const
 void wall_clock::advance(microseconds time)
 {
     const microseconds target = now() + time;
-    while (now() < target) std::this_thread::sleep_until(wall_time(target));  // which some systems end a moment early
+    // A short wait is spun away; a sleep ends a moment early on some systems.
+    const bool sleeps = wall_time(target) - wall::now() > shortest_sleep;
+    while (now() < target) {
+        if (sleeps) std::this_thread::sleep_until(wall_time(target));
+    }
 }
 
-clock::alarm wall_clock::at(microseconds when, std::function<void()> act)
+clock::alarm wall_clock::repeat(microseconds when, repeated_act act)
 {
     alarm made = 0;
     {
@@ -93,8 +115,12 @@ void wall_clock::run_alarms()
             changed_.wait_until(lock, due);
             continue;
         }
-        const auto next = alarms_.extract(alarms_.begin());
-        next.mapped()();
+        auto next = alarms_.extract(alarms_.begin());
+        const auto again = next.mapped()();
+        if (!again) continue;
+        next.key().first = *again;
+        alarms_.insert(std::move(next));
+        changed_.wait_for(lock, shortest_sleep);  // so that whoever cancels an alarm gets the lock
     }
 }
 

@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <mutex>
+#include <optional>
 #include <thread>
 
 namespace tamrix::sim {
@@ -23,7 +24,10 @@ public:
     /// Lets time pass, as a blocking wait does. A negative time counts as 0.
     virtual void advance(microseconds time) = 0;
     /// Runs `act` once at the time `when`, in the clock's own context. `act` must not use the clock's alarms.
-    virtual alarm at(microseconds when, std::function<void()> act) = 0;
+    alarm at(microseconds when, std::function<void()> act);
+    /// What an act that runs more than once returns: when it runs next. None: never again.
+    using repeated_act = std::function<std::optional<microseconds>()>;
+    virtual alarm repeat(microseconds when, repeated_act act) = 0;
     /// After this the act of `which` is not running and never runs.
     virtual void cancel(alarm which) = 0;
 };
@@ -33,13 +37,13 @@ class virtual_clock final : public clock {
 public:
     microseconds now() const override { return now_; }
     void advance(microseconds time) override;
-    alarm at(microseconds when, std::function<void()> act) override;
+    alarm repeat(microseconds when, repeated_act act) override;
     void cancel(alarm which) override;
 
 private:
     microseconds now_{0};
     alarm last_ = 0;
-    std::map<std::pair<microseconds, alarm>, std::function<void()>> alarms_;
+    std::map<std::pair<microseconds, alarm>, repeated_act> alarms_;
 };
 
 /// Runs `speed` times as fast as real time. Alarms run on a thread of its own.
@@ -52,7 +56,7 @@ public:
 
     microseconds now() const override;
     void advance(microseconds time) override;
-    alarm at(microseconds when, std::function<void()> act) override;
+    alarm repeat(microseconds when, repeated_act act) override;
     void cancel(alarm which) override;
 
 private:
@@ -65,7 +69,7 @@ private:
     std::mutex mutex_;  // held while an act runs, so that cancel() can wait for it
     std::condition_variable changed_;
     alarm last_ = 0;
-    std::map<std::pair<microseconds, alarm>, std::function<void()>> alarms_;
+    std::map<std::pair<microseconds, alarm>, repeated_act> alarms_;
     bool ending_ = false;
     std::thread thread_;  // started by the first alarm
 };
