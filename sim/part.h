@@ -2,7 +2,10 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <span>
+#include <string_view>
 #include <utility>
 
 namespace tamrix::sim {
@@ -32,5 +35,10 @@ public:
     /// The highest voltage that a pin tolerates.
     virtual std::int32_t highest_millivolts(int /*pin*/) const { return 7000; }
 };
+
+/// Makes parts of one kind, each a new one.
+using part_source = std::function<std::unique_ptr<part>()>;
+/// Finds a kind of part by name. Throws std::exception with the reason if there is none of that name.
+using part_shelf = std::function<part_source(std::string_view name)>;
 
 }  // namespace tamrix::sim

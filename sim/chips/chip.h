@@ -32,4 +32,7 @@ const chip* find_chip(const std::vector<chip>& chips, std::string_view name);
 /// The chip as a part. Its registers are 0 at power up; an input at `open` counts as high.
 std::unique_ptr<part> make_part(const chip& from);
 
+/// The chips of a folder by name. The files are read at the first name.
+part_shelf shelf_of_folder(std::filesystem::path folder);
+
 }  // namespace tamrix::sim

@@ -3,6 +3,9 @@
 #include "chips/lanes.h"
 
 #include <algorithm>
+#include <optional>
+#include <stdexcept>
+#include <utility>
 
 namespace tamrix::sim {
 namespace {
@@ -35,5 +38,16 @@ private:
 }  // namespace
 
 std::unique_ptr<part> make_part(const chip& from) { return std::make_unique<chip_part>(from.plan); }
+
+part_shelf shelf_of_folder(std::filesystem::path folder)
+{
+    auto read = std::make_shared<std::optional<std::vector<chip>>>();
+    return [folder = std::move(folder), read](std::string_view name) -> part_source {
+        if (!*read) *read = load_chips(chip_files(folder));
+        const chip* const found = find_chip(**read, name);
+        if (found == nullptr) throw std::invalid_argument{"there is no chip \"" + std::string{name} + "\""};
+        return [plan = found->plan] { return std::make_unique<chip_part>(plan); };
+    };
+}
 
 }  // namespace tamrix::sim
