@@ -12,8 +12,6 @@ constexpr std::int32_t answered = 0, silent = 1, no_board = 2, read_failed = -1;
 constexpr std::int32_t nobody = 255;
 /// The first argument of a wait for what became of a block of an image.
 constexpr std::uint8_t load_answer = 22;
-/// Takes the divider of the signal generator: its low byte is the value, the others are in the command frame.
-constexpr std::uint8_t divider_address = 140;
 /// A reply takes the one, a reply that does not come is waited for the other.
 constexpr microseconds reply_time{1000}, reply_limit{1'000'000};
 
@@ -111,21 +109,16 @@ std::int32_t device::ctlout(std::int32_t value, std::uint8_t address)
         there->toggle_driver(*driver, byte_of(value - driver_values));
     } else {
         control_registers_[address] = byte_of(value);
-        if (address == divider_address) take_divider(byte_of(value));
+        shared_.tools.control(address, byte_of(value));
     }
     answer_with_pins();
     return answered;
 }
 
-void device::take_divider(std::uint8_t low)
-{
-    const std::uint8_t middle = shared_.replies.ubuf1(2), high = shared_.replies.ubuf1(3);
-    line("-> divider " + std::to_string(high * 65536 + middle * 256 + low));
-}
-
 std::int32_t device::ctlin(std::uint8_t address)
 {
-    const std::int32_t value = shared_.faults.no_answer ? read_failed : control_registers_[address];
+    const std::uint8_t held = shared_.tools.read_control(address).value_or(control_registers_[address]);
+    const std::int32_t value = shared_.faults.no_answer ? read_failed : held;
     line(call("ctlin", address) + ": " + std::to_string(value));
     return value;
 }
@@ -142,10 +135,12 @@ void device::regout(std::int32_t value, std::uint8_t address)
 
 std::int32_t device::regin(std::uint8_t address)
 {
+    shared_.time->advance(read_time_);
+    shared_.tools.look(true);
     machine* const there = shared_.faults.no_answer ? nullptr : shared_.reached();
     const std::int32_t silence = shared_.faults.no_answer ? read_failed : nobody;
     const std::int32_t value = there == nullptr ? silence : there->read_register(address);
-    line(call("regin", address) + ": " + std::to_string(value));
+    if (shared_.log->recording()) line(call("regin", address) + ": " + std::to_string(value));
     return value;
 }
 
@@ -167,6 +162,7 @@ void device::answer_with_pins()
 {
     const machine* const there = shared_.reached();
     if (there == nullptr) return shared_.replies.clear();
+    shared_.tools.look(false);
     const auto levels = there->read_ports();
     shared_.replies.send({levels.begin(), levels.end()}, false);
 }
@@ -208,6 +204,7 @@ void device::vecstart()
 {
     line("vecstart");
     if (shared_.faults.no_answer) return;
+    shared_.tools.look(true);
     const microseconds begin = std::max(shared_.time->now(), shared_.script_done);
     shared_.script_done = begin + shared_.vectors.start(shared_.hardware);
 }

@@ -11,7 +11,10 @@ namespace tamrix::sim {
 
 class device final : public hw::devobj {
 public:
-    device(parts_of_programmer& shared, transport& usb) : shared_{shared}, usb_{usb} {}
+    /// A read of a register takes `read_time`.
+    device(parts_of_programmer& shared, transport& usb, microseconds read_time)
+        : shared_{shared}, usb_{usb}, read_time_{read_time}
+    {}
 
     TAMRIX_DEVICE_OPERATIONS(TAMRIX_DEVICE_OVERRIDE)
 
@@ -19,13 +22,13 @@ private:
     void line(std::string text) { shared_.log->line(std::move(text)); }
     void enter(script::act_kind kind, std::int32_t value, std::uint8_t address);
     void pass(microseconds time);
-    void take_divider(std::uint8_t low);
     void answer_with_pins();
     bool receive();
     void drop_all();
 
     parts_of_programmer& shared_;
     transport& usb_;
+    microseconds read_time_;
     std::array<std::uint8_t, 256> control_registers_{};
 };
 

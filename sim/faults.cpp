@@ -1,7 +1,7 @@
 #include "sim/faults.h"
 
-#include <algorithm>
-#include <charconv>
+#include "sim/fault_sentence.h"
+
 #include <optional>
 #include <utility>
 #include <vector>
@@ -12,79 +12,6 @@ namespace {
 
 constexpr int most_pins = 48, highest_left_code = 24, lowest_right_code = 101, highest_code = 124, most_banks = 16,
               highest_board = 16, highest_register = 5, modules = 4, most_times = 1'000'000;
-
-std::vector<std::string> words_of(std::string_view text)
-{
-    std::vector<std::string> words;
-    std::string word;
-    for (const char letter : text) {
-        if (letter != ' ' && letter != '\t') {
-            word += letter;
-        } else if (!word.empty()) {
-            words.push_back(std::exchange(word, {}));
-        }
-    }
-    if (!word.empty()) words.push_back(word);
-    return words;
-}
-
-/// One fault's words, taken from the front.
-class sentence {
-public:
-    explicit sentence(std::string_view text) : text_{text}, words_{words_of(text)} {}
-
-    bool ended() const { return next_ == words_.size(); }
-    /// Takes the words of `phrase` where they come next.
-    bool starts(std::string_view phrase)
-    {
-        const auto wanted = words_of(phrase);
-        if (words_.size() - next_ < wanted.size()) return false;
-        for (std::size_t i = 0; i < wanted.size(); ++i) {
-            if (words_[next_ + i] != wanted[i]) return false;
-        }
-        next_ += wanted.size();
-        return true;
-    }
-    int number(int lowest, int highest)
-    {
-        const std::string range = "a number from " + std::to_string(lowest) + " to " + std::to_string(highest);
-        if (ended()) fail(range);
-        const std::string& word = words_[next_];
-        int value = 0;
-        const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
-        if (error != std::errc{} || end != word.data() + word.size() || value < lowest || value > highest) fail(range);
-        ++next_;
-        return value;
-    }
-    /// Takes the words of `phrase` and a number from the end.
-    std::optional<int> ends(std::string_view phrase, int highest)
-    {
-        const auto wanted = words_of(phrase);
-        if (words_.size() - next_ <= wanted.size()) return std::nullopt;
-        const std::size_t first = words_.size() - wanted.size() - 1;
-        if (!std::equal(wanted.begin(), wanted.end(), words_.begin() + static_cast<std::ptrdiff_t>(first)))
-            return std::nullopt;
-        const std::size_t before = std::exchange(next_, words_.size() - 1);
-        const int value = number(1, highest);
-        next_ = before;
-        words_.resize(first);
-        return value;
-    }
-    void end() const
-    {
-        if (!ended()) fail("the end");
-    }
-    [[noreturn]] void fail(const std::string& expected) const
-    {
-        const std::string found = ended() ? "its end" : "\"" + words_[next_] + "\"";
-        throw fault_error{"fault \"" + text_ + "\": " + found + " where " + expected + " was expected"};
-    }
-
-private:
-    std::string text_;
-    std::vector<std::string> words_;
-    std::size_t next_ = 0;
-};
 
 pin_fault pin_fault_of(sentence& rest)
 {
@@ -204,6 +131,28 @@ bool add_traffic_fault(fault_set& faults, sentence& rest)
     return true;
 }
 
+/// Faults of the instruments; false if the text begins with none.
+bool add_instrument_fault(fault_set& faults, sentence& rest)
+{
+    if (rest.starts("no trigger")) {
+        faults.no_trigger = true;
+    } else if (rest.starts("no signal at the counter")) {
+        faults.no_count = true;
+    } else if (rest.starts("generator dead")) {
+        faults.dead_generator = true;
+    } else if (rest.starts("wrong reply")) {
+        faults.wrong_reply = static_cast<std::uint8_t>(rest.number(0, 255));
+    } else if (rest.starts("early reply")) {
+        faults.early_reply = static_cast<std::uint8_t>(rest.number(0, 255));
+    } else if (rest.starts("bank")) {
+        faults.silent_banks.insert(rest.number(0, most_banks - 1));
+        expect_word(rest, "never comes");
+    } else {
+        return false;
+    }
+    return true;
+}
+
 void add_module_fault(fault_set& wanted, sentence& rest)
 {
     const int number = rest.number(1, modules);
@@ -240,11 +189,13 @@ void add_named(fault_set& wanted, sentence& rest, const std::string& text)
         add_missing_board(wanted, rest);
     } else if (rest.starts("fpga")) {
         add_fpga_fault(wanted, rest);
-    } else if (!add_electronics_fault(wanted, rest) && !add_traffic_fault(wanted, rest)) {
+    } else if (!add_electronics_fault(wanted, rest) && !add_traffic_fault(wanted, rest) &&
+               !add_instrument_fault(wanted, rest)) {
         rest.fail(
             "\"pin\", \"dead driver\", \"vpp driver\", \"vcc driver\", \"ground driver\", \"high driver\", \"low "
             "driver\", \"input\", \"pins\", \"pull-down\", \"test board\", \"bad register\", \"lost reply\", \"read "
-            "never ends\", \"marker never comes\", \"no answer\", \"bad ram bank\", \"module\" or \"fpga\"");
+            "never ends\", \"marker never comes\", \"no answer\", \"bad ram bank\", \"bank\", \"no trigger\", \"wrong "
+            "reply\", \"early reply\", \"no signal at the counter\", \"generator dead\", \"module\" or \"fpga\"");
     }
     rest.end();
 }
@@ -252,7 +203,8 @@ void add_named(fault_set& wanted, sentence& rest, const std::string& text)
 /// The set of one module, where only what it has itself can go wrong.
 fault_set& set_of_module(fault_set& wanted, int number, const sentence& rest)
 {
-    for (const char* const of_all : {"lost", "read", "marker", "no", "module", "test board of module", "fpga"}) {
+    for (const char* const of_all : {"lost", "read", "marker", "no", "module", "test board of module", "fpga", "bank",
+                                     "wrong", "early", "generator"}) {
         if (sentence{rest}.starts(of_all)) rest.fail("a fault of a pin, a driver or the memory");
     }
     wanted.modules.resize(modules);

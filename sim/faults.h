@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <limits>
 #include <map>
+#include <optional>
 #include <set>
 #include <stdexcept>
 #include <string>
@@ -47,6 +48,11 @@ struct fault_set {
     fault_count lost_replies{}, reads_without_end{}, lost_markers{};
     bool no_answer = false;
 
+    // Of recording, counter and generator.
+    bool no_trigger = false, no_count = false, dead_generator = false;
+    std::optional<std::uint8_t> wrong_reply{}, early_reply{};  // in place of, and before, the one at the end
+    std::set<int> silent_banks{};                              // of the memory, from 0: reads of these never end
+
     // By pin of the socket, from 1.
     std::map<std::pair<driver_kind, int>, driver_fault> drivers{};
     std::map<int, bool> stuck_inputs{};  // the level that is read
@@ -65,11 +71,12 @@ struct fault_set {
 /// driver 7 always on" (also vpp, ground, high, low), "input 7 stuck 0", "input 7 stuck 1", "pins 7 and 8 bridged",
 /// "pull-down dead", "pull-down 7 dead", "test board missing", "test board line 7 open", "bad register 3 of board 5",
 /// "lost reply" and "lost reply 2", "read never ends" and "read never ends 2", "marker never comes" and "marker never
-/// comes 2" (all with a count: only the next so many), "no answer", "bad ram bank 3". "pin 3" is the part's pin, all
-/// other pins are those of the socket. Any fault of a pin, a driver, a board or the memory applies to a module with "of
-/// module 2" at the end. Other faults of modules: "module 3 missing", "test board of module 2 missing", "fpga 2 does
-/// not start" and "fpga 2 does not start 2" (or "once" or "twice"). Throws fault_error that says what was found and
-/// what is possible there.
+/// comes 2" (all with a count: only the next so many), "no answer", "bad ram bank 3", "bank 3 never comes", "no
+/// trigger", "wrong reply 85", "early reply 85", "no signal at the counter", "generator dead". "pin 3" is the part's
+/// pin, all other pins are those of the socket. Any fault of a pin, a driver, a board or the memory applies to a module
+/// with "of module 2" at the end. Other faults of modules: "module 3 missing", "test board of module 2 missing", "fpga
+/// 2 does not start" and "fpga 2 does not start 2" (or "once" or "twice"). Throws fault_error that says what was found
+/// and what is possible there.
 void add_fault(fault_set& faults, std::string_view text);
 
 }  // namespace tamrix::sim

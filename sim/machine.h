@@ -2,6 +2,7 @@
 #pragma once
 
 #include "sim/function_board.h"
+#include "sim/input_view.h"
 #include "sim/socket.h"
 
 #include <array>
@@ -43,6 +44,10 @@ public:
     /// Register 2b reads the pins of port b, any other its value.
     std::uint8_t read_register(std::uint8_t address);
     port_bytes read_ports() const;
+    /// What signals do at the pins of port 0, P21 to P28.
+    void set_outside(pin_levels levels);
+    /// How port 0 reads signals as long as nothing changes at the pins but these.
+    input_view view_of_inputs() const;
     /// Drivers, voltages and registers as after switching on. The part loses its supply.
     void reset();
 
@@ -75,7 +80,10 @@ private:
     void apply_port(int port);
     void apply_ports();
     void switch_supplies();
-    std::uint8_t pin_levels(int port) const;
+    template <class level_of>
+    std::uint8_t read_pins(int port, level_of&& is_high) const;
+    template <class level_of>
+    std::uint8_t read_port(int port, level_of&& is_high) const;
     std::uint8_t port_levels(int port) const;
 
     int model_, generation_;
@@ -85,6 +93,7 @@ private:
     sim::socket socket_;
     function_board board_;
     std::array<std::uint8_t, 256> registers_{};
+    pin_levels outside_{};
     bool masks_count_ = false;        // where ports can only pull low
     bool line_laid_ = false;          // from the supply of contact 108 to contact 107
     std::vector<supplies> supplies_;  // by contact

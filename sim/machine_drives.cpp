@@ -120,7 +120,9 @@ void machine::apply_ports()
     for (int port = 0; port < ports; ++port) apply_port(port);
 }
 
-std::uint8_t machine::pin_levels(int port) const
+/// The levels at the pins of a port, as its inputs show them.
+template <class level_of>
+std::uint8_t machine::read_pins(int port, level_of&& is_high) const
 {
     unsigned byte = 0;
     for (int bit = 0; bit < 8; ++bit) {
@@ -130,18 +132,58 @@ std::uint8_t machine::pin_levels(int port) const
         if (contact && !is_closed(port)) {
             const auto pin = wires_.socket_pin_of(*contact);
             const auto stuck = pin ? faults_.stuck_inputs.find(*pin) : faults_.stuck_inputs.end();
-            high = stuck != faults_.stuck_inputs.end() ? stuck->second : socket_.is_high(*contact);
+            high = stuck != faults_.stuck_inputs.end() ? stuck->second : is_high(*contact);
         }
         if (high) byte |= 1u << bit;
     }
     return static_cast<std::uint8_t>(byte);
 }
 
+template <class level_of>
+std::uint8_t machine::read_port(int port, level_of&& is_high) const
+{
+    const std::uint8_t levels = board_.reads_back()
+                                    ? board_.read_back(port, registers_[static_cast<std::size_t>(2 * port)])
+                                    : read_pins(port, is_high);
+    return levels ^ board_.wrong_bits(port);
+}
+
 std::uint8_t machine::port_levels(int port) const
 {
-    const std::uint8_t levels =
-        board_.reads_back() ? board_.read_back(port, registers_[static_cast<std::size_t>(2 * port)]) : pin_levels(port);
-    return levels ^ board_.wrong_bits(port);
+    return read_port(port, [this](int contact) { return socket_.is_high(contact); });
+}
+
+void machine::set_outside(pin_levels levels)
+{
+    if (levels == outside_) return;
+    outside_ = levels;
+    for (int bit = 0; bit < 8; ++bit) {
+        const auto contact = wires_.contact_of_bit(0, bit);
+        const level driven = set_in(levels.high, bit) ? level::high : level::low;
+        if (contact) socket_.set_outside(*contact, set_in(levels.driven, bit) ? driven : level::open);
+    }
+    socket_.settle();
+}
+
+input_view machine::view_of_inputs() const
+{
+    input_view view;
+    const auto read = [this](level outside) {
+        return read_port(0, [&](int contact) { return socket_.would_be_high(contact, outside); });
+    };
+    view.open = read(level::open);
+    view.low = read(level::low);
+    view.high = read(level::high);
+    for (int bit = 0; bit < 8; ++bit) {
+        unsigned joined = 1u << bit;
+        for (int other = 0; other < 8; ++other) {
+            const auto here = wires_.contact_of_bit(0, bit), there = wires_.contact_of_bit(0, other);
+            if (here && there && socket_.joined(*here, *there)) joined |= 1u << other;
+        }
+        view.any_joined = view.any_joined || joined != 1u << bit;
+        view.joined[static_cast<std::size_t>(bit)] = static_cast<std::uint8_t>(joined);
+    }
+    return view;
 }
 
 }  // namespace tamrix::sim

@@ -13,6 +13,13 @@ bool memory::write(std::span<const std::uint8_t> data)
     return taken.size() == data.size();
 }
 
+void memory::put(std::size_t at, std::span<const std::uint8_t> data)
+{
+    const std::size_t first = std::min(at, bytes_.size());
+    std::ranges::copy(data.first(std::min(data.size(), bytes_.size() - first)),
+                      bytes_.begin() + static_cast<std::ptrdiff_t>(first));
+}
+
 std::vector<std::uint8_t> memory::read(int bank, std::size_t count) const
 {
     std::vector<std::uint8_t> data(count, 0xFF);

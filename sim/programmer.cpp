@@ -33,14 +33,16 @@ setup completed(setup wanted)
 
 parts_of_programmer parts_of(const setup& wanted, reply_place replies)
 {
-    return parts_of_programmer{wanted.model, wanted.generation, memory_bytes_of(wanted),
-                               wanted.time,  wanted.log,        std::move(replies)};
+    return parts_of_programmer{wanted.model,       wanted.generation, memory_bytes_of(wanted), wanted.time, wanted.log,
+                               std::move(replies), wanted.chips};
 }
 
 }  // namespace
 
 programmer::programmer(const setup& wanted, reply_place replies)
-    : shared_{parts_of(completed(wanted), std::move(replies))}
+    : chips_{wanted.chips},
+      shared_{parts_of(completed(wanted), std::move(replies))},
+      device_{shared_, transport_, wanted.read_time}
 {}
 
 programmer::~programmer()
@@ -53,6 +55,7 @@ void programmer::insert(std::unique_ptr<part> what, int module)
 {
     if (module != 0) return shared_.slots.insert(std::move(what), module);
     shared_.hardware.insert(std::move(what));
+    shared_.tools.update();
 }
 
 bool programmer::part_has_power(int module)
@@ -70,6 +73,13 @@ void programmer::add_fault(std::string_view text)
 {
     sim::add_fault(shared_.faults, text);
     shared_.update();
+}
+
+void programmer::add_signal(std::string_view text)
+{
+    signal_set wanted = signals();
+    wanted.add(text);
+    set_signals(std::move(wanted));
 }
 
 void programmer::clear_faults()

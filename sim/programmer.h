@@ -16,6 +16,8 @@ struct setup {
     int memory_banks = 0;                // of 32768 bytes, at most 16; 0: the memory that the model has
     std::shared_ptr<sim::clock> time{};  // none: a virtual clock of its own
     std::shared_ptr<journal> log{};      // none: one of its own. It must run on `time`
+    microseconds read_time{3};           // how long a read of a register takes
+    part_shelf chips{};                  // for signals like "chip 7490 ..."; none: such signals are refused
 };
 
 /// All calls come from one thread. Only bulk reads arrive in the clock's context.
@@ -37,6 +39,13 @@ public:
     /// By name, see add_fault() in faults.h. Throws fault_error.
     void add_fault(std::string_view text);
     void clear_faults();
+    /// By a line of text, see signal_set::add(). Throws signal_error.
+    void add_signal(std::string_view text);
+    void clear_signals() { set_signals(no_signals()); }
+    /// All at once, and a set without any, to which signals can be added.
+    const signal_set& signals() const { return shared_.tools.signals(); }
+    void set_signals(signal_set wanted) { shared_.tools.set_signals(std::move(wanted)); }
+    signal_set no_signals() const { return signal_set{chips_}; }
     /// Reports each voltage and supply driver that is still on as a hazard.
     void check_idle();
 
@@ -44,9 +53,10 @@ public:
     journal& log() { return *shared_.log; }
 
 private:
+    part_shelf chips_;
     parts_of_programmer shared_;
     sim::transport transport_{shared_};
-    sim::device device_{shared_, transport_};
+    sim::device device_;
 };
 
 /// The source of a session's door. `prepare` receives each new programmer: to put a part into its socket, or to keep a

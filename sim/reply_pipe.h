@@ -40,6 +40,11 @@ public:
     void let_arrive();
     /// Somebody waits. True if a reply has arrived; it is then used up.
     bool receive();
+    /// A reply that nobody asked for arrives at once. From any thread.
+    void put_by_itself(std::span<const std::uint8_t> bytes) const
+    {
+        if (place_.put) place_.put(bytes, true);
+    }
     /// A byte of the command frame that the host is building; 0 where it shows none.
     std::uint8_t ubuf1(std::size_t index) const { return place_.ubuf1 ? place_.ubuf1(index) : std::uint8_t{0}; }
 

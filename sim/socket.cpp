@@ -19,6 +19,7 @@ socket::socket(const wiring& wires, const fault_set& faults, journal& log)
       faults_{faults},
       log_{log},
       drives_(static_cast<std::size_t>(wires.contacts())),
+      outside_(drives_.size(), level::open),
       net_of_(drives_.size()),
       nets_(drives_.size()),
       levels_(drives_.size(), level::high)
@@ -104,8 +105,8 @@ level socket::net::level_of() const
 {
     if (ground) return level::low;
     if (supply) return level::high;
-    if (driver_low || part_low) return level::low;
-    if (driver_high || part_high) return level::high;
+    if (driver_low || part_low || outside_low) return level::low;
+    if (driver_high || part_high || outside_high) return level::high;
     if (stuck_low) return level::low;
     return pulled_down && !stuck_high ? level::low : level::high;
 }
@@ -130,6 +131,8 @@ void socket::resolve()
         const contact_drive& drive = drives_[index];
         net& where = nets_[net_of_[index]];
         where.pulled_down = where.pulled_down || drive.pulled_down;
+        where.outside_low = where.outside_low || outside_[index] == level::low;
+        where.outside_high = where.outside_high || outside_[index] == level::high;
         if (dead(contact)) continue;
         where.ground = where.ground || drive.ground;
         where.supply = where.supply || drive.millivolts > 0;
@@ -138,6 +141,14 @@ void socket::resolve()
     }
     for (int pin = 0; part_ != nullptr && pin < part_->pins(); ++pin) look_at_part(pin, nets_[net_of_pin(pin)]);
     std::ranges::transform(nets_, levels_.begin(), [](const net& one) { return one.level_of(); });
+}
+
+bool socket::would_be_high(int contact, level what) const
+{
+    net where = nets_[net_of_[static_cast<std::size_t>(contact)]];
+    where.outside_low = what == level::low;
+    where.outside_high = what == level::high;
+    return where.level_of() == level::high;
 }
 
 std::vector<level> socket::seen_by_part() const
@@ -153,6 +164,7 @@ std::vector<level> socket::seen_by_part() const
 
 void socket::settle()
 {
+    looked_ = false;
     update_power();
     resolve();
     if (!powered_) return;

@@ -21,8 +21,8 @@ struct contact_drive {
     bool operator==(const contact_drive&) const = default;
 };
 
-/// Who wins: ground, then supply, then a low of pin driver or part, then their high, then a stuck pin, then the
-/// pull. A stuck pin is stuck on the part's side: the part sees the constant, and the contact shows it if nothing
+/// Who wins: ground, then supply, then a low of pin driver, part or outside, then their high, then a stuck pin, then
+/// the pull. A stuck pin is stuck on the part's side: the part sees the constant, and the contact shows it if nothing
 /// drives it. At an open pin the part sees high, as an open input does, and the contact shows nothing of the part.
 class socket {
 public:
@@ -34,6 +34,15 @@ public:
 
     /// Takes effect at the next settle().
     contact_drive& at(int contact) { return drives_[static_cast<std::size_t>(contact)]; }
+    /// What comes to a contact from outside, beside programmer and part. Takes effect at the next settle().
+    void set_outside(int contact, level what) { outside_[static_cast<std::size_t>(contact)] = what; }
+    /// The level that the contact would have if all that comes from outside to its node were `what`. The part keeps
+    /// what it drives.
+    bool would_be_high(int contact, level what) const;
+    bool joined(int one, int other) const
+    {
+        return net_of_[static_cast<std::size_t>(one)] == net_of_[static_cast<std::size_t>(other)];
+    }
     /// Call this after a fault was added or removed: it recomputes what part and bridges join. Takes effect at the next
     /// settle().
     void rewire();
@@ -51,6 +60,7 @@ private:
     struct net {
         bool ground = false, supply = false, driver_low = false, driver_high = false;
         bool part_low = false, part_high = false, stuck_low = false, stuck_high = false, pulled_down = false;
+        bool outside_low = false, outside_high = false;
         level level_of() const;
     };
     const pin_fault* fault_of(int pin) const;
@@ -74,7 +84,9 @@ private:
     std::unique_ptr<part> part_;
     bool powered_ = false;
     bool oscillates_ = false;
+    bool looked_ = false;  // for hazards, since the last change
     std::vector<contact_drive> drives_;
+    std::vector<level> outside_;       // by contact
     std::vector<std::size_t> net_of_;  // by contact
     std::vector<net> nets_;
     std::vector<level> levels_;       // by net

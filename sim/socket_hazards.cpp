@@ -2,6 +2,7 @@
 #include "sim/socket.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tamrix::sim {
 
@@ -31,6 +32,10 @@ void socket::tell_hazards_of(int contact, std::set<std::string>& now) const
     if (own.high && where.part_low) tell("the programmer drives high, the part low");
     if (own.low && where.part_high) tell("the programmer drives low, the part high");
     if (own.high && where.driver_low) tell("two drivers of the programmer fight");
+    if (own.high && where.outside_low) tell("the programmer drives high, a signal low");
+    if (own.low && where.outside_high) tell("the programmer drives low, a signal high");
+    if (supply && where.outside_low) tell("supply on a pin that a signal drives low");
+    if (own.ground && where.outside_high) tell("ground on a pin that a signal drives high");
     if (!supply || part_ == nullptr) return;
     const auto pin = wires_.pin_at(contact, part_->pins());
     const std::int32_t highest = pin ? part_->highest_millivolts(*pin) : own.millivolts;
@@ -39,6 +44,7 @@ void socket::tell_hazards_of(int contact, std::set<std::string>& now) const
 
 void socket::look_for_hazards()
 {
+    if (std::exchange(looked_, true)) return;
     std::set<std::string> now;
     for (int contact = 0; contact < wires_.contacts(); ++contact) tell_hazards_of(contact, now);
     for (const std::string& one : now) {

@@ -20,18 +20,20 @@ constexpr microseconds frame_time{125}, pipe_time{1000}, byte_time{1};
 
 parts_of_programmer::parts_of_programmer(int its_model, int generation, std::size_t memory_bytes,
                                          std::shared_ptr<clock> its_time, std::shared_ptr<journal> its_log,
-                                         reply_place place_of_replies)
+                                         reply_place place_of_replies, part_shelf chips)
     : model{its_model},
       time{std::move(its_time)},
       log{std::move(its_log)},
       hardware{model, generation, faults, *log},
       ram{memory_bytes, faults},
       replies{std::move(place_of_replies), faults, *log},
-      slots{model, faults, *log, ram, replies}
+      slots{model, faults, *log, ram, replies},
+      tools{{model, generation, time, *log, faults, hardware, ram, replies}, std::move(chips)}
 {}
 
 void parts_of_programmer::settle_down()
 {
+    tools.look(false);
     hardware.settle_down();
     slots.settle_down();
 }
@@ -40,12 +42,14 @@ void parts_of_programmer::update()
 {
     hardware.update();
     slots.update();
+    tools.update();
 }
 
 void transport::reset()
 {
     pipe_.cancel();
     mode_ = bulk_mode::none;
+    shared_.tools.reset();
     shared_.replies.clear();
     shared_.vectors.clear();
     shared_.script_done = shared_.time->now();
@@ -58,6 +62,7 @@ std::int32_t transport::usbcomwrite(const std::uint8_t* buffer, std::int32_t len
         return failed;
     }
     const std::span frame{buffer, static_cast<std::size_t>(length)};
+    shared_.tools.store();
     shared_.log->line("usbcomwrite " + std::to_string(length) + ": " + hex_text(frame));
     if (shared_.faults.no_answer) return failed;
     shared_.time->advance(frame_time);
@@ -73,6 +78,7 @@ void transport::take_frame(std::span<const std::uint8_t> frame)
     case 5: return pin_frame(frame);
     case 9: return memory_frame(frame);
     case 10: return bulk_frame(frame);
+    case 33: return shared_.tools.take_frame(frame);
     case 51:
         if (shared_.model == low_voltage_model) return low_voltage_memory_frame(frame);
         [[fallthrough]];
@@ -100,6 +106,7 @@ void transport::pin_frame(std::span<const std::uint8_t> frame)
     shared_.slots.name(frame.size() > hw::slot_byte_of_pin_frame ? frame[hw::slot_byte_of_pin_frame] : 0);
     machine* const there = shared_.reached();
     if (there == nullptr) return;
+    shared_.tools.look(true);
     // The self-test's longer frames make masks count also where a port can only pull low. The byte after the masks is
     // a register that nothing reads.
     const std::size_t last_mask = 2 * data.size();
@@ -183,7 +190,8 @@ std::int32_t transport::usbbulkread(std::uint8_t* buffer, std::int32_t length, s
     const std::string line = "usbbulkread " + std::to_string(length);
     pipe_.cancel();
     const bool announced = mode_ == bulk_mode::read || mode_ == bulk_mode::script;
-    if (shared_.faults.no_answer || !announced || shared_.faults.reads_without_end.take()) {
+    const bool silent = mode_ == bulk_mode::read && shared_.faults.silent_banks.contains(bank_);
+    if (shared_.faults.no_answer || !announced || silent || shared_.faults.reads_without_end.take()) {
         shared_.log->line(line + " -> never ends");
         if (!announced) shared_.log->note("a bulk read that no frame announced");
         return sent;

@@ -3,6 +3,7 @@
 
 #include "programmer/lumbat.h"
 #include "sim/bulk_pipe.h"
+#include "sim/instruments.h"
 #include "sim/machine.h"
 #include "sim/memory.h"
 #include "sim/modules.h"
@@ -25,12 +26,13 @@ struct parts_of_programmer {
     memory ram;
     reply_pipe replies;
     modules slots;  // none on most models
+    instruments tools;
     script vectors{};
     microseconds script_done{0};  // when the hardware has played the script
 
-    /// `memory_bytes` is the size of its memory.
+    /// `memory_bytes` is the size of its memory, `chips` are those for signals.
     parts_of_programmer(int its_model, int generation, std::size_t memory_bytes, std::shared_ptr<clock> its_time,
-                        std::shared_ptr<journal> its_log, reply_place place_of_replies);
+                        std::shared_ptr<journal> its_log, reply_place place_of_replies, part_shelf chips);
     parts_of_programmer(const parts_of_programmer&) = delete;
     parts_of_programmer& operator=(const parts_of_programmer&) = delete;
 

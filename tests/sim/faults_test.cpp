@@ -25,7 +25,8 @@ std::string refusal(std::string_view text)
 constexpr std::string_view kinds =
     "\"pin\", \"dead driver\", \"vpp driver\", \"vcc driver\", \"ground driver\", \"high driver\", \"low driver\", "
     "\"input\", \"pins\", \"pull-down\", \"test board\", \"bad register\", \"lost reply\", \"read never ends\", "
-    "\"marker never comes\", \"no answer\", \"bad ram bank\", \"module\" or \"fpga\"";
+    "\"marker never comes\", \"no answer\", \"bad ram bank\", \"bank\", \"no trigger\", \"wrong reply\", \"early "
+    "reply\", \"no signal at the counter\", \"generator dead\", \"module\" or \"fpga\"";
 
 TEST(faults, a_name_that_is_wrong_is_told_with_what_can_stand_there)
 {
