@@ -36,6 +36,12 @@ public:
             into_.no_faults = true;
             return true;
         }
+        if (entry_ == "no signals") {
+            into_.signals.clear();
+            into_.no_signals = true;
+            return true;
+        }
+        if (const auto text = behind("signal")) return into_.signals.emplace_back(*text), true;
         if (const auto fault = behind("fault")) return into_.faults.emplace_back(*fault), true;
         if (const auto name = behind("socket")) return into_.socket = std::string{*name}, true;
         if (const auto folder = behind("chips")) return into_.chips_folder = *folder, true;
@@ -89,14 +95,16 @@ library_options read_options(std::string_view text)
 {
     return read_entries(text, [](entry_reader entry) {
         if (entry.is_change() || entry.is_option()) return;
-        entry.refuse("model, generation, ram banks, fault, no faults, socket, chips, speed, transcript or instance");
+        entry.refuse(
+            "model, generation, ram banks, fault, no faults, signal, no signals, socket, chips, speed, transcript or "
+            "instance");
     });
 }
 
 library_options read_changes(std::string_view text)
 {
     return read_entries(text, [](entry_reader entry) {
-        if (!entry.is_change()) entry.refuse("fault, no faults, socket or chips");
+        if (!entry.is_change()) entry.refuse("fault, no faults, signal, no signals, socket or chips");
     });
 }
 
@@ -112,6 +120,12 @@ std::unique_ptr<part> part_named(std::string_view name, int model, const std::st
     const chip* const found = find_chip(chips, name);
     if (found == nullptr) throw std::invalid_argument{what + "empty, test board or a chip was expected"};
     return make_part(*found);
+}
+
+part_shelf shelf_of(const std::string& chips_folder)
+{
+    if (chips_folder.empty()) return {};
+    return shelf_of_folder(chips_folder);
 }
 
 }  // namespace tamrix::sim

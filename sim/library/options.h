@@ -17,6 +17,8 @@ namespace tamrix::sim {
 ///     ram banks 4         banks of memory, 1 to 16
 ///     fault TEXT          see add_fault() in faults.h
 ///     no faults           removes all faults but those that follow
+///     signal TEXT         at P21 to P28, see signal_set::add() in signals/signal_set.h
+///     no signals          removes all signals but those that follow
 ///     socket NAME         "empty", "test board" or a chip of the folder that "chips" names; with modules
 ///                         the same in all sockets
 ///     chips FOLDER        where the *.chip files are
@@ -30,6 +32,8 @@ struct library_options {
     double speed = 1;
     std::vector<std::string> faults{};
     bool no_faults = false;
+    std::vector<std::string> signals{};
+    bool no_signals = false;
     std::optional<std::string> socket{};  // none: not given
     std::string chips_folder{};           // empty: not given
     std::string transcript_file{};        // empty: none
@@ -45,5 +49,8 @@ library_options read_changes(std::string_view text);
 /// The part for the socket of a model; null for "empty". Throws std::invalid_argument if the name is unknown or a file
 /// of the chips is wrong.
 std::unique_ptr<part> part_named(std::string_view name, int model, const std::string& chips_folder);
+
+/// The chips of a folder, whose files are read at the first name; with "" there are none.
+part_shelf shelf_of(const std::string& chips_folder);
 
 }  // namespace tamrix::sim

@@ -52,10 +52,14 @@ void tamrix_programmer::change(const sim::library_options& changes)
     sim::fault_set tried;  // nothing is done before all is known to be good
     for (const std::string& fault : changes.faults) sim::add_fault(tried, fault);
     const std::string& folder = changes.chips_folder.empty() ? chips_folder_ : changes.chips_folder;
+    sim::signal_set signals = changes.no_signals ? sim::signal_set{} : inner_->signals();
+    signals.take_chips_from(sim::shelf_of(folder));
+    for (const std::string& signal : changes.signals) signals.add(signal);
     const int modules = sim::modules::belong_to(model_) ? sim::modules::count : 0;
     for (int socket = 0; changes.socket && socket <= modules; ++socket)
         inner_->insert(sim::part_named(*changes.socket, model_, folder), socket);
     chips_folder_ = folder;
+    if (changes.no_signals || !changes.signals.empty()) inner_->set_signals(std::move(signals));
     if (changes.no_faults) inner_->clear_faults();
     for (const std::string& fault : changes.faults) inner_->add_fault(fault);
 }

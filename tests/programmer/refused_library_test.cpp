@@ -82,8 +82,8 @@ TEST(loaded_programmer, options_that_the_library_does_not_know_are_told)
 {
     EXPECT_EQ(
         refusal(TAMRIX_SIM_LIBRARY, "colour red"),
-        "option \"colour red\": model, generation, ram banks, fault, no faults, socket, chips, speed, transcript or "
-        "instance was expected");
+        "option \"colour red\": model, generation, ram banks, fault, no faults, signal, no signals, socket, chips, "
+        "speed, transcript or instance was expected");
     EXPECT_EQ(refusal(TAMRIX_SIM_LIBRARY, "model 300"), "option \"model 300\": a number from 0 to 255 was expected");
     EXPECT_EQ(refusal(TAMRIX_SIM_LIBRARY, "fault pin 3"),
               "fault \"pin 3\": its end where \"open\" or \"stuck\" was expected");

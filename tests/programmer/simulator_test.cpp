@@ -107,6 +107,30 @@ TEST_F(supplied, a_chip_of_the_folder_is_in_the_socket_from_the_beginning)
     EXPECT_EQ(lows(), 1 + 3);
 }
 
+TEST_F(supplied, signals_change_all_or_none)
+{
+    make("model 9; ram banks 1; speed 1000; signal P21 low");
+    const auto port = [&] { return made->device().regin(0); };
+    EXPECT_EQ(port(), 0xF6) << "P24 has the ground";
+    EXPECT_EQ(change("signal P22 low"), "");
+    EXPECT_EQ(port(), 0xF4);
+    EXPECT_EQ(change("no signals; signal P23 low; signal P29 low"),
+              "signal \"P29 low\", column 1: \"P29\" where a pin from P21 to P28, or several as P21..P28 was expected");
+    EXPECT_NE(change("signal P23 low; fault moon"), "");
+    EXPECT_NE(change("signal P23 low; socket moon"), "");
+    EXPECT_EQ(port(), 0xF4);
+    EXPECT_EQ(change("no signals; signal P23 low"), "");
+    EXPECT_EQ(port(), 0xF3);
+    EXPECT_EQ(change("no faults"), "");
+    EXPECT_EQ(port(), 0xF3);
+    EXPECT_EQ(change("signal chip 7404 1=P23 2=P25"),
+              "signal \"chip 7404 1=P23 2=P25\", column 6: there are no chips here");
+    EXPECT_EQ(change(chips_entry.substr(0, chips_entry.find('\n')) + "; signal chip 7404 1=P23 2=P25 3=P25 4=P26"), "");
+    EXPECT_EQ(port(), 0xD3);
+    EXPECT_EQ(change("no signals"), "");
+    EXPECT_EQ(port(), 0xF7);
+}
+
 TEST_F(supplied, another_name_of_a_chip_will_do_and_entries_stand_in_any_order)
 {
     make("socket 74132;speed 1000;chips " TAMRIX_CHIPS);

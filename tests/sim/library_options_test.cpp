@@ -15,6 +15,16 @@ TEST(library_options, have_a_generation_that_only_a_new_programmer_takes)
     EXPECT_THROW(sim::read_changes("generation 17"), std::invalid_argument);
 }
 
+TEST(library_options, put_signals_on_and_take_them_off)
+{
+    const auto options = sim::read_options("model 9; signal P21 square 1000 duty 25\nsignal P22 uart 9600 \"a\\x3B\"");
+    EXPECT_EQ(options.signals, (std::vector<std::string>{"P21 square 1000 duty 25", "P22 uart 9600 \"a\\x3B\""}));
+    EXPECT_FALSE(options.no_signals);
+    const auto changes = sim::read_changes("signal P21 low; no signals; signal P23 high");
+    EXPECT_EQ(changes.signals, (std::vector<std::string>{"P23 high"}));
+    EXPECT_TRUE(changes.no_signals);
+}
+
 TEST(library_options, name_a_test_board_that_joins_the_lines_of_the_models_socket)
 {
     for (const int model : {9, 23, 27}) {
