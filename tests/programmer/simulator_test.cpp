@@ -160,7 +160,8 @@ TEST_F(supplied, a_change_that_is_refused_changes_nothing)
     EXPECT_EQ(change("socket empty; fault pin 3"), "fault \"pin 3\": its end where \"open\" or \"stuck\" was expected");
     EXPECT_EQ(change("no faults; fault pin 3 open; socket 9999x"),
               "socket \"9999x\": empty, test board or a chip was expected");
-    EXPECT_EQ(change("model 22"), "option \"model 22\": fault, no faults, socket or chips was expected");
+    EXPECT_EQ(change("model 22"),
+              "option \"model 22\": fault, no faults, signal, no signals, socket or chips was expected");
     EXPECT_EQ(lows(), 1 + 4);
 }
 
@@ -212,7 +213,8 @@ TEST_F(supplied, changes_come_from_any_thread_while_it_works)
 TEST(simulator, without_a_programmer_there_is_nothing_to_change)
 {
     EXPECT_EQ(change("socket empty"), "not running");
-    EXPECT_EQ(change("nonsense"), "option \"nonsense\": fault, no faults, socket or chips was expected");
+    EXPECT_EQ(change("nonsense"),
+              "option \"nonsense\": fault, no faults, signal, no signals, socket or chips was expected");
     EXPECT_EQ(hazards(), std::vector<std::string>{});
 }
 
