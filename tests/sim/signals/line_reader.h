@@ -3,6 +3,8 @@
 
 #include "sim/signals/signal_set.h"
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <string_view>
 #include <utility>
