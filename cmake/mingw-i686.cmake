@@ -11,7 +11,7 @@ set(cache $ENV{XDG_CACHE_HOME})
 if(NOT cache)
     set(cache $ENV{HOME}/.cache)
 endif()
-set(windows_wx ${cache}/tamrix/wx-i686-1)
+set(windows_wx ${cache}/tamrix/wx-i686-2)
 set(wxWidgets_CONFIG_EXECUTABLE ${windows_wx}/bin/wx-config)
 
 # Doubles are rounded after every operation, as everywhere else; the old registers of this processor would not. The
