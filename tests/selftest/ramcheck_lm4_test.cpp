@@ -123,5 +123,20 @@ TEST(ramcheck_lm4, goes_no_further_once_the_dialog_is_closed)
     EXPECT_EQ(b.count("usbbulkread"), 3);
 }
 
+TEST(ramcheck_lm4, opens_no_further_passage_once_the_dialog_is_closed)
+{
+    unit_bench b;
+    b.with_dialog([&](pinnote204& dialog) {
+        b.shell.on_doevents = [&] {
+            if (b.count("status2 Pass data") == 2) dialog.ask_to_leave();
+        };
+        dialog.testbutton.click();
+    });
+    EXPECT_EQ(b.count("status2 Pass data"), 2);
+    EXPECT_EQ(b.count("usbcomwrite 16: 5C"), 2);
+    EXPECT_TRUE(b.report().faults.empty()) << "it is no fault of the memory";
+    EXPECT_EQ(b.report().result, selftest_result::stopped);
+}
+
 }  // namespace
 }  // namespace tamrix
