@@ -7,6 +7,17 @@
 
 using namespace tamrix;
 
+namespace {
+
+/// Nothing is done before all is known to be good.
+void try_faults(const sim::library_options& changes)
+{
+    sim::fault_set tried;
+    for (const std::string& fault : changes.faults) sim::add_fault(tried, fault);
+}
+
+}  // namespace
+
 tamrix_programmer::tamrix_programmer(const sim::library_options& options, sim::reply_place replies)
     : model_{options.model},
       chips_folder_{options.chips_folder},
@@ -49,8 +60,7 @@ void tamrix_programmer::write_transcript()
 
 void tamrix_programmer::change(const sim::library_options& changes)
 {
-    sim::fault_set tried;  // nothing is done before all is known to be good
-    for (const std::string& fault : changes.faults) sim::add_fault(tried, fault);
+    try_faults(changes);
     const std::string& folder = changes.chips_folder.empty() ? chips_folder_ : changes.chips_folder;
     sim::signal_set signals = changes.no_signals ? sim::signal_set{} : inner_->signals();
     signals.take_chips_from(sim::shelf_of(folder));
@@ -99,7 +109,10 @@ void running_programmers::leave_hazards(std::vector<std::string> hazards)
 bool running_programmers::change(const library_options& changes)
 {
     const std::lock_guard lock{mutex_};
-    if (running_.empty()) return false;
+    if (running_.empty()) {
+        try_faults(changes);
+        return false;
+    }
     tamrix_programmer& last = *running_.back();
     const std::lock_guard call{last.busy};
     last.change(changes);

@@ -53,7 +53,8 @@ public:
     void remove(tamrix_programmer* going);
     void leave_hazards(std::vector<std::string> hazards);
 
-    /// Changes the one created last; false if there is none. Throws std::invalid_argument.
+    /// Changes the one created last; false if there is none. Throws std::invalid_argument, also for a wrong fault
+    /// where there is none.
     bool change(const library_options& changes);
     std::vector<std::string> take_hazards();
 

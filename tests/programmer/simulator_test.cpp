@@ -243,6 +243,13 @@ TEST(simulator, a_folder_without_chips_and_one_that_is_not_there_are_told)
     EXPECT_TRUE(chips.empty());
 }
 
+TEST(simulator, refuses_a_wrong_fault_before_a_programmer_exists)
+{
+    EXPECT_EQ(change("fault vcc driver 7 dead; fault input 9 stuck 0"), "not running");
+    EXPECT_EQ(change("fault vcc driver 7 dead; fault input 9"),
+              "fault \"input 9\": its end where \"stuck\" was expected");
+}
+
 TEST(simulator, a_short_place_for_the_reason_is_not_overrun)
 {
     std::array<char, 8> error{};
