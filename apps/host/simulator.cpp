@@ -1,5 +1,7 @@
 #include "host/simulator.h"
 
+#include "base/ascii.h"
+
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -58,6 +60,18 @@ bool stands_before(const simulated_chip& left, const simulated_chip& right)
     return key(left) < key(right);
 }
 
+/// What is between the ";", without blanks around it. A line break would begin an entry of another kind.
+std::vector<std::string> parts_of(std::string_view texts)
+{
+    std::vector<std::string> parts;
+    while (!texts.empty()) {
+        const auto end = texts.find_first_of(";\r\n");
+        if (const std::string_view part = ascii::trimmed(texts.substr(0, end)); !part.empty()) parts.emplace_back(part);
+        texts.remove_prefix(end == std::string_view::npos ? texts.size() : end + 1);
+    }
+    return parts;
+}
+
 const char* words_of(pin_state state)
 {
     switch (state) {
@@ -88,8 +102,9 @@ simulator::simulator(const std::string& library_path, std::string chips_folder)
 
 std::string simulator::socket_entries() const
 {
-    std::string text = "socket " + (chip_.empty() ? std::string{"empty"} : chip_) + "\nno faults\n";
+    std::string text = "socket " + (in_socket_.empty() ? std::string{"empty"} : in_socket_) + "\nno faults\n";
     for (const auto& [pin, state] : faults_) text += "fault pin " + std::to_string(pin) + words_of(state) + "\n";
+    for (const std::string& fault : more_faults_) text += "fault " + fault + "\n";
     return text;
 }
 
@@ -113,8 +128,9 @@ pin_state simulator::state_of(int pin) const
 
 bool simulator::insert(std::string_view name)
 {
-    if (!name.empty() && find(name) == nullptr) throw std::runtime_error{"There is no chip " + std::string{name} + "."};
-    chip_ = name;
+    if (!name.empty() && name != test_board && find(name) == nullptr)
+        throw std::runtime_error{"There is no chip " + std::string{name} + "."};
+    in_socket_ = name;
     faults_.clear();
     return bring_in();
 }
@@ -135,6 +151,35 @@ bool simulator::set(int pin, pin_state state)
 bool simulator::mend()
 {
     faults_.clear();
+    return bring_in();
+}
+
+bool simulator::add_faults(std::string_view texts)
+{
+    const std::vector<std::string> added = parts_of(texts);
+    if (added.empty()) throw std::runtime_error{"A fault is expected, such as \"vcc driver 7 dead\"."};
+    const std::vector<std::string> before = more_faults_;
+    for (const std::string& fault : added) {
+        std::erase(more_faults_, fault);
+        more_faults_.push_back(fault);
+    }
+    try {
+        return bring_in();
+    } catch (const std::exception&) {
+        more_faults_ = before;
+        throw;
+    }
+}
+
+bool simulator::remove_fault(std::size_t index)
+{
+    if (index < more_faults_.size()) more_faults_.erase(more_faults_.begin() + static_cast<std::ptrdiff_t>(index));
+    return bring_in();
+}
+
+bool simulator::remove_faults()
+{
+    more_faults_.clear();
     return bring_in();
 }
 

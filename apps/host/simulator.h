@@ -1,4 +1,4 @@
-// The socket of the simulated programmer for a host: the chip in it, and the faults of its pins.
+// The simulated programmer for a host: what is in its socket, the faults of a chip's pins, and its own.
 #pragma once
 
 #include "tamrix/simulator.h"
@@ -40,17 +40,31 @@ public:
     /// Null if there is none of that name.
     const simulated_chip* find(std::string_view name) const;
 
-    /// The chip in the socket; null if it is empty.
-    const simulated_chip* chip() const { return find(chip_); }
+    /// The name of the test board, which no chip has.
+    static constexpr std::string_view test_board = "test board";
+    /// The name of what is in the socket; empty if it is empty.
+    const std::string& in_socket() const { return in_socket_; }
+    /// The chip in the socket; null if there is none.
+    const simulated_chip* chip() const { return find(in_socket_); }
     pin_state state_of(int pin) const;
     /// How many pins of the chip have a fault.
     std::size_t faults() const { return faults_.size(); }
 
-    /// Inserts another chip, without faults; an empty name empties the socket. All three also change a running
-    /// programmer; false if none is running, so that the next one needs options(). Throw std::runtime_error.
+    /// What is broken beside the pins of a chip, as docs/simulator.md names it, in the order in which it was added. It
+    /// stays when another chip is inserted.
+    const std::vector<std::string>& more_faults() const { return more_faults_; }
+
+    /// Inserts another chip, without bad pins, or the test board; an empty name empties the socket. All of these also
+    /// change a running programmer; false if none is running, so that the next one needs options(). Throw
+    /// std::runtime_error.
     bool insert(std::string_view name);
     bool set(int pin, pin_state state);
     bool mend();
+    /// Adds one fault, or several with ";" between; all of them or, if one is wrong, none.
+    bool add_faults(std::string_view texts);
+    /// Removes the fault at `index` of more_faults(); nothing if there is none.
+    bool remove_fault(std::size_t index);
+    bool remove_faults();
 
     /// What could have harmed a real chip since the last call, each kind once, with its count.
     std::vector<std::string> take_hazards();
@@ -64,8 +78,9 @@ private:
     decltype(&tamrix_simulator_hazards) hazards_;
     decltype(&tamrix_simulator_chips) list_chips_;
     std::vector<simulated_chip> chips_;
-    std::string chip_;  // empty: none
-    std::map<int, pin_state> faults_;
+    std::string in_socket_;
+    std::map<int, pin_state> faults_;  // of the chip's pins
+    std::vector<std::string> more_faults_;
 };
 
 }  // namespace tamrix::host

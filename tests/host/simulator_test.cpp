@@ -1,3 +1,4 @@
+#include "host/fault_examples.h"
 #include "host/simulator.h"
 
 #include <algorithm>
@@ -58,6 +59,72 @@ TEST(simulated_socket, a_fresh_chip_is_sound)
     EXPECT_EQ(socket.faults(), 0u);
     socket.insert("");
     EXPECT_EQ(socket.chip(), nullptr);
+}
+
+TEST(simulated_socket, takes_the_test_board)
+{
+    simulator socket{TAMRIX_SIM_LIBRARY, TAMRIX_DATA_OF_SOURCE "/chips"};
+    socket.insert("7400");
+    socket.insert("test board");
+    EXPECT_EQ(socket.in_socket(), simulator::test_board);
+    EXPECT_EQ(socket.chip(), nullptr) << "it is no chip";
+    EXPECT_NE(socket.options(40).find("\nsocket test board\n"), std::string::npos);
+    EXPECT_THROW(socket.set(1, pin_state::open), std::runtime_error);
+}
+
+TEST(simulated_socket, keeps_faults_of_the_programmer_when_the_chip_changes)
+{
+    simulator socket{TAMRIX_SIM_LIBRARY, TAMRIX_DATA_OF_SOURCE "/chips"};
+    EXPECT_FALSE(socket.add_faults(" vcc driver 7 dead ;input 9 stuck 0;")) << "no programmer is running";
+    socket.insert("7400");
+    socket.set(3, pin_state::open);
+    EXPECT_EQ(socket.more_faults(), (std::vector<std::string>{"vcc driver 7 dead", "input 9 stuck 0"}));
+    EXPECT_EQ(socket.faults(), 1u) << "bad pins of the chip alone";
+    EXPECT_TRUE(socket.options(40).ends_with("\nsocket 7400\nno faults\nfault pin 3 open\nfault vcc driver 7 dead\n"
+                                             "fault input 9 stuck 0\n"))
+        << socket.options(40);
+    socket.mend();
+    EXPECT_EQ(socket.more_faults().size(), 2u);
+    socket.remove_fault(2);
+    socket.remove_fault(0);
+    EXPECT_EQ(socket.more_faults(), std::vector<std::string>{"input 9 stuck 0"});
+    socket.remove_faults();
+    EXPECT_TRUE(socket.options(40).ends_with("\nsocket 7400\nno faults\n"));
+}
+
+TEST(simulated_socket, a_fault_that_is_already_there_comes_last_and_once)
+{
+    simulator socket{TAMRIX_SIM_LIBRARY, TAMRIX_DATA_OF_SOURCE "/chips"};
+    socket.add_faults("lost reply; no answer");
+    socket.add_faults("lost reply");
+    EXPECT_EQ(socket.more_faults(), (std::vector<std::string>{"no answer", "lost reply"}));
+}
+
+TEST(simulated_socket, refuses_a_wrong_fault_with_the_reason_and_changes_nothing)
+{
+    simulator socket{TAMRIX_SIM_LIBRARY, TAMRIX_DATA_OF_SOURCE "/chips"};
+    socket.add_faults("no answer");
+    const auto why = [&](const std::string& faults) {
+        try {
+            socket.add_faults(faults);
+            return std::string{};
+        } catch (const std::runtime_error& error) {
+            return std::string{error.what()};
+        }
+    };
+    EXPECT_EQ(why("vcc driver 7 broken"),
+              "fault \"vcc driver 7 broken\": \"broken\" where \"dead\" or \"always on\" was expected");
+    EXPECT_NE(why("vcc driver 7 dead; vcc driver 70 dead"), "");
+    EXPECT_NE(why("vcc driver 7 dead\nsocket 7400"), "") << "a line of its own is a fault too";
+    EXPECT_EQ(why(" ; "), "A fault is expected, such as \"vcc driver 7 dead\".");
+    EXPECT_EQ(socket.more_faults(), std::vector<std::string>{"no answer"});
+}
+
+TEST(simulated_socket, understands_each_fault_that_it_offers)
+{
+    simulator socket{TAMRIX_SIM_LIBRARY, TAMRIX_DATA_OF_SOURCE "/chips"};
+    for (const char* const example : fault_examples()) EXPECT_NO_THROW(socket.add_faults(example)) << example;
+    EXPECT_EQ(socket.more_faults().size(), fault_examples().size()) << "one is there twice";
 }
 
 TEST(simulated_socket, refuses_chips_and_pins_that_are_not_there)
