@@ -40,7 +40,7 @@ ROOMS = {
     "instruments/wave": "include/tamrix",
     "entry": "include/tamrix base forms session channel formats transfer pld ttl ttl/run ttl/dialogs device selftest"
              " instruments/wave",
-    "entry/library.cpp": "include/tamrix wxui messages programmer session formats pld entry",
+    "entry/library.cpp": "include/tamrix wxui messages programmer session formats pld selftest entry",
     "com/server": "",
     "com": "base programmer session entry wxui com/server",
     "sim/part.h": "",

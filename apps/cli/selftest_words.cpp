@@ -2,6 +2,7 @@
 
 #include "cli/json.h"
 #include "selftest/socket_frame.h"
+#include "selftest/verdict.h"
 
 #include <cmath>
 #include <cstdio>
@@ -23,8 +24,6 @@ std::string formatted(const char* format, double value)
 }
 
 std::string volts(double millivolts) { return formatted("%.3f V", millivolts / millivolts_per_volt); }
-
-std::string counted_faults(std::size_t count) { return std::to_string(count) + (count == 1 ? " fault" : " faults"); }
 
 struct place {
     int pin;
@@ -73,29 +72,6 @@ std::string array_of(const std::vector<T>& values)
     std::vector<std::string> objects;
     for (const T& value : values) objects.push_back(object_of(value));
     return json::array(objects);
-}
-
-/// A run that looked at less than everything says so.
-std::string words_of_pass(const selftest_report& report)
-{
-    std::string words = "passed";
-    if (!report.not_tested.empty()) words += ", as far as it was tested";
-    if (!report.faults.empty()) words += "; faults that fail no run: " + std::to_string(report.faults.size());
-    return words;
-}
-
-std::string verdict_of(const selftest_report& report)
-{
-    const std::string faults = counted_faults(report.faults.size());
-    switch (report.result) {
-    case selftest_result::passed: return words_of_pass(report);
-    case selftest_result::failed: return "failed, " + faults;
-    case selftest_result::stopped: return "failed, stopped after " + faults;
-    case selftest_result::not_answered: return "not carried out: the programmer does not answer";
-    case selftest_result::communication_error: return "not carried out: a reply did not come";
-    case selftest_result::no_test_board: return "not carried out: no test board in the socket";
-    default: return "not carried out";
-    }
 }
 
 std::string name_of(selftest_result result)

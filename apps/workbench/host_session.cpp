@@ -184,6 +184,11 @@ outcome host_session::vector_test(bool hardware)
         [&](Clstamrix& plug_in) { return plug_in.vecttest0(vectors_of_file, rows_and_one, supply_of_device, ok); });
 }
 
+std::pair<tamrix_selftest_result, std::string> host_session::last_selftest() const
+{
+    return {library_.last_selftest(plug_in_.get()), library_.selftest_report(plug_in_.get())};
+}
+
 void host_session::use_language(std::int32_t offset)
 {
     blocks_->value<std::int32_t>("Language") = offset;

@@ -79,6 +79,8 @@ public:
     outcome show_note();
     /// How many vectors the device has for vector_test.
     int vector_count() const { return library_.vector_count(plug_in_.get()); }
+    /// How the last self-test of the last call ended, and the plug-in's report of it.
+    std::pair<tamrix_selftest_result, std::string> last_selftest() const;
     /// Plays the vectors of the device, 100 at most, with its own supply.
     outcome vector_test(bool hardware);
 

@@ -54,6 +54,8 @@ plug_in_library::plug_in_library(const std::string& path) : library_{load(path)}
     find(jedec_note, "tamrix_jedec_note");
     find(help_file, "tamrix_help_file");
     find(vector_count, "tamrix_vector_count");
+    find(last_selftest, "tamrix_last_selftest");
+    find(selftest_report, "tamrix_selftest_report");
     find(has_language, "tamrix_has_language");
     find(offers, "tamrix_offers");
     find(describe_format, "tamrix_describe_format");

@@ -23,6 +23,8 @@ public:
     decltype(&tamrix_jedec_note) jedec_note;
     decltype(&tamrix_help_file) help_file;
     decltype(&tamrix_vector_count) vector_count;
+    decltype(&tamrix_last_selftest) last_selftest;
+    decltype(&tamrix_selftest_report) selftest_report;
     decltype(&tamrix_has_language) has_language;
     decltype(&tamrix_offers) offers;
     decltype(&tamrix_describe_format) describe_format;

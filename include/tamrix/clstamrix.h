@@ -81,6 +81,20 @@ TAMRIX_EXPORT const char* tamrix_help_file(tamrix::Clstamrix* plug_in) noexcept;
 /// How many test vectors the device has: those of the fuse file that readpldfile read last, with the changes of the
 /// vector editor.
 TAMRIX_EXPORT int tamrix_vector_count(tamrix::Clstamrix* plug_in) noexcept;
+/// How the self-test ended that the last call of mnutesttestksm ran; if its dialog ran several, the last one. A
+/// calibration is none. A run that the person stopped has failed. What could not be carried out (no answer, a reply
+/// that did not come, no test board) says nothing about the programmer.
+enum tamrix_selftest_result {
+    TAMRIX_SELFTEST_NONE,
+    TAMRIX_SELFTEST_PASSED,
+    TAMRIX_SELFTEST_FAILED,
+    TAMRIX_SELFTEST_NOT_CARRIED_OUT
+};
+TAMRIX_EXPORT tamrix_selftest_result tamrix_last_selftest(tamrix::Clstamrix* plug_in) noexcept;
+/// What that self-test found: the verdict, such as "failed, 2 faults", then the faults in the order in which they were
+/// found, each after a line feed: "pin 7 (port 4 bit 2): VCC driver: expected high, read low". English and UTF-8 in
+/// every language; "" with TAMRIX_SELFTEST_NONE. Valid until the next call into the plug-in.
+TAMRIX_EXPORT const char* tamrix_selftest_report(tamrix::Clstamrix* plug_in) noexcept;
 /// 1 if this version has texts for an offset in Language(0), else 0.
 TAMRIX_EXPORT int tamrix_has_language(std::int32_t offset) noexcept;
 /// 1 if the entry method named `method` has a dialog or routine in this version and on the programmer model in use,

@@ -145,6 +145,7 @@ reply entry_methods::mnutesttestksm()
 {
     return guarded([&] {
         variables_.selftest.pinmapmode = 0;
+        variables_.selftest.last = {};
         dialogs_.show(hw::model_of(plug_in_.blocks.modeltype(0)).self_test_form, plug_in_, variables_);
         return variant{};
     });

@@ -5,6 +5,7 @@
 #include "messages/catalogue.h"
 #include "pld/detect.h"
 #include "programmer/loaded_programmer.h"
+#include "selftest/verdict.h"
 #include "session/session.h"
 #include "tamrix/clstamrix.h"
 #include "tamrix/formats.h"
@@ -117,6 +118,25 @@ int tamrix_vector_count(tamrix::Clstamrix* plug_in) noexcept
 {
     if (plug_in == nullptr) return 0;
     return std::max(loaded(plug_in).variables.pld.pldvectcnt - 1, 0);
+}
+
+tamrix_selftest_result tamrix_last_selftest(tamrix::Clstamrix* plug_in) noexcept
+{
+    using tamrix::selftest_result;
+    if (plug_in == nullptr) return TAMRIX_SELFTEST_NONE;
+    switch (loaded(plug_in).variables.selftest.last.result) {
+    case selftest_result::none: return TAMRIX_SELFTEST_NONE;
+    case selftest_result::passed: return TAMRIX_SELFTEST_PASSED;
+    case selftest_result::failed:
+    case selftest_result::stopped: return TAMRIX_SELFTEST_FAILED;
+    default: return TAMRIX_SELFTEST_NOT_CARRIED_OUT;
+    }
+}
+
+const char* tamrix_selftest_report(tamrix::Clstamrix* plug_in) noexcept
+{
+    return tamrix::text_of(plug_in,
+                           [](const loaded_plug_in& it) { return tamrix::report_text(it.variables.selftest.last); });
 }
 
 int tamrix_has_language(std::int32_t offset) noexcept { return tamrix::has_language(offset) ? 1 : 0; }

@@ -47,6 +47,15 @@ TEST(mnutesttestksm, opens_the_pin_map_for_the_self_test)
     EXPECT_EQ(f.shown.size(), 1u);
 }
 
+TEST(mnutesttestksm, forgets_the_run_of_an_earlier_call)
+{
+    plug_in_with_dialogs f;
+    f.variables.selftest.last = {.model = 40, .result = selftest_result::failed, .faults = {{.pin = 7}}};
+    f.class_of_host.mnutesttestksm();
+    EXPECT_EQ(f.variables.selftest.last.result, selftest_result::none) << "its dialog ran nothing";
+    EXPECT_TRUE(f.variables.selftest.last.faults.empty());
+}
+
 TEST(mnutesteditttllib0, on_model_24_shows_the_pin_map_first_and_the_library_after_it)
 {
     plug_in_with_dialogs f;

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -220,6 +221,15 @@ TEST_F(sessions, a_vector_test_without_a_programmer_does_nothing_and_one_with_it
     const auto told = session.vector_test(true);
     EXPECT_EQ(told.result.error, "");
     EXPECT_EQ(told.lines, ">> Vector Test OK!\n");
+}
+
+TEST_F(sessions, without_a_self_test_there_is_no_report_of_one)
+{
+    host_session session{PLUG_IN};
+    session.select(logic);
+    EXPECT_EQ(session.last_selftest(), std::pair(TAMRIX_SELFTEST_NONE, std::string{}));
+    EXPECT_EQ(session.library().last_selftest(nullptr), TAMRIX_SELFTEST_NONE);
+    EXPECT_STREQ(session.library().selftest_report(nullptr), "");
 }
 
 TEST_F(sessions, a_plug_in_that_is_missing_is_told_with_its_path)
