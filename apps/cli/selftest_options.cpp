@@ -62,6 +62,7 @@ void check_list(const selftest_words& words)
                                                   {"--socket", words.socket.socket.has_value()},
                                                   {"--fault", !words.socket.faults.empty()},
                                                   {"--on-fault", words.on_fault.has_value()},
+                                                  {"--brief", words.brief},
                                                   {"--transcript", words.transcript.has_value()}};
     for (const auto& [name, is_given] : given)
         if (is_given) refuse(std::string{"--list and "} + name + ": only one of the two is expected");
@@ -78,6 +79,7 @@ void add_selftest_options(CLI::App& command, selftest_words& words)
     command.add_option("--on-fault", words.on_fault, "the button to press after a fault (default: continue)")
         ->type_name("continue|stop");
     command.add_flag("--json", words.json, "prints one JSON object instead of lines");
+    command.add_flag("--brief", words.brief, "prints only the faults and the verdict");
     command.add_option("--transcript", words.transcript, "write all calls of the programmer, with times, to this file")
         ->type_name("FILE");
     const auto group = "Simulated programmer";
@@ -105,6 +107,7 @@ void add_selftest_options(CLI::App& command, selftest_words& words)
 selftest_options check(const selftest_words& words)
 {
     if (words.list) check_list(words);
+    if (words.json && words.brief) refuse("--json and --brief: only one of the two is expected");
     selftest_options options;
     options.socket = check(socket_words{
         .model = words.socket.model, .route = words.socket.route, .socket = {}, .faults = words.socket.faults});
@@ -116,6 +119,7 @@ selftest_options check(const selftest_words& words)
     options.transcript = words.transcript.value_or("");
     options.list = words.list;
     options.json = words.json;
+    options.brief = words.brief;
     return options;
 }
 

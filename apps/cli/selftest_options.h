@@ -16,7 +16,7 @@ namespace tamrix::cli {
 struct selftest_words {
     std::optional<std::string> item, wfig, on_fault, transcript;
     socket_words socket{};
-    bool list = false, json = false;
+    bool list = false, json = false, brief = false;
 };
 
 struct selftest_options {
@@ -26,6 +26,7 @@ struct selftest_options {
     bool stop_at_fault = false;
     std::string transcript{};  // a file; empty: none
     bool list = false, json = false;
+    bool brief = false;  // only the faults and the verdict
 };
 
 void add_selftest_options(CLI::App& command, selftest_words& words);

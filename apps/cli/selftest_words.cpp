@@ -126,7 +126,7 @@ void selftest_output::status(const std::string& text)
 {
     if (text.empty()) return;
     statuses_.push_back(json::string(text));
-    if (!options_.json) con_.line(text);
+    if (!options_.json && !options_.brief) con_.line(text);
 }
 
 void selftest_output::ask(const std::string& text)
@@ -185,8 +185,11 @@ void selftest_output::run(const selftest_report& report, const std::string& name
                                        {"not_tested", array_of(report.not_tested)}}));
     }
     for (const selftest_fault& fault : report.faults) con_.line("fault: " + words_of(fault));
-    for (const selftest_fault& fault : report.kept_quiet) con_.line("seen, does not count: " + words_of(fault));
+    if (!options_.brief) {
+        for (const selftest_fault& fault : report.kept_quiet) con_.line("seen, does not count: " + words_of(fault));
+    }
     con_.line(name + ": " + verdict_of(report));
+    if (options_.brief) return;
     for (const untested_pins& pins : report.not_tested) con_.line(words_of(pins));
 }
 

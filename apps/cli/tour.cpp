@@ -115,6 +115,10 @@ void tour(console& con)
     steps.command({"ttl", "test", "7400", "--socket", "7400", "--fault", "pin 3 stuck 0"}, exit_failed);
     steps.title("What could an unknown chip be?");
     steps.command({"ttl", "find", "--socket", "74193"}, exit_done);
+    steps.title("A programmer tests itself; the simulated one is sound");
+    steps.command({"selftest", "--brief"}, exit_done);
+    steps.title("One with a dead driver is not");
+    steps.command({"selftest", "--brief", "--fault", "vcc driver 7 dead"}, exit_failed);
     con.line("\nThat is all so far. The workbench has a dialog for each of these steps.");
 }
 

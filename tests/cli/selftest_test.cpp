@@ -48,6 +48,17 @@ TEST(selftest, a_pass_says_what_was_not_tested_and_why)
     EXPECT_THAT(selftest({"--model", "9", "--wfig", "17"}).out, EndsWith("System Test OK!\nSystem Test: passed\n"));
 }
 
+TEST(selftest, a_brief_run_is_its_faults_and_its_verdict)
+{
+    EXPECT_EQ(selftest({"--brief"}).out, "System Test: passed, as far as it was tested\n");
+    const auto broken = selftest({"--brief", "--fault", "vcc driver 7 dead", "--fault", "ground driver 9 dead"});
+    EXPECT_EQ(broken.status, 1);
+    EXPECT_EQ(broken.out, "fault: pin 7 (port 4 bit 2): VCC driver: expected high, read low\n"
+                          "System Test: failed, 1 fault\n");
+    EXPECT_EQ(selftest({"--brief", "--item", "6", "--socket", "empty"}).out,
+              "Output Test: not carried out: no test board in the socket\n");
+}
+
 TEST(selftest, an_empty_status_is_no_line) { EXPECT_THAT(selftest({}).out, Not(HasSubstr("\n\n"))); }
 
 TEST(selftest, a_dead_driver_is_told_with_its_pin_and_fails)

@@ -43,7 +43,7 @@ TEST(selftest_usage, the_help_lists_every_option)
     const auto result = selftest({"--help"});
     EXPECT_EQ(result.status, 0);
     for (const char* option :
-         {"--item N", "--list", "--on-fault continue|stop", "--json", "--transcript FILE", "--model N",
+         {"--item N", "--list", "--on-fault continue|stop", "--json", "--brief", "--transcript FILE", "--model N",
           "--route usb|devobj", "--wfig N", "--socket \"test board\"|empty", "--fault TEXT", "--language CODE",
           "Exit status: 0 passed, 1 failed, 2 rejected values or wrong usage, 3 "}) {
         EXPECT_THAT(result.out, HasSubstr(option));
@@ -107,6 +107,8 @@ TEST(selftest_usage, wrong_usage_is_refused_before_anything_is_tested)
         {{"--list", "--fault", "no answer"}, "--list and --fault: only one of the two is expected"},
         {{"--list", "--on-fault", "stop"}, "--list and --on-fault: only one of the two is expected"},
         {{"--list", "--transcript", "x"}, "--list and --transcript: only one of the two is expected"},
+        {{"--list", "--brief"}, "--list and --brief: only one of the two is expected"},
+        {{"--json", "--brief"}, "--json and --brief: only one of the two is expected"},
         {{"--fast"}, "The following argument was not expected: --fast"},
     };
     for (const refused_run& one : all) {

@@ -22,6 +22,10 @@ TEST(tour, detects_converts_compares_and_shows_what_failures_say)
     EXPECT_THAT(result.out, HasSubstr("--socket 7400\n7400: Vector Test OK!\n"));
     EXPECT_THAT(result.out, HasSubstr("--fault \"pin 3 stuck 0\"\nExpected: V0002:"));
     EXPECT_THAT(result.out, HasSubstr("$ tamrix ttl find --socket 74193\n40193\n74193\n"));
+    EXPECT_THAT(result.out, HasSubstr("$ tamrix selftest --brief\nSystem Test: passed, as far as it was tested\n"));
+    EXPECT_THAT(result.out, HasSubstr("$ tamrix selftest --brief --fault \"vcc driver 7 dead\"\n"
+                                      "fault: pin 7 (port 4 bit 2): VCC driver: expected high, read low\n"
+                                      "System Test: failed, 1 fault\n(exit status 1)\n"));
 }
 
 TEST(tour, runs_on_the_data_that_the_environment_names)

@@ -28,17 +28,18 @@ TEST(usage, the_version_is_one_line)
 
 TEST(usage, every_command_has_help_on_standard_output)
 {
-    for (const std::string command : {"convert", "detect", "tour"}) {
+    const std::string statuses =
+        "Exit status: 0 done, 1 failed, 2 rejected values or wrong usage, 3 a test could not be carried out.";
+    const std::string statuses_of_selftest =
+        "Exit status: 0 passed, 1 failed, 2 rejected values or wrong usage, 3 the test could not be carried out.";
+    for (const std::string command : {"convert", "detect", "jedec", "selftest", "svf", "ttl", "vectors", "tour"}) {
         const auto result = tamrix_command({command, "--help"});
         EXPECT_EQ(result.status, 0);
         EXPECT_THAT(result.out, HasSubstr("Usage: tamrix " + command));
-        EXPECT_THAT(
-            result.out,
-            HasSubstr(
-                "Exit status: 0 done, 1 failed, 2 rejected values or wrong usage, 3 a test could not be carried out."));
-        EXPECT_EQ(result.err, "");
+        EXPECT_THAT(result.out, HasSubstr(command == "selftest" ? statuses_of_selftest : statuses));
+        EXPECT_EQ(result.err, "") << command;
+        EXPECT_THAT(tamrix_command({"--help"}).out, HasSubstr("\n  " + command + " ")) << command;
     }
-    EXPECT_THAT(tamrix_command({"--help"}).out, HasSubstr("convert"));
 }
 
 TEST(usage, the_help_of_convert_lists_every_option)
