@@ -1,5 +1,6 @@
 #include "workbench/log_panel.h"
 
+#include "workbench/colours.h"
 #include "workbench/text.h"
 
 #include <wx/settings.h>
@@ -24,11 +25,7 @@ void log_panel::status(const std::string& lines)
 
 void log_panel::remark(const std::string& words) { append(words, wxSystemSettings::GetColour(wxSYS_COLOUR_GRAYTEXT)); }
 
-void log_panel::trouble(const std::string& words)
-{
-    const bool dark = wxSystemSettings::GetAppearance().IsDark();
-    append(words, dark ? wxColour{255, 128, 128} : wxColour{176, 0, 0});
-}
+void log_panel::trouble(const std::string& words) { append(words, trouble_colour()); }
 
 void log_panel::append(const std::string& words, const wxColour& colour)
 {

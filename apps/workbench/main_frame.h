@@ -74,6 +74,8 @@ private:
     void choose_programmer(const start_options& options);
     void attach_programmer();
     void build_socket_panel(wxWindow* parent);
+    void build_fault_panel(fault_panel& panel);
+    std::string add_faults(const std::string& faults);
     void insert_chip(const std::string& name);
     void break_pin(int pin, host::pin_state state);
     /// After a change of the socket that came `through` to a programmer that is running, or not.
@@ -135,7 +137,7 @@ private:
     std::string file_;         // the last one loaded or saved
     wxString sought_;
     std::unique_ptr<host::simulator> socket_;  // null where the programmer is not simulated
-    std::string programmer_trouble_;           // shown as soon as there is a log
+    std::string programmer_trouble_;  // shown as soon as there is a log
     bool has_programmer_ = false;
     wxNotebook* sides_ = nullptr;
     device_panel* device_panel_ = nullptr;

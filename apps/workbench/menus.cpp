@@ -147,6 +147,10 @@ wxMenu* main_frame::test_menu()
         open_page(socket_panel_);
         socket_panel_->start_search();
     });
+    add(menu, "Fa&ults…\tCtrl+U", "Break the simulated programmer", [this] {
+        open_page(socket_panel_);
+        socket_panel_->start_faults();
+    });
     menu->AppendSeparator();
     add_logic_call(menu, "&TTL && CMOS Test…\tF5", "Test a logic device from the library", "mnutestttltest0",
                    [](Clstamrix& plug_in, std::string& folder, bool16& hardware) {

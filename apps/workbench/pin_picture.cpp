@@ -1,5 +1,6 @@
 #include "workbench/pin_picture.h"
 
+#include "workbench/colours.h"
 #include "workbench/text.h"
 
 #include <algorithm>
@@ -21,11 +22,6 @@ const char* mark_of(host::pin_state state)
     case host::pin_state::sound: break;
     }
     return "";
-}
-
-wxColour trouble_colour()
-{
-    return wxSystemSettings::GetAppearance().IsDark() ? wxColour{255, 128, 128} : wxColour{176, 0, 0};
 }
 
 }  // namespace
@@ -113,7 +109,9 @@ void pin_picture::paint(wxDC& dc)
     const auto* chip = socket_.chip();
     if (chip == nullptr) {
         dc.SetTextForeground(wxSystemSettings::GetColour(wxSYS_COLOUR_GRAYTEXT));
-        return dc.DrawLabel("The socket is empty.", wxRect{GetClientSize()}, wxALIGN_CENTER);
+        const bool empty = socket_.in_socket().empty();
+        const wxString words = empty ? "The socket is empty." : "It joins each pin with the one opposite.";
+        return dc.DrawLabel(words, wxRect{GetClientSize()}, wxALIGN_CENTER);
     }
     const wxRect outline = body();
     dc.SetPen(wxPen{wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOWTEXT), 1});

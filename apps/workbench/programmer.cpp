@@ -51,7 +51,7 @@ void main_frame::choose_programmer(const start_options& options)
             socket_ = std::make_unique<host::simulator>("", data_folder_ + "chips");
             choice.library = socket_->library_path();
             const std::string chip = to_utf8(kept.Read(chip_key, ""));
-            if (socket_->find(chip) != nullptr) socket_->insert(chip);
+            if (socket_->find(chip) != nullptr || chip == host::simulator::test_board) socket_->insert(chip);
             has_programmer_ = true;
         } catch (const std::exception& error) {
             programmer_trouble_ = error.what();
@@ -85,10 +85,44 @@ void main_frame::build_socket_panel(wxWindow* parent)
             log_->remark("Socket: all pins are sound");
         });
     };
+    if (socket_panel_->faults() != nullptr) build_fault_panel(*socket_panel_->faults());
     socket_panel_->on_programmer = [this] {
         attempt("The programmer cannot be changed", [&] { attach_programmer(); });
         update_menus();
     };
+}
+
+void main_frame::build_fault_panel(fault_panel& panel)
+{
+    panel.on_add = [this](const std::string& faults) { return add_faults(faults); };
+    panel.on_remove = [this](std::size_t index) {
+        attempt("The fault cannot be removed", [&] {
+            log_->remark("Programmer: without the fault \"" + socket_->more_faults().at(index) + "\"");
+            socket_changed(socket_->remove_fault(index));
+        });
+    };
+    panel.on_remove_all = [this] {
+        attempt("The faults cannot be removed", [&] {
+            socket_changed(socket_->remove_faults());
+            log_->remark("Programmer: without faults");
+        });
+    };
+}
+
+/// Returns why they are refused.
+std::string main_frame::add_faults(const std::string& faults)
+{
+    bool through = false;
+    try {
+        through = socket_->add_faults(faults);
+    } catch (const std::exception& error) {
+        return error.what();
+    }
+    attempt("The programmer cannot be changed", [&] {
+        socket_changed(through);
+        log_->remark("Programmer: with the fault \"" + faults + "\"");
+    });
+    return {};
 }
 
 void main_frame::insert_chip(const std::string& name)
@@ -96,7 +130,8 @@ void main_frame::insert_chip(const std::string& name)
     attempt("The chip does not go into the socket", [&] {
         socket_changed(socket_->insert(name));
         const host::simulated_chip* const chip = socket_->chip();
-        log_->remark(chip != nullptr ? "Socket: " + chip->name + ", " + chip->description : "Socket: empty");
+        const std::string description = chip != nullptr ? ", " + chip->description : "";
+        log_->remark("Socket: " + (name.empty() ? "empty" : name) + description);
         wxConfigBase::Get()->Write(chip_key, to_wx(name));
     });
 }
@@ -125,11 +160,12 @@ void main_frame::show_socket()
     if (socket_ == nullptr) {
         return SetStatusText(has_programmer_ ? "Programmer: attached" : "No programmer", socket_field);
     }
-    const host::simulated_chip* const chip = socket_->chip();
-    wxString text = chip != nullptr ? "Socket: " + to_wx(chip->name) : wxString{"Socket: empty"};
-    if (const std::size_t count = socket_->faults(); count != 0) {
+    const std::string& there = socket_->in_socket();
+    wxString text = "Socket: " + (there.empty() ? wxString{"empty"} : to_wx(there));
+    if (const std::size_t count = socket_->faults(); count != 0)
         text += wxString::Format(count == 1 ? ", %zu bad pin" : ", %zu bad pins", count);
-    }
+    if (const std::size_t count = socket_->more_faults().size(); count != 0)
+        text += wxString::Format(count == 1 ? ", %zu fault" : ", %zu faults", count);
     SetStatusText(text, socket_field);
 }
 

@@ -19,6 +19,12 @@ wxString description_of(const host::simulated_chip& chip)
     return to_wx(chip.description + (chip.same_as.empty() ? "" : ", as " + chip.same_as));
 }
 
+wxString title_of(const host::simulator& socket)
+{
+    if (const auto* const chip = socket.chip()) return to_wx(chip->name) + L" – " + description_of(*chip);
+    return socket.in_socket() == host::simulator::test_board ? "Test board" : "No chip";
+}
+
 bool matches(const wxString& line, const wxString& words)
 {
     const wxString all = line.Lower();
@@ -43,11 +49,21 @@ socket_panel::socket_panel(wxWindow* parent, const host::simulator* socket, int 
     area_->SetScrollRate(0, FromDIP(10));
     area_->SetMinSize(FromDIP(wxSize{60, 60}));
     auto* column = new wxBoxSizer{wxVERTICAL};
+    const wxSizerFlags below = wxSizerFlags{}.Expand().Border(wxTOP, FromDIP(9));
     if (socket_ != nullptr) {
         column->Add(chip_list(), wxSizerFlags{1}.Expand());
-        column->Add(chip_in_socket(), wxSizerFlags{}.Expand().Border(wxTOP, FromDIP(9)));
+        column->Add(chip_in_socket(), below);
     }
-    column->Add(programmer_box(model, usb), wxSizerFlags{}.Expand().Border(wxTOP, FromDIP(9)));
+    column->Add(programmer_box(model, usb), below);
+    if (socket_ != nullptr) {
+        faults_ = new fault_panel{area_, *socket_};
+        faults_->on_resize = [this] { make_room(); };
+        faults_->Bind(wxEVT_CHILD_FOCUS, [this](wxChildFocusEvent& event) {
+            event.Skip();
+            CallAfter([this] { bring_into_view(*faults_); });  // a page that just opened has no layout before
+        });
+        column->Add(faults_, below);
+    }
     auto* outer = new wxBoxSizer{wxVERTICAL};
     outer->Add(column, wxSizerFlags{1}.Expand().Border(wxALL, FromDIP(6)));
     area_->SetSizer(outer);
@@ -138,10 +154,26 @@ wxSizer* socket_panel::programmer_box(int model, bool usb)
     return framed;
 }
 
+void socket_panel::make_room()
+{
+    area_->FitInside();
+    if (IsShownOnScreen()) area_->Layout();
+}
+
+/// The area itself does so only for its own children.
+void socket_panel::bring_into_view(const wxWindow& part)
+{
+    const wxRect place{area_->ScreenToClient(part.GetScreenPosition()), part.GetSize()};
+    const int below = place.GetBottom() - area_->GetClientSize().y + 1;
+    int unit = 0;
+    area_->GetScrollPixelsPerUnit(nullptr, &unit);
+    if (below > 0) area_->Scroll(-1, area_->GetViewStart().y + (below + unit - 1) / unit);
+}
+
 void socket_panel::fill()
 {
     const wxString words = search_->GetValue().Trim().Trim(false);
-    const host::simulated_chip* const there = socket_->chip();
+    const std::string& there = socket_->in_socket();
     list_->DeleteAllItems();
     const auto add = [&](const wxString& name, const wxString& pins, const wxString& function, bool chosen) {
         if (!matches(name + " " + function, words)) return;
@@ -152,9 +184,11 @@ void socket_panel::fill()
         list_->AppendItem(line);
         if (chosen) list_->SelectRow(static_cast<unsigned>(list_->GetItemCount() - 1));
     };
-    add(empty_row, "", "no chip in the socket", there == nullptr);
+    add(empty_row, "", "no chip in the socket", there.empty());
+    const wxString board = to_wx(host::simulator::test_board);
+    add(board, "", "for the Output Test of the self-test", there == host::simulator::test_board);
     for (const host::simulated_chip& chip : socket_->chips()) {
-        add(to_wx(chip.name), wxString::Format("%d", chip.pins()), description_of(chip), there == &chip);
+        add(to_wx(chip.name), wxString::Format("%d", chip.pins()), description_of(chip), there == chip.name);
     }
     if (const int row = list_->GetSelectedRow(); row != wxNOT_FOUND) list_->EnsureVisible(list_->RowToItem(row));
 }
@@ -170,8 +204,7 @@ void socket_panel::tell_choice()
     const int row = list_->GetSelectedRow();
     if (row == wxNOT_FOUND) return;
     const std::string name = name_in_row(row);
-    const host::simulated_chip* const there = socket_->chip();
-    if (name != (there != nullptr ? there->name : std::string{})) on_insert(name);
+    if (name != socket_->in_socket()) on_insert(name);
 }
 
 void socket_panel::show_pin()
@@ -191,19 +224,23 @@ void socket_panel::show_pin()
 void socket_panel::refresh()
 {
     if (socket_ == nullptr) return;
-    const host::simulated_chip* const chip = socket_->chip();
-    const wxString title = chip != nullptr ? to_wx(chip->name) + L" – " + description_of(*chip) : wxString{"No chip"};
+    faults_->refresh();
+    const wxString title = title_of(*socket_);
     if (title != title_->GetLabelText() || list_->GetItemCount() == 0) {
         title_->SetLabelText(title);
         picture_->take_chip();
-        if (list_->GetSelectedRow() == wxNOT_FOUND ||
-            name_in_row(list_->GetSelectedRow()) != (chip != nullptr ? chip->name : "")) {
+        if (list_->GetSelectedRow() == wxNOT_FOUND || name_in_row(list_->GetSelectedRow()) != socket_->in_socket()) {
             fill();
         }
-        area_->FitInside();
-        if (IsShownOnScreen()) area_->Layout();
+        make_room();
     }
     show_pin();
+}
+
+void socket_panel::start_faults()
+{
+    if (faults_ == nullptr) return model_->SetFocus();
+    faults_->start_entry();
 }
 
 void socket_panel::start_search()

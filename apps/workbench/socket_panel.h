@@ -1,7 +1,9 @@
-// The simulated socket: the list of chips, the pins of the one that is in it, and how the programmer is reached.
+// The simulated socket: what can be put into it, the pins of the chip in it; the programmer's faults, how it is
+// reached, and what its last self-test came to.
 #pragma once
 
 #include "host/simulator.h"
+#include "workbench/fault_panel.h"
 #include "workbench/pin_picture.h"
 
 #include <functional>
@@ -25,13 +27,17 @@ public:
 
     /// Moves the focus to the search box, or to the model if there is none.
     void start_search();
-    /// Call this after the socket has changed.
+    /// Moves the focus to the line for faults, or to the model if there is none.
+    void start_faults();
+    /// Call this after the socket or the faults have changed.
     void refresh();
+    /// Null if the programmer is not simulated.
+    fault_panel* faults() const { return faults_; }
 
     int model() const { return model_->GetValue(); }
     bool usb() const { return route_->GetSelection() == 0; }
 
-    /// The person chose this chip for the socket; an empty name is an empty socket.
+    /// The person chose this for the socket: a chip, the test board, or with an empty name nothing.
     std::function<void(const std::string&)> on_insert;
     std::function<void(int pin, host::pin_state)> on_break;
     std::function<void()> on_mend;
@@ -42,6 +48,8 @@ private:
     wxSizer* chip_list();
     wxSizer* chip_in_socket();
     wxSizer* programmer_box(int model, bool usb);
+    void make_room();
+    void bring_into_view(const wxWindow& part);
     void fill();
     void tell_choice();
     void show_pin();
@@ -56,6 +64,7 @@ private:
     wxStaticText* pin_ = nullptr;
     wxChoice* state_ = nullptr;
     wxButton* mend_ = nullptr;
+    fault_panel* faults_ = nullptr;
     wxSpinCtrl* model_ = nullptr;
     wxChoice* route_ = nullptr;
 };
