@@ -53,6 +53,12 @@ register lumbat.dll
 vector_test none TAMRIX_SIMULATOR='chips chips; socket 7400; speed 1000; transcript vector_test.txt'
 vector_test 'device object lumbat.devobj: hwreset: option "model moon"' TAMRIX_SIMULATOR='model moon'
 vector_test "device object nobodys.devobj: $unknown" TAMRIX_DEVOBJ=nobodys.devobj
+echo '== the self-test of that programmer, driven by a script and a person'
+settings=(TAMRIX_SIMULATOR='model 40; speed 1000')
+script self_test.vbs sound
+settings=(TAMRIX_SIMULATOR='model 40; speed 1000; fault vcc driver 7 dead; fault bad ram bank 3')
+script self_test.vbs broken
+settings=()
 register /u lumbat.dll
 register /u script_blocks.dll
 echo '== the examples'

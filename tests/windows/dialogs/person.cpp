@@ -2,6 +2,7 @@
 // the deed with the mouse and the keyboard, as a person would. It knows nothing of the window but what it shows.
 //   BUTTON     presses the button with this caption
 //   keys:TEXT  types; {enter}, {esc}, {tab} and {alt+X} are keys
+//   await:TEXT waits until the window shows this text, on nothing that is disabled
 //   read       writes the captions and texts in the window, a line each
 // Ends with 1 where a window, a button or a key does not exist, and says so in person.log too, since nobody sees the
 // output of a program that a script starts.
@@ -81,15 +82,24 @@ void click(HWND button)
     }
 }
 
+/// What shows this caption or text and is not disabled; null where there is none.
+HWND find(const std::wstring& caption, HWND window)
+{
+    for (const HWND child : seen_in(window)) {
+        if (::IsWindowEnabled(child) != FALSE && without_mnemonic(text_of(child)) == caption) return child;
+    }
+    return nullptr;
+}
+
+void await(const std::wstring& text, HWND window)
+{
+    wait_until([&] { return find(text, window) != nullptr; }, "nothing shows " + utf8(text));
+}
+
 void press(const std::wstring& caption, HWND window)
 {
-    HWND button = nullptr;
-    for (const HWND child : seen_in(window)) {
-        const bool works = ::IsWindowEnabled(child) != FALSE;
-        if (button == nullptr && works && without_mnemonic(text_of(child)) == caption) button = child;
-    }
-    if (button == nullptr) throw std::runtime_error{"no button " + utf8(caption)};
-    click(button);
+    await(caption, window);
+    click(find(caption, window));
 }
 
 void key(WORD code, bool with_alt = false)
@@ -155,6 +165,8 @@ int wmain(int count, wchar_t** words)
             const std::wstring deed = words[i + 1];
             if (deed == L"read") {
                 read(window);
+            } else if (deed.starts_with(L"await:")) {
+                await(deed.substr(6), window);
             } else if (deed.starts_with(L"keys:")) {
                 type(deed.substr(5));
             } else {
