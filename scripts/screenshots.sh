@@ -158,4 +158,20 @@ xdotool type --delay 20 PIC16F877A
 press Return
 picture device-note '^Note!'
 press Return
+
+# The programmer tests itself, with a dead driver.
+press F7
+xdotool type --delay 20 'vcc driver 7 dead'
+press Return
+press alt+t s
+window '^Self_test' >/dev/null
+sleep 0.5
+press Return
+sleep 5
+picture self-test '^Self_test'
+press Return
+sleep 3
+press Escape
+window '^tamrix workbench' >/dev/null
+picture last-self-test '^tamrix workbench'
 press ctrl+q

@@ -56,6 +56,7 @@ void main_frame::test_vectors()
     }
     const wxString what = "Vector Test failed";
     attempt(what, [&] {
+        recall_failed_selftest();
         tell(what, session_.vector_test(has_programmer_));
         if (count > 100) log_->remark("The first 100 of " + std::to_string(count) + " vectors were played");
         tell_hazards();

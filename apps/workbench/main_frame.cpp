@@ -76,6 +76,7 @@ main_frame::main_frame(const start_options& options)
     SetStatusText("No file loaded", format_field);
     attempt("The programmer cannot be attached", [&] { attach_programmer(); });
     show_socket();
+    read_last_selftest();
 
     SetMinSize(FromDIP(wxSize{640, 420}));
     wxPersistenceManager::Get().RegisterAndRestore(this);
@@ -98,7 +99,7 @@ void main_frame::build_panels()
     build_socket_panel(sides_);
     sides_->AddPage(socket_panel_, "Socket");
     for (wxWindow* page : {static_cast<wxWindow*>(device_panel_), static_cast<wxWindow*>(socket_panel_)}) {
-        page->SetSize(FromDIP(wxSize{330, 640}));  // the toolkit complains of lists that first show without any room
+        page->SetSize(FromDIP(wxSize{330, 900}));  // the toolkit complains of lists that first show without any room
         page->Layout();
     }
     auto* right = new wxSplitterWindow{sides, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxSP_LIVE_UPDATE};

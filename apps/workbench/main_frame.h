@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/languages.h"
+#include "host/last_selftest.h"
 #include "workbench/device_catalogue.h"
 #include "workbench/device_panel.h"
 #include "workbench/hex_view.h"
@@ -12,6 +13,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -87,6 +89,13 @@ private:
     void find_logic_device();
     void tell_hazards();
 
+    void run_selftest();
+    void take_selftest();
+    void read_last_selftest();
+    void show_last_selftest();
+    /// Logs that the programmer failed its last self-test, if it did. Call this before a test that needs a sound one.
+    void recall_failed_selftest();
+
     void select_device(const host::device_preset& device);
     void choose_device(const host::device_preset& device);
     void note_when_idle();
@@ -137,6 +146,7 @@ private:
     std::string file_;         // the last one loaded or saved
     wxString sought_;
     std::unique_ptr<host::simulator> socket_;  // null where the programmer is not simulated
+    std::optional<host::last_selftest> last_selftest_;
     std::string programmer_trouble_;  // shown as soon as there is a log
     bool has_programmer_ = false;
     wxNotebook* sides_ = nullptr;

@@ -147,13 +147,14 @@ wxMenu* main_frame::test_menu()
         open_page(socket_panel_);
         socket_panel_->start_search();
     });
-    add(menu, "Fa&ults…\tCtrl+U", "Break the simulated programmer", [this] {
+    add(menu, "Fa&ults…\tF7", "Break the simulated programmer", [this] {
         open_page(socket_panel_);
         socket_panel_->start_faults();
     });
     menu->AppendSeparator();
     add_logic_call(menu, "&TTL && CMOS Test…\tF5", "Test a logic device from the library", "mnutestttltest0",
-                   [](Clstamrix& plug_in, std::string& folder, bool16& hardware) {
+                   [this](Clstamrix& plug_in, std::string& folder, bool16& hardware) {
+                       recall_failed_selftest();
                        std::uint8_t icsum = 0;
                        return plug_in.mnutestttltest0(icsum, hardware, folder);
                    });
@@ -167,8 +168,7 @@ wxMenu* main_frame::test_menu()
     add_method(menu, "&Vector Test", "Play the test vectors of the selected device on the chip in the socket",
                "vecttest0", [this] { test_vectors(); });
     menu->AppendSeparator();
-    add_call(menu, "&Self-Test…", "Test the programmer itself", "mnutesttestksm",
-             [](Clstamrix& plug_in) { return plug_in.mnutesttestksm(); });
+    add_method(menu, "&Self-Test…", "Test the programmer itself", "mnutesttestksm", [this] { run_selftest(); });
     return menu;
 }
 

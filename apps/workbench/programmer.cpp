@@ -193,6 +193,7 @@ void main_frame::find_logic_device()
     wxWindow* const focus = FindFocus();
     attempt(what, [&] {
         std::string folder = host::own_logic_libraries(data_folder_);
+        recall_failed_selftest();
         outcome told;
         {
             const wxWindowDisabler one_call_at_a_time;

@@ -55,6 +55,7 @@ socket_panel::socket_panel(wxWindow* parent, const host::simulator* socket, int 
         column->Add(chip_in_socket(), below);
     }
     column->Add(programmer_box(model, usb), below);
+    column->Add(last_selftest_box(), below);
     if (socket_ != nullptr) {
         faults_ = new fault_panel{area_, *socket_};
         faults_->on_resize = [this] { make_room(); };
@@ -151,6 +152,18 @@ wxSizer* socket_panel::programmer_box(int model, bool usb)
     framed->Add(route_, wxSizerFlags{1}.CenterVertical().Border(wxTOP | wxBOTTOM | wxRIGHT, FromDIP(6)));
     model_->Bind(wxEVT_SPINCTRL, [this](wxSpinEvent&) { on_programmer(); });
     route_->Bind(wxEVT_CHOICE, [this](wxCommandEvent&) { on_programmer(); });
+    return framed;
+}
+
+/// A text box, so that a long list of faults can be scrolled, and copied.
+wxSizer* socket_panel::last_selftest_box()
+{
+    auto* framed = new wxStaticBoxSizer{wxVERTICAL, area_, "Last self-test"};
+    last_selftest_ =
+        new wxTextCtrl{framed->GetStaticBox(), wxID_ANY,      "",
+                       wxDefaultPosition,      wxDefaultSize, wxTE_MULTILINE | wxTE_READONLY | wxBORDER_THEME};
+    last_selftest_->SetMinSize({-1, 4 * last_selftest_->GetCharHeight()});
+    framed->Add(last_selftest_, wxSizerFlags{}.Expand().Border(wxALL, FromDIP(6)));
     return framed;
 }
 

@@ -17,6 +17,7 @@
 #include <wx/spinctrl.h>
 #include <wx/srchctrl.h>
 #include <wx/stattext.h>
+#include <wx/textctrl.h>
 
 namespace tamrix::workbench {
 
@@ -31,6 +32,7 @@ public:
     void start_faults();
     /// Call this after the socket or the faults have changed.
     void refresh();
+    void show_last_selftest(const wxString& words) { last_selftest_->ChangeValue(words); }
     /// Null if the programmer is not simulated.
     fault_panel* faults() const { return faults_; }
 
@@ -48,6 +50,7 @@ private:
     wxSizer* chip_list();
     wxSizer* chip_in_socket();
     wxSizer* programmer_box(int model, bool usb);
+    wxSizer* last_selftest_box();
     void make_room();
     void bring_into_view(const wxWindow& part);
     void fill();
@@ -65,6 +68,7 @@ private:
     wxChoice* state_ = nullptr;
     wxButton* mend_ = nullptr;
     fault_panel* faults_ = nullptr;
+    wxTextCtrl* last_selftest_ = nullptr;
     wxSpinCtrl* model_ = nullptr;
     wxChoice* route_ = nullptr;
 };

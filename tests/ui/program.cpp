@@ -121,6 +121,12 @@ void program::type(const std::string& letters) const
     std::this_thread::sleep_for(150ms);
 }
 
+void program::resize(int width, int height) const
+{
+    run("xdotool getwindowfocus windowsize " + std::to_string(width) + " " + std::to_string(height));
+    std::this_thread::sleep_for(300ms);
+}
+
 int program::wait()
 {
     int status = 0;

@@ -27,6 +27,8 @@ public:
     /// The left button at a place of the window that has the keyboard, in parts of its width and height.
     void click_at(double across, double down) const;
     void type(const std::string& letters) const;
+    /// Gives the window that has the keyboard this size, in pixels.
+    void resize(int width, int height) const;
     pid_t process() const { return process_; }
     /// Waits for its end and yields its exit status, or -1 where it did not end by itself.
     int wait();

@@ -1,0 +1,108 @@
+// The self-test of the simulated programmer, as a host runs it: in this process, so that its dialog can be read.
+#include "host/simulator.h"
+#include "person.h"
+#include "support/own_settings.h"
+#include "workbench/host_session.h"
+
+#include <cstdlib>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+#include <wx/timer.h>
+#include <wx/toplevel.h>
+
+using namespace tamrix;
+using namespace tamrix::tests;
+
+namespace {
+
+/// Looks at the dialog again and again, also while it works.
+class onlooker final : public wxTimer {
+public:
+    explicit onlooker(std::function<void()> look) : look_{std::move(look)} { Start(200); }
+    void Notify() override { look_(); }
+
+private:
+    std::function<void()> look_;
+};
+
+/// Does not wait for what the keys do: a whole run begins with one.
+void press_and_go_on(const std::string& keys) { EXPECT_EQ(std::system(("xdotool key --delay 30 " + keys).c_str()), 0); }
+
+class host_window final : public scripted_form {
+public:
+    forms::label text{*this};
+    forms::layout arrangement() override { return forms::column({text}); }
+};
+
+bool shows(const std::string& words)
+{
+    try {
+        return shown_as(words).IsEnabled();
+    } catch (const std::runtime_error&) {
+        return false;
+    }
+}
+
+class selftest_of_host : public testing::Test {
+protected:
+    const own_settings settings;
+    wxui::wx_shell screen;
+    host::simulator socket{SIMULATOR, DATA "/chips"};
+    workbench::host_session session{PLUG_IN};
+
+    /// A person who presses `keys` in the dialog, goes on after each fault, and closes it when it shows `end`.
+    void run(const std::string& keys, const std::string& end)
+    {
+        session.use_programmer({.library = socket.library_path(), .options = socket.options(40)});
+        host_window host;
+        during(screen, host, [&] {
+            bool started = false;
+            const onlooker person{[&] {
+                if (dialog().GetLabel() != "Self_test" || !static_cast<wxTopLevelWindow&>(dialog()).IsActive()) return;
+                if (std::exchange(started, true)) {
+                    if (shows(end)) return void(dialog().Close());
+                    if (shows("Continue")) press_and_go_on("Return");
+                } else if (!keys.empty()) {
+                    press_and_go_on(keys);
+                }
+            }};
+            const auto told = session.run([](Clstamrix& plug_in) { return plug_in.mnutesttestksm(); });
+            EXPECT_EQ(told.result.error, "");
+        });
+    }
+    using result = std::pair<tamrix_selftest_result, std::string>;
+};
+
+}  // namespace
+
+TEST_F(selftest_of_host, reports_what_it_found_in_a_broken_programmer_and_in_a_sound_one)
+{
+    socket.add_faults("vcc driver 7 dead; vpp driver 9 dead");
+    run("Return", "System Test fail!");
+    EXPECT_EQ(session.last_selftest(),
+              result(TAMRIX_SELFTEST_FAILED, "failed, 2 faults\n"
+                                             "pin 9 (port 3 bit 0): VPP driver: expected high, read low\n"
+                                             "pin 7 (port 4 bit 2): VCC driver: expected high, read low"));
+    socket.remove_faults();
+    run("Return", "System Test OK!");
+    EXPECT_EQ(session.last_selftest(), result(TAMRIX_SELFTEST_PASSED, "passed, as far as it was tested"));
+    run("", "Test");
+    EXPECT_EQ(session.last_selftest(), result(TAMRIX_SELFTEST_NONE, "")) << "closed at once";
+}
+
+TEST_F(selftest_of_host, finds_the_test_board_in_the_socket_or_says_that_there_is_none)
+{
+    const std::string choose_output_test = "Down Down Down Down Down Down Return";
+    socket.insert(host::simulator::test_board);
+    run(choose_output_test, "Output Test OK!");
+    EXPECT_EQ(session.last_selftest(), result(TAMRIX_SELFTEST_PASSED, "passed"));
+    socket.insert("");
+    run(choose_output_test, "Error! No \"Test Board\" On Socket!");
+    EXPECT_EQ(session.last_selftest(),
+              result(TAMRIX_SELFTEST_NOT_CARRIED_OUT, "not carried out: no test board in the socket"));
+}
