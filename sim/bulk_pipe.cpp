@@ -22,7 +22,7 @@ void bulk_pipe::start(std::vector<std::uint8_t> data, std::uint8_t* buffer, std:
     cancel();
     std::uint8_t* const behind = buffer + data.size();
     data_ = time_->at(when, [data = std::move(data), buffer, status] {
-        std::ranges::copy(data, buffer);
+        std::copy_n(data.data(), data.size(), buffer);
         hw::write_other_side(*status, arrived);
     });
     if (!marker) return;

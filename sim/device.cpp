@@ -15,13 +15,6 @@ constexpr std::uint8_t load_answer = 22;
 /// A reply takes the one, a reply that does not come is waited for the other.
 constexpr microseconds reply_time{1000}, reply_limit{1'000'000};
 
-std::string call(const char* name, std::int64_t first) { return std::string{name} + ' ' + std::to_string(first); }
-
-std::string call(const char* name, std::int64_t first, std::int64_t second)
-{
-    return call(name, first) + ' ' + std::to_string(second);
-}
-
 /// The control address says which driver; it is turned at pin n by the value n + 128.
 constexpr std::uint8_t driver_values = 128;
 
@@ -47,37 +40,37 @@ void device::pass(microseconds time)
 
 void device::setvcc(std::int32_t millivolts)
 {
-    line(call("setvcc", millivolts));
+    line("setvcc ", millivolts);
     if (machine* const there = shared_.reached()) there->set_vcc(millivolts);
 }
 
 void device::setvpp(std::int32_t millivolts, std::uint8_t channel)
 {
-    line(call("setvpp", millivolts, channel));
+    line("setvpp ", millivolts, ' ', channel);
     if (machine* const there = shared_.reached()) there->set_vpp(millivolts, channel);
 }
 
 void device::gndpin(std::uint8_t pin, std::uint8_t state)
 {
-    line(call("gndpin", pin, state));
+    line("gndpin ", pin, ' ', state);
     if (machine* const there = shared_.reached()) there->ground(pin, state != 0);
 }
 
 void device::vccpin(std::uint8_t pin, std::uint8_t state)
 {
-    line(call("vccpin", pin, state));
+    line("vccpin ", pin, ' ', state);
     if (machine* const there = shared_.reached()) there->vcc(pin, state != 0);
 }
 
 void device::vpppin(std::uint8_t pin, std::uint8_t state)
 {
-    line(call("vpppin", pin, state));
+    line("vpppin ", pin, ' ', state);
     if (machine* const there = shared_.reached()) there->vpp(pin, state != 0);
 }
 
 void device::busmode(std::int32_t mode)
 {
-    line(call("busmode", mode));
+    line("busmode ", mode);
     shared_.hardware.set_bus_mode(mode);
 }
 
@@ -101,7 +94,7 @@ std::int32_t device::hwreset()
 
 std::int32_t device::ctlout(std::int32_t value, std::uint8_t address)
 {
-    line(std::string{"ctlout "} + std::to_string(value) + " -> " + std::to_string(address));
+    line("ctlout ", value, " -> ", address);
     if (shared_.faults.no_answer) return silent;
     const auto driver = driver_of(address);
     machine* const there = shared_.reached();
@@ -117,15 +110,15 @@ std::int32_t device::ctlout(std::int32_t value, std::uint8_t address)
 
 std::int32_t device::ctlin(std::uint8_t address)
 {
-    const std::uint8_t held = shared_.tools.read_control(address).value_or(control_registers_[address]);
+    const std::int32_t held = shared_.tools.read_control(address).value_or(control_registers_[address]);
     const std::int32_t value = shared_.faults.no_answer ? read_failed : held;
-    line(call("ctlin", address) + ": " + std::to_string(value));
+    line("ctlin ", address, ": ", value);
     return value;
 }
 
 void device::regout(std::int32_t value, std::uint8_t address)
 {
-    line(std::string{"regout "} + std::to_string(value) + " -> " + std::to_string(address));
+    line("regout ", value, " -> ", address);
     if (shared_.faults.no_answer) return;
     machine* const there = shared_.reached();
     if (!shared_.slots.write_control(address, byte_of(value)) && there != nullptr)
@@ -140,20 +133,20 @@ std::int32_t device::regin(std::uint8_t address)
     machine* const there = shared_.faults.no_answer ? nullptr : shared_.reached();
     const std::int32_t silence = shared_.faults.no_answer ? read_failed : nobody;
     const std::int32_t value = there == nullptr ? silence : there->read_register(address);
-    if (shared_.log->recording()) line(call("regin", address) + ": " + std::to_string(value));
+    line("regin ", address, ": ", value);
     return value;
 }
 
 void device::delayms(std::int32_t milliseconds)
 {
-    line(call("delayms", milliseconds));
+    line("delayms ", milliseconds);
     pass(std::chrono::milliseconds{std::max(milliseconds, 0)});
     if (milliseconds > 0) shared_.replies.let_arrive();
 }
 
 void device::delayus(std::int32_t count)
 {
-    line(call("delayus", count));
+    line("delayus ", count);
     pass(microseconds{std::max(count, 0)});
 }
 
@@ -176,7 +169,7 @@ bool device::receive()
 
 bool device::replywait(std::uint8_t count, std::uint8_t mode, std::int32_t extra)
 {
-    line(call("replywait", count, mode) + ' ' + std::to_string(extra));
+    line("replywait ", count, ' ', mode, ' ', extra);
     if (count == load_answer) shared_.slots.answer_load(mode);
     const bool came = receive();
     if (!came) line("-> false");
@@ -185,7 +178,7 @@ bool device::replywait(std::uint8_t count, std::uint8_t mode, std::int32_t extra
 
 void device::replycheck(std::int32_t count)
 {
-    line(call("replycheck", count));
+    line("replycheck ", count);
     if (!receive()) line("-> nothing came");
 }
 
@@ -196,7 +189,7 @@ void device::enter(script::act_kind kind, std::int32_t value, std::uint8_t addre
 
 void device::vecout(std::int32_t value, std::uint8_t address)
 {
-    line(std::string{"vecout "} + std::to_string(value) + " -> " + std::to_string(address));
+    line("vecout ", value, " -> ", address);
     enter(script::act_kind::out, value, address);
 }
 
@@ -211,38 +204,38 @@ void device::vecstart()
 
 void device::vecbyte(std::uint8_t address)
 {
-    line(call("vecbyte", address));
+    line("vecbyte ", address);
     enter(script::act_kind::read, 0, address);
 }
 
 void device::vecdelay(std::int32_t count)
 {
-    line(call("vecdelay", count));
+    line("vecdelay ", count);
     enter(script::act_kind::wait, count, 0);
 }
 
 void device::vecdelay2(std::int32_t count)
 {
-    line(call("vecdelay2", count));
+    line("vecdelay2 ", count);
     const std::int32_t longest = 1'000'000;  // milliseconds
     enter(script::act_kind::wait, std::clamp(count, 0, longest) * 1000, 0);
 }
 
 void device::vecgnd(std::uint8_t pin, std::uint8_t state)
 {
-    line(call("vecgnd", pin, state));
+    line("vecgnd ", pin, ' ', state);
     enter(script::act_kind::ground, state, pin);
 }
 
 void device::vecvcc(std::uint8_t pin, std::uint8_t state)
 {
-    line(call("vecvcc", pin, state));
+    line("vecvcc ", pin, ' ', state);
     enter(script::act_kind::vcc, state, pin);
 }
 
 void device::vecvpp(std::uint8_t pin, std::uint8_t state)
 {
-    line(call("vecvpp", pin, state));
+    line("vecvpp ", pin, ' ', state);
     enter(script::act_kind::vpp, state, pin);
 }
 
@@ -256,7 +249,7 @@ void device::hwfault() { line("hwfault"); }
 
 std::int32_t device::boardsel(std::uint8_t code)
 {
-    line(call("boardsel", code));
+    line("boardsel ", code);
     if (shared_.faults.no_answer) return no_board;
     shared_.hardware.select_board(code);
     return answered;
@@ -264,7 +257,7 @@ std::int32_t device::boardsel(std::uint8_t code)
 
 void device::boardsel2(std::uint8_t first, std::uint8_t second)
 {
-    line(call("boardsel2", first, second));
+    line("boardsel2 ", first, ' ', second);
     if (!shared_.faults.no_answer) shared_.hardware.select_board(first, second);
 }
 

@@ -5,7 +5,6 @@
 #include "sim/transport.h"
 
 #include <array>
-#include <string>
 
 namespace tamrix::sim {
 
@@ -19,7 +18,11 @@ public:
     TAMRIX_DEVICE_OPERATIONS(TAMRIX_DEVICE_OVERRIDE)
 
 private:
-    void line(std::string text) { shared_.log->line(std::move(text)); }
+    template <class... Words>
+    void line(const Words&... words)
+    {
+        shared_.log->line(words...);
+    }
     void enter(script::act_kind kind, std::int32_t value, std::uint8_t address);
     void pass(microseconds time);
     void answer_with_pins();

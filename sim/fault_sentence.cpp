@@ -29,12 +29,13 @@ sentence::sentence(std::string_view text) : text_{text}, words_{words_of(text)} 
 
 bool sentence::starts(std::string_view phrase)
 {
-    const auto wanted = words_of(phrase);
-    if (words_.size() - next_ < wanted.size()) return false;
-    for (std::size_t i = 0; i < wanted.size(); ++i) {
-        if (words_[next_ + i] != wanted[i]) return false;
+    std::size_t at = next_;
+    for (std::size_t begin = 0; begin < phrase.size(); ++at) {
+        const std::size_t end = std::min(phrase.find(' ', begin), phrase.size());
+        if (at == words_.size() || words_[at] != phrase.substr(begin, end - begin)) return false;
+        begin = end + 1;
     }
-    next_ += wanted.size();
+    next_ = at;
     return true;
 }
 

@@ -203,9 +203,10 @@ void add_named(fault_set& wanted, sentence& rest, const std::string& text)
 /// The set of one module, where only what it has itself can go wrong.
 fault_set& set_of_module(fault_set& wanted, int number, const sentence& rest)
 {
+    sentence tried{rest};
     for (const char* const of_all : {"lost", "read", "marker", "no", "module", "test board of module", "fpga", "bank",
                                      "wrong", "early", "generator"}) {
-        if (sentence{rest}.starts(of_all)) rest.fail("a fault of a pin, a driver or the memory");
+        if (tried.starts(of_all)) rest.fail("a fault of a pin, a driver or the memory");
     }
     wanted.modules.resize(modules);
     return wanted.modules[static_cast<std::size_t>(number - 1)];

@@ -1,6 +1,7 @@
 // What can be wrong with a simulated programmer or the part in its socket.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <map>
@@ -22,6 +23,7 @@ enum class pin_fault { stuck_low, stuck_high, open };
 
 /// What the programmer can switch to a contact: the supplies, and the two halves of the pin driver.
 enum class driver_kind : std::uint8_t { vpp, vcc, ground, high, low };
+inline constexpr std::size_t driver_kinds = 5;
 enum class driver_fault : std::uint8_t { dead, always_on };
 
 /// How many more times something goes wrong.

@@ -92,7 +92,7 @@ void instruments::look(bool begins)
 void instruments::store()
 {
     recorder_.store(with_.ram);
-    if (const auto reply = recorder_.take_reply()) with_.log.line("-> ibuf1 " + hex_text({&*reply, 1}));
+    if (const auto reply = recorder_.take_reply()) with_.log.line("-> ibuf1 ", hex_word{{&*reply, 1}});
 }
 
 void instruments::take_frame(std::span<const std::uint8_t> frame)

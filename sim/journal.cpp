@@ -5,20 +5,17 @@
 
 namespace tamrix::sim {
 
-void journal::line(std::string text)
-{
-    if (recording_) lines_.push_back({time_->now(), std::move(text)});
-}
+void journal::add_line(std::string text) { lines_.push_back({time_->now(), std::move(text)}); }
 
 void journal::hazard(std::string text)
 {
-    line("hazard: " + text);
+    line("hazard: ", text);
     hazards_.push_back({time_->now(), std::move(text)});
 }
 
 void journal::note(std::string text)
 {
-    line("note: " + text);
+    line("note: ", text);
     notes_.push_back({time_->now(), std::move(text)});
 }
 
@@ -37,25 +34,23 @@ std::string journal::transcript(bool with_times) const
     return text;
 }
 
-std::string hex_text(std::span<const std::uint8_t> bytes, std::size_t most)
+void journal::append(std::string& text, const hex_word& word)
 {
-    const bool cut = bytes.size() > most;
-    std::string text;
-    char two[4];
-    for (const std::uint8_t byte : bytes.first(cut ? most : bytes.size())) {
-        std::snprintf(two, sizeof two, "%02X", unsigned{byte});
-        if (!text.empty()) text += ' ';
-        text += two;
+    const bool cut = word.bytes.size() > word.most;
+    char letters[32];
+    const char* between = "";
+    for (const std::uint8_t byte : word.bytes.first(cut ? word.most : word.bytes.size())) {
+        std::snprintf(letters, sizeof letters, "%s%02X", std::exchange(between, " "), unsigned{byte});
+        text += letters;
     }
-    if (!cut) return text;
+    if (!cut) return;
     std::uint32_t crc = 0xFFFFFFFF;
-    for (const std::uint8_t byte : bytes) {
+    for (const std::uint8_t byte : word.bytes) {
         crc ^= byte;
         for (int bit = 0; bit < 8; ++bit) crc = crc >> 1 ^ ((crc & 1) != 0 ? 0xEDB88320u : 0u);
     }
-    char end[32];
-    std::snprintf(end, sizeof end, " .. (crc %08X)", ~crc);
-    return text + end;
+    std::snprintf(letters, sizeof letters, " .. (crc %08X)", ~crc);
+    text += letters;
 }
 
 }  // namespace tamrix::sim

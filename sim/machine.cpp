@@ -28,9 +28,11 @@ machine::machine(int model, int generation, const fault_set& faults, journal& lo
       log_{log},
       socket_{wires_, faults, log},
       board_{faults},
-      supplies_(static_cast<std::size_t>(wires_.contacts())),
-      tested_(supplies_.size())
+      defects_(static_cast<std::size_t>(wires_.contacts())),
+      supplies_(defects_.size()),
+      tested_(defects_.size())
 {
+    look_up_defects();
     reset();
 }
 
@@ -45,11 +47,12 @@ void machine::reset()
     connector_vcc_ = false;
     vcc_millivolts_ = 0;
     vpp_millivolts_ = {};
-    update();
+    switch_supplies();
 }
 
 void machine::update()
 {
+    look_up_defects();
     socket_.rewire();
     switch_supplies();
 }

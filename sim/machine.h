@@ -8,7 +8,9 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
+#include <vector>
 
 namespace tamrix::sim {
 
@@ -67,6 +69,13 @@ private:
     struct supplies {
         bool ground = false, vcc = false, vpp = false;
     };
+    /// What is wrong at one contact. Levels are worked out far more often than faults come and go.
+    struct defects {
+        std::array<std::optional<driver_fault>, driver_kinds> drivers{};
+        std::optional<bool> stuck_input{};
+        bool dead_pull_down = false;
+    };
+    void look_up_defects();
     supplies* at_code(int code);
     std::int32_t rail(std::int32_t generator) const;
     std::int32_t vpp_millivolts(int code) const;
@@ -96,6 +105,7 @@ private:
     pin_levels outside_{};
     bool masks_count_ = false;        // where ports can only pull low
     bool line_laid_ = false;          // from the supply of contact 108 to contact 107
+    std::vector<defects> defects_;    // by contact
     std::vector<supplies> supplies_;  // by contact
     std::vector<supplies> tested_;    // by contact: what the driver test has switched on
     bool connector_vcc_ = false;

@@ -43,20 +43,34 @@ std::int32_t machine::vpp_millivolts(int code) const
     return rail(special_supply(code) && generator <= resting_millivolts ? vcc_millivolts_ : generator);
 }
 
+void machine::look_up_defects()
+{
+    for (int contact = 0; contact < wires_.contacts(); ++contact) {
+        defects found{.dead_pull_down = faults_.no_pull_down};
+        if (const auto pin = wires_.socket_pin_of(contact)) {
+            for (std::size_t kind = 0; kind < driver_kinds; ++kind) {
+                const auto driver = faults_.drivers.find({static_cast<driver_kind>(kind), *pin});
+                if (driver != faults_.drivers.end()) found.drivers[kind] = driver->second;
+            }
+            const auto stuck = faults_.stuck_inputs.find(*pin);
+            if (stuck != faults_.stuck_inputs.end()) found.stuck_input = stuck->second;
+            if (faults_.dead_pull_downs.contains(*pin)) found.dead_pull_down = true;
+        }
+        defects_[static_cast<std::size_t>(contact)] = found;
+    }
+}
+
 /// Whether a driver is on that should be on or off: a defective one does not care.
 bool machine::works(driver_kind kind, int contact, bool wanted) const
 {
-    if (faults_.drivers.empty()) return wanted;
-    const auto pin = wires_.socket_pin_of(contact);
-    const auto found = pin ? faults_.drivers.find({kind, *pin}) : faults_.drivers.end();
-    return found == faults_.drivers.end() ? wanted : found->second == driver_fault::always_on;
+    const auto& fault = defects_[static_cast<std::size_t>(contact)].drivers[static_cast<std::size_t>(kind)];
+    return fault ? *fault == driver_fault::always_on : wanted;
 }
 
 bool machine::pulls_down(int contact) const
 {
-    if (!board_.has_input_test() || registers_[pull_register] == 0 || faults_.no_pull_down) return false;
-    const auto pin = wires_.socket_pin_of(contact);
-    return !pin || !faults_.dead_pull_downs.contains(*pin);
+    return board_.has_input_test() && registers_[pull_register] != 0 &&
+           !defects_[static_cast<std::size_t>(contact)].dead_pull_down;
 }
 
 /// Cut off from its pins by the selected board.
@@ -129,11 +143,8 @@ std::uint8_t machine::read_pins(int port, level_of&& is_high) const
         const auto contact = wires_.contact_of_bit(port, bit);
         // A bit that reaches no pin reads what was written to it.
         bool high = set_in(registers_[static_cast<std::size_t>(2 * port)], bit);
-        if (contact && !is_closed(port)) {
-            const auto pin = wires_.socket_pin_of(*contact);
-            const auto stuck = pin ? faults_.stuck_inputs.find(*pin) : faults_.stuck_inputs.end();
-            high = stuck != faults_.stuck_inputs.end() ? stuck->second : is_high(*contact);
-        }
+        if (contact && !is_closed(port))
+            high = defects_[static_cast<std::size_t>(*contact)].stuck_input.value_or(is_high(*contact));
         if (high) byte |= 1u << bit;
     }
     return static_cast<std::uint8_t>(byte);

@@ -89,8 +89,7 @@ bool modules::take_frame(std::span<const std::uint8_t> frame)
     case signal_command:
         if (frame.size() < signal_bytes) return false;
         name(frame[signal_bytes - 1]);
-        log_.line("-> module " + std::to_string(named_) + " signals " + std::to_string(frame[1]) + ' ' +
-                  std::to_string(frame[3]) + ' ' + std::to_string(frame[4]));
+        log_.line("-> module ", named_, " signals ", frame[1], ' ', frame[3], ' ', frame[4]);
         return true;
     case load_command:
         if (frame.size() < load_step_bytes) return false;

@@ -75,6 +75,14 @@ void programmer::add_fault(std::string_view text)
     shared_.update();
 }
 
+void programmer::add_faults(std::span<const std::string> texts)
+{
+    fault_set wanted = shared_.faults;
+    for (const std::string& text : texts) sim::add_fault(wanted, text);
+    shared_.faults = std::move(wanted);
+    shared_.update();
+}
+
 void programmer::add_signal(std::string_view text)
 {
     signal_set wanted = signals();

@@ -6,6 +6,8 @@
 
 #include <functional>
 #include <memory>
+#include <span>
+#include <string>
 #include <string_view>
 
 namespace tamrix::sim {
@@ -38,6 +40,8 @@ public:
     bool part_has_power(int module = 0);
     /// By name, see add_fault() in faults.h. Throws fault_error.
     void add_fault(std::string_view text);
+    /// Many at once, which is quicker. Where one is wrong, none counts.
+    void add_faults(std::span<const std::string> texts);
     void clear_faults();
     /// By a line of text, see signal_set::add(). Throws signal_error.
     void add_signal(std::string_view text);

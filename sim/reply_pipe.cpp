@@ -47,7 +47,7 @@ void reply_pipe::arrive(bool unasked)
     came_ = true;
     if (!place_.put) return;
     place_.put(*bytes, unasked);
-    log_.line("-> ibuf1 " + hex_text(*bytes));
+    log_.line("-> ibuf1 ", hex_word{*bytes});
 }
 
 void reply_pipe::let_arrive()

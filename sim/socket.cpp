@@ -41,11 +41,15 @@ void socket::insert(std::unique_ptr<part> what)
 
 const pin_fault* socket::fault_of(int pin) const
 {
+    if (faults_.pins.empty()) return nullptr;
     const auto found = faults_.pins.find(pin + 1);
     return found == faults_.pins.end() ? nullptr : &found->second;
 }
 
-bool socket::dead(int contact) const { return faults_.dead_drivers.contains(wires_.code_of_contact(contact)); }
+bool socket::dead(int contact) const
+{
+    return !faults_.dead_drivers.empty() && faults_.dead_drivers.contains(wires_.code_of_contact(contact));
+}
 
 void socket::join(int contact, int other)
 {

@@ -63,7 +63,7 @@ std::int32_t transport::usbcomwrite(const std::uint8_t* buffer, std::int32_t len
     }
     const std::span frame{buffer, static_cast<std::size_t>(length)};
     shared_.tools.store();
-    shared_.log->line("usbcomwrite " + std::to_string(length) + ": " + hex_text(frame));
+    shared_.log->line("usbcomwrite ", length, ": ", hex_word{frame});
     if (shared_.faults.no_answer) return failed;
     shared_.time->advance(frame_time);
     take_frame(frame);
@@ -170,7 +170,7 @@ std::int32_t transport::usbbulkwrite(const std::uint8_t* buffer, std::int32_t le
         return failed;
     }
     const std::span data{buffer, static_cast<std::size_t>(length)};
-    shared_.log->line("usbbulkwrite " + std::to_string(length) + ": " + hex_text(data, 16));
+    shared_.log->line("usbbulkwrite ", length, ": ", hex_word{data, 16});
     if (shared_.faults.no_answer) return failed;
     if (mode_ != bulk_mode::write) {
         shared_.log->note("a bulk write that no frame announced");
@@ -187,19 +187,18 @@ std::int32_t transport::usbbulkread(std::uint8_t* buffer, std::int32_t length, s
         shared_.log->note("a bulk read of " + std::to_string(length) + " bytes");
         return failed;
     }
-    const std::string line = "usbbulkread " + std::to_string(length);
     pipe_.cancel();
     const bool announced = mode_ == bulk_mode::read || mode_ == bulk_mode::script;
     const bool silent = mode_ == bulk_mode::read && shared_.faults.silent_banks.contains(bank_);
     if (shared_.faults.no_answer || !announced || silent || shared_.faults.reads_without_end.take()) {
-        shared_.log->line(line + " -> never ends");
+        shared_.log->line("usbbulkread ", length, " -> never ends");
         if (!announced) shared_.log->note("a bulk read that no frame announced");
         return sent;
     }
     const auto count = static_cast<std::size_t>(length - 1);
     auto data = mode_ == bulk_mode::script ? shared_.vectors.results(count) : shared_.ram.read(bank_, count);
     const bool marker = !shared_.faults.lost_markers.take();
-    shared_.log->line(line + " -> " + hex_text(data, 16) + (marker ? "" : ", no marker"));
+    shared_.log->line("usbbulkread ", length, " -> ", hex_word{data, 16}, marker ? "" : ", no marker");
     microseconds start = shared_.time->now();
     if (mode_ == bulk_mode::script) start = std::max(start, shared_.script_done);
     pipe_.start(std::move(data), buffer, status, start + pipe_time + length * byte_time, marker);

@@ -51,6 +51,15 @@ TEST(electronics_faults, a_dead_supply_driver_fails_at_its_own_pin_and_stage_alo
     EXPECT_EQ(system_test_with("vcc driver 2 dead", 9, true, 0), texts{}) << "nobody looks at the outermost pins";
 }
 
+TEST(electronics_faults, come_many_at_once_and_none_of_them_where_one_is_wrong)
+{
+    self_test_player p{40, true, 17};
+    EXPECT_THROW(p.programmer.add_faults(texts{"vpp driver 7 dead", "vpp driver 8 deaf"}), sim::fault_error);
+    EXPECT_EQ(p.system_test(), texts{});
+    p.programmer.add_faults(texts{"vpp driver 7 dead", "vcc driver 9 dead"});
+    EXPECT_EQ(p.system_test(), (texts{"VPP at pin 7: pin 7", "VCC at pin 9: pin 9"}));
+}
+
 TEST(electronics_faults, a_driver_that_is_always_on_shows_when_the_inputs_are_read_and_at_every_other_pin)
 {
     for (const char* const kind : {"vpp", "vcc", "high"}) {
