@@ -112,8 +112,9 @@ void selftest_frame::log(const std::string& words)
 void selftest_frame::add(const selftest_fault& fault)
 {
     report().faults.push_back(fault);
-    fault_words.caption = words_of(fault);
-    log("fault: " + words_of(fault));
+    const std::string words = words_of(fault);
+    fault_words.caption = words;
+    log("fault: " + words);
 }
 
 void selftest_frame::add(const untested_pins& pins)

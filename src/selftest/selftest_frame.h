@@ -135,7 +135,10 @@ private:
     session& plug_in_;
     selftest_variables& variables_;
     selftest_plan plan_;
-    std::optional<std::mt19937> random_;  // from its first use in a run on
+    /// std::mt19937 with words that are no longer than they need to be, which makes it quicker.
+    using random_source = std::mersenne_twister_engine<std::uint32_t, 32, 624, 397, 31, 0x9908B0DF, 11, 0xFFFFFFFF, 7,
+                                                       0x9D2C5680, 15, 0xEFC60000, 18, 1812433253>;
+    std::optional<random_source> random_;  // from its first use in a run on
     int testsel_ = 0, teststep_ = 0, teststopped_ = 0, testbusy_ = 0;
     bool in_use_ = false;  // from the start of a run or a calibration until the programmer is safe again
 };
