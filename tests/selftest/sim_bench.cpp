@@ -39,7 +39,7 @@ std::string name_of(const situation& where)
     return name;
 }
 
-sim_bench::sim_bench(const situation& where)
+sim_bench::sim_bench(const situation& where) : faults_{where.faults}
 {
     session.blocks.modeltype(0) = where.model;
     session.blocks.wfig(1) = static_cast<std::uint8_t>(where.generation);
@@ -54,13 +54,15 @@ sim_bench::sim_bench(const situation& where)
     const auto prepare = [this, where](sim::programmer& made) {
         hardware = &made;
         if (where.test_board) insert_test_boards(made, where);
-        for (const std::string& fault : where.faults) made.add_fault(fault);
+        made.add_faults(faults_);
     };
     session.hardware.source = sim::source_of(wanted, prepare);
     if (where.transcript) session.hardware.source = with_transcript(session.hardware.source, transcript);
     variables.selftest.seed = [] { return 1U; };
-    variables.selftest.on_event = [this](const selftest_event& event) {
-        transcript.push_back(line_of(event));
+    variables.selftest.on_event = [this, writes = where.events](const selftest_event& event) {
+        if (writes) transcript.push_back(line_of(event));
+        if (event.what == selftest_event::kind::status && event.panel == 1) last_status_ = event.text;
+        if (event.text.starts_with("Error!")) errors.push_back(event.text);
         waits_ = event.what == selftest_event::kind::wait;
     };
     shell.on_doevents = [this] {
@@ -70,11 +72,12 @@ sim_bench::sim_bench(const situation& where)
     };
 }
 
-std::string sim_bench::last_status() const
+void sim_bench::replace_programmer(std::vector<std::string> faults)
 {
-    for (auto line = transcript.rbegin(); line != transcript.rend(); ++line)
-        if (line->starts_with("status ")) return line->substr(7);
-    return {};
+    session.hardware.forget();
+    hardware = nullptr;
+    faults_ = std::move(faults);
+    errors.clear();
 }
 
 std::vector<std::string> sim_bench::hazards()

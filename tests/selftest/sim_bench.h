@@ -20,9 +20,11 @@ struct situation {
     int generation = 0;  // 17, or any other
     bool usb = true;
     bool test_board = false;
+    bool low_first = false;  // the second of two Output Tests
     int memory_banks = 0;    // 0: what the model has
     bool image = true;       // for the FPGAs of modules
     bool transcript = true;  // of the calls: a run without it is faster
+    bool events = true;      // in the transcript
     std::vector<std::string> faults{};
 };
 
@@ -34,6 +36,7 @@ struct sim_bench : plug_in_fixture {
 
     temp_folder host_folder;
     std::vector<std::string> transcript;
+    std::vector<std::string> errors;  // the statuses that begin so
     std::shared_ptr<sim::virtual_clock> time = std::make_shared<sim::virtual_clock>();
     std::shared_ptr<sim::journal> log = std::make_shared<sim::journal>(time);
     sim::programmer* hardware = nullptr;  // from the first use of the programmer on
@@ -41,12 +44,16 @@ struct sim_bench : plug_in_fixture {
     std::function<void()> at_wait;
 
     const selftest_report& report() const { return variables.selftest.last; }
-    std::string last_status() const;
+    const std::string& last_status() const { return last_status_; }
+    /// Another programmer of the same kind with other faults takes the place of this one.
+    void replace_programmer(std::vector<std::string> faults);
     /// What a run did that can harm something, with what it left on.
     std::vector<std::string> hazards();
 
 private:
     bool waits_ = false;
+    std::string last_status_;
+    std::vector<std::string> faults_;
 };
 
 }  // namespace tamrix::tests

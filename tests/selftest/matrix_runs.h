@@ -1,0 +1,46 @@
+// Runs with many faults at once that do not reach each other: what is found is compared with what can be seen, and
+// counted fault by fault.
+#pragma once
+
+#include "seen_faults.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tamrix::tests {
+
+struct outcome {
+    selftest_result result = selftest_result::none;
+    std::vector<finding> found{};
+    std::vector<std::string> hazards{};
+    std::vector<std::string> errors{};  // the statuses that begin so
+};
+
+/// One plug-in for all runs of a situation: to make one takes longer than most runs.
+struct kept_bench {
+    std::string name;
+    std::unique_ptr<sim_bench> bench;
+};
+/// A run in which the person presses Continue at every wait.
+outcome run(situation where, std::span<const single_fault> faults, bool output, kept_bench& kept);
+/// On a plug-in of its own.
+outcome run(const situation& where, std::span<const single_fault> faults, bool output);
+
+/// Both routes and both generations; each once on models that are like another one.
+std::vector<situation> situations_of(std::int16_t model);
+
+struct tally {
+    int tried = 0, seen = 0, told = 0;
+    std::map<std::string, int> invisible{};
+    kept_bench kept{};
+};
+
+/// `output`: of the Output Test, else of the System Test.
+void expect_found(situation where, const std::vector<single_fault>& faults, bool output, tally& counts);
+
+/// The page of counts has them; a row that it does not have is shown.
+void expect_on_page(std::int16_t model, const std::string& test, const tally& counts);
+
+}  // namespace tamrix::tests
