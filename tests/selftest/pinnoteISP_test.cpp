@@ -197,6 +197,11 @@ TEST(the_connector_picture, follows_the_size_of_its_pictures)
             EXPECT_LE(at.left + at.width, size.x);
             EXPECT_LE(at.top + at.height, size.y);
             EXPECT_EQ(at.top >= size.y / 2, lamp % 2 == 1) << "even pins are in the lower row";
+            const int column = dialog.connector.Shape1(lamp / 2 * 2).place().left;
+            EXPECT_EQ(at.left, column) << "below the odd one before it";
+            if (lamp >= 2) {
+                EXPECT_GT(at.left, dialog.connector.Shape1(lamp - 2).place().left);
+            }
         }
         EXPECT_GT(dialog.connector.Shape1(9).place().left, size.x * 3 / 4);
     }
