@@ -141,6 +141,15 @@ TEST(a_block_that_is_never_read, ends_the_ram_test_after_8_seconds)
     ASSERT_EQ(b.report().faults.size(), 1u);
 }
 
+TEST(a_write_that_is_refused, of_a_question_for_the_ram_waits_for_no_reply)
+{
+    selftest_bench b{40};
+    b.hardware.writes_until_refused = 0;
+    b.during([](pinnote& dialog) { dialog.testbutton.click(); });
+    EXPECT_EQ(b.count("usbcomwrite 16: 09"), 2) << "for the larger one and for the smaller one";
+    EXPECT_EQ(b.count("replycheck"), 0);
+}
+
 TEST(a_write_that_is_refused, at_the_start_of_the_small_ram_skips_the_blocks)
 {
     selftest_bench b;
