@@ -117,6 +117,20 @@ TEST(closing_the_form, while_runstp_waits_ends_the_run_as_stop_does_and_leaves_t
     }
 }
 
+TEST(closing_the_form, in_the_round_in_which_continue_was_pressed_is_stop)
+{
+    selftest_bench b;
+    frame_with_runs dialog{b};
+    decision made = decision::go_on;
+    b.at_wait = [&] {
+        dialog.testbutton.click();
+        dialog.ask_to_leave();
+    };
+    run_with_one_wait(b, dialog, made);
+    EXPECT_EQ(made, decision::stop);
+    EXPECT_EQ(b.report().result, selftest_result::stopped);
+}
+
 TEST(a_run, restores_the_buttons_and_clears_its_state_at_every_end)
 {
     for (const stage_end end : {stage_end::passed, stage_end::failed, stage_end::stopped, stage_end::not_answered,
