@@ -108,6 +108,7 @@ TEST_F(workbench_with_selftest, says_what_is_wrong_with_a_fault_and_removes_faul
     workbench.press("Tab Tab Tab Down");  // over the arrow and the button to the list
     workbench.press("Delete");
     workbench.press("alt+v");
+    workbench.to_front();
     EXPECT_THAT(log_of(workbench), EndsWith("Programmer: with the fault \"lost reply; bad ram bank 3\"\n"
                                             "Programmer: with the fault \"no answer\"\n"
                                             "Programmer: without the fault \"bad ram bank 3\"\n"
