@@ -43,11 +43,24 @@ std::optional<std::int64_t> parse_hex(std::string_view text)
     return value;
 }
 
-std::string two_decimals(double value)
+std::string fixed(double value, int decimals)
 {
+    const double unit = std::pow(10.0, decimals);
     std::array<char, 400> text{};
-    const int length = std::snprintf(text.data(), text.size(), "%.2f", std::round(value * 100) / 100);
+    const double rounded = std::round(value * unit) / unit + 0.0;  // no text of zero has a sign
+    const int length = std::snprintf(text.data(), text.size(), "%.*f", decimals, rounded);
     return {text.data(), static_cast<std::size_t>(length)};
 }
+
+std::string two_decimals(double value) { return fixed(value, 2); }
+
+std::string plain(float value)
+{
+    std::array<char, 40> text{};
+    const int length = std::snprintf(text.data(), text.size(), "%.7G", double{value});
+    return {text.data(), static_cast<std::size_t>(length)};
+}
+
+std::int32_t nearest(double value) { return static_cast<std::int32_t>(std::lrint(value)); }
 
 }  // namespace tamrix::arith

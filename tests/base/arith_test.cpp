@@ -73,5 +73,35 @@ TEST(two_decimals, always_shows_two_and_rounds_halves_away_from_zero)
     EXPECT_EQ(two_decimals(12345.678), "12345.68");
 }
 
+TEST(fixed, has_as_many_decimals_as_asked_for)
+{
+    EXPECT_EQ(fixed(2.5, 0), "3");
+    EXPECT_EQ(fixed(0.4, 0), "0");
+    EXPECT_EQ(fixed(1.0625, 3), "1.063");
+    EXPECT_EQ(fixed(0.0000035, 6), "0.000004");
+    EXPECT_EQ(fixed(-0.5, 0), "-1");
+    EXPECT_EQ(fixed(-0.4, 0), "0");
+}
+
+TEST(plain, is_the_shortest_text_of_up_to_seven_digits)
+{
+    EXPECT_EQ(plain(0), "0");
+    EXPECT_EQ(plain(2), "2");
+    EXPECT_EQ(plain(1.25F), "1.25");
+    EXPECT_EQ(plain(0.1F), "0.1");
+    EXPECT_EQ(plain(0.453125F), "0.453125");
+    EXPECT_EQ(plain(0.00001F), "1E-05");
+}
+
+TEST(nearest, rounds_halves_to_even)
+{
+    EXPECT_EQ(nearest(0.5), 0);
+    EXPECT_EQ(nearest(1.5), 2);
+    EXPECT_EQ(nearest(2.5), 2);
+    EXPECT_EQ(nearest(-0.5), 0);
+    EXPECT_EQ(nearest(-1.5), -2);
+    EXPECT_EQ(nearest(2.51), 3);
+}
+
 }  // namespace
 }  // namespace tamrix::arith
