@@ -15,6 +15,22 @@ enum class sampling : std::uint8_t {
     common,         // 3.4 us
 };
 
+/// How the signal generator makes its square wave.
+enum class output_loop : std::uint8_t {
+    by_generation,  // a loop over USB at 33 MHz on generation 17, at 28.636 MHz on others
+    fast,           // a loop over USB at 33 MHz
+    slow,           // a loop over USB at 24 MHz
+    fixed_set,      // by a divider of the hertz themselves, on both routes; a fixed set of frequencies above 49 kHz
+};
+
+/// The loop of a model number, whether it has a record or not.
+constexpr output_loop output_loop_of(std::int16_t number)
+{
+    if (number >= 40) return output_loop::fixed_set;
+    if (number < 5) return output_loop::by_generation;
+    return number == 9 || number == 10 || number == 13 || number == 14 ? output_loop::fast : output_loop::slow;
+}
+
 struct model {
     std::int16_t number;
     std::uint8_t vector_positions = 48;           // of the socket as vectors reach it; 40 are wired across
@@ -29,6 +45,8 @@ struct model {
     std::string_view self_test_form = "pinnote";  // the dialog of the self-test
     sampling after_capture = sampling::common;    // the sample period once a capture has been made
     sampling before_capture = sampling::common;   // the one that the analyzer begins with
+    output_loop generator = output_loop_of(number);
+    bool selects_board_for_wave = number >= 40;  // frequency meter (over USB) and signal generator select board 0
 };
 
 /// A number that has no record of its own.

@@ -98,6 +98,16 @@ TEST(model, the_sample_period_of_model_4_changes_with_the_first_capture)
     expect_for_every_number(&model::before_capture, expected({2, 3, 9, 10, 13, 14}));
 }
 
+TEST(model, the_generator_has_four_ways_to_make_its_signal)
+{
+    expect_for_every_number(&model::generator, [](int number) {
+        if (number >= 40) return output_loop::fixed_set;
+        if (number < 5) return output_loop::by_generation;
+        return numbers{9, 10, 13, 14}.contains(number) ? output_loop::fast : output_loop::slow;
+    });
+    expect_for_every_number(&model::selects_board_for_wave, [](int number) { return number >= 40; });
+}
+
 std::string word(bool holds) { return holds ? "yes" : ""; }
 
 std::string period(sampling speed)
@@ -106,6 +116,16 @@ std::string period(sampling speed)
     case sampling::by_generation: return "3.5 or 3.8";
     case sampling::slow: return "4.7";
     default: return "3.4";
+    }
+}
+
+std::string generator(output_loop loop)
+{
+    switch (loop) {
+    case output_loop::by_generation: return "33 or 28.636 MHz";
+    case output_loop::fast: return "33 MHz";
+    case output_loop::slow: return "24 MHz";
+    default: return "fixed set";
     }
 }
 
@@ -130,7 +150,8 @@ std::string line(const std::string& name, const model& record)
           supply(record), boards(record), word(record.adaptor_note), word(record.pin_map_before_logic_test),
           "`" + std::string{record.self_test_form} + "`",
           period(record.after_capture) +
-              (record.before_capture == record.after_capture ? "" : ", at first " + period(record.before_capture))})
+              (record.before_capture == record.after_capture ? "" : ", at first " + period(record.before_capture)),
+          generator(record.generator)})
         text += cell.empty() ? " |" : " " + cell + " |";
     return text + "\n";
 }
@@ -148,12 +169,16 @@ std::string page()
         "- **Two boards**: boards are selected by two codes, `boardsel2`.\n"
         "- **Adaptor note**: a device note may ask for the external supply.\n"
         "- **Pin map first**: shown before a logic test.\n"
-        "- **Sample us**: the analyzer's sample period over USB; 3.5 on generation 17, 3.8 on others.\n\n"
+        "- **Sample us**: the analyzer's sample period over USB; 3.5 on generation 17, 3.8 on others.\n"
+        "- **Generator**: the clock of the loop that makes a signal over USB, 33 MHz on generation 17 where there are "
+        "two;\n"
+        "  or the hertz themselves are sent, and above 49 kHz a fixed set of frequencies can be had.\n\n"
         "| Model | Positions | Library | VCC from VPP | Two boards | Adaptor note | Pin map first | Self-test | Sample "
         "us "
-        "|\n|---|---|---|---|---|---|---|---|---|\n";
+        "| Generator |\n|---|---|---|---|---|---|---|---|---|---|\n";
     for (const model& record : listed_models) text += line(std::to_string(record.number), record);
-    text += line("others below 30", model_of(0));
+    text += line("others below 5", model_of(0));
+    text += line("others from 5 to 29", model_of(20));
     text += line("others from 30 to 39", model_of(30));
     text += line("40", model_of(40));
     text += line("others above 40", model_of(41));
