@@ -58,6 +58,11 @@ void picture::press(point where)
     if (usable() && on_press) on_press(where);
 }
 
+void picture::turn_wheel(int steps)
+{
+    if (usable()) raise(on_wheel, steps);
+}
+
 void picture::resize(point size)
 {
     const bool other = size != this->size();

@@ -52,6 +52,8 @@ public:
     /// The lower right corner of what the form draws; a renderer gives the picture at least that much room.
     property<point> extent{*this};
     std::function<void(point)> on_press;
+    /// The person turns the wheel over the picture by so many steps; more than 0 is away from the person.
+    std::function<void(int steps)> on_wheel;
     /// Raised after the size has changed.
     std::function<void()> on_resize;
 
@@ -70,6 +72,8 @@ public:
 
     /// The person presses the picture, in twips from its upper left corner.
     void press(point where);
+    /// The person turns the wheel.
+    void turn_wheel(int steps);
     /// The renderer reports the picture's size on the screen, in twips.
     void resize(point size);
     void changed() override;

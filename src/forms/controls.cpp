@@ -78,12 +78,12 @@ std::string text_box::filtered(std::string_view typed) const
 
 void text_box::type(std::string_view typed)
 {
-    if (usable()) assign(text_ + filtered(typed));
+    if (usable() && !readout()) assign(text_ + filtered(typed));
 }
 
 void text_box::enter(std::string_view typed)
 {
-    if (!usable()) return;
+    if (!usable() || readout()) return;
     const std::size_t before = same_at_start(text_, typed);
     const std::string_view rest = typed.substr(before);
     const std::size_t behind = same_at_end(std::string_view{text_}.substr(before), rest);

@@ -4,6 +4,7 @@
 #include "forms/control.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <string>
@@ -44,6 +45,10 @@ class text_box : public control {
 public:
     using control::control;
     void accept(control_visitor& visitor) override { visitor.visit(*this); }
+    /// A display of the program's: nobody types into it, and the Tab key passes by. Its centred letters have
+    /// `readout_ink` on the colour of selected text. Set before the form is shown.
+    property<bool> readout{*this, false};
+    static constexpr std::uint32_t readout_ink = 0xFF8080;  // 0xRRGGBB
     /// Assigning raises on_change.
     std::string text() const { return text_; }
     void text(std::string_view value);

@@ -6,6 +6,7 @@
 #include "forms/layout.h"
 #include "forms/menu.h"
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
@@ -24,6 +25,9 @@ public:
     /// The form was closed by its program; the modal loop ends.
     virtual void closed() = 0;
 };
+
+/// Keys that a form may use whichever control has the keyboard.
+enum class form_key : std::uint8_t { left, right, page_up, page_down, home, end, plus, minus, space };
 
 class form {
 public:
@@ -57,9 +61,11 @@ public:
     /// Runs the unload handler.
     void unload();
     /// The person asks to leave: Escape, or the window's close button.
-    void ask_to_leave();
+    virtual void ask_to_leave();
     /// The person presses Enter.
     void accept();
+    /// The person presses one of these keys. Returns false if the key is the focused control's.
+    virtual bool press_key(form_key) { return false; }
 
     const std::vector<control*>& controls() const { return controls_; }
     void show_on(form_view* view) { view_ = view; }
