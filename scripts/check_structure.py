@@ -37,7 +37,7 @@ ROOMS = {
     "ttl/dialogs": "base forms messages session channel pld ttl ttl/library ttl/run",
     "device": "include/tamrix base forms messages session channel",
     "selftest": "base files forms messages session channel",
-    "instruments/wave": "include/tamrix",
+    "instruments/wave": "include/tamrix base channel",
     "entry": "include/tamrix base forms session channel formats transfer pld ttl ttl/run ttl/dialogs device selftest"
              " instruments/wave",
     "entry/library.cpp": "include/tamrix wxui messages programmer session formats pld selftest entry",

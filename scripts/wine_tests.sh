@@ -31,6 +31,7 @@ cp build/windows/bin/*.exe build/windows/bin/*.dll build/windows/src/com/tamrix.
 cp -r fuzz src/messages tests/ttl/transcripts tests/device/notes docs/models.md tests/messages/english_messages.txt \
     data/{chips,lib,lib1} "$wine_system/project/"
 cp -r tests/selftest/transcripts "$wine_system/project/selftest_transcripts"
+cp -r tests/instruments/transcripts "$wine_system/project/instrument_transcripts"
 
 echo '== the core'
 in_wine_system timeout 1800 wine tests_windows.exe --gtest_brief=1
