@@ -37,9 +37,10 @@ ROOMS = {
     "ttl/dialogs": "base forms messages session channel pld ttl ttl/library ttl/run",
     "device": "include/tamrix base forms messages session channel",
     "selftest": "base files forms messages session channel",
-    "instruments/wave": "include/tamrix base channel",
+    "instruments/analyzer": "base forms messages session channel formats",
+    "instruments/wave": "include/tamrix base forms messages session channel",
     "entry": "include/tamrix base forms session channel formats transfer pld ttl ttl/run ttl/dialogs device selftest"
-             " instruments/wave",
+             " instruments/analyzer instruments/wave",
     "entry/library.cpp": "include/tamrix wxui messages programmer session formats pld selftest entry",
     "com/server": "",
     "com": "base programmer session entry wxui com/server",

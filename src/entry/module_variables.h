@@ -2,6 +2,7 @@
 #pragma once
 
 #include "formats/transfer_variables.h"
+#include "instruments/analyzer/analyzer_settings.h"
 #include "instruments/wave/wave_variables.h"
 #include "pld/pld_variables.h"
 #include "selftest/selftest_variables.h"
@@ -14,6 +15,7 @@ struct module_variables {
     pld_variables pld;
     ttl_variables ttl;
     selftest_variables selftest;
+    analyzer_settings analyzer;
     wave_variables wave;
 };
 
