@@ -1,5 +1,6 @@
 #include "instruments/analyzer/analyzer.h"
 
+#include "base/arith.h"
 #include "instruments/analyzer/analyzersetc.h"
 #include "messages/message_numbers.h"
 #include "session/captions.h"
@@ -169,7 +170,7 @@ void analyzer::zoom(double factor)
 /// A step of the bar is a screen.
 void analyzer::fit_scroll_bar()
 {
-    const std::int32_t across = view_.bitwidth > 0 ? static_cast<std::int32_t>(view_.size.x / view_.bitwidth) : 0;
+    const std::int32_t across = view_.bitwidth > 0 ? arith::nearest(view_.size.x / view_.bitwidth) : 0;
     if (across > 0) HScroll1.max(samples_ / across - 1);
 }
 
