@@ -1,6 +1,7 @@
 #include "entry/all_dialogs.h"
 #include "entry/plug_in_with_dialogs.h"
 #include "languages.h"
+#include "support/recording_programmer.h"
 #include "support/temp_files.h"
 #include "transfer/readfile.h"
 #include "transfer/writefile.h"
@@ -56,6 +57,7 @@ protected:
     {
         session.syspath = folder.path("");
         std::filesystem::create_directory(folder.path("lib"));
+        session.hardware.source = tests::recording_programmer(calls_);
     }
 
     std::vector<shown_dialog> all_in(int offset)
@@ -89,6 +91,8 @@ private:
     void show_from_table(std::string_view name)
     {
         if (!table_.has(name)) return;
+        variables.selftest.pinmapmode = 0;
+        if (name == "analyzer" || name == "recetwave") plug_in.shell.on_next_dialog([](forms::form&) {});  // its map
         plug_in.shell.on_next_dialog([this, name](forms::form& dialog) { note(std::string{name}, dialog); });
         table_.show(name, session, variables);
     }
@@ -100,6 +104,7 @@ private:
         shown_.push_back(found);
     }
 
+    tests::recording calls_;
     temp_folder folder;
     dialog_table table_ = tamrix::all_dialogs();
     std::vector<shown_dialog> shown_;
