@@ -81,7 +81,18 @@ public:
 private:
     friend class shape;
 
-    std::vector<std::function<void(canvas&)>> strokes_;
+    /// One call, kept as data: an instrument draws a hundred thousand lines.
+    struct stroke {
+        enum class kind : std::uint8_t { line, text, figure } what;
+        outline form = outline::rectangle;
+        bool filled = false;
+        point from, to;  // of a figure: its corner, then its width and height
+        colour ink, fill = 0;
+        std::uint32_t words = 0;  // the place in `texts_`
+    };
+
+    std::vector<stroke> strokes_;
+    std::vector<std::string> texts_;
     std::vector<const shape*> shapes_;
     std::optional<point> size_;
     int drawings_ = 0;    // that run now
