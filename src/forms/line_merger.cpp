@@ -1,0 +1,138 @@
+#include "forms/line_merger.h"
+
+#include <algorithm>
+#include <ranges>
+#include <utility>
+
+namespace tamrix::forms {
+
+namespace {
+
+constexpr std::size_t most_waiting = 8;  // runs of a row or column, each of which is compared with the next line
+
+}  // namespace
+
+line_merger::line_merger(int width, int height, std::function<void(const bar&)> pass_on) : pass_on_{std::move(pass_on)}
+{
+    rows_.runs.resize(static_cast<std::size_t>(std::max(height, 0)));
+    columns_.runs.resize(static_cast<std::size_t>(std::max(width, 0)));
+}
+
+bool line_merger::add(point from, point to, colour ink)
+{
+    if (from.y == to.y) {
+        add_run(rows_, columns_, from.y, {std::min(from.x, to.x), std::max(from.x, to.x), ink});
+    } else if (from.x == to.x) {
+        add_run(columns_, rows_, from.x, {std::min(from.y, to.y), std::max(from.y, to.y), ink});
+    } else {
+        return false;
+    }
+    return true;
+}
+
+/// Runs that wait and lie on one another have one colour, so it does not matter which of them is drawn first.
+void line_merger::add_run(lines& along, lines& across, int at, run added)
+{
+    added.low = std::max(added.low, 0);
+    added.high = std::min(added.high, static_cast<int>(across.runs.size()) - 1);
+    if (at < 0 || at >= static_cast<int>(along.runs.size()) || added.low > added.high) return;
+    auto& here = along.runs[static_cast<std::size_t>(at)];
+    // Most lines of a dense diagram: nothing of another colour lies on the run that has all their pixels.
+    for (const run& one : std::views::reverse(here))
+        if (one.ink == added.ink && one.low <= added.low && added.high <= one.high) return;
+    flush_crossed(across, at, added);
+    const auto overlaps = [&added](const run& one) { return one.low <= added.high && added.low <= one.high; };
+    if (std::ranges::any_of(here, [&](const run& one) { return one.ink != added.ink && overlaps(one); }))
+        flush_at(along, at);
+    for (run& one : here) {
+        if (one.ink != added.ink || one.low > added.high + 1 || added.low > one.high + 1) continue;
+        one.low = std::min(one.low, added.low);
+        one.high = std::max(one.high, added.high);
+        return;
+    }
+    if (here.size() == most_waiting) flush_at(along, at);
+    if (here.empty()) along.used.push_back(at);
+    here.push_back(added);
+}
+
+/// What lies across and has another colour is drawn first.
+void line_merger::flush_crossed(lines& across, int at, const run& added)
+{
+    const auto crossed = [&](int line) {
+        return std::ranges::any_of(across.runs[static_cast<std::size_t>(line)], [&](const run& one) {
+            return one.ink != added.ink && one.low <= at && at <= one.high;
+        });
+    };
+    // Whichever is less: the lines that the run lies across, or those that have runs.
+    if (added.high - added.low < static_cast<int>(across.used.size())) {
+        for (int line = added.low; line <= added.high; ++line)
+            if (crossed(line)) flush_at(across, line);
+        return;
+    }
+    for (std::size_t i = 0; i < across.used.size();) {
+        const int line = across.used[i];
+        if (line >= added.low && line <= added.high && crossed(line)) {
+            flush_at(across, line);
+        } else {
+            ++i;
+        }
+    }
+}
+
+void line_merger::flush_at(lines& of, int at)
+{
+    auto& here = of.runs[static_cast<std::size_t>(at)];
+    for (const run& one : here) pass_on(of, at, one);
+    here.clear();
+    std::erase(of.used, at);
+}
+
+void line_merger::pass_on(const lines& of, int at, const run& one) const
+{
+    if (&of == &rows_) {
+        pass_on_({{one.low, at}, {one.high, at}, one.ink});
+    } else {
+        pass_on_({{at, one.low}, {at, one.high}, one.ink});
+    }
+}
+
+void line_merger::flush()
+{
+    for (const int row : rows_.used) {
+        auto& here = rows_.runs[static_cast<std::size_t>(row)];
+        for (const run& one : here) pass_on(rows_, row, one);
+        here.clear();
+    }
+    rows_.used.clear();
+    flush_columns();
+}
+
+/// Equal runs of columns side by side are one bar.
+void line_merger::flush_columns()
+{
+    std::vector<bar> open;
+    std::ranges::sort(columns_.used);
+    for (const int column : columns_.used) {
+        std::vector<bar> next;
+        auto& here = columns_.runs[static_cast<std::size_t>(column)];
+        for (const run& one : here) {
+            const auto same = std::ranges::find_if(open, [&](const bar& before) {
+                return before.last.x == column - 1 && before.ink == one.ink && before.first.y == one.low &&
+                       before.last.y == one.high;
+            });
+            if (same == open.end()) {
+                next.push_back({{column, one.low}, {column, one.high}, one.ink});
+                continue;
+            }
+            next.push_back({same->first, {column, one.high}, one.ink});
+            open.erase(same);
+        }
+        for (const bar& done : open) pass_on_(done);
+        open = std::move(next);
+        here.clear();
+    }
+    for (const bar& done : open) pass_on_(done);
+    columns_.used.clear();
+}
+
+}  // namespace tamrix::forms
