@@ -4,6 +4,7 @@
 #include "wxui/text.h"
 
 #include <algorithm>
+#include <optional>
 
 #include <wx/button.h>
 #include <wx/utils.h>
@@ -13,6 +14,27 @@ namespace tamrix::wxui {
 namespace {
 
 constexpr long style = wxCAPTION | wxRESIZE_BORDER | wxSYSTEM_MENU | wxCLOSE_BOX;
+
+/// By the keys of every keyboard: "+" and "=" share one on many.
+std::optional<forms::form_key> form_key_of(int key)
+{
+    using enum forms::form_key;
+    switch (key) {
+    case WXK_LEFT: return left;
+    case WXK_RIGHT: return right;
+    case WXK_PAGEUP: return page_up;
+    case WXK_PAGEDOWN: return page_down;
+    case WXK_HOME: return home;
+    case WXK_END: return end;
+    case '+':
+    case '=':
+    case WXK_NUMPAD_ADD: return plus;
+    case '-':
+    case WXK_NUMPAD_SUBTRACT: return minus;
+    case WXK_SPACE: return space;
+    default: return std::nullopt;
+    }
+}
 
 }  // namespace
 
@@ -93,9 +115,19 @@ void form_dialog::on_key(wxKeyEvent& event)
         guard_([this] { shown_.ask_to_leave(); });
     } else if (plain && (key == WXK_RETURN || key == WXK_NUMPAD_ENTER)) {
         guard_([this] { press_enter(); });
-    } else {
+    } else if (!takes(event)) {
         event.Skip();
     }
+}
+
+/// The form goes before the control with the focus. Shift is no reason to leave it a key: some keyboards need it for
+/// "+".
+bool form_dialog::takes(const wxKeyEvent& event)
+{
+    const auto key = event.HasModifiers() ? std::nullopt : form_key_of(event.GetKeyCode());
+    bool taken = false;
+    if (key) guard_([&] { taken = shown_.press_key(*key); });
+    return taken;
 }
 
 /// A button with the focus is the one that Enter presses, and some fields use the key themselves. From elsewhere it is

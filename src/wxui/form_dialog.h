@@ -25,6 +25,7 @@ private:
     void closed() override;
 
     void on_key(wxKeyEvent& event);
+    bool takes(const wxKeyEvent& event);
     void press_enter();
     void take_room();
     forms::control* control_with_focus() const;

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include <wx/clipbrd.h>
+#include <wx/settings.h>
 #include <wx/textctrl.h>
 #include <wx/utils.h>
 
@@ -25,10 +26,28 @@ bool types_a_character(const wxKeyEvent& event)
     return key >= ' ' && key != WXK_DELETE && !event.AltDown() && !event.ControlDown();
 }
 
+/// The keyboard passes a display by.
+class text_field final : public wxTextCtrl {
+public:
+    text_field(wxWindow* parent, bool readout)
+        : wxTextCtrl{parent, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, readout ? wxTE_READONLY | wxTE_CENTRE : 0},
+          readout_{readout}
+    {
+        if (!readout) return;
+        SetForegroundColour({forms::text_box::readout_ink >> 16, forms::text_box::readout_ink >> 8 & 0xFF,
+                             forms::text_box::readout_ink & 0xFF});
+        SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_HIGHLIGHT));
+    }
+    bool AcceptsFocusFromKeyboard() const override { return !readout_ && wxTextCtrl::AcceptsFocusFromKeyboard(); }
+
+private:
+    bool readout_;
+};
+
 class text_box_widget final : public widget {
 public:
     text_box_widget(forms::text_box& control, wxWindow* parent, callback_guard& guard)
-        : control_{control}, field_{new wxTextCtrl{parent, wxID_ANY}}, guard_{guard}
+        : control_{control}, field_{new text_field{parent, control.readout()}}, guard_{guard}
     {
         field_->SetMinSize({16 * field_->GetCharWidth(), -1});
         field_->Bind(wxEVT_CHAR, [this](wxKeyEvent& event) { guard_([&] { type(event); }); });
