@@ -42,7 +42,8 @@ TEST(read_intel16, addresses_and_the_file_start_count_in_words)
 TEST(read_intel16, a_wrong_checksum_ends_the_load_at_once_without_a_status_line)
 {
     intel16_fixture f;
-    EXPECT_EQ(f.read(record16(0, {0x1234}) + ":01000100567800\r\n" + record16(2, {0x9ABC}) + end_record), status::failed);
+    EXPECT_EQ(f.read(record16(0, {0x1234}) + ":01000100567800\r\n" + record16(2, {0x9ABC}) + end_record),
+              status::failed);
     EXPECT_EQ(f.bytes(0, 6), (bytes_of{0x34, 0x12, 0x78, 0x56, untouched, untouched}));
     EXPECT_EQ(f.status_text(), ">>Load File Fail!\n>> 0.00Sec\n");
     EXPECT_EQ(f.why(), "file:2: checksum 00 where 30 was expected");
@@ -51,9 +52,9 @@ TEST(read_intel16, a_wrong_checksum_ends_the_load_at_once_without_a_status_line)
 TEST(read_intel16, extended_addresses_count_in_words_too)
 {
     intel16_fixture f{{.buflength = 0x30000, .tlength = 0x30000}};
-    EXPECT_EQ(
-        f.read(":020000020800F4\r\n" + record16(4, {0x1234}) + ":020000040001F9\r\n" + record16(2, {0x5678}) + end_record),
-        status::done);
+    EXPECT_EQ(f.read(":020000020800F4\r\n" + record16(4, {0x1234}) + ":020000040001F9\r\n" + record16(2, {0x5678}) +
+                     end_record),
+              status::done);
     EXPECT_EQ(f.bytes(0x10008, 2), (bytes_of{0x34, 0x12}));
     EXPECT_EQ(f.bytes(0x20004, 2), (bytes_of{0x78, 0x56}));
 }

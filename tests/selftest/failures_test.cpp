@@ -257,7 +257,7 @@ TEST(a_call_that_fails, ends_a_run_of_pinnote204_or_costs_memory)
     using enum failing;
     EXPECT_EQ(fail_everywhere({39}),
               (std::map<failing, int>{
-                  {reply, 21}, {switch_reply, 19}, {acknowledgement, 11}, {write, 110}, {read, 6}, {reset, 2}}));
+                  {reply, 21}, {switch_reply, 19}, {acknowledgement, 11}, {write, 104}, {read, 6}, {reset, 2}}));
 }
 
 /// Nothing but the reset of a calibration has an answer.
