@@ -156,12 +156,15 @@ std::string selftest_frame::caption_of(const option_plan& option) const
     return std::string{option.before} + plug_in_.text(option.message) + std::string{option.after};
 }
 
-/// Clearing the map lets the person choose another option meanwhile, which is then the one to show.
+/// Clearing the map lets the person go on meanwhile. Another option that is chosen then is the one to show.
 void selftest_frame::Option1_Click(int index)
 {
+    const std::string shown = StatusBar1.text(1);
     testsel_ = index;
     clearpins();
     if (testsel_ != index) return;
+    // A quick person has started the test meanwhile, and its verdict is there.
+    if (StatusBar1.text(1) != shown && !in_use_) return;
     fault_words.caption = "";
     hint(plug_in_.text(message::empty_socket_please));
     if (option().does == option_action::system_test) {

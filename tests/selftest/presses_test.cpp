@@ -254,5 +254,24 @@ TEST(a_press_in_each_calibration, ends_it_or_does_nothing_and_leaves_the_program
     }
 }
 
+TEST(the_verdict_of_a_run, stays_where_the_person_started_it_while_the_option_was_being_shown)
+{
+    for (const bool board : {true, false}) {
+        sim_bench b{{.model = 40, .test_board = board}};
+        const tests::form_of_test& form = tests::form_of(40);
+        form.show(b, [&](selftest_frame& dialog) {
+            const auto pump = b.shell.on_doevents;
+            bool pressed = false;
+            b.shell.on_doevents = [&] {
+                pump();
+                if (!std::exchange(pressed, true)) dialog.testbutton.click();
+            };
+            dialog.Option1(form.output_option).click();
+            b.shell.on_doevents = pump;
+            EXPECT_EQ(dialog.StatusBar1.text(1), board ? "Output Test OK!" : "Error! No \"Test Board\" On Socket!");
+        });
+    }
+}
+
 }  // namespace
 }  // namespace tamrix

@@ -30,7 +30,7 @@ class Notes:
 
 
 def repeats(lines, at, size):
-    """How often the group of that size at that place stands there in a row."""
+    """How often the group of that size at that place comes there in a row."""
     group, count = lines[at:at + size], 1
     while lines[at + size * count:at + size * (count + 1)] == group:
         count += 1
