@@ -60,7 +60,7 @@ signal_words::signal_words(std::string_view text) : text_{text}
     }
 }
 
-/// From the opening quotation mark to behind the closing one.
+/// From the opening quotation mark to the closing one, both included.
 std::string signal_words::read_quoted(std::size_t& at) const
 {
     const std::size_t first = at++;

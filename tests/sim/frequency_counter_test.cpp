@@ -1,6 +1,6 @@
 #include "sim/frequency_counter.h"
 
-#include "sim/instrument_bench.h"
+#include "sim/instruments_on_sim.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 TEST(frequency_counter, shows_hertz_at_pin_23_by_itself_and_by_registers)
 {
     for (const int hertz : {1, 10, 1000, 65'536, 100'000, 999'999}) {
-        instrument_bench b{9};
+        instruments_on_sim b{9};
         b.put_on({"P23 square " + std::to_string(hertz), "P22 square 77"});
         b.begin();
         b.device.ctlout(0, 141);
@@ -30,7 +30,7 @@ TEST(frequency_counter, shows_hertz_at_pin_23_by_itself_and_by_registers)
 
 TEST(frequency_counter, refreshes_its_result_five_times_a_second_until_a_reset)
 {
-    instrument_bench b{40};
+    instruments_on_sim b{40};
     b.put_on({"P23 square 5000"});
     b.begin();
     b.device.ctlout(0, 141);
@@ -49,7 +49,7 @@ TEST(frequency_counter, refreshes_its_result_five_times_a_second_until_a_reset)
 
 TEST(frequency_counter, follows_a_signal_that_is_changed)
 {
-    instrument_bench b{9};
+    instruments_on_sim b{9};
     b.put_on({"P23 square 5000"});
     b.begin();
     b.device.ctlout(0, 141);
@@ -68,7 +68,7 @@ TEST(frequency_counter, follows_a_signal_that_is_changed)
 
 TEST(frequency_counter, the_first_register_keeps_the_others)
 {
-    instrument_bench b{9};
+    instruments_on_sim b{9};
     b.put_on({"P23 square 70000"});
     b.begin();
     b.device.ctlout(0, 47);

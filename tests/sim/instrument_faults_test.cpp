@@ -1,4 +1,4 @@
-#include "sim/instrument_bench.h"
+#include "sim/instruments_on_sim.h"
 
 #include <gtest/gtest.h>
 
@@ -37,7 +37,7 @@ TEST(instrument_faults, a_wrong_name_is_told)
 
 TEST(instrument_faults, a_trigger_that_is_not_found_is_waited_for)
 {
-    instrument_bench b{9, 1};
+    instruments_on_sim b{9, 1};
     b.programmer.add_fault("no trigger");
     b.begin();
     b.start(1, 1, 1);
@@ -51,7 +51,7 @@ TEST(instrument_faults, a_trigger_that_is_not_found_is_waited_for)
 
 TEST(instrument_faults, a_trigger_is_found_as_soon_as_the_fault_is_gone)
 {
-    instrument_bench b{9, 1};
+    instruments_on_sim b{9, 1};
     b.programmer.add_fault("no trigger");
     b.begin();
     b.start(1, 1, 1);
@@ -63,7 +63,7 @@ TEST(instrument_faults, a_trigger_is_found_as_soon_as_the_fault_is_gone)
 
 TEST(instrument_faults, a_wrong_reply_takes_the_place_of_the_right_one)
 {
-    instrument_bench b{9, 1};
+    instruments_on_sim b{9, 1};
     b.programmer.add_fault("wrong reply 85");
     b.begin();
     b.start();
@@ -75,7 +75,7 @@ TEST(instrument_faults, a_wrong_reply_takes_the_place_of_the_right_one)
 
 TEST(instrument_faults, an_early_reply_comes_before_the_right_one)
 {
-    instrument_bench b{9, 1};
+    instruments_on_sim b{9, 1};
     b.programmer.add_fault("early reply 85");
     b.begin();
     b.start();
@@ -88,7 +88,7 @@ TEST(instrument_faults, an_early_reply_comes_before_the_right_one)
 
 TEST(instrument_faults, a_reply_that_is_lost_does_not_come)
 {
-    instrument_bench b{9, 1};
+    instruments_on_sim b{9, 1};
     b.programmer.add_fault("lost reply");
     b.begin();
     b.start();
@@ -108,7 +108,7 @@ TEST(instrument_faults, a_reply_that_is_lost_does_not_come)
 
 TEST(instrument_faults, a_bank_that_never_comes_is_one_alone)
 {
-    instrument_bench b{9};
+    instruments_on_sim b{9};
     b.programmer.add_fault("bank 2 never comes");
     b.begin();
     b.start();
@@ -120,7 +120,7 @@ TEST(instrument_faults, a_bank_that_never_comes_is_one_alone)
 
 TEST(instrument_faults, a_counter_without_a_signal_shows_nothing)
 {
-    instrument_bench b{9};
+    instruments_on_sim b{9};
     b.put_on({"P23 square 1000"});
     b.programmer.add_fault("no signal at the counter");
     b.begin();
@@ -136,7 +136,7 @@ TEST(instrument_faults, a_counter_without_a_signal_shows_nothing)
 
 TEST(instrument_faults, a_dead_generator_gives_nothing)
 {
-    instrument_bench b{40};
+    instruments_on_sim b{40};
     b.put_on({"lead 23 P21"});
     b.programmer.add_fault("generator dead");
     b.begin();

@@ -1,7 +1,7 @@
 // The firmware's recording as a host sees it: frames, the reply that comes by itself, the banks.
 #include "sim/recorder.h"
 
-#include "sim/instrument_bench.h"
+#include "sim/instruments_on_sim.h"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 
 TEST(recording, fills_the_memory_and_says_so_by_itself)
 {
-    instrument_bench b{5};
+    instruments_on_sim b{5};
     b.put_on({"P21 square 1000", "P24 high"});
     b.begin();
     b.start();
@@ -49,7 +49,7 @@ TEST(recording, has_the_period_of_the_model_and_its_generation)
                             {12, 0, 3400}, {1, 17, 3400}, {20, 0, 3400}, {40, 0, 3400},  {58, 17, 3400}};
     for (const auto& [model, generation, period] : all) {
         EXPECT_EQ(sim::sample_period(model, generation).count(), period) << model;
-        instrument_bench b{model, 1, generation};
+        instruments_on_sim b{model, 1, generation};
         b.put_on({"P22 pulse 0.05 10"});
         b.begin();
         b.start();
@@ -67,7 +67,7 @@ TEST(recording, takes_all_the_memory_that_the_model_has)
 {
     for (const auto& [model, bytes] :
          std::vector<std::pair<int, int>>{{9, 131072}, {40, 524288}, {23, 4096}, {27, 57344}}) {
-        instrument_bench b{model};
+        instruments_on_sim b{model};
         b.put_on({"P28 low"});
         b.begin();
         b.start();
@@ -85,7 +85,7 @@ TEST(recording, waits_for_the_level_of_a_pin)
 {
     for (const int pin : {21, 24, 28}) {
         for (const bool high : {true, false}) {
-            instrument_bench b{9, 1};
+            instruments_on_sim b{9, 1};
             const int mask = 1 << (pin - 21);
             b.put_on({"P" + std::to_string(pin) + " pulse 1.25 9" + (high ? "" : " low")});
             b.begin();
@@ -103,7 +103,7 @@ TEST(recording, waits_for_the_level_of_a_pin)
 
 TEST(recording, does_not_wait_for_a_level_that_is_there)
 {
-    instrument_bench b{9, 1};
+    instruments_on_sim b{9, 1};
     b.put_on({"P21 square 100"});
     b.begin();
     b.start(1, 1, 1);
@@ -114,7 +114,7 @@ TEST(recording, does_not_wait_for_a_level_that_is_there)
 
 TEST(recording, a_wait_for_a_trigger_ends_by_a_stop)
 {
-    instrument_bench b{9};
+    instruments_on_sim b{9};
     b.put_on({"P21 low"});
     b.begin();
     b.start(1, 1, 1);
@@ -127,7 +127,7 @@ TEST(recording, a_wait_for_a_trigger_ends_by_a_stop)
 
 TEST(recording, a_trigger_comes_with_a_signal_that_is_put_on_later)
 {
-    instrument_bench b{9, 1};
+    instruments_on_sim b{9, 1};
     b.put_on({"P21 low"});
     b.begin();
     b.start(1, 1, 1);
@@ -140,7 +140,7 @@ TEST(recording, a_trigger_comes_with_a_signal_that_is_put_on_later)
 
 TEST(recording, an_expected_trigger_that_is_taken_away_does_not_come)
 {
-    instrument_bench b{9, 1};
+    instruments_on_sim b{9, 1};
     b.put_on({"P21 pulse 0.05 5"});
     b.begin();
     b.start(1, 1, 1);
@@ -153,7 +153,7 @@ TEST(recording, an_expected_trigger_that_is_taken_away_does_not_come)
 
 TEST(recording, that_is_stopped_keeps_what_it_has)
 {
-    instrument_bench b{9, 1};
+    instruments_on_sim b{9, 1};
     b.put_on({"P21 low"});
     b.begin();
     b.start();
@@ -168,7 +168,7 @@ TEST(recording, that_is_stopped_keeps_what_it_has)
 
 TEST(recording, sees_a_change_of_the_signals_from_then_on)
 {
-    instrument_bench b{9, 1};
+    instruments_on_sim b{9, 1};
     b.put_on({"P21 low"});
     b.begin();
     b.start();
@@ -183,7 +183,7 @@ TEST(recording, sees_a_change_of_the_signals_from_then_on)
 
 TEST(recording, sees_what_the_inputs_of_the_programmer_see)
 {
-    instrument_bench b{9, 1};
+    instruments_on_sim b{9, 1};
     b.put_on({"P21 low", "P22 high", "P23 low"});
     for (const char* const fault : {"input 21 stuck 1", "pins 22 and 24 bridged", "pins 23 and 25 bridged"})
         b.programmer.add_fault(fault);
@@ -199,7 +199,7 @@ TEST(recording, sees_what_the_inputs_of_the_programmer_see)
 TEST(recording, begins_with_the_time_of_the_signals)
 {
     for (const int later : {0, 777}) {
-        instrument_bench b{9, 1};
+        instruments_on_sim b{9, 1};
         b.put_on({"P21 uart 9600 \"tamrix\" after 0.01", "P22 pulse 0.001 0.002"});
         b.time->advance(sim::microseconds{later * 1001});
         b.begin();
@@ -219,7 +219,7 @@ TEST(recording, begins_with_the_time_of_the_signals)
 
 TEST(recording, its_frames_have_a_length)
 {
-    instrument_bench b{9};
+    instruments_on_sim b{9};
     b.begin();
     b.frame({33});
     b.frame({33, 1, 0, 0});
@@ -231,7 +231,7 @@ TEST(recording, its_frames_have_a_length)
 
 TEST(recording, is_in_the_transcript_with_its_reply)
 {
-    instrument_bench b{9, 1};
+    instruments_on_sim b{9, 1};
     b.log->record(true);
     b.start(0, 128, 128);
     ASSERT_TRUE(b.wait());
@@ -242,7 +242,7 @@ TEST(recording, is_in_the_transcript_with_its_reply)
 
 TEST(recording, a_pin_that_the_programmer_drives_against_a_signal_is_a_hazard)
 {
-    instrument_bench b{9, 1};
+    instruments_on_sim b{9, 1};
     b.put_on({"P21 low", "P28 high"});
     b.device.regout(0x7F, 0);
     b.device.regout(0x7E, 1);

@@ -1,5 +1,5 @@
 // Reads of a register take time, in which signals and chips go on.
-#include "sim/instrument_bench.h"
+#include "sim/instruments_on_sim.h"
 
 #include <gtest/gtest.h>
 
@@ -22,7 +22,7 @@ TEST(register_reads, take_time)
 
 TEST(register_reads, see_signals_go_on)
 {
-    instrument_bench b{1};
+    instruments_on_sim b{1};
     b.put_on({"P22 pulse 0.0003 0.0006"});
     b.begin();
     int highs = 0;
@@ -36,7 +36,7 @@ TEST(register_reads, see_signals_go_on)
 
 TEST(register_reads, a_frame_sees_them_too)
 {
-    instrument_bench b{9};
+    instruments_on_sim b{9};
     b.put_on({"P21 square 1000"});
     for (const int expected : {255, 254, 255}) {
         b.frame({5, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255});
@@ -67,7 +67,7 @@ private:
 
 TEST(register_reads, a_part_in_the_socket_sees_every_edge_between_two_of_them)
 {
-    instrument_bench b{1};
+    instruments_on_sim b{1};
     b.programmer.insert(std::make_unique<halver>());
     b.put_on({"P25 square 50000 phase 180"});
     b.begin();

@@ -1,6 +1,6 @@
 #include "sim/wave_generator.h"
 
-#include "sim/instrument_bench.h"
+#include "sim/instruments_on_sim.h"
 
 #include <gtest/gtest.h>
 
@@ -111,7 +111,7 @@ TEST(wave_generator, a_model_has_its_loop)
 }
 
 /// Reads pin 23 every 3 microseconds.
-double hertz_at_the_pin(instrument_bench& b)
+double hertz_at_the_pin(instruments_on_sim& b)
 {
     int rises = 0;
     bool was_high = true;
@@ -125,7 +125,7 @@ double hertz_at_the_pin(instrument_bench& b)
 
 TEST(wave_generator, drives_pin_23_until_a_reset)
 {
-    instrument_bench b{40};
+    instruments_on_sim b{40};
     b.begin();
     b.device.boardsel(0);
     b.ubuf1[2] = 3000 >> 8;
@@ -140,7 +140,7 @@ TEST(wave_generator, drives_pin_23_until_a_reset)
 TEST(wave_generator, takes_the_upper_bytes_by_registers_where_they_were_written)
 {
     for (const bool by_registers : {true, false}) {
-        instrument_bench b{9};
+        instruments_on_sim b{9};
         b.begin();
         b.ubuf1[2] = 2;
         b.ubuf1[3] = 1;
@@ -157,7 +157,7 @@ TEST(wave_generator, takes_the_upper_bytes_by_registers_where_they_were_written)
 
 TEST(wave_generator, a_lead_keeps_its_wave_for_the_other_instruments)
 {
-    instrument_bench b{9};
+    instruments_on_sim b{9};
     b.put_on({"lead 23 P21 P23"});
     b.begin();
     EXPECT_EQ(b.device.regin(0), 255) << "no wave yet";
@@ -184,7 +184,7 @@ TEST(wave_generator, a_lead_keeps_its_wave_for_the_other_instruments)
 
 TEST(wave_generator, a_signal_at_its_pin_is_a_hazard)
 {
-    instrument_bench b{9};
+    instruments_on_sim b{9};
     b.put_on({"P23 square 1000"});
     b.begin();
     b.device.ctlout(200, 140);

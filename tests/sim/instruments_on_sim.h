@@ -10,7 +10,7 @@
 
 namespace tamrix::tests {
 
-struct instrument_bench : bench {
+struct instruments_on_sim : bench {
     using bench::bench;
 
     void put_on(const std::vector<std::string>& signals)
