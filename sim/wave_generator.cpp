@@ -1,6 +1,7 @@
 #include "sim/wave_generator.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace tamrix::sim {
 

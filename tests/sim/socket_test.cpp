@@ -10,11 +10,11 @@ namespace tamrix::tests {
 
 namespace {
 
-constexpr int models[] = {40, 9, 22, 23, 24, 28, 29};
+constexpr int wired_models[] = {40, 9, 22, 23, 24, 28, 29};
 
 TEST(socket, a_gate_answers_on_every_kind_of_pin_electronics_and_on_both_routes)
 {
-    for (const int model : models) {
+    for (const int model : wired_models) {
         for (const bool by_frame : {true, false}) {
             bench b{model};
             b.programmer.insert(std::make_unique<quad_nand>());
@@ -30,7 +30,7 @@ TEST(socket, a_gate_answers_on_every_kind_of_pin_electronics_and_on_both_routes)
 TEST(socket, wires_of_every_package_carry_what_is_driven)
 {
     std::mt19937 random{7};
-    for (const int model : models) {
+    for (const int model : wired_models) {
         for (std::size_t pins = 8; pins <= 40; pins += 2) {
             bench b{model};
             b.programmer.insert(std::make_unique<one_way_wires>(static_cast<int>(pins)));
@@ -70,7 +70,7 @@ TEST(socket, a_part_that_does_not_fit_is_refused_and_the_old_one_stays)
 
 TEST(socket, released_contacts_of_an_empty_socket_read_high_and_driven_ones_as_driven)
 {
-    for (const int model : models) {
+    for (const int model : wired_models) {
         bench b{model};
         EXPECT_EQ(b.run("X0X1XX0X"), "HLHHHHLH") << model;
     }

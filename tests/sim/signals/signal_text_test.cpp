@@ -10,7 +10,7 @@ namespace tamrix::tests {
 
 namespace {
 
-sim::part_shelf library_chips() { return sim::shelf_of_folder(std::string{TAMRIX_DATA_FOLDER} + "/chips"); }
+sim::part_shelf library_chips() { return sim::shelf_of_folder(TAMRIX_CHIPS); }
 
 TEST(signals, a_wrong_text_is_told_with_its_place_and_what_can_be_there)
 {
