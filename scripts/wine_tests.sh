@@ -28,7 +28,7 @@ vector_test() {
 enter_wine_system
 cp build/windows/bin/*.exe build/windows/bin/*.dll build/windows/src/com/tamrix.tlb tests/windows/*/*.vbs \
     "$wine_system/project/"
-cp -r fuzz src/messages tests/ttl/transcripts tests/device/notes docs/models.md tests/messages/english_messages.txt \
+cp -r fuzz src/messages tests/ttl/transcripts tests/device/notes docs/{models,self-test-faults}.md tests/messages/english_messages.txt \
     data/{chips,lib,lib1} "$wine_system/project/"
 cp -r tests/selftest/transcripts "$wine_system/project/selftest_transcripts"
 cp -r tests/instruments/transcripts "$wine_system/project/instrument_transcripts"

@@ -98,7 +98,7 @@ void expect_on_page(std::int16_t model, const std::string& test, const tally& co
     for (const auto& [why, count] : counts.invisible)
         row += std::exchange(between, "; ") + std::to_string(count) + ": " + why;
     row += " |\n";
-    const std::string page = read_text(TAMRIX_SELFTEST_TRANSCRIPTS "/../../../docs/self-test-faults.md");
+    const std::string page = read_text(TAMRIX_FAULTS_PAGE);
     EXPECT_TRUE(page.find("\n" + row) != std::string::npos) << "not on the page: " << row;
 }
 
