@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "chips/chip.h"
 #include "sim/signals/line_reader.h"
 #include "support/temp_files.h"
@@ -101,7 +103,8 @@ TEST(signals, a_file_is_played_as_it_was_recorded)
     bytes[0] = 0x80;
     bytes[9'998] = 0x42;
     bytes[9'999] = 0x40;
-    const std::string path = folder.write("my capture.bin", bytes);
+    // A backslash between quotation marks begins a special character.
+    const std::string path = std::filesystem::path{folder.write("my capture.bin", bytes)}.generic_string();
     auto once = signals_of({"P21..P28 file \"" + path + "\" period 3.4"}).walk();
     for (std::size_t i = 0; i < bytes.size(); ++i) {
         const auto seen = once.look(sim::nanoseconds{static_cast<std::int64_t>(i) * 3400 + 3399});
