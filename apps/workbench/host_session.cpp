@@ -15,6 +15,10 @@ namespace {
 
 constexpr const char* name_space_variable = "TAMRIX_NAMESPACE";
 
+/// The memory into which a programmer records.
+constexpr std::int32_t bank_bytes = 32768, most_banks = 16;
+constexpr std::uint8_t least_banks = 4;
+
 /// Two workbenches have two devices, so they share no buffer unless asked to.
 std::string take_name_space()
 {
@@ -182,6 +186,38 @@ outcome host_session::vector_test(bool hardware)
     bool16 ok = hardware ? bool16_true : bool16_false;
     return run(
         [&](Clstamrix& plug_in) { return plug_in.vecttest0(vectors_of_file, rows_and_one, supply_of_device, ok); });
+}
+
+outcome host_session::analyze()
+{
+    auto& words = blocks_->value<std::int32_t>("tlength");
+    auto& bytes_of_word = blocks_->value<std::uint8_t>("wordmode", 0);
+    auto& spare_units = blocks_->value<std::uint8_t>("wordmode", 1);
+    const std::vector<std::uint8_t> kept = bytes_to_keep();
+    const auto use_buffer_for = [&](std::int32_t length, std::uint8_t bytes, std::uint8_t units, std::int32_t room,
+                                    const std::vector<std::uint8_t>& content) {
+        words = length;
+        bytes_of_word = bytes;
+        spare_units = units;
+        device_.buffer_bytes = room;
+        require(renew_buffer(content));
+    };
+    const auto put_back = [&, length = words, bytes = bytes_of_word, units = spare_units, room = device_.buffer_bytes] {
+        use_buffer_for(length, bytes, units, room, kept);
+    };
+    // A self-test counts the banks; until then there are those that each programmer has.
+    auto& banks = blocks_->value<std::uint8_t>("rambknum");
+    if (banks == 0) banks = least_banks;
+    outcome told;
+    try {
+        use_buffer_for(most_banks * bank_bytes, 1, 0, most_banks * bank_bytes, {});
+        told = run([](Clstamrix& plug_in) { return plug_in.analyzer0(); });
+    } catch (...) {
+        put_back();
+        throw;
+    }
+    put_back();
+    return told;
 }
 
 std::pair<tamrix_selftest_result, std::string> host_session::last_selftest() const

@@ -81,6 +81,9 @@ public:
     int vector_count() const { return library_.vector_count(plug_in_.get()); }
     /// How the last self-test of the last call ended, and the plug-in's report of it.
     std::pair<tamrix_selftest_result, std::string> last_selftest() const;
+    /// Lets the person record signals, into a buffer that holds every bank of a programmer. The bytes of the device
+    /// come back after it; what buffer() returned before is gone, as after select(). Throws std::runtime_error.
+    outcome analyze();
     /// Plays the vectors of the device, 100 at most, with its own supply.
     outcome vector_test(bool hardware);
 

@@ -87,6 +87,7 @@ private:
     /// Calls a method of the logic test with the folder of the person's own libraries.
     void logic_method(const wxString& what, const logic_call& call);
     void find_logic_device();
+    void analyze();
     void tell_hazards();
 
     void run_selftest();

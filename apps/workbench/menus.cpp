@@ -175,8 +175,7 @@ wxMenu* main_frame::test_menu()
 wxMenu* main_frame::tools_menu()
 {
     auto* menu = new wxMenu;
-    add_call(menu, "&Logic Analyzer…", "Record and look at signals", "analyzer0",
-             [](Clstamrix& plug_in) { return plug_in.analyzer0(); });
+    add_method(menu, "&Logic Analyzer…", "Record and look at signals", "analyzer0", [this] { analyze(); });
     const auto wave = [](bool16 meter) {
         return [meter](Clstamrix& plug_in) mutable { return plug_in.recetwave0(meter); };
     };

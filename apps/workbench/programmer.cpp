@@ -217,4 +217,15 @@ void main_frame::tell_hazards()
     for (const std::string& hazard : socket_->take_hazards()) log_->trouble("This could have done harm: " + hazard);
 }
 
+void main_frame::analyze()
+{
+    const wxString what = "Logic Analyzer failed";
+    attempt(what, [&] {
+        hex_view_->show({});
+        tell(what, session_.analyze());
+        tell_hazards();
+    });
+    buffer_changed();
+}
+
 }  // namespace tamrix::workbench

@@ -1,18 +1,15 @@
 // The self-test of the simulated programmer, as a host runs it: in this process, so that its dialog can be read.
 #include "host/simulator.h"
-#include "person.h"
+#include "over_host.h"
 #include "support/own_settings.h"
 #include "workbench/host_session.h"
 
 #include <cstdlib>
-#include <functional>
-#include <stdexcept>
 #include <string>
 #include <utility>
 
 #include <gtest/gtest.h>
 
-#include <wx/timer.h>
 #include <wx/toplevel.h>
 
 using namespace tamrix;
@@ -20,33 +17,8 @@ using namespace tamrix::tests;
 
 namespace {
 
-/// Looks at the dialog again and again, also while it works.
-class onlooker final : public wxTimer {
-public:
-    explicit onlooker(std::function<void()> look) : look_{std::move(look)} { Start(200); }
-    void Notify() override { look_(); }
-
-private:
-    std::function<void()> look_;
-};
-
 /// Does not wait for what the keys do: a whole run begins with one.
 void press_and_go_on(const std::string& keys) { EXPECT_EQ(std::system(("xdotool key --delay 30 " + keys).c_str()), 0); }
-
-class host_window final : public scripted_form {
-public:
-    forms::label text{*this};
-    forms::layout arrangement() override { return forms::column({text}); }
-};
-
-bool shows(const std::string& words)
-{
-    try {
-        return shown_as(words).IsEnabled();
-    } catch (const std::runtime_error&) {
-        return false;
-    }
-}
 
 class selftest_of_host : public testing::Test {
 protected:

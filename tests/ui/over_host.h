@@ -5,6 +5,8 @@
 
 #include <exception>
 #include <functional>
+#include <stdexcept>
+#include <string>
 #include <utility>
 
 #include <gtest/gtest.h>
@@ -22,6 +24,16 @@ public:
     forms::layout arrangement() override { return forms::column({text}); }
 };
 
+/// Whether a control with these words is there and not off.
+inline bool shows(const std::string& words)
+{
+    try {
+        return shown_as(words).IsEnabled();
+    } catch (const std::runtime_error&) {
+        return false;
+    }
+}
+
 /// Runs a script once, soon after it was made.
 class script_timer final : public wxTimer {
 public:
@@ -37,6 +49,16 @@ public:
 
 private:
     std::function<void()> script_;
+};
+
+/// Runs a script five times a second, also while a dialog works.
+class onlooker final : public wxTimer {
+public:
+    explicit onlooker(std::function<void()> look) : look_{std::move(look)} { Start(200); }
+    void Notify() override { look_(); }
+
+private:
+    std::function<void()> look_;
 };
 
 /// Shows a dialog and runs `script` once it has the keyboard; closes it where the script did not.

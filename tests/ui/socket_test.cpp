@@ -1,7 +1,7 @@
 // The logic IC test on the simulated programmer, from the chip that goes into the socket to what the person reads.
 #include "host/simulator.h"
 #include "host/user_folder.h"
-#include "person.h"
+#include "over_host.h"
 #include "program.h"
 #include "support/own_settings.h"
 #include "workbench/host_session.h"
@@ -19,7 +19,6 @@
 #include <gtest/gtest.h>
 
 #include <wx/listbox.h>
-#include <wx/timer.h>
 #include <wx/toplevel.h>
 
 using namespace tamrix;
@@ -84,21 +83,6 @@ protected:
     }
 };
 
-class script_timer final : public wxTimer {
-public:
-    explicit script_timer(std::function<void()> script) : script_{std::move(script)} { Start(200); }
-    void Notify() override { script_(); }
-
-private:
-    std::function<void()> script_;
-};
-
-class host_window final : public scripted_form {
-public:
-    forms::label text{*this};
-    forms::layout arrangement() override { return forms::column({text}); }
-};
-
 /// A host's session with the plug-in and the simulator, in this process, so that its dialogs can be read.
 class session_with_socket : public testing::Test {
 protected:
@@ -122,7 +106,7 @@ protected:
         std::vector<std::string> names;
         host_window host;
         during(screen, host, [&] {
-            const script_timer reader{[&] { read_and_close(names); }};
+            const onlooker reader{[&] { read_and_close(names); }};
             const workbench::outcome told =
                 session.run([&](Clstamrix& plug_in) { return plug_in.mnutestautofind0(libraries); });
             EXPECT_EQ(told.result.error, "");
