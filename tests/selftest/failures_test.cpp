@@ -1,6 +1,6 @@
 // Every run with a programmer that fails at any one of its calls: how it ends, and that the next one can begin.
 #include "failing_programmer.h"
-#include "self_test_forms.h"
+#include "planned_runs.h"
 
 #include <gtest/gtest.h>
 
@@ -11,21 +11,13 @@
 namespace tamrix {
 namespace {
 
+using tests::expect_ready;
 using tests::failing;
 using tests::failure;
+using tests::planned_run;
 using tests::sim_bench;
 using tests::situation;
 using tests::step;
-
-/// An option of a dialog; 0 is the System Test.
-struct planned_run {
-    situation where;
-    int option = 0;
-};
-
-std::string name_of(const planned_run& plan) { return name_of(plan.where) + " option " + std::to_string(plan.option); }
-
-bool has_modules(const planned_run& plan) { return plan.where.model == 39; }
 
 /// Each dialog by each route that its models have, with as many stages as it can have.
 std::vector<situation> programmers()
@@ -43,21 +35,6 @@ std::vector<situation> programmers()
             {.model = 39, .usb = false}};
 }
 
-std::vector<planned_run> runs()
-{
-    std::vector<planned_run> all;
-    for (situation where : programmers()) {
-        where.transcript = false;
-        all.push_back({where, 0});
-        if (where.model == 11) continue;
-        where.test_board = true;
-        const int output = tests::form_of(where.model).output_option;
-        all.push_back({where, output});
-        if (where.model == 39) all.push_back({where, output + 1});
-    }
-    return all;
-}
-
 /// A run, and what the person sees of its end.
 struct ending {
     selftest_result result = selftest_result::none;
@@ -66,14 +43,6 @@ struct ending {
     std::vector<std::string> boxes{};
     int good_banks = 0;
 };
-
-void expect_ready(selftest_frame& dialog)
-{
-    EXPECT_TRUE(dialog.testbutton.usable() && dialog.OKButton.usable() && dialog.Option1(0).usable());
-    EXPECT_EQ(dialog.testbutton.caption(), "Test");
-    EXPECT_FALSE(dialog.teststop.usable());
-    EXPECT_EQ(dialog.testbusy() + dialog.teststep() + dialog.teststopped(), 0);
-}
 
 /// Presses Test, and Continue where a run asks. `again`: a second time, when nothing fails any more.
 ending play(const planned_run& plan, failure& one, bool again)
@@ -211,7 +180,7 @@ std::map<failing, int> fail_everywhere(std::initializer_list<std::int16_t> model
 {
     using enum failing;
     std::map<failing, int> tried;
-    for (const planned_run& plan : runs()) {
+    for (const planned_run& plan : tests::runs_of(programmers())) {
         if (std::ranges::count(models, plan.where.model) == 0) continue;
         SCOPED_TRACE(name_of(plan));
         failure none;

@@ -74,10 +74,7 @@ TEST(a_sound_programmer, passes_every_test_without_a_hazard)
         for (const situation& where : situations_of(model)) {
             for (const bool output : {false, true}) {
                 if (output && !tests_pins(model)) continue;
-                const outcome real = tests::run(where, {}, output);
-                EXPECT_EQ(real.result, selftest_result::passed) << name_of(where);
-                EXPECT_EQ(real.hazards, std::vector<std::string>{}) << name_of(where);
-                EXPECT_TRUE(real.found.empty());
+                tests::expect_sound(where, output);
             }
         }
     }
@@ -85,16 +82,14 @@ TEST(a_sound_programmer, passes_every_test_without_a_hazard)
 
 TEST(every_single_fault, is_found_at_its_pin_by_the_system_test_where_a_stage_can_see_it)
 {
-    constexpr fault_kind kinds[] = {vpp_dead, vpp_on,   vcc_dead, vcc_on,    ground_dead, ground_on,     high_dead,
-                                    high_on,  low_dead, low_on,   stuck_low, stuck_high,  pull_down_dead};
     for (const std::int16_t model : models) {
         tally counts;
         for (const situation& where : situations_of(model)) {
             if (!tests_pins(model)) {
-                try_without_a_stage(where, kinds, counts);
+                try_without_a_stage(where, tests::pin_faults_of_system_test, counts);
                 continue;
             }
-            try_at_every_pin(where, kinds, false, counts);
+            try_at_every_pin(where, tests::pin_faults_of_system_test, false, counts);
             try_bridges(where, false, counts);
         }
         tests::expect_on_page(model, "System Test", counts);

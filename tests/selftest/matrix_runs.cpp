@@ -53,6 +53,14 @@ outcome run(const situation& where, std::span<const single_fault> faults, bool o
     return run(where, faults, output, own);
 }
 
+void expect_sound(const situation& where, bool output)
+{
+    const outcome real = run(where, {}, output);
+    EXPECT_EQ(real.result, selftest_result::passed) << name_of(where);
+    EXPECT_EQ(real.hazards, std::vector<std::string>{}) << name_of(where);
+    EXPECT_TRUE(real.found.empty()) << name_of(where);
+}
+
 std::vector<situation> situations_of(std::int16_t model)
 {
     const bool like_another = model == 2 || model == 25 || model == 50 || model == 57;

@@ -28,6 +28,16 @@ outcome run(situation where, std::span<const single_fault> faults, bool output, 
 /// On a plug-in of its own.
 outcome run(const situation& where, std::span<const single_fault> faults, bool output);
 
+/// It passes, finds nothing and makes no hazard.
+void expect_sound(const situation& where, bool output);
+
+/// What can fail at a pin in a System Test, one at a time.
+inline constexpr fault_kind pin_faults_of_system_test[] = {
+    fault_kind::vpp_dead,      fault_kind::vpp_on,    fault_kind::vcc_dead,  fault_kind::vcc_on,
+    fault_kind::ground_dead,   fault_kind::ground_on, fault_kind::high_dead, fault_kind::high_on,
+    fault_kind::low_dead,      fault_kind::low_on,    fault_kind::stuck_low, fault_kind::stuck_high,
+    fault_kind::pull_down_dead};
+
 /// Both routes and both generations; each once on models that are like another one.
 std::vector<situation> situations_of(std::int16_t model);
 

@@ -1,6 +1,6 @@
 // What a person presses while a self-test runs: at each wait for a decision, and in each round in which the dialog
 // lives.
-#include "self_test_forms.h"
+#include "planned_runs.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,9 @@
 namespace tamrix {
 namespace {
 
+using tests::expect_ready;
 using tests::form_of_test;
+using tests::planned_run;
 using tests::sim_bench;
 using tests::situation;
 using lines = std::vector<std::string>;
@@ -50,35 +52,6 @@ std::vector<situation> programmers()
             {.model = 39, .usb = false, .faults = of_module}};
 }
 
-struct planned_run {
-    situation where;
-    int option = 0;
-
-    std::string test() const { return option == 0 ? "System Test" : "Output Test"; }
-};
-
-std::string name_of(const planned_run& plan) { return name_of(plan.where) + " " + plan.test(); }
-
-std::vector<planned_run> runs()
-{
-    std::vector<planned_run> all;
-    for (situation where : programmers()) {
-        where.transcript = false;
-        all.push_back({where, 0});
-        if (where.model == 11) continue;
-        where.test_board = true;
-        all.push_back({where, tests::form_of(where.model).output_option});
-    }
-    return all;
-}
-
-void expect_ready(selftest_frame& dialog)
-{
-    EXPECT_TRUE(dialog.testbutton.usable() && dialog.OKButton.usable() && dialog.Option1(0).usable());
-    EXPECT_FALSE(dialog.teststop.usable());
-    EXPECT_EQ(dialog.testbusy() + dialog.teststep() + dialog.teststopped(), 0);
-}
-
 /// Shows the dialog with that option chosen; afterwards the programmer is idle.
 template <class Steps>
 void with_dialog(sim_bench& b, const planned_run& plan, const Steps& steps)
@@ -108,7 +81,7 @@ int press_at_wait(const planned_run& plan, press what, int at)
             EXPECT_EQ(waits, at);
         }
         if (ends || plan.where.model != 39) {
-            EXPECT_EQ(b.last_status(), plan.test() + " fail!");
+            EXPECT_EQ(b.last_status(), (plan.option == 0 ? "System Test fail!" : "Output Test fail!"));
         }
         EXPECT_EQ(dialog.is_open(), at == 0 || what != press::leave);
         if (dialog.is_open()) expect_ready(dialog);
@@ -122,7 +95,7 @@ int press_at_wait(const planned_run& plan, press what, int at)
 
 TEST(a_press_at_each_wait, goes_on_or_ends_the_run_and_leaves_the_programmer_safe)
 {
-    for (const planned_run& plan : runs()) {
+    for (const planned_run& plan : tests::runs_of(programmers())) {
         if (plan.where.faults.empty()) continue;
         const int waits = press_at_wait(plan, press::go_on, 0);
         EXPECT_GE(waits, plan.option == 0 && (plan.where.model == 23 || plan.where.model == 27) ? 1 : 2);
@@ -152,7 +125,7 @@ void with_rounds(sim_bench& b, const std::function<void(int)>& in_round, const s
 
 TEST(the_buttons, do_nothing_in_the_rounds_in_which_a_run_asks_nothing)
 {
-    for (planned_run plan : runs()) {
+    for (planned_run plan : tests::runs_of(programmers())) {
         SCOPED_TRACE(name_of(plan));
         plan.where.faults.clear();
         sim_bench b{plan.where};
@@ -210,7 +183,7 @@ std::vector<int> chosen_rounds(const lines& stages, int all_up_to)
 
 TEST(escape_in_each_round, ends_the_run_at_its_next_step_and_leaves_the_programmer_safe)
 {
-    for (planned_run plan : runs()) {
+    for (planned_run plan : tests::runs_of(programmers())) {
         plan.where.faults.clear();
         const lines stages = leave_in_round(plan, 0);
         EXPECT_GE(stages.size(), 3u) << "at the start and at the end at least";
