@@ -48,7 +48,9 @@ std::string why_invisible(const situation& where, const single_fault& fault)
     switch (fault.kind) {
     case bad_bank: return "the model does not have this bank";
     case bad_register: return "the model does not test this register";
-    case ground_dead: return "the ground stage shows nothing and asks nothing";
+    case ground_dead:
+        if (model.vpp.empty() && model.vcc.empty()) return "the model does not switch this driver";
+        return "the ground stage shows nothing and asks nothing";
     case high_dead: return "a released pin is pulled up as well";
     case low_dead: return "no register test of its port drives this pin low";
     case line_open: return "only an Output Test uses the board";
