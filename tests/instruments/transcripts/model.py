@@ -31,11 +31,13 @@ import pathlib
 import sys
 
 sys.dont_write_bytecode = True  # the parts lie beside the transcripts
+sys.path.append(str(pathlib.Path(__file__).resolve().parents[2] / "support"))
 
 from capture_model import capture
 from dividers import dividers
 from drawings import drawings
 from geometry_model import geometry
+from model_files import main
 from run_notes import compressed, text_of
 from situations import FILE as SITUATIONS
 from situations import situations
@@ -55,21 +57,9 @@ def tables():
             "geometry.txt": text_of(geometry())}
 
 
-def main(arguments):
-    if arguments not in ([], ["--check"]):
-        print("usage: model.py [--check]", file=sys.stderr)
-        return 2
-    wanted = transcripts() | tables()
-    if not arguments:
-        for name, text in wanted.items():
-            (FOLDER / name).write_text(text, encoding="utf-8", newline="\n")
-        return 0
-    found = {path.name: path.read_text(encoding="utf-8") for path in FOLDER.glob("*.txt") if path != SITUATIONS}
-    differing = sorted(name for name in wanted.keys() | found.keys() if wanted.get(name) != found.get(name))
-    for name in differing:
-        print(f"{name}: not as the model writes it")
-    return 1 if differing else 0
+def wanted():
+    return transcripts() | tables()
 
 
 if __name__ == "__main__":
-    sys.exit(main(sys.argv[1:]))
+    sys.exit(main(FOLDER, wanted, sys.argv[1:], kept={SITUATIONS.name}))

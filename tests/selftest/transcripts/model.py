@@ -13,8 +13,10 @@ import pathlib
 import sys
 
 sys.dont_write_bytecode = True  # the parts lie beside the transcripts
+sys.path.append(str(pathlib.Path(__file__).resolve().parents[2] / "support"))
 
 from model_facts import VCC, form_of, routes_of
+from model_files import main
 from model_options import calibrations, output, output_isp, system
 from model_run import Run, Situation
 
@@ -73,21 +75,9 @@ def files_of_odd_situations():
             for model, route, name, work, odd in rows}
 
 
-def main(arguments):
-    if arguments not in ([], ["--check"]):
-        print("usage: model.py [--check]", file=sys.stderr)
-        return 2
-    wanted = sound_files() | files_of_odd_situations()
-    if not arguments:
-        for name, text in wanted.items():
-            (FOLDER / name).write_text(text, encoding="utf-8", newline="\n")
-        return 0
-    found = {path.name: path.read_text(encoding="utf-8") for path in FOLDER.glob("*.txt")}
-    differing = sorted(name for name in wanted.keys() | found.keys() if wanted.get(name) != found.get(name))
-    for name in differing:
-        print(f"{name}: not as the model writes it")
-    return 1 if differing else 0
+def wanted():
+    return sound_files() | files_of_odd_situations()
 
 
 if __name__ == "__main__":
-    sys.exit(main(sys.argv[1:]))
+    sys.exit(main(FOLDER, wanted, sys.argv[1:]))
