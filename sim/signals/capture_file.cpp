@@ -9,7 +9,7 @@ namespace tamrix::sim {
 
 glimpse capture::look(nanoseconds when) const
 {
-    // A long rest is told in pieces, so that no look takes long.
+    // A long rest is given in pieces, so that no look takes long.
     constexpr std::int64_t farthest = 4096;
     const auto count = static_cast<std::int64_t>(samples_.size());
     const std::int64_t played = when / period_;

@@ -9,7 +9,7 @@ namespace tamrix::tests {
 
 namespace {
 
-/// What tells a frame from the others of its stage; of a block the number does not.
+/// What distinguishes a frame from the others of its stage. The number of a block does not count.
 std::string command_of(const std::uint8_t* frame, std::int32_t length)
 {
     constexpr int bulk = 10, memory = 9, load_step = 92;

@@ -68,7 +68,7 @@ TEST(wave_generator, its_long_loop_undoes_the_overhead_of_its_passes)
             if (middle_pass > 0) {
                 EXPECT_NEAR(given, ideal, 1e-6 * ideal) << model << ' ' << generation << ' ' << ticks;
             } else {
-                // Two times can have the same count around the end of a pass; the shorter one is meant.
+                // Two times can have the same count around the end of a pass; the shorter one is taken.
                 EXPECT_GE(given, ideal * (1 - 1e-9));
                 EXPECT_LE(562'500 / ideal - 562'500 / given, -middle_pass + 1e-6) << ticks;
             }
