@@ -1,5 +1,7 @@
 #include "support/recording_programmer.h"
 
+#include "support/next_of.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <memory>
@@ -18,15 +20,6 @@ std::string hex_bytes(const std::uint8_t* bytes, std::size_t count)
         text += digits;
     }
     return text;
-}
-
-template <class T>
-T next_of(std::deque<T>& answers, T otherwise)
-{
-    if (answers.empty()) return otherwise;
-    const T answer = answers.front();
-    answers.pop_front();
-    return answer;
 }
 
 /// Notes every operation with its arguments. What has a result returns 0.

@@ -1,6 +1,7 @@
 #include "support/scripted_shell.h"
 
 #include "support/listing.h"
+#include "support/next_of.h"
 
 #include <algorithm>
 #include <typeinfo>
@@ -79,16 +80,6 @@ forms::answer scripted_shell::box(const forms::message_box& box)
 }
 
 namespace {
-
-/// What the script says next; `otherwise` where it says nothing.
-template <class T>
-T next_of(std::deque<T>& script, T otherwise)
-{
-    if (script.empty()) return otherwise;
-    const T next = std::move(script.front());
-    script.pop_front();
-    return next;
-}
 
 class listed_page final : public listing<forms::page> {
 public:
