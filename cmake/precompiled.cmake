@@ -25,11 +25,24 @@ endfunction()
 # all of them. With a file that does not go together with its neighbours the compiler says which name both have.
 option(TAMRIX_JOINED_TESTS "Compile several test files as one" ON)
 
-# tamrix_joined(TARGET): its files are compiled by sixes. A fixture of an unnamed namespace may then be the base of a test
-# in a named one, which is a warning in files that are included.
+# tamrix_joined(TARGET): its files are compiled by up to six neighbours of one folder, the same ones in each target and on
+# each system, so that files which do not go together are noticed everywhere. A fixture of an unnamed namespace may then be
+# the base of a test in a named one, which is a warning in files that are included.
 function(tamrix_joined target)
-    if(TAMRIX_JOINED_TESTS)
-        set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 6)
-        target_compile_options(${target} PRIVATE -Wno-subobject-linkage -Wno-shadow)
+    if(NOT TAMRIX_JOINED_TESTS)
+        return()
     endif()
+    get_target_property(sources ${target} SOURCES)
+    foreach(source ${sources})
+        cmake_path(ABSOLUTE_PATH source NORMALIZE)
+        cmake_path(GET source PARENT_PATH folder)
+        file(GLOB neighbours ${folder}/*.cpp)
+        list(FIND neighbours ${source} place)
+        math(EXPR group "${place} / 6")
+        cmake_path(RELATIVE_PATH folder BASE_DIRECTORY ${PROJECT_SOURCE_DIR}/tests)
+        string(REPLACE "/" "_" folder ${folder})
+        set_source_files_properties(${source} PROPERTIES UNITY_GROUP ${folder}_${group})
+    endforeach()
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+    target_compile_options(${target} PRIVATE -Wno-subobject-linkage -Wno-shadow)
 endfunction()

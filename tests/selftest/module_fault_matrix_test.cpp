@@ -30,7 +30,8 @@ std::vector<situation> module_situations()
 
 /// Each kind at every pin of the unit and of each module, in as many runs as there are kinds (twice as many with test
 /// boards, which join the two columns).
-void try_at_every_pin(const situation& where, std::span<const fault_kind> kinds, bool output, tally& counts)
+void try_at_every_pin_of_the_modules(const situation& where, std::span<const fault_kind> kinds, bool output,
+                                     tally& counts)
 {
     for (std::size_t run = 0; run < kinds.size(); ++run) {
         std::vector<single_fault> left, right;
@@ -47,7 +48,7 @@ void try_at_every_pin(const situation& where, std::span<const fault_kind> kinds,
 }
 
 /// Bridges of neighbours that are not neighbours of each other, with all registers: no stage tests them.
-void try_bridges(const situation& where, bool output, tally& counts)
+void try_bridges_in_the_modules(const situation& where, bool output, tally& counts)
 {
     const int step = output ? 6 : 3;
     for (int first = 1; first <= step; ++first) {
@@ -78,8 +79,8 @@ TEST(every_single_fault_of_a_module, is_found_at_its_pin_by_the_system_test_wher
 {
     tally counts;
     for (const situation& where : module_situations()) {
-        try_at_every_pin(where, tests::pin_faults_of_system_test, false, counts);
-        try_bridges(where, false, counts);
+        try_at_every_pin_of_the_modules(where, tests::pin_faults_of_system_test, false, counts);
+        try_bridges_in_the_modules(where, false, counts);
     }
     tests::expect_on_page(model, "System Test", counts);
 }
@@ -131,8 +132,8 @@ TEST(every_single_fault_of_a_module, is_found_at_its_pin_by_the_output_test_wher
     for (situation where : module_situations()) {
         // The sweeps are the same on both generations: with the other order of the levels on one.
         where.low_first = where.generation == 17;
-        try_at_every_pin(where, kinds, true, counts);
-        try_bridges(where, true, counts);
+        try_at_every_pin_of_the_modules(where, kinds, true, counts);
+        try_bridges_in_the_modules(where, true, counts);
     }
     tests::expect_on_page(model, "Output Test", counts);
 }
