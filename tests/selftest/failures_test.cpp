@@ -1,6 +1,6 @@
 // Every run with a programmer that fails at any one of its calls: how it ends, and that the next one can begin.
-#include "failing_programmer.h"
 #include "planned_runs.h"
+#include "support/failing_programmer.h"
 
 #include <gtest/gtest.h>
 

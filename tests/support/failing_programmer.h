@@ -19,6 +19,8 @@ enum class failing : std::uint8_t {
     write,            // a frame or a block of data is refused
     read,             // a bulk read never ends
     reset,            // hwreset says that nobody answers
+    port_read,        // regin says that it could not read
+    board,            // boardsel says that there is none
 };
 
 /// One call that can go wrong: the stage of the run, and the command. That of a reply is the command that it answers.

@@ -1,4 +1,4 @@
-#include "failing_programmer.h"
+#include "support/failing_programmer.h"
 
 #include "support/forwarding_programmer.h"
 
@@ -70,6 +70,17 @@ private:
     {
         const std::int32_t result = forwarding_programmer::hwreset();
         return goes_wrong(failing::reset, "hwreset") ? 1 : result;
+    }
+    std::int32_t regin(std::uint8_t address) override
+    {
+        const std::int32_t result = forwarding_programmer::regin(address);
+        return goes_wrong(failing::port_read, "regin") ? -1 : result;
+    }
+    std::int32_t boardsel(std::uint8_t code) override
+    {
+        constexpr std::int32_t no_board = 2;
+        const std::int32_t result = forwarding_programmer::boardsel(code);
+        return goes_wrong(failing::board, "boardsel") ? no_board : result;
     }
 
     failure& one_;
