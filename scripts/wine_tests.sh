@@ -28,22 +28,26 @@ vector_test() {
 enter_wine_system
 cp build/windows/bin/*.exe build/windows/bin/*.dll build/windows/src/com/tamrix.tlb tests/windows/*/*.vbs \
     "$wine_system/project/"
-cp -r fuzz src/messages tests/ttl/transcripts tests/device/notes docs/{models,self-test-faults}.md tests/messages/english_messages.txt \
+cp -r src/messages tests/ttl/transcripts tests/device/notes docs/models.md tests/messages/english_messages.txt \
     data/{chips,lib,lib1} "$wine_system/project/"
 cp -r tests/selftest/transcripts "$wine_system/project/selftest_transcripts"
 cp -r tests/instruments/transcripts "$wine_system/project/instrument_transcripts"
 
+# They mostly wait for wine's server, so all three go on together.
 core_half() {
     in_wine_system env GTEST_TOTAL_SHARDS=2 GTEST_SHARD_INDEX="$1" timeout 1800 wine tests_windows.exe --gtest_brief=1
 }
-
-echo '== the core'
-core_half 0 >"$wine_system/project/first_half.log" 2>&1 &
-core_half 1
-wait $! || { cat "$wine_system/project/first_half.log"; exit 1; }
-tail -n 2 "$wine_system/project/first_half.log"
-echo '== the COM server'
+echo '== the core and the COM server'
+logs=("$wine_system/project/first_half.log" "$wine_system/project/second_half.log")
+core_half 0 >"${logs[0]}" 2>&1 &
+halves=($!)
+core_half 1 >"${logs[1]}" 2>&1 &
+halves+=($!)
 in_wine_system timeout 900 wine tests_com.exe --gtest_brief=1 --gtest_filter='-registered.*'
+for half in 0 1; do
+    wait "${halves[half]}" || { cat "${logs[half]}"; exit 1; }
+    tail -n 2 "${logs[half]}"
+done
 # The system keeps a library that it loaded for a thread without an apartment until the process ends.
 in_wine_system timeout 900 wine tests_com.exe --gtest_brief=1 --gtest_filter='registered.*'
 echo '== the programmer of an installation'
