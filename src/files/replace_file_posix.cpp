@@ -141,12 +141,13 @@ void flush_folder_of(const std::string& target)
     ::close(file);
 }
 
-/// False where the folder does not take the new file.
+/// False where the folder does not take the new file, and for a device or a pipe, which has no old content.
 bool replace_in_one_step(const std::string& target, std::string_view content)
 {
     struct stat old {};
     const bool is_new = ::stat(target.c_str(), &old) != 0;
     if (is_new && errno != ENOENT) throw file_error{target, errno};
+    if (!is_new && !S_ISREG(old.st_mode)) return false;
     file_beside fresh{target, is_new ? mode_t{0666} : mode_t{0600}};
     if (!fresh.is_open() || (!is_new && !fresh.take_owner_and_mode(old))) return false;
     fresh.write(content);

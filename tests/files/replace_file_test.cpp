@@ -1,4 +1,4 @@
-// POSIX only: modes of new files.
+// POSIX only: modes of new files, pipes.
 #include "files/replace_file.h"
 
 #include "files/file_io.h"
@@ -9,7 +9,9 @@
 #include <filesystem>
 #include <string>
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace tamrix::tests {
 namespace {
@@ -37,6 +39,21 @@ TEST(replace_file, makes_no_file_in_a_folder_that_is_not_there)
     } catch (const file_error& error) {
         EXPECT_EQ(error.what(), file + ": no such file");
     }
+}
+
+TEST(replace_file, writes_to_a_pipe_and_leaves_it_one)
+{
+    const temp_folder files;
+    const std::string pipe = files.path("pipe");
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    const int reader = ::open(pipe.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC);
+    ASSERT_GE(reader, 0);
+    replace_file(pipe, "content");
+    char came[16] = {};
+    EXPECT_EQ(::read(reader, came, sizeof came), 7);
+    EXPECT_STREQ(came, "content");
+    EXPECT_TRUE(std::filesystem::is_fifo(pipe));
+    ::close(reader);
 }
 
 }  // namespace
