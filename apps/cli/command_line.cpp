@@ -25,17 +25,6 @@ constexpr const char* exit_statuses =
 constexpr const char* about_language =
     "--language CODE, before or after the command, selects the language of messages (see tamrix --help).\n";
 
-constexpr const char* about_convert =
-    "Loads IN into a buffer and saves the buffer to OUT, in the same steps as the load and save dialogs.";
-
-constexpr const char* convert_details =
-    "Addresses and sizes (HEX) are hexadecimal, counts (N) decimal or hexadecimal after 0x.\n"
-    "Without --device-words the file determines the size of the device, and OUT gets what the file filled: in\n"
-    "binary an image of the buffer from address 0 on; in a text format from the lowest filled address on, so\n"
-    "that addresses do not change. With --device-words the whole device is saved. --save-from and --save-size\n"
-    "select another range.\n"
-    "What the file does not fill is FF, or what --clear says.\n";
-
 struct arguments_of_commands {
     convert_words convert;
     std::vector<std::string> files;
@@ -45,61 +34,6 @@ struct arguments_of_commands {
     selftest_words selftest;
     std::optional<std::string> language;
 };
-
-void add_format_options(CLI::App& command, convert_words& words)
-{
-    const auto group = "Formats";
-    command.add_option("--from", words.from, "the format of IN (default: detected from its content)")
-        ->type_name(loadable_formats())
-        ->group(group);
-    command.add_option("--to", words.to, "the format of OUT (default: from its extension, else binary)")
-        ->type_name(savable_formats())
-        ->group(group);
-}
-
-void add_device_options(CLI::App& command, convert_words& words)
-{
-    const auto group = "Device (default: sized by the file)";
-    command.add_option("--device-words", words.device_words, "length of the device in words")
-        ->type_name("N")
-        ->group(group);
-    command.add_option("--word-bytes", words.word_bytes, "width of a word in bytes, 1 to 255")
-        ->type_name("N")
-        ->group(group);
-    command.add_option("--spare-units", words.spare_units, "16-byte units after the main area, 0 to 255")
-        ->type_name("N")
-        ->group(group);
-    command.add_option("--buffer-bytes", words.buffer_bytes, "length of the buffer (default: that of the device)")
-        ->type_name("N")
-        ->group(group);
-}
-
-void add_load_options(CLI::App& command, convert_words& words)
-{
-    const auto group = "Load";
-    const auto modes = "normal|even|odd|1of4|2of4|3of4|4of4";
-    command.add_option("--from-mode", words.from_mode, "the bytes of the file to load")->type_name(modes)->group(group);
-    command.add_option("--to-mode", words.to_mode, "the bytes of the buffer to fill")->type_name(modes)->group(group);
-    command.add_option("--to-buffer", words.to_buffer, "buffer address at which the load starts")
-        ->type_name("HEX")
-        ->group(group);
-    command.add_option("--from-file", words.from_file, "file address at which the load starts")
-        ->type_name("HEX")
-        ->group(group);
-    command.add_option("--file-size", words.file_size, "load at most this many bytes")->type_name("HEX")->group(group);
-    command.add_option("--clear", words.clear, "what fills the buffer before the load (default: ff)")
-        ->type_name("none|00|ff")
-        ->group(group);
-}
-
-void add_save_options(CLI::App& command, convert_words& words)
-{
-    const auto group = "Save";
-    command.add_option("--save-from", words.save_from, "buffer address of the first byte")
-        ->type_name("HEX")
-        ->group(group);
-    command.add_option("--save-size", words.save_size, "how many bytes")->type_name("HEX")->group(group);
-}
 
 void add_socket_options(CLI::App& command, ttl_words& words)
 {
@@ -183,16 +117,11 @@ void add_commands(CLI::App& app, arguments_of_commands& arguments)
         ->type_name("CODE");
     app.footer("tamrix COMMAND --help explains a command.\n" + std::string{exit_statuses});
 
-    CLI::App* convert = add_command(app, "convert", about_convert);
-    convert->add_option("IN", arguments.convert.in, "the file to load")->type_name("")->required();
-    convert->add_option("OUT", arguments.convert.out, "the file to save; an existing file is replaced")
-        ->type_name("")
-        ->required();
-    add_format_options(*convert, arguments.convert);
-    add_device_options(*convert, arguments.convert);
-    add_load_options(*convert, arguments.convert);
-    add_save_options(*convert, arguments.convert);
-    convert->footer(std::string{convert_details} + "\n" + about_language + exit_statuses);
+    add_convert_options(
+        *add_command(
+            app, "convert",
+            "Loads IN into a buffer and saves the buffer to OUT, in the same steps as the load and save dialogs."),
+        arguments.convert, std::string{about_language} + exit_statuses);
 
     CLI::App* detect =
         add_command(app, "detect", "Prints the format of each file: the index that a host passes, and the name.");

@@ -5,6 +5,8 @@
 #include "host/languages.h"
 #include "messages/catalogue.h"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 #include <charconv>
 #include <limits>
@@ -13,6 +15,14 @@
 namespace tamrix::cli {
 
 namespace {
+
+constexpr const char* details =
+    "Addresses and sizes (HEX) are hexadecimal, counts (N) decimal or hexadecimal after 0x.\n"
+    "Without --device-words the file determines the size of the device, and OUT gets what the file filled: in\n"
+    "binary an image of the buffer from address 0 on; in a text format from the lowest filled address on, so\n"
+    "that addresses do not change. With --device-words the whole device is saved. --save-from and --save-size\n"
+    "select another range.\n"
+    "What the file does not fill is FF, or what --clear says.\n";
 
 template <class Names>
 std::string joined(const Names& names, std::string_view between)
@@ -92,11 +102,73 @@ std::optional<std::int64_t> number(std::string_view option, const std::optional<
     return value;
 }
 
+void add_format_options(CLI::App& command, convert_words& words)
+{
+    const auto group = "Formats";
+    command.add_option("--from", words.from, "the format of IN (default: detected from its content)")
+        ->type_name(joined(format_names(true), "|"))
+        ->group(group);
+    command.add_option("--to", words.to, "the format of OUT (default: from its extension, else binary)")
+        ->type_name(joined(format_names(false), "|"))
+        ->group(group);
+}
+
+void add_device_options(CLI::App& command, convert_words& words)
+{
+    const auto group = "Device (default: sized by the file)";
+    command.add_option("--device-words", words.device_words, "length of the device in words")
+        ->type_name("N")
+        ->group(group);
+    command.add_option("--word-bytes", words.word_bytes, "width of a word in bytes, 1 to 255")
+        ->type_name("N")
+        ->group(group);
+    command.add_option("--spare-units", words.spare_units, "16-byte units after the main area, 0 to 255")
+        ->type_name("N")
+        ->group(group);
+    command.add_option("--buffer-bytes", words.buffer_bytes, "length of the buffer (default: that of the device)")
+        ->type_name("N")
+        ->group(group);
+}
+
+void add_load_options(CLI::App& command, convert_words& words)
+{
+    const auto group = "Load";
+    const auto modes = "normal|even|odd|1of4|2of4|3of4|4of4";
+    command.add_option("--from-mode", words.from_mode, "the bytes of the file to load")->type_name(modes)->group(group);
+    command.add_option("--to-mode", words.to_mode, "the bytes of the buffer to fill")->type_name(modes)->group(group);
+    command.add_option("--to-buffer", words.to_buffer, "buffer address at which the load starts")
+        ->type_name("HEX")
+        ->group(group);
+    command.add_option("--from-file", words.from_file, "file address at which the load starts")
+        ->type_name("HEX")
+        ->group(group);
+    command.add_option("--file-size", words.file_size, "load at most this many bytes")->type_name("HEX")->group(group);
+    command.add_option("--clear", words.clear, "what fills the buffer before the load (default: ff)")
+        ->type_name("none|00|ff")
+        ->group(group);
+}
+
+void add_save_options(CLI::App& command, convert_words& words)
+{
+    const auto group = "Save";
+    command.add_option("--save-from", words.save_from, "buffer address of the first byte")
+        ->type_name("HEX")
+        ->group(group);
+    command.add_option("--save-size", words.save_size, "how many bytes")->type_name("HEX")->group(group);
+}
+
 }  // namespace
 
-std::string loadable_formats() { return joined(format_names(true), "|"); }
-
-std::string savable_formats() { return joined(format_names(false), "|"); }
+void add_convert_options(CLI::App& command, convert_words& words, const std::string& end_of_help)
+{
+    command.add_option("IN", words.in, "the file to load")->type_name("")->required();
+    command.add_option("OUT", words.out, "the file to save; an existing file is replaced")->type_name("")->required();
+    add_format_options(command, words);
+    add_device_options(command, words);
+    add_load_options(command, words);
+    add_save_options(command, words);
+    command.footer(details + ("\n" + end_of_help));
+}
 
 std::int32_t check_language(const std::optional<std::string>& word)
 {

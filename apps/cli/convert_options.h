@@ -9,6 +9,10 @@
 #include <string>
 #include <string_view>
 
+namespace CLI {
+class App;
+}
+
 namespace tamrix::cli {
 
 /// The words of the command line as typed; none for an option that was not given.
@@ -34,10 +38,7 @@ struct convert_options {
 inline constexpr std::array<std::string_view, 7> mode_names{"normal", "even", "odd", "1of4", "2of4", "3of4", "4of4"};
 inline constexpr std::array<std::string_view, 3> clear_names{"ff", "00", "none"};
 
-/// The names of the formats that this version loads or saves, with "|" between.
-std::string loadable_formats();
-std::string savable_formats();
-
+void add_convert_options(CLI::App& command, convert_words& words, const std::string& end_of_help);
 /// Throws command_error, "--to-buffer 12G: not a hexadecimal number".
 convert_options check(const convert_words& words);
 /// The offset of the language that `word` names by its code or its offset; 0 if none was given. Throws command_error.
