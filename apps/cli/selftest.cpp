@@ -1,37 +1,15 @@
 #include "cli/selftest.h"
 
 #include "cli/selftest_words.h"
+#include "cli/transcript_file.h"
 
 #include <charconv>
 #include <cmath>
-#include <fstream>
 #include <iostream>
 
 namespace tamrix::cli {
 
 namespace {
-
-/// A file that the journal is written to at the end; opened first, so that no run is lost on a wrong name.
-class transcript_file {
-public:
-    explicit transcript_file(const std::string& path) : path_{path}
-    {
-        if (path.empty()) return;
-        file_.open(path, std::ios::binary);
-        if (!file_) refuse("--transcript " + path + ": cannot be written");
-    }
-    void write(const sim::journal& log)
-    {
-        if (path_.empty()) return;
-        file_ << log.transcript(true);
-        file_.close();
-        if (!file_) refuse("--transcript " + path_ + ": cannot be written");
-    }
-
-private:
-    std::string path_;
-    std::ofstream file_;
-};
 
 std::string without_blanks_around(const std::string& text)
 {
@@ -196,7 +174,7 @@ void selftest(const selftest_options& options, std::int32_t language, console& c
     transcript_file transcript{options.transcript};
     attached_plug_in plug_in{language};
     simulated_socket socket{plug_in, options.socket};
-    socket.log().record(!options.transcript.empty());
+    socket.log().record(transcript.wanted());
     person_at_dialog person{options, plug_in, socket, con};
     plug_in.screen.person = [&](forms::form& shown) { person.work(dynamic_cast<selftest_frame&>(shown)); };
     const reply outcome = plug_in.methods.mnutesttestksm();

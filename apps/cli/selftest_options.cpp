@@ -1,10 +1,12 @@
 #include "cli/selftest_options.h"
 
 #include "cli/console.h"
+#include "cli/number_word.h"
+#include "cli/programmer_options.h"
+#include "cli/transcript_file.h"
 
 #include <CLI/CLI.hpp>
 
-#include <charconv>
 #include <limits>
 
 namespace tamrix::cli {
@@ -19,28 +21,11 @@ constexpr const char* details =
     "--language CODE, before or after the command, selects the language of messages (see tamrix --help).\n"
     "Exit status: 0 passed, 1 failed, 2 rejected values or wrong usage, 3 the test could not be carried out.";
 
-/// A whole number from 0 to `highest`.
-std::optional<int> number_in(const std::string& word, int highest)
-{
-    int number = 0;
-    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
-    const bool whole = error == std::errc{} && end == word.data() + word.size();
-    if (!whole || number < 0 || number > highest) return std::nullopt;
-    return number;
-}
-
 int checked_item(const std::string& word)
 {
-    const std::optional<int> item = number_in(word, std::numeric_limits<int>::max());
+    const std::optional<int> item = number_in(word, 0, std::numeric_limits<int>::max());
     if (!item) refuse("--item " + word + ": a number from 0 on is expected; tamrix selftest --list shows the items");
     return *item;
-}
-
-std::uint8_t checked_generation(const std::string& word)
-{
-    const std::optional<int> number = number_in(word, std::numeric_limits<std::uint8_t>::max());
-    if (!number) refuse("--wfig " + word + ": a number from 0 to 255 is expected");
-    return static_cast<std::uint8_t>(*number);
 }
 
 bool checked_socket(const std::string& word)
@@ -80,28 +65,15 @@ void add_selftest_options(CLI::App& command, selftest_words& words)
         ->type_name("continue|stop");
     command.add_flag("--json", words.json, "prints one JSON object instead of lines");
     command.add_flag("--brief", words.brief, "prints only the faults and the verdict");
-    command.add_option("--transcript", words.transcript, "write all calls of the programmer, with times, to this file")
-        ->type_name("FILE");
-    const auto group = "Simulated programmer";
-    command.add_option("--model", words.socket.model, "its model (default: 40)")->type_name("N")->group(group);
-    command.add_option("--route", words.socket.route, "the route to it (default: usb)")
-        ->type_name("usb|devobj")
-        ->group(group);
-    command.add_option("--wfig", words.wfig, "its hardware generation; on 17 all pins can be read (default: 0)")
-        ->type_name("N")
-        ->group(group);
+    add_transcript_option(command, words.transcript);
+    add_programmer_options(command, words.socket,
+                           "\"vcc driver 7 dead\", \"input 7 stuck 0\", \"pins 7 and 8 bridged\", \"bad ram bank 3\", "
+                           "\"lost reply\", \"no answer\"");
     command
         .add_option("--socket", words.socket.socket,
                     "what is in its socket (default: the test board for an Output Test, else empty)")
         ->type_name("\"test board\"|empty")
-        ->group(group);
-    command
-        .add_option("--fault", words.socket.faults,
-                    "\"vcc driver 7 dead\", \"input 7 stuck 0\", \"pins 7 and 8 bridged\", \"bad ram bank 3\", \"lost "
-                    "reply\", \"no answer\" and so on, see docs/simulator.md; may be given several times")
-        ->type_name("TEXT")
-        ->allow_extra_args(false)
-        ->group(group);
+        ->group(programmer_group);
 }
 
 selftest_options check(const selftest_words& words)
@@ -109,14 +81,13 @@ selftest_options check(const selftest_words& words)
     if (words.list) check_list(words);
     if (words.json && words.brief) refuse("--json and --brief: only one of the two is expected");
     selftest_options options;
-    options.socket = check(socket_words{
-        .model = words.socket.model, .route = words.socket.route, .socket = {}, .faults = words.socket.faults});
+    socket_words described = words.socket;
+    described.socket.reset();  // here it says more than the name of a chip
+    options.socket = check(described);
     if (words.item) options.item = checked_item(*words.item);
-    if (words.wfig) options.socket.generation = checked_generation(*words.wfig);
     if (words.socket.socket) options.test_board = checked_socket(*words.socket.socket);
     options.stop_at_fault = words.on_fault && checked_on_fault(*words.on_fault);
-    if (words.transcript && words.transcript->empty()) refuse("--transcript: the name of a file is expected");
-    options.transcript = words.transcript.value_or("");
+    options.transcript = checked_transcript(words.transcript);
     options.list = words.list;
     options.json = words.json;
     options.brief = words.brief;

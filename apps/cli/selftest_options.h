@@ -14,7 +14,7 @@ namespace tamrix::cli {
 
 /// The words of the command line as typed; none for an option that was not given.
 struct selftest_words {
-    std::optional<std::string> item, wfig, on_fault, transcript;
+    std::optional<std::string> item, on_fault, transcript;
     socket_words socket{};
     bool list = false, json = false, brief = false;
 };

@@ -1,10 +1,11 @@
-// The simulated programmer as commands use it: its model and route, the chip in its socket, its faults.
+// The simulated programmer as commands use it: its model and route, the chip in its socket, its signals and faults.
 #pragma once
 
 #include "cli/attached_plug_in.h"
 #include "cli/console.h"
 #include "sim/programmer.h"
 
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
@@ -14,8 +15,8 @@ namespace tamrix::cli {
 
 /// The words of the command line as typed; none for an option that was not given.
 struct socket_words {
-    std::optional<std::string> model, route, socket;
-    std::vector<std::string> faults;
+    std::optional<std::string> model, route, wfig, socket;
+    std::vector<std::string> faults, signals;
 };
 
 struct socket_options {
@@ -23,7 +24,7 @@ struct socket_options {
     bool usb = true;
     std::uint8_t generation = 0;
     std::string chip{};  // empty: nothing in the socket
-    std::vector<std::string> faults{};
+    std::vector<std::string> faults{}, signals{};
 };
 
 /// Throws command_error.
@@ -37,7 +38,7 @@ struct package {
 /// The programmer of a plug-in, from construction on. Its time is virtual, so no wait takes real time.
 class simulated_socket {
 public:
-    /// Throws command_error for a chip that is unknown or does not fit, or a fault that is not understood.
+    /// Throws command_error for a chip that is unknown or does not fit, or a fault or signal that is not understood.
     simulated_socket(attached_plug_in& plug_in, const socket_options& options);
     ~simulated_socket();
     simulated_socket(const simulated_socket&) = delete;
@@ -46,6 +47,7 @@ public:
     /// Puts the test board into the socket. Call it before the programmer is first used.
     void insert_test_board() { test_board_ = true; }
     sim::journal& log() { return *log_; }
+    void let_pass(std::chrono::milliseconds time) { time_->advance(time); }
     /// None if no chip is in the socket.
     const std::optional<package>& chip() const { return chip_; }
     /// What could have harmed a real chip or programmer, each kind once.
