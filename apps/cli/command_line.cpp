@@ -6,6 +6,7 @@
 #include "cli/logic_test.h"
 #include "cli/selftest.h"
 #include "cli/tour.h"
+#include "cli/wave.h"
 #include "host/languages.h"
 
 #include <CLI/CLI.hpp>
@@ -32,6 +33,7 @@ struct arguments_of_commands {
     std::string svf_in, syspath;
     ttl_words ttl;
     selftest_words selftest;
+    wave_words wave;
     std::optional<std::string> language;
 };
 
@@ -147,6 +149,11 @@ void add_commands(CLI::App& app, arguments_of_commands& arguments)
     add_selftest_options(*add_command(app, "selftest", "Lets the programmer test itself, and calibrates its voltages."),
                          arguments.selftest);
 
+    CLI::App* wave = add_command(app, "wave", "Measures and makes a frequency with the programmer.");
+    wave->require_subcommand(1);
+    add_meter_options(*add_command(*wave, "meter", "Measures the frequency at P23."), arguments.wave);
+    add_generate_options(*add_command(*wave, "generate", "Makes a square wave at P23."), arguments.wave);
+
     add_command(app, "tour", "Shows what tamrix does, on sample data.");
 }
 
@@ -155,6 +162,11 @@ std::string without_double_gaps(std::string text)
 {
     for (auto at = text.find("\n\n\n"); at != std::string::npos; at = text.find("\n\n\n", at)) text.erase(at, 1);
     return text;
+}
+
+std::string name_of_subcommand(const CLI::App& app)
+{
+    return app.get_subcommands().front()->get_subcommands().front()->get_name();
 }
 
 void run_command(const CLI::App& app, arguments_of_commands& arguments, console& con)
@@ -171,11 +183,14 @@ void run_command(const CLI::App& app, arguments_of_commands& arguments, console&
     } else if (command == "svf") {
         svf(arguments.svf_in, arguments.syspath, check_language(arguments.language), con);
     } else if (command == "ttl" || command == "vectors") {
-        arguments.ttl.command =
-            command == "ttl" ? app.get_subcommands().front()->get_subcommands().front()->get_name() : command;
+        arguments.ttl.command = command == "ttl" ? name_of_subcommand(app) : command;
         logic_test(arguments.ttl, check_language(arguments.language), con);
     } else if (command == "selftest") {
         selftest(check(arguments.selftest), check_language(arguments.language), con);
+    } else if (command == "wave") {
+        arguments.wave.command = name_of_subcommand(app);
+        const auto work = arguments.wave.command == "meter" ? wave_meter : wave_generate;
+        work(check(arguments.wave), check_language(arguments.language), con);
     } else {
         check_language(arguments.language);
         tour(con);
@@ -200,8 +215,8 @@ int parse_and_run(const std::vector<std::string>& words, console& con)
         refuse(error.what());
     }
     if (app.get_subcommands().empty())
-        refuse(
-            "a command is expected: convert, detect, jedec, selftest, svf, ttl, vectors or tour (see tamrix --help)");
+        refuse("a command is expected: convert, detect, jedec, selftest, svf, ttl, vectors, wave or tour (see tamrix "
+               "--help)");
     run_command(app, arguments, con);
     return exit_done;
 }
