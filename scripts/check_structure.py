@@ -54,7 +54,7 @@ ROOMS = {
     "apps/host": "include/tamrix base files",
     "apps/workbench": "include/tamrix apps/host",
     "apps/cli": "base files forms messages session formats transfer pld ttl/library ttl/run ttl/dialogs selftest"
-                " instruments/wave entry sim/signals sim sim/chips apps/host",
+                " instruments/analyzer instruments/wave entry sim/signals sim sim/chips apps/host",
 }
 
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*[<"]([^">]+)[">]', re.MULTILINE)

@@ -1,5 +1,6 @@
 #include "cli/command_line.h"
 
+#include "cli/analyze.h"
 #include "cli/convert.h"
 #include "cli/detect.h"
 #include "cli/fuse_files.h"
@@ -33,6 +34,7 @@ struct arguments_of_commands {
     std::string svf_in, syspath;
     ttl_words ttl;
     selftest_words selftest;
+    analyze_words analyze;
     wave_words wave;
     std::optional<std::string> language;
 };
@@ -149,6 +151,12 @@ void add_commands(CLI::App& app, arguments_of_commands& arguments)
     add_selftest_options(*add_command(app, "selftest", "Lets the programmer test itself, and calibrates its voltages."),
                          arguments.selftest);
 
+    CLI::App* analyze = add_command(app, "analyze", "Records logic signals with the programmer, and shows recordings.");
+    analyze->require_subcommand(1);
+    add_record_options(*add_command(*analyze, "record", "Records P21 to P28 into a file."), arguments.analyze);
+    add_draw_options(*add_command(*analyze, "draw", "Draws a recording."), arguments.analyze);
+    add_info_options(*add_command(*analyze, "info", "Says what is in a recording."), arguments.analyze);
+
     CLI::App* wave = add_command(app, "wave", "Measures and makes a frequency with the programmer.");
     wave->require_subcommand(1);
     add_meter_options(*add_command(*wave, "meter", "Measures the frequency at P23."), arguments.wave);
@@ -169,6 +177,13 @@ std::string name_of_subcommand(const CLI::App& app)
     return app.get_subcommands().front()->get_subcommands().front()->get_name();
 }
 
+void analyze(const analyze_words& words, std::int32_t language, console& con)
+{
+    if (words.command == "record") return analyze_record(checked_record(words), language, con);
+    const auto look = words.command == "draw" ? analyze_draw : analyze_info;
+    look(checked_capture(words), con);
+}
+
 void run_command(const CLI::App& app, arguments_of_commands& arguments, console& con)
 {
     const std::string command = app.get_subcommands().front()->get_name();
@@ -187,6 +202,9 @@ void run_command(const CLI::App& app, arguments_of_commands& arguments, console&
         logic_test(arguments.ttl, check_language(arguments.language), con);
     } else if (command == "selftest") {
         selftest(check(arguments.selftest), check_language(arguments.language), con);
+    } else if (command == "analyze") {
+        arguments.analyze.command = name_of_subcommand(app);
+        analyze(arguments.analyze, check_language(arguments.language), con);
     } else if (command == "wave") {
         arguments.wave.command = name_of_subcommand(app);
         const auto work = arguments.wave.command == "meter" ? wave_meter : wave_generate;
@@ -215,7 +233,8 @@ int parse_and_run(const std::vector<std::string>& words, console& con)
         refuse(error.what());
     }
     if (app.get_subcommands().empty())
-        refuse("a command is expected: convert, detect, jedec, selftest, svf, ttl, vectors, wave or tour (see tamrix "
+        refuse("a command is expected: analyze, convert, detect, jedec, selftest, svf, ttl, vectors, wave or tour (see "
+               "tamrix "
                "--help)");
     run_command(app, arguments, con);
     return exit_done;

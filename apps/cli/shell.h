@@ -5,6 +5,8 @@
 #include "forms/shell.h"
 
 #include <functional>
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace tamrix::cli {
@@ -16,12 +18,15 @@ public:
 
     /// The answer to a report of a failing row.
     forms::answer failing_rows = forms::answer::abort;
+    /// The answer to the question for a name to save to; none cancels.
+    std::optional<std::string> file_to_save;
     /// For a programmer with its own time: the seconds, and a function that lets time pass. Empty: the system's clock.
     std::function<double()> clock;
     std::function<void()> on_doevents;
 
     /// Nobody is there to decide, so this chooses the answer that changes the least: OK, else No or Cancel.
     forms::answer box(const forms::message_box& box) override;
+    std::optional<std::string> save_file(const forms::file_question&) override { return file_to_save; }
     void beep() override {}
     void doevents() override
     {

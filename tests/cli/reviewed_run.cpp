@@ -3,23 +3,33 @@
 #include <algorithm>
 #include <fstream>
 #include <sstream>
+#include <string_view>
+#include <utility>
 
 namespace tamrix::tests {
 
 namespace {
 
-/// As the reviewed runs write it; empty where they do not.
-std::string in_reviewed_form(std::string line)
+constexpr std::string_view after_time = " ms  ";
+
+/// A line without its time as the reviewed runs write it; empty where they do not.
+std::string in_reviewed_form(std::string_view line)
 {
-    line.erase(0, line.find(" ms  ") + 5);
-    if (line.starts_with("->")) return {};
-    if (line.starts_with("dialog ")) return line.substr(7);
-    if (const auto answer = line.find(": "); line.starts_with("regin") || line.starts_with("ctlin"))
-        return line.substr(0, answer);
+    if (line.starts_with("->") || line.starts_with("note: ")) return {};
+    if (line.starts_with("dialog ")) return std::string{line.substr(7)};
+    if (line.starts_with("regin") || line.starts_with("ctlin")) return std::string{line.substr(0, line.find(": "))};
     const auto arrow = line.find(" -> ");
-    if (arrow == std::string::npos) return line;
-    if (line.starts_with("usbbulkread") || line.starts_with("hwreset")) return line.substr(0, arrow);
-    return line.replace(arrow, 4, " ");
+    if (arrow == std::string_view::npos) return std::string{line};
+    const std::string start{line.substr(0, arrow)};
+    if (line.starts_with("usbbulkread") || line.starts_with("hwreset")) return start;
+    return start + " " + std::string{line.substr(arrow + 4)};
+}
+
+void add(run_lines& lines, const std::string& line, int times)
+{
+    constexpr int most_in_full = 3;
+    if (times > most_in_full) return lines.push_back(line + " (" + std::to_string(times) + " times)");
+    lines.insert(lines.end(), static_cast<std::size_t>(times), line);
 }
 
 }  // namespace
@@ -38,6 +48,7 @@ run_lines reviewed_run(const std::filesystem::path& file)
     run_lines all, group;
     int times = 0;
     const auto end_group = [&] {
+        if (group.size() == 1) add(all, group.front(), std::exchange(times, 0));
         for (; times > 0; --times) all.insert(all.end(), group.begin(), group.end());
         group.clear();
     };
@@ -61,9 +72,20 @@ run_lines reviewed_run(const std::filesystem::path& file)
 run_lines calls_in(const std::string& transcript)
 {
     run_lines lines;
-    std::istringstream text{transcript};
-    for (std::string line; std::getline(text, line);)
-        if (std::string call = in_reviewed_form(std::move(line)); !call.empty()) lines.push_back(std::move(call));
+    std::string last;
+    int times = 0;
+    const auto end = [&] { add(lines, last, std::exchange(times, 0)); };
+    for (std::string_view left = transcript; !left.empty();) {
+        std::string_view line = left.substr(0, left.find('\n'));
+        left.remove_prefix(line.size() + 1);
+        line.remove_prefix(line.find(after_time) + after_time.size());
+        std::string call = in_reviewed_form(line);
+        if (call.empty()) continue;
+        if (call != last) end();
+        last = std::move(call);
+        ++times;
+    }
+    end();
     return lines;
 }
 

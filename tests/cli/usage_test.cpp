@@ -33,7 +33,7 @@ TEST(usage, every_command_has_help_on_standard_output)
     const std::string statuses_of_selftest =
         "Exit status: 0 passed, 1 failed, 2 rejected values or wrong usage, 3 the test could not be carried out.";
     for (const std::string command :
-         {"convert", "detect", "jedec", "selftest", "svf", "ttl", "vectors", "wave", "tour"}) {
+         {"analyze", "convert", "detect", "jedec", "selftest", "svf", "ttl", "vectors", "wave", "tour"}) {
         const auto result = tamrix_command({command, "--help"});
         EXPECT_EQ(result.status, 0);
         EXPECT_THAT(result.out, HasSubstr("Usage: tamrix " + command));
@@ -71,9 +71,10 @@ TEST(usage, no_command_is_wrong_usage)
     const auto result = tamrix_command({});
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err,
-              "tamrix: a command is expected: convert, detect, jedec, selftest, svf, ttl, vectors, wave or tour "
-              "(see tamrix --help)\n");
+    EXPECT_EQ(
+        result.err,
+        "tamrix: a command is expected: analyze, convert, detect, jedec, selftest, svf, ttl, vectors, wave or tour "
+        "(see tamrix --help)\n");
 }
 
 struct refused {
