@@ -82,6 +82,22 @@ void damage(const std::string& path)
     write("damaged.hex", text);
 }
 
+void look_at_signals(walk& steps)
+{
+    steps.title("The logic analyzer records what is at eight pins: a counter, and short pulses at P25");
+    steps.command({"analyze", "record", "-o", "signals.bin", "--banks", "1", "--signal", "P21..P24 counter 20000",
+                   "--signal", "P25 square 2000 duty 10"},
+                  exit_done);
+    steps.title("The recording as a picture, on the terminal and in a file, and what its channels do");
+    steps.command({"analyze", "draw", "signals.bin", "--samples", "304"}, exit_done);
+    steps.command({"analyze", "draw", "signals.bin", "-o", "signals.svg"}, exit_done);
+    steps.command({"analyze", "info", "signals.bin"}, exit_done);
+    steps.title("The signal generator comes as near to a frequency as it can, and says so");
+    steps.command({"wave", "generate", "60000"}, exit_done);
+    steps.title("The frequency meter measures that wave");
+    steps.command({"wave", "meter", "--from-generator", "60000", "--count", "3"}, exit_done);
+}
+
 }  // namespace
 
 void tour(console& con)
@@ -119,6 +135,7 @@ void tour(console& con)
     steps.command({"selftest", "--brief"}, exit_done);
     steps.title("One with a dead driver is not");
     steps.command({"selftest", "--brief", "--fault", "vcc driver 7 dead"}, exit_failed);
+    look_at_signals(steps);
     con.line("\nThat is all so far. The workbench has a dialog for each of these steps.");
 }
 

@@ -28,6 +28,21 @@ TEST(tour, detects_converts_compares_and_shows_what_failures_say)
                                       "System Test: failed, 1 fault\n(exit status 1)\n"));
 }
 
+TEST(tour, records_and_draws_signals_and_measures_a_frequency)
+{
+    const auto result = tamrix_command({"tour"}, {.environment = {"LC_ALL=C"}});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.out, HasSubstr("--signal \"P25 square 2000 duty 10\"\n"
+                                      "signals.bin: 32768 samples, 111.411 ms at 3.4 us a sample\n"));
+    EXPECT_THAT(result.out, HasSubstr("$ tamrix analyze draw signals.bin --samples 304\n"));
+    EXPECT_THAT(result.out,
+                HasSubstr("P25    |_________________________________|  |________________________________|\n"));
+    EXPECT_THAT(result.out, HasSubstr("-o signals.svg\nsignals.svg: samples 0 to 599 of signals.bin\n"));
+    EXPECT_THAT(result.out, HasSubstr("\nP25: 445 edges, 2000.0"));
+    EXPECT_THAT(result.out, HasSubstr("$ tamrix wave generate 60000\nasked 60000\nshown 62000\n"));
+    EXPECT_THAT(result.out, HasSubstr("--count 3\n062000\n062000\n062000\nmean 62000.0 Hz\n"));
+}
+
 TEST(tour, runs_on_the_data_that_the_environment_names)
 {
     const temp_folder folder;
