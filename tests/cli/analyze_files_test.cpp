@@ -1,6 +1,7 @@
 // tamrix analyze info, and what it and draw say of bad files.
 #include "cli/capture.h"
 #include "cli/command_inside.h"
+#include "cli/page_examples.h"
 #include "support/temp_files.h"
 
 #include <gmock/gmock.h>
@@ -169,6 +170,8 @@ TEST(analyze_files, help_lists_every_option)
         EXPECT_THAT(draw, HasSubstr(option));
     EXPECT_THAT(info, HasSubstr("--json"));
 }
+
+TEST(analyze_files, and_frequencies_on_the_page_are_real) { expect_real_examples("instruments.md", 7, "counter.svg"); }
 
 }  // namespace
 }  // namespace tamrix::tests

@@ -1,12 +1,10 @@
 // tamrix selftest: transcripts, help, the page, wrong usage.
+#include "cli/page_examples.h"
 #include "cli/selftest_command.h"
 #include "support/temp_files.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <sstream>
-#include <utility>
 
 namespace tamrix::tests {
 namespace {
@@ -50,36 +48,7 @@ TEST(selftest_usage, the_help_lists_every_option)
     }
 }
 
-/// The commands on the page, and what the page says that they print.
-std::vector<std::pair<std::string, std::string>> examples_of_page()
-{
-    const std::string indent = "    ", prompt = indent + "$ ";
-    std::vector<std::pair<std::string, std::string>> examples;
-    std::istringstream page{read_text(TAMRIX_SAMPLES "/../../docs/self-test.md")};
-    bool inside = false;
-    for (std::string line; std::getline(page, line);) {
-        if (line.starts_with(prompt)) {
-            examples.emplace_back(line.substr(prompt.size()), "");
-            inside = true;
-        } else if (inside && line.starts_with(indent)) {
-            examples.back().second += line.substr(indent.size()) + "\n";
-        } else {
-            inside = false;
-        }
-    }
-    return examples;
-}
-
-TEST(selftest_usage, the_examples_on_the_page_are_real)
-{
-    const auto examples = examples_of_page();
-    EXPECT_EQ(examples.size(), 3u);
-    for (const auto& [command, printed] : examples) {
-        std::string real = command;
-        real.replace(real.find("tamrix"), std::string{"tamrix"}.size(), TAMRIX_COMMAND);
-        EXPECT_EQ(run_program({"sh", "-c", real}).out, printed) << command;
-    }
-}
+TEST(selftest_usage, the_examples_on_the_page_are_real) { expect_real_examples("self-test.md", 3); }
 
 struct refused_run {
     std::vector<std::string> arguments;
