@@ -3,22 +3,14 @@
 
 #include "cli/capture.h"
 #include "cli/json.h"
+#include "cli/number_text.h"
 #include "instruments/analyzer/analyzer_drawing.h"
-
-#include <cstdio>
 
 namespace tamrix::cli {
 
 namespace {
 
 constexpr int first_pin = 21;
-
-std::string formatted(const char* format, double value)
-{
-    char text[64];
-    std::snprintf(text, sizeof text, format, value);
-    return text;
-}
 
 double hertz_of(const channel_facts& facts, double period_us) { return 1e6 / (*facts.samples_a_period * period_us); }
 

@@ -1,5 +1,7 @@
 #include "cli/analyze_options.h"
 
+#include "base/native_path.h"
+#include "cli/help_text.h"
 #include "cli/number_word.h"
 #include "cli/programmer_options.h"
 #include "cli/transcript_file.h"
@@ -15,11 +17,8 @@ namespace tamrix::cli {
 namespace {
 
 constexpr int most_banks = 16, longest_wait = 1000;
-constexpr double longest_period = 1e6;
+constexpr double shortest_period = 0.001, longest_period = 1e6;
 constexpr std::int32_t most_samples = std::numeric_limits<std::int32_t>::max();
-
-constexpr const char* about_language =
-    "--language CODE, before or after the command, selects the language of messages (see tamrix --help).\n";
 
 constexpr const char* about_record =
     "It works the dialog of the logic analyzer on a simulated programmer, which samples P21 to P28, and saves the raw\n"
@@ -59,8 +58,8 @@ double checked_period(const std::string& word)
     double period = 0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), period, std::chars_format::fixed);
     const bool number = error == std::errc{} && end == word.data() + word.size();
-    if (!number || !(period > 0) || period > longest_period)
-        refuse("--period " + word + ": a time above 0 and up to 1000000, in microseconds, is expected");
+    if (!number || !(period >= shortest_period) || period > longest_period)
+        refuse("--period " + word + ": a time from 0.001 to 1000000, in microseconds, is expected");
     return period;
 }
 
@@ -78,7 +77,8 @@ std::string checked_picture(const std::string& name, const std::string& capture)
     if (ending != "" && ending != ".svg" && ending != ".SVG")
         refuse("-o " + name + ": a name that ends in .svg is expected");
     std::error_code none;
-    if (std::filesystem::equivalent(name, capture, none)) refuse("-o " + name + ": that is FILE itself");
+    if (std::filesystem::equivalent(native_path(name), native_path(capture), none))
+        refuse("-o " + name + ": that is FILE itself");
     return name;
 }
 

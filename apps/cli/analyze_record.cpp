@@ -46,8 +46,7 @@ public:
         const std::string not_written = "; " + options_.out + " was not written";
         if (shown(message::record_error))
             fail(plug_in_.state.text(message::record_error) + " The samples did not come" + not_written);
-        if (statuses_.empty())
-            throw command_error{exit_not_carried_out, "the programmer does not answer; check its cable and its supply"};
+        if (statuses_.empty()) throw command_error{exit_not_carried_out, programmer_is_silent};
         if (!shown(message::record_ok)) throw command_error{exit_not_carried_out, missing_trigger() + not_written};
         if (shown(message::save_file_ok)) return;
         const std::string why = plug_in_.variables.transfer.why_it_failed.text();

@@ -4,6 +4,7 @@
 #include "cli/convert.h"
 #include "cli/detect.h"
 #include "cli/fuse_files.h"
+#include "cli/help_text.h"
 #include "cli/logic_test.h"
 #include "cli/selftest.h"
 #include "cli/tour.h"
@@ -23,9 +24,6 @@ constexpr const char* about = "Converts and examines the files of a device progr
 
 constexpr const char* exit_statuses =
     "Exit status: 0 done, 1 failed, 2 rejected values or wrong usage, 3 a test could not be carried out.";
-
-constexpr const char* about_language =
-    "--language CODE, before or after the command, selects the language of messages (see tamrix --help).\n";
 
 struct arguments_of_commands {
     convert_words convert;

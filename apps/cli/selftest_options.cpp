@@ -1,6 +1,7 @@
 #include "cli/selftest_options.h"
 
 #include "cli/console.h"
+#include "cli/help_text.h"
 #include "cli/number_word.h"
 #include "cli/programmer_options.h"
 #include "cli/transcript_file.h"
@@ -17,8 +18,8 @@ constexpr const char* details =
     "It goes through the self-test dialog of the model, on a simulated programmer. It prints the texts of the\n"
     "dialog's status bar, each fault, the verdict, and what was not tested and why. A calibration says which voltage\n"
     "is at which pin, waits for Enter, and compares the reading of a meter, if you type one in volts, with the set\n"
-    "value. docs/self-test.md explains stages and faults.\n\n"
-    "--language CODE, before or after the command, selects the language of messages (see tamrix --help).\n"
+    "value. docs/self-test.md explains stages and faults.\n\n";
+constexpr const char* statuses =
     "Exit status: 0 passed, 1 failed, 2 rejected values or wrong usage, 3 the test could not be carried out.";
 
 int checked_item(const std::string& word)
@@ -57,7 +58,7 @@ void check_list(const selftest_words& words)
 
 void add_selftest_options(CLI::App& command, selftest_words& words)
 {
-    command.footer(details);
+    command.footer(std::string{details} + about_language + statuses);
     command.add_option("--item", words.item, "what to run, a number from --list (default: 0, the System Test)")
         ->type_name("N");
     command.add_flag("--list", words.list, "shows the items of the model instead of running one");

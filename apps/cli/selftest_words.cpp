@@ -1,11 +1,11 @@
 #include "cli/selftest_words.h"
 
 #include "cli/json.h"
+#include "cli/number_text.h"
 #include "selftest/socket_frame.h"
 #include "selftest/verdict.h"
 
 #include <cmath>
-#include <cstdio>
 
 namespace tamrix::cli {
 
@@ -15,13 +15,6 @@ constexpr double millivolts_per_volt = 1000;
 
 /// A reading to a tenth of a millivolt, so that one that is right deviates by nothing.
 double millivolts_of(double volts) { return std::round(volts * millivolts_per_volt * 10) / 10; }
-
-std::string formatted(const char* format, double value)
-{
-    char text[64];
-    std::snprintf(text, sizeof text, format, value);
-    return text;
-}
 
 std::string volts(double millivolts) { return formatted("%.3f V", millivolts / millivolts_per_volt); }
 

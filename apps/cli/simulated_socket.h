@@ -19,6 +19,8 @@ struct socket_words {
     std::vector<std::string> faults, signals;
 };
 
+inline constexpr const char* programmer_is_silent = "the programmer does not answer; check its cable and its supply";
+
 struct socket_options {
     std::int16_t model = 40;
     bool usb = true;

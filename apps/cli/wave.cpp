@@ -1,5 +1,6 @@
 #include "cli/wave.h"
 
+#include "cli/number_text.h"
 #include "cli/transcript_file.h"
 #include "instruments/wave/recetwave.h"
 #include "instruments/wave/wave_divider.h"
@@ -7,7 +8,7 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdio>
+#include <cmath>
 #include <numeric>
 
 namespace tamrix::cli {
@@ -19,11 +20,11 @@ struct generated {
     sim::wave_divider divider;
 };
 
-std::string formatted(const char* format, double value)
+/// To a tenth, without a sign of nothing.
+double parts_per_million(double given, double asked)
 {
-    char text[64];
-    std::snprintf(text, sizeof text, format, value);
-    return text;
+    if (asked == 0) return 0;
+    return std::round((given - asked) / asked * 1e7) / 10 + 0.0;
 }
 
 /// A programmer, and a person at the two dialogs.
@@ -115,10 +116,7 @@ private:
         no_answer();
     }
 
-    [[noreturn]] static void no_answer()
-    {
-        throw command_error{exit_not_carried_out, "the programmer does not answer; check its cable and its supply"};
-    }
+    [[noreturn]] static void no_answer() { throw command_error{exit_not_carried_out, programmer_is_silent}; }
 
     const wave_options& options_;
     transcript_file transcript_;
@@ -162,7 +160,7 @@ void wave_generate(const wave_options& options, std::int32_t language, console& 
     con.line("divider " + std::to_string(made.divider.low) + " " + std::to_string(made.divider.middle) + " " +
              std::to_string(made.divider.high));
     con.line(formatted("given %.3f Hz", given));
-    con.line(formatted("deviation %+.1f ppm", asked == 0 ? 0 : (given - asked) / asked * 1e6));
+    con.line(formatted("deviation %+.1f ppm", parts_per_million(given, asked)));
     if (given == 0) con.note("0 Hz is no signal");
     bench.report_hazards(con);
 }

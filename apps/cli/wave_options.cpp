@@ -1,5 +1,6 @@
 #include "cli/wave_options.h"
 
+#include "cli/help_text.h"
 #include "cli/number_word.h"
 #include "cli/programmer_options.h"
 #include "cli/transcript_file.h"
@@ -14,8 +15,7 @@ namespace {
 
 constexpr int most_readings = 1000;
 
-constexpr const char* about_statuses =
-    "--language CODE, before or after the command, selects the language of messages (see tamrix --help).\n"
+constexpr const char* statuses =
     "Exit status: 0 done, 1 failed, 2 rejected values or wrong usage, 3 the programmer does not answer.";
 
 constexpr const char* about_meter =
@@ -40,7 +40,7 @@ void check_digits(const std::string& option, const std::string& word)
 
 void add_meter_options(CLI::App& command, wave_words& words)
 {
-    command.footer(std::string{about_meter} + "\n" + about_statuses);
+    command.footer(std::string{about_meter} + "\n" + about_language + statuses);
     command.add_option("--count", words.count, "how many readings, 1 to 1000 (default: 5)")->type_name("N");
     command
         .add_option("--from-generator", words.from_generator,
@@ -53,7 +53,7 @@ void add_meter_options(CLI::App& command, wave_words& words)
 
 void add_generate_options(CLI::App& command, wave_words& words)
 {
-    command.footer(std::string{about_generate} + "\n" + about_statuses);
+    command.footer(std::string{about_generate} + "\n" + about_language + statuses);
     command.add_option("HZ", words.hertz, "the frequency, in whole hertz")->type_name("")->required();
     add_transcript_option(command, words.transcript);
     add_programmer_options(command, words.socket, "\"generator dead\", \"no answer\"");

@@ -144,15 +144,15 @@ TEST(analyze_files, that_end_within_a_bank_are_taken_and_noted)
     EXPECT_EQ(info(folder.write("all.bin", std::string(524288, 'x'))).err, "");
 }
 
-TEST(analyze_files, have_a_period_above_0_and_up_to_a_second)
+TEST(analyze_files, have_a_period_of_a_nanosecond_to_a_second)
 {
     const temp_folder folder;
     const std::string file = folder.write("a.bin", some_samples());
-    for (const std::string period : {"0", "-1", "x", "3.4us", "", "1000001", "1e3", "nan"}) {
+    for (const std::string period : {"0", "0.0009", "-1", "x", "3.4us", "", "1000001", "1e3", "nan"}) {
         const auto result = info(file, {"--period", period});
         EXPECT_EQ(result.status, 2) << period;
         EXPECT_EQ(result.err,
-                  "tamrix: --period " + period + ": a time above 0 and up to 1000000, in microseconds, is expected\n");
+                  "tamrix: --period " + period + ": a time from 0.001 to 1000000, in microseconds, is expected\n");
     }
     EXPECT_EQ(info(file, {"--period", "1000000"}).status, 0);
     EXPECT_EQ(info(file, {"--period", "0.001"}).status, 0);

@@ -36,7 +36,7 @@ TEST(analyze_record, a_target_that_cannot_be_written_is_a_failure)
     EXPECT_EQ(read_text(file), "old");
 }
 
-/// A limit on the length of files stands in for a disk that is full; the shell's word for it is kilobytes.
+/// A limit on the length of files takes the place of a full disk.
 TEST(analyze_record, a_disk_that_gets_full_leaves_the_old_file_and_no_other)
 {
     const temp_folder folder;
