@@ -174,12 +174,15 @@ void analyzer::fit_scroll_bar()
     if (across > 0) HScroll1.max(samples_ / across - 1);
 }
 
+/// On a surface too narrow for any sample the view stays where it is.
 void analyzer::scroll()
 {
-    const std::int64_t screen = view_.samples_across();
-    std::int64_t wanted = HScroll1.value() * screen;
-    if (wanted >= samples_) wanted = samples_ - 2 * screen;
-    view_.viewpos = static_cast<std::int32_t>(wanted);
+    if (arith::nearest(view_.bitwidth) != 0) {
+        const std::int64_t screen = view_.samples_across();
+        std::int64_t wanted = HScroll1.value() * screen;
+        if (wanted >= samples_) wanted = samples_ - 2 * screen;
+        view_.viewpos = static_cast<std::int32_t>(wanted);
+    }
     draw_again();
 }
 

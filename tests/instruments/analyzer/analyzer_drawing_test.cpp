@@ -1,6 +1,7 @@
 // The lines of the timing diagram, on the screen and on paper.
 #include "instruments/analyzer/analyzer_drawing.h"
 
+#include "chance.h"
 #include "checksum.h"
 #include "instruments/analyzer/analyzer_page.h"
 #include "support/listing.h"
@@ -133,23 +134,6 @@ TEST(a_page, is_as_wide_as_the_screen_and_begins_at_a_fixed_place)
     EXPECT_EQ(seen.calls[texts + 3], "text 2800,7770 0 " + std::string(50, ' ') + "Oscillogram");
 }
 
-/// Numbers by chance, as the separate model draws them.
-class chance {
-public:
-    explicit chance(std::uint32_t number) : state_{number}
-    {
-        for (int i = 0; i < 3; ++i) draw();
-    }
-    std::uint32_t draw()
-    {
-        state_ = state_ * 1664525 + 1013904223;
-        return state_ >> 16;
-    }
-
-private:
-    std::uint32_t state_;
-};
-
 /// A view of the separate model's file, and what it is a view of.
 struct written_view {
     analyzer_view view{};
@@ -199,7 +183,7 @@ struct summary {
 /// The first draws of a case are those of its view.
 samples pattern_of_case(std::uint32_t number, std::uint32_t hold)
 {
-    chance by{number};
+    tests::chance by{number};
     for (int draws = 0; draws < 12; ++draws) by.draw();
     samples made;
     std::uint8_t byte = 0;

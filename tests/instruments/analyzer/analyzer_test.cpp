@@ -1,12 +1,9 @@
-// The analyzer's dialog: what it opens with, zoom, scroll, keys, resizing, leaving.
+// The analyzer's dialog: what it opens with, keys, resizing, leaving. Zoom and scroll are in analyzer_view_test.cpp.
 #include "instrument_bench.h"
 #include "instruments/analyzer/analyzersetc.h"
 #include "support/listing.h"
 
 #include <gtest/gtest.h>
-
-#include <fstream>
-#include <sstream>
 
 namespace tamrix {
 namespace {
@@ -126,91 +123,6 @@ TEST(a_record, draws_its_samples_and_its_times)
         const auto [width, height] = dialog.Picture1.size();
         EXPECT_EQ(calls[calls.size() - 3],
                   "text " + std::to_string(width / 4) + "," + std::to_string(height * 9 / 10) + " 0 27uS");
-    });
-}
-
-TEST(a_command, at_the_end_of_the_zoom_does_nothing_at_all)
-{
-    instrument_bench b;
-    b.during_analyzer([&](analyzer& dialog) {
-        for (forms::button* zoom : {&dialog.Command1, &dialog.Command2}) {
-            double before = 0;
-            while (before != dialog.bitwidth()) {
-                before = dialog.bitwidth();
-                b.transcript.clear();
-                zoom->click();
-            }
-            EXPECT_TRUE(b.transcript.empty());
-        }
-        EXPECT_LE(dialog.bitwidth(), 4);
-        EXPECT_GT(dialog.bitwidth(), 2);
-    });
-}
-
-/// The steps of a person, as the separate model's file has them: the name, its number if it has one, then the width of
-/// a sample, maximum and value of the scroll bar, the sample at the left edge.
-void take(analyzer& dialog, std::istream& words, instrument_bench& b)
-{
-    std::string name;
-    int number = 0;
-    words >> name;
-    if (name == "open" || name == "resize" || name == "scroll") words >> number;
-    if (name == "open" || name == "resize") dialog.Picture1.resize({number, 5000});
-    if (name == "scroll") dialog.HScroll1.drag(number);
-    if (name == "in") dialog.Command1.click();
-    if (name == "out") dialog.Command2.click();
-    if (name == "first") dialog.press_key(form_key::home);
-    if (name == "last") dialog.press_key(form_key::end);
-    if (name == "captured") {
-        b.reply_at_pass(1);
-        dialog.Command3.click();
-    }
-}
-
-TEST(zoom_and_scroll, move_the_view_as_the_separate_model_has_it)
-{
-    std::ifstream file{TAMRIX_INSTRUMENT_TRANSCRIPTS "/geometry.txt"};
-    std::vector<std::vector<std::string>> views;
-    std::vector<int> banks;
-    for (std::string line; std::getline(file, line);) {
-        std::istringstream words{line};
-        std::string kind;
-        int number = 0, of_view = 0;
-        words >> kind >> number >> of_view;
-        if (kind == "view") views.emplace_back(), banks.push_back(of_view);
-        if (kind == "step" && !views.empty()) views.back().push_back(line.substr(5));
-    }
-    ASSERT_EQ(views.size(), 3u);
-    for (std::size_t i = 0; i < views.size(); ++i) {
-        instrument_bench b;
-        b.session.blocks.rambknum(0) = static_cast<std::uint8_t>(banks[i]);
-        b.during_analyzer([&](analyzer& dialog) {
-            for (const std::string& step : views[i]) {
-                std::istringstream words{step};
-                take(dialog, words, b);
-                double bitwidth = 0;
-                std::int32_t max = 0, value = 0, viewpos = 0;
-                words >> bitwidth >> max >> value >> viewpos;
-                EXPECT_EQ(dialog.bitwidth(), bitwidth) << step;
-                EXPECT_EQ(dialog.HScroll1.max(), max) << step;
-                EXPECT_EQ(dialog.HScroll1.value(), value) << step;
-                EXPECT_EQ(dialog.viewpos(), viewpos) << step;
-            }
-        });
-    }
-}
-
-TEST(the_last_view, reads_no_further_than_the_end_of_the_capture)
-{
-    instrument_bench b;
-    b.during_analyzer([&](analyzer& dialog) {
-        for (int zoom = 0; zoom < 6; ++zoom) {
-            dialog.Command2.click();
-            dialog.press_key(form_key::end);
-            const analyzer_view view{.size = dialog.Picture1.size(), .bitwidth = dialog.bitwidth()};
-            EXPECT_LE(dialog.viewpos() + view.samples_across(), 32768);
-            EXPECT_GE(dialog.viewpos(), 0);
-        }
     });
 }
 

@@ -21,7 +21,7 @@ after "n times", each line indented by two blanks. An analyzer's file has the pr
 closing the dialog, unless closing ends the run; those of the meter and the generator have Start, the ticks, Stop and
 the close.
 
-The files dividers.txt, drawings.txt and geometry.txt are described in the modules that write them.
+The files dividers.txt, drawings.txt and views.txt are described in the modules that write them.
 
     model.py            writes all files beside this one
     model.py --check    compares them with what it would write; 1 when they differ
@@ -36,11 +36,11 @@ sys.path.append(str(pathlib.Path(__file__).resolve().parents[2] / "support"))
 from capture_model import capture
 from dividers import dividers
 from drawings import drawings
-from geometry_model import geometry
 from model_files import main
 from run_notes import compressed, text_of
 from situations import FILE as SITUATIONS
 from situations import situations
+from view_model import views
 from wave_run_model import generator, meter
 
 FOLDER = pathlib.Path(__file__).resolve().parent
@@ -53,8 +53,7 @@ def transcripts():
 
 
 def tables():
-    return {"dividers.txt": text_of(dividers()), "drawings.txt": text_of(drawings()),
-            "geometry.txt": text_of(geometry())}
+    return {"dividers.txt": text_of(dividers()), "drawings.txt": text_of(drawings()), "views.txt": text_of(views())}
 
 
 def wanted():

@@ -1,16 +1,13 @@
-"""The analyzer's window: where its controls are after a resize, and how zoom and scroll bar move the view.
+"""How zoom and scroll bar of the analyzer move the view.
 
-The file geometry.txt:
+The file views.txt:
 
-    resize NUMBER WIDTH HEIGHT BUTTON COUNT CRC
-    controls WIDTH HEIGHT BUTTON
     sequence NUMBER BANKS COUNT CRC
     view NUMBER BANKS
-    place TEXT, step TEXT
+    step TEXT
 
-WIDTH and HEIGHT are the window's, BUTTON the width of each button, all in twips. "resize" and "sequence" have counts
-and checksums of texts such as "controls" and "view" show in full, with "place" and "step" ahead of each. The banks of a
-sequence are its first draw; a view is a sequence without that draw.
+A sequence has the count and the checksum of its steps' texts; a view shows them in full. All widths are twips. The banks
+of a sequence are its first draw; a view is a sequence without that draw.
 """
 
 from cases import Chance, counted
@@ -19,25 +16,6 @@ from run_notes import plain
 CASES = range(1, 201)
 BANK = 32768
 STEPS = 40
-SURFACE_LEFT, SURFACE_TOP = 600, 240
-
-
-def surface_of(width, height):
-    return width - 1000, height - 3000
-
-
-def places(width, height, button):
-    """NAME LEFT TOP, with WIDTH and HEIGHT or WIDTH where they are set, and then the width of a sample."""
-    w, h = surface_of(width, height)
-    made = [f"Picture1 {SURFACE_LEFT} {SURFACE_TOP} {w} {h}", f"HScroll1 {SURFACE_LEFT} {SURFACE_TOP + h} {w}"]
-    for number, left in enumerate((0, w // 4, w // 2, 3 * w // 4), 1):
-        made.append(f"Label{number} {left} {round(h * 9 / 10)}")
-    for k in range(1, 9):
-        made.append(f"Label{k + 4} {SURFACE_LEFT // 3} {round(SURFACE_TOP + k * h / 9 - 200)}")
-    top = SURFACE_TOP + h + 500
-    for number, left in enumerate((w // 6, w // 6 + button, w // 2, w // 2 + button), 1):
-        made.append(f"Command{number} {left} {top}")
-    return [*made, f"bitwidth {w // 32}"]
 
 
 class Moves:
@@ -122,23 +100,11 @@ def sequence(chance, banks):
     return made
 
 
-def resize_of(number):
-    """WIDTH HEIGHT BUTTON."""
-    chance = Chance(number)
-    return 1320 + chance.draw() % 24000, 3200 + chance.draw() % 16000, 600 + chance.draw() % 900
-
-
-def geometry():
+def views():
     lines = []
-    for sizes in ((9000, 7000, 1215), (12345, 8765, 1000), (1331, 3211, 735)):
-        lines.append("controls " + " ".join(map(str, sizes)))
-        lines += ["place " + text for text in places(*sizes)]
     for number, banks in ((1, 0), (2, 1), (3, 16)):
         lines.append(f"view {number} {banks}")
         lines += ["step " + text for text in sequence(Chance(number), banks)]
-    for number in CASES:
-        sizes = resize_of(number)
-        lines.append(f"resize {number} " + " ".join(map(str, sizes)) + " " + counted(places(*sizes)))
     for number in CASES:
         chance = Chance(number)
         banks = chance.draw() % 17
