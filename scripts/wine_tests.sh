@@ -72,6 +72,9 @@ settings=(TAMRIX_SIMULATOR='model 40; speed 1000')
 script self_test.vbs sound
 settings=(TAMRIX_SIMULATOR='model 40; speed 1000; fault vcc driver 7 dead; fault bad ram bank 3')
 script self_test.vbs broken
+echo '== its instruments, driven by a script and a person'
+settings=(TAMRIX_SIMULATOR='model 40; signal P21 square 1000; signal P22 low; signal lead 23 P23')
+script instruments.vbs
 settings=()
 register /u lumbat.dll
 register /u script_blocks.dll
