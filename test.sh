@@ -53,9 +53,10 @@ run_sanitized() {
 # Only the simulated programmer has threads: its clock on the wall, by which bulk reads arrive. Its chips, whose tests are
 # long, have none.
 run_threads() {
-    build threads tests_programmer tests_channel tests_sim tamrix_sim_programmer
+    build threads tests_programmer tests_channel tests_sim tests_instruments tamrix_sim_programmer
     build/threads/bin/tests_programmer
     build/threads/bin/tests_channel
+    build/threads/bin/tests_instruments --gtest_filter='*wall_clock*'
     build/threads/bin/tests_sim --gtest_filter='-counter*:library.*:chip_language.*:arithmetic.*:vectors.*:chips_command.*'
 }
 
