@@ -98,7 +98,7 @@ run_windows() {
 }
 
 run_bench() {
-    build release tamrix_cli bench_loads bench_logic
+    build release tamrix_cli bench_loads bench_logic bench_instruments
     exec bench/side_by_side.sh build/release
 }
 

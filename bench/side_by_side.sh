@@ -2,12 +2,13 @@
 # Measures the command side by side with other tools, in turns in one run, and writes docs/performance.md.
 set -euo pipefail
 
-if (($# != 1)) || [[ ! -x $1/bin/tamrix || ! -x $1/bin/bench_loads || ! -x $1/bin/bench_logic ]]; then
+if (($# != 1)) || [[ ! -x $1/bin/tamrix || ! -x $1/bin/bench_loads || ! -x $1/bin/bench_logic || ! -x $1/bin/bench_instruments ]]; then
     echo "usage: bench/side_by_side.sh BUILD_FOLDER (of a build of everything, best the release)" >&2
     exit 2
 fi
 bin=$(cd "$1/bin" && pwd)
-report=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)/docs/performance.md
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+report=$here/../docs/performance.md
 rounds=${TAMRIX_BENCH_ROUNDS:-7}
 size_mib=64
 
@@ -39,6 +40,7 @@ ratio() { awk -v a="$(median "$1")" -v b="$(median "$2")" 'BEGIN { printf "%.2f"
 met() { awk -v a="$1" -v b="$2" 'BEGIN { print a <= b ? "met" : "**missed**" }'; }
 mib_per_second() { awk -v t="$(median "$1")" -v s="$2" 'BEGIN { printf "%.0f", s * 1.048576 * 1000 / t }'; }
 
+same_number() { [[ $(median "$1") == "$(median "$2")" ]] || { echo "$1 and $2 differ" >&2 && exit 1; }; }
 same() { cmp -s "$1" "$2" || { echo "$1 and $2 differ: $3" >&2 && exit 1; }; }
 
 echo "Making $size_mib MiB of random bytes" >&2
@@ -97,6 +99,9 @@ for ((round = 1; round <= rounds; ++round)); do
     time_of start_srec_cat none start_many srec_cat
     "$bin/bench_loads" in.bin in.hex in.s19 million.jed "$folder/" >>times
     "$bin/bench_logic" "$folder/" >>times
+    "$bin/bench_instruments" >>times
+    python3 -B "$here/slow_screens.py" >>times
+    same_number thousand_screens_lines slow_screens_lines
     rm -f tmpbuf.bin copy.bin
 done
 
@@ -179,6 +184,18 @@ $(row '`srec_cat -binary ... -tektronix`' write_tek_srec_cat write_tek_tamrix)
 | loading the record that stands last in the file | $(median load_last) ms |
 | auto find, all devices | $(ms auto_find) ms |
 
+## Logic analyzer: noise on eight channels, a window 1920 pixels wide
+
+The separate model is that of the tests, in Python; a screen of both has the same lines.
+
+| | median, time of the processor |
+| --- | ---: |
+| a screen at the narrowest zoom (7200 samples), to the lines that cover different pixels | $(median narrowest_screen) ms |
+| 1000 screens at the first zoom (32 samples), the lines alone | $(median thousand_screens) ms |
+| the same by the separate model | $(ms slow_screens) ms, $(ratio slow_screens thousand_screens) times as long |
+| Record of 16 banks on the simulated programmer, drawn: a square wave of 1 kHz at each input | $(median record_1_khz) ms |
+| the same with 100 kHz | $(median record_100_khz) ms |
+
 ## Binary files
 
 The load alone, through the dialog into the shared buffer, against reading the file and writing it to a new object in shared
@@ -225,6 +242,8 @@ $(target "Motorola S, writing: at most 0.33 of objcopy's time" write_motorola_ta
 | JEDEC, a million fuses: at most 20 ms | $(ms jedec) ms | $(met "$(median jedec)" 20) | |
 | logic ICs, the last record of 500: at most 5 ms | $(median load_last) ms | $(met "$(median load_last)" 5) | |
 | logic ICs, auto find: at most 2000 ms | $(ms auto_find) ms | $(met "$(median auto_find)" 2000) | |
+| analyzer, a screen at the narrowest zoom: at most 8 ms | $(median narrowest_screen) ms | $(met "$(median narrowest_screen)" 8) | |
+| analyzer, Record of 16 banks, drawn: at most 50 ms | $(median record_100_khz) ms | $(met "$(median record_100_khz)" 50) | |
 | binary load into a buffer in use: at most 1.20 of the copy | $(ratio load_used_ff copy) | $(met "$(ratio load_used_ff copy)" 1.2) | |
 | byte path: at least 50 MB/s | $(mib_per_second bytes $size_mib) MB/s | $(met 50 "$(mib_per_second bytes $size_mib)") | |
 REPORT
