@@ -4,7 +4,6 @@
 #include "instruments/analyzer/analyzer_capture.h"
 #include "instruments/analyzer/analyzer_drawing.h"
 
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -28,8 +27,8 @@ struct surface {
     void draw(const std::vector<analyzer_line>& lines)
     {
         const auto pixels = [](forms::point at) {
-            return forms::point{static_cast<int>(std::lround(at.x / double{twips_per_pixel})),
-                                static_cast<int>(std::lround(at.y / double{twips_per_pixel}))};
+            constexpr double scale = 1.0 / twips_per_pixel;
+            return forms::point{forms::nearest_pixel(at.x * scale), forms::nearest_pixel(at.y * scale)};
         };
         for (const analyzer_line& one : lines) merger.add(pixels(one.from), pixels(one.to), one.ink);
         merger.flush();

@@ -14,8 +14,8 @@ constexpr std::size_t most_waiting = 8;  // runs of a row or column, each of whi
 
 line_merger::line_merger(int width, int height, std::function<void(const bar&)> pass_on) : pass_on_{std::move(pass_on)}
 {
-    rows_.runs.resize(static_cast<std::size_t>(std::max(height, 0)));
-    columns_.runs.resize(static_cast<std::size_t>(std::max(width, 0)));
+    rows_.at.resize(static_cast<std::size_t>(std::max(height, 0)));
+    columns_.at.resize(static_cast<std::size_t>(std::max(width, 0)));
 }
 
 bool line_merger::add(point from, point to, colour ink)
@@ -34,34 +34,48 @@ bool line_merger::add(point from, point to, colour ink)
 void line_merger::add_run(lines& along, lines& across, int at, run added)
 {
     added.low = std::max(added.low, 0);
-    added.high = std::min(added.high, static_cast<int>(across.runs.size()) - 1);
-    if (at < 0 || at >= static_cast<int>(along.runs.size()) || added.low > added.high) return;
-    auto& here = along.runs[static_cast<std::size_t>(at)];
-    // Most lines of a dense diagram: nothing of another colour lies on the run that has all their pixels.
-    for (const run& one : std::views::reverse(here))
-        if (one.ink == added.ink && one.low <= added.low && added.high <= one.high) return;
-    flush_crossed(across, at, added);
-    const auto overlaps = [&added](const run& one) { return one.low <= added.high && added.low <= one.high; };
-    if (std::ranges::any_of(here, [&](const run& one) { return one.ink != added.ink && overlaps(one); }))
-        flush_at(along, at);
-    for (run& one : here) {
-        if (one.ink != added.ink || one.low > added.high + 1 || added.low > one.high + 1) continue;
-        one.low = std::min(one.low, added.low);
-        one.high = std::max(one.high, added.high);
+    added.high = std::min(added.high, static_cast<int>(across.at.size()) - 1);
+    if (at < 0 || at >= static_cast<int>(along.at.size()) || added.low > added.high) return;
+    waiting& here = along.at[static_cast<std::size_t>(at)];
+    run* touched = nullptr;
+    bool hidden = false;  // something of another colour is below it
+    // Most lines of a dense diagram lie on the latest run or continue it.
+    for (run& one : std::views::reverse(here.runs)) {
+        if (one.low > added.high + 1 || added.low > one.high + 1) continue;
+        if (one.ink == added.ink) {
+            if (one.low <= added.low && added.high <= one.high) return;
+            touched = &one;
+        } else if (one.low <= added.high && added.low <= one.high) {
+            hidden = true;
+        }
+    }
+    if (touched != nullptr && !hidden) {
+        if (added.low < touched->low) flush_crossed(across, at, {added.low, touched->low - 1, added.ink});
+        if (touched->high < added.high) flush_crossed(across, at, {touched->high + 1, added.high, added.ink});
+        touched->low = std::min(touched->low, added.low);
+        touched->high = std::max(touched->high, added.high);
         return;
     }
-    if (here.size() == most_waiting) flush_at(along, at);
-    if (here.empty()) along.used.push_back(at);
-    here.push_back(added);
+    flush_crossed(across, at, added);
+    if (hidden) flush_at(along, at);
+    if (here.runs.size() == most_waiting) flush_at(along, at);
+    if (here.runs.empty()) {
+        along.used.push_back(at);
+        here.first_ink = added.ink;
+        here.other_inks = false;
+    }
+    if (here.first_ink != added.ink) here.other_inks = true;
+    here.runs.push_back(added);
 }
 
 /// What lies across and has another colour is drawn first.
 void line_merger::flush_crossed(lines& across, int at, const run& added)
 {
     const auto crossed = [&](int line) {
-        return std::ranges::any_of(across.runs[static_cast<std::size_t>(line)], [&](const run& one) {
-            return one.ink != added.ink && one.low <= at && at <= one.high;
-        });
+        const waiting& there = across.at[static_cast<std::size_t>(line)];
+        if (there.runs.empty() || (!there.other_inks && there.first_ink == added.ink)) return false;
+        return std::ranges::any_of(
+            there.runs, [&](const run& one) { return one.ink != added.ink && one.low <= at && at <= one.high; });
     };
     // Whichever is less: the lines that the run lies across, or those that have runs.
     if (added.high - added.low < static_cast<int>(across.used.size())) {
@@ -81,7 +95,7 @@ void line_merger::flush_crossed(lines& across, int at, const run& added)
 
 void line_merger::flush_at(lines& of, int at)
 {
-    auto& here = of.runs[static_cast<std::size_t>(at)];
+    auto& here = of.at[static_cast<std::size_t>(at)].runs;
     for (const run& one : here) pass_on(of, at, one);
     here.clear();
     std::erase(of.used, at);
@@ -99,7 +113,7 @@ void line_merger::pass_on(const lines& of, int at, const run& one) const
 void line_merger::flush()
 {
     for (const int row : rows_.used) {
-        auto& here = rows_.runs[static_cast<std::size_t>(row)];
+        auto& here = rows_.at[static_cast<std::size_t>(row)].runs;
         for (const run& one : here) pass_on(rows_, row, one);
         here.clear();
     }
@@ -114,7 +128,7 @@ void line_merger::flush_columns()
     std::ranges::sort(columns_.used);
     for (const int column : columns_.used) {
         std::vector<bar> next;
-        auto& here = columns_.runs[static_cast<std::size_t>(column)];
+        auto& here = columns_.at[static_cast<std::size_t>(column)].runs;
         for (const run& one : here) {
             const auto same = std::ranges::find_if(open, [&](const bar& before) {
                 return before.last.x == column - 1 && before.ink == one.ink && before.first.y == one.low &&

@@ -8,6 +8,9 @@
 
 namespace tamrix::forms {
 
+/// Halves go away from 0. A call of the run time for each end of a line would take longer than all the rest.
+inline int nearest_pixel(double at) { return static_cast<int>(at < 0 ? at - 0.5 : at + 0.5); }
+
 /// Takes level and upright lines in pixels and passes on those that cover the same pixels in the same colours: lines of
 /// one row or column that touch become one, and equal ones side by side a bar. Both ends of a line are pixels of it.
 class line_merger {
@@ -32,10 +35,16 @@ private:
         int low, high;
         colour ink;
     };
+    /// What waits on a row or column.
+    struct waiting {
+        std::vector<run> runs{};
+        colour first_ink = 0;     // of these
+        bool other_inks = false;  // have some of them
+    };
     /// The rows, or the columns.
     struct lines {
-        std::vector<std::vector<run>> runs{};  // by coordinate
-        std::vector<int> used{};               // coordinates with runs
+        std::vector<waiting> at{};  // by coordinate
+        std::vector<int> used{};    // coordinates with runs
     };
 
     void add_run(lines& along, lines& across, int at, run added);

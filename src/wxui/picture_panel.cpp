@@ -50,7 +50,10 @@ void dc_canvas::draw(const forms::line_merger::bar& one)
     }
 }
 
-wxPoint dc_canvas::pixels(forms::point at) const { return {wxRound(at.x * scale_), wxRound(at.y * scale_)}; }
+wxPoint dc_canvas::pixels(forms::point at) const
+{
+    return {forms::nearest_pixel(at.x * scale_), forms::nearest_pixel(at.y * scale_)};
+}
 
 void dc_canvas::clear(forms::colour background)
 {
