@@ -22,9 +22,14 @@ public:
         std::int64_t number;
         nanoseconds begin, end;
     };
+    /// The number of the last edge, or of a neighbour.
+    std::int64_t about(nanoseconds when) const
+    {
+        return static_cast<std::int64_t>(static_cast<double>(when.count()) * frequency_ - offset_);
+    }
     lap at(nanoseconds when) const
     {
-        auto n = static_cast<std::int64_t>(static_cast<double>(when.count()) * frequency_ - offset_);
+        std::int64_t n = about(when);
         lap found{n, edge(n), edge(n + 1)};
         for (; found.begin > when; --n) found = {n - 1, edge(n - 1), found.begin};
         for (; found.end <= when; ++n) found = {n + 1, found.end, edge(n + 2)};
