@@ -19,7 +19,7 @@ Installs missing packages (Debian 12; as root or through sudo), builds, and then
   --threads    runs the tests of the programmer, which has threads, with the thread sanitizer
   --odr        compiles everything and reports names that two files define differently
   --windows    builds for 32-bit Windows, runs the tests under wine, and tries the package (as root; the first time it
-               also makes a small 32-bit system for wine and builds wxWidgets, in the cache folder: about fifteen minutes)
+               also makes a small 32-bit system for wine and builds wxWidgets, in the cache folder: some minutes)
   --fuzz S     feeds every reader damaged files for S seconds each, with the checks of --sanitize
   --bench      measures the release beside other tools and writes docs/performance.md
   --format     formats every .h and .cpp file that git knows

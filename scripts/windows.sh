@@ -51,7 +51,7 @@ fetch_wx_source() {
 
 make_windows_wx() {
     local making=$windows_wx.making
-    say "Building wxWidgets for Windows in $windows_wx; this takes about ten minutes, once"
+    say "Building wxWidgets for Windows in $windows_wx; this takes some minutes, once"
     rm -rf "$making"
     mkdir -p "$making/source"
     (
