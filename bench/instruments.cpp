@@ -119,8 +119,12 @@ void time_record(const char* label, int hertz)
 
 }  // namespace tamrix
 
-int main()
+int main(int count, char**)
 {
+    if (count != 1) {
+        std::fputs("usage: bench_instruments\n", stderr);
+        return 2;
+    }
     tamrix::time_drawing();
     tamrix::time_record("record_1_khz", 1000);
     tamrix::time_record("record_100_khz", 100'000);
