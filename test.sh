@@ -60,16 +60,23 @@ run_threads() {
     build/threads/bin/tests_sim --gtest_filter='-counter*:library.*:chip_language.*:arithmetic.*:vectors.*:chips_command.*'
 }
 
+# objects_of PRESET FOLDER: what is compiled in that folder of the build, a path a line.
+objects_of() { ninja -C "build/$1" -t targets all | sed -n "s|^\(${2-}.*\.o\): CXX_COMPILER__.*|build/$1/\1|p"; }
+
 # Two types of one name make a program without defined behaviour, and an ordinary link does not notice. One with
 # link-time optimisation compares them; here it only merges, the objects of all programs, libraries and tests at once: a
-# program takes out of a static library no more than it needs, and what meets in none today may meet tomorrow.
+# program takes out of a static library no more than it needs, and what meets in none today may meet tomorrow. The release
+# is compiled for that anyway, the tests once more.
 run_odr() {
-    local objects
+    local tests objects
+    build release
     build odr build.ninja # knows new files from then on
-    mapfile -t objects < <(ninja -C build/odr -t targets all | sed -n 's/\.o: CXX_COMPILER__.*/.o/p')
-    build odr "${objects[@]}"
-    cd build/odr
-    g++ -r -flto=auto -flinker-output=rel -Werror=odr -Werror=lto-type-mismatch -Wl,-z,muldefs "${objects[@]}" -o everything.o
+    mapfile -t tests < <(objects_of odr tests/)
+    build odr "${tests[@]#build/odr/}"
+    mapfile -t objects < <(objects_of release)
+    objects+=("${tests[@]}")
+    g++ -r -flto=auto -flinker-output=rel -Werror=odr -Werror=lto-type-mismatch -Wl,-z,muldefs "${objects[@]}" \
+        -o build/odr/everything.o
     say "The files of ${#objects[@]} objects take each name for the same thing."
 }
 
