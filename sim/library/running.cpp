@@ -9,11 +9,21 @@ using namespace tamrix;
 
 namespace {
 
-/// Nothing is done before all is known to be good.
+// Nothing is done before all is known to be good.
+
 void try_faults(const sim::library_options& changes)
 {
     sim::fault_set tried;
     for (const std::string& fault : changes.faults) sim::add_fault(tried, fault);
+}
+
+/// `folder` has the chips among them.
+sim::signal_set with_signals(sim::signal_set all, const sim::library_options& changes, const std::string& folder)
+{
+    if (changes.no_signals) all = sim::signal_set{};
+    all.take_chips_from(sim::shelf_of(folder));
+    for (const std::string& signal : changes.signals) all.add(signal);
+    return all;
 }
 
 }  // namespace
@@ -62,9 +72,7 @@ void tamrix_programmer::change(const sim::library_options& changes)
 {
     try_faults(changes);
     const std::string& folder = changes.chips_folder.empty() ? chips_folder_ : changes.chips_folder;
-    sim::signal_set signals = changes.no_signals ? sim::signal_set{} : inner_->signals();
-    signals.take_chips_from(sim::shelf_of(folder));
-    for (const std::string& signal : changes.signals) signals.add(signal);
+    sim::signal_set signals = with_signals(inner_->signals(), changes, folder);
     const int modules = sim::modules::belong_to(model_) ? sim::modules::count : 0;
     for (int socket = 0; changes.socket && socket <= modules; ++socket)
         inner_->insert(sim::part_named(*changes.socket, model_, folder), socket);
@@ -111,6 +119,7 @@ bool running_programmers::change(const library_options& changes)
     const std::lock_guard lock{mutex_};
     if (running_.empty()) {
         try_faults(changes);
+        with_signals(sim::signal_set{}, changes, changes.chips_folder);
         return false;
     }
     tamrix_programmer& last = *running_.back();

@@ -54,7 +54,7 @@ public:
     void leave_hazards(std::vector<std::string> hazards);
 
     /// Changes the one created last; false if there is none. Throws std::invalid_argument, also for a wrong fault
-    /// where there is none.
+    /// or signal where there is none.
     bool change(const library_options& changes);
     std::vector<std::string> take_hazards();
 

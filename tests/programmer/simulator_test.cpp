@@ -250,6 +250,15 @@ TEST(simulator, refuses_a_wrong_fault_before_a_programmer_exists)
               "fault \"input 9\": its end where \"stuck\" was expected");
 }
 
+TEST(simulator, refuses_a_wrong_signal_before_a_programmer_exists)
+{
+    const std::string chips = "chips " TAMRIX_CHIPS "; ";
+    EXPECT_EQ(change(chips + "signal P21 square 1000; signal chip 7493 14=P21 12=P22"), "not running");
+    EXPECT_EQ(change(chips + "signal P21 square 1000; signal P21 high"),
+              "signal \"P21 high\", column 1: P21 has a signal already");
+    EXPECT_NE(change("signal chip 7493 14=P21 12=P22"), "not running") << "without a folder there are no chips";
+}
+
 TEST(simulator, a_short_place_for_the_reason_is_not_overrun)
 {
     std::array<char, 8> error{};
