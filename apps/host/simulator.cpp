@@ -72,6 +72,27 @@ std::vector<std::string> parts_of(std::string_view texts)
     return parts;
 }
 
+/// The same for signals; a ";" within quotation marks belongs to the text of a signal, where it is written \x3B.
+std::vector<std::string> signals_of(std::string_view texts)
+{
+    std::string plain;
+    bool quoted = false;
+    for (std::size_t at = 0; at < texts.size(); ++at) {
+        const char letter = texts[at];
+        if (quoted && letter == ';') {
+            plain += "\\x3B";
+            continue;
+        }
+        plain += letter;
+        if (quoted && letter == '\\' && at + 1 < texts.size()) {
+            plain += texts[++at];
+        } else if (letter == '"') {
+            quoted = !quoted;
+        }
+    }
+    return parts_of(plain);
+}
+
 const char* words_of(pin_state state)
 {
     switch (state) {
@@ -108,10 +129,18 @@ std::string simulator::socket_entries() const
     return text;
 }
 
+std::string simulator::signal_entries() const
+{
+    std::string text = "chips " + chips_folder_ + "\nno signals\n";
+    for (const std::string& signal : signals_) text += "signal " + signal + "\n";
+    if (!lead_.empty()) text += "signal lead 23 " + lead_ + "\n";
+    return text;
+}
+
 std::string simulator::options(int model) const
 {
-    return "model " + std::to_string(model) + "\nspeed " + std::to_string(times_as_fast) + "\nchips " + chips_folder_ +
-           "\n" + socket_entries();
+    return "model " + std::to_string(model) + "\nspeed " + std::to_string(times_as_fast) + "\n" + signal_entries() +
+           socket_entries();
 }
 
 const simulated_chip* simulator::find(std::string_view name) const
@@ -132,7 +161,7 @@ bool simulator::insert(std::string_view name)
         throw std::runtime_error{"There is no chip " + std::string{name} + "."};
     in_socket_ = name;
     faults_.clear();
-    return bring_in();
+    return bring_in(socket_entries());
 }
 
 bool simulator::set(int pin, pin_state state)
@@ -145,13 +174,13 @@ bool simulator::set(int pin, pin_state state)
     } else {
         faults_[pin] = state;
     }
-    return bring_in();
+    return bring_in(socket_entries());
 }
 
 bool simulator::mend()
 {
     faults_.clear();
-    return bring_in();
+    return bring_in(socket_entries());
 }
 
 bool simulator::add_faults(std::string_view texts)
@@ -164,7 +193,7 @@ bool simulator::add_faults(std::string_view texts)
         more_faults_.push_back(fault);
     }
     try {
-        return bring_in();
+        return bring_in(socket_entries());
     } catch (const std::exception&) {
         more_faults_ = before;
         throw;
@@ -174,19 +203,59 @@ bool simulator::add_faults(std::string_view texts)
 bool simulator::remove_fault(std::size_t index)
 {
     if (index < more_faults_.size()) more_faults_.erase(more_faults_.begin() + static_cast<std::ptrdiff_t>(index));
-    return bring_in();
+    return bring_in(socket_entries());
 }
 
 bool simulator::remove_faults()
 {
     more_faults_.clear();
-    return bring_in();
+    return bring_in(socket_entries());
 }
 
-bool simulator::bring_in()
+bool simulator::add_signals(std::string_view texts)
+{
+    const std::vector<std::string> added = signals_of(texts);
+    if (added.empty()) throw std::runtime_error{"A signal is expected, such as \"P21 square 1000\"."};
+    std::vector<std::string> all = signals_;
+    all.insert(all.end(), added.begin(), added.end());
+    return bring_in_signals(std::move(all), lead_);
+}
+
+bool simulator::change_signal(std::size_t index, std::string_view text)
+{
+    const std::vector<std::string> changed = signals_of(text);
+    if (changed.size() != 1) throw std::runtime_error{"One signal is expected, such as \"P21 square 1000\"."};
+    std::vector<std::string> all = signals_;
+    if (index < all.size()) all[index] = changed.front();
+    return bring_in_signals(std::move(all), lead_);
+}
+
+bool simulator::remove_signal(std::size_t index)
+{
+    std::vector<std::string> all = signals_;
+    if (index < all.size()) all.erase(all.begin() + static_cast<std::ptrdiff_t>(index));
+    return bring_in_signals(std::move(all), lead_);
+}
+
+bool simulator::set_lead(std::string_view pins) { return bring_in_signals(signals_, std::string{pins}); }
+
+bool simulator::bring_in_signals(std::vector<std::string> signals, std::string lead)
+{
+    signals.swap(signals_);
+    lead.swap(lead_);
+    try {
+        return bring_in(signal_entries());
+    } catch (const std::exception&) {
+        signals.swap(signals_);
+        lead.swap(lead_);
+        throw;
+    }
+}
+
+bool simulator::bring_in(const std::string& entries)
 {
     std::array<char, 1024> error{};
-    switch (change_(socket_entries().c_str(), error.data(), error.size())) {
+    switch (change_(entries.c_str(), error.data(), error.size())) {
     case TAMRIX_SIMULATOR_DONE: return true;
     case TAMRIX_SIMULATOR_NOT_RUNNING: return false;
     default: throw std::runtime_error{error.data()};

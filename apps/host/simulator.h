@@ -1,4 +1,5 @@
-// The simulated programmer for a host: what is in its socket, the faults of a chip's pins, and its own.
+// The simulated programmer for a host: what is in its socket, the faults of a chip's pins and its own, and the signals
+// at its instruments' pins.
 #pragma once
 
 #include "tamrix/simulator.h"
@@ -66,12 +67,28 @@ public:
     bool remove_fault(std::size_t index);
     bool remove_faults();
 
+    /// What is at P21 to P28, as docs/simulator.md words it, in the order in which it was added.
+    const std::vector<std::string>& signals() const { return signals_; }
+    /// The pins to which a lead from the generator goes, such as "P21 P23"; empty if there is none.
+    const std::string& lead() const { return lead_; }
+    /// Add, change, remove and lay: all of it or, if one is wrong or a pin would have two signals, none. Like insert()
+    /// they also change a running programmer.
+    /// Adds one signal, or several with ";" between.
+    bool add_signals(std::string_view texts);
+    /// Puts `text` in the place of the signal at `index` of signals(); nothing if there is none.
+    bool change_signal(std::size_t index, std::string_view text);
+    bool remove_signal(std::size_t index);
+    /// An empty text takes the lead away.
+    bool set_lead(std::string_view pins);
+
     /// What could have harmed a real chip since the last call, each kind once, with its count.
     std::vector<std::string> take_hazards();
 
 private:
     std::string socket_entries() const;
-    bool bring_in();
+    std::string signal_entries() const;
+    bool bring_in(const std::string& entries);
+    bool bring_in_signals(std::vector<std::string> signals, std::string lead);
 
     std::string path_, chips_folder_;
     decltype(&tamrix_simulator_change) change_;
@@ -81,6 +98,8 @@ private:
     std::string in_socket_;
     std::map<int, pin_state> faults_;  // of the chip's pins
     std::vector<std::string> more_faults_;
+    std::vector<std::string> signals_;
+    std::string lead_;
 };
 
 }  // namespace tamrix::host

@@ -27,7 +27,7 @@ TEST(simulated_socket, is_empty_at_first)
     EXPECT_EQ(socket.chip(), nullptr);
     EXPECT_EQ(socket.faults(), 0u);
     EXPECT_EQ(socket.options(40),
-              "model 40\nspeed 20\nchips " TAMRIX_DATA_OF_SOURCE "/chips\nsocket empty\nno faults\n");
+              "model 40\nspeed 20\nchips " TAMRIX_DATA_OF_SOURCE "/chips\nno signals\nsocket empty\nno faults\n");
 }
 
 TEST(simulated_socket, its_options_tell_the_chip_and_its_faults)
@@ -44,8 +44,8 @@ TEST(simulated_socket, its_options_tell_the_chip_and_its_faults)
     EXPECT_EQ(socket.state_of(3), pin_state::open);
     EXPECT_EQ(socket.state_of(6), pin_state::sound);
     EXPECT_EQ(socket.options(22), "model 22\nspeed 20\nchips " TAMRIX_DATA_OF_SOURCE
-                                  "/chips\nsocket 7400\nno faults\nfault pin 1 stuck 0\nfault pin 3 open\nfault pin 14 "
-                                  "stuck 1\n");
+                                  "/chips\nno signals\nsocket 7400\nno faults\nfault pin 1 stuck 0\nfault pin 3 open\n"
+                                  "fault pin 14 stuck 1\n");
     socket.mend();
     EXPECT_EQ(socket.faults(), 0u);
 }
