@@ -47,6 +47,8 @@ form_dialog::form_dialog(forms::form& shown, wxWindow* parent)
     SetEscapeId(wxID_NONE);  // the form decides what Escape and Enter do
     arranger builder{shown_, *this, guard_, widgets_};
     SetSizer(builder.arrange());
+    key_holder_ = new wxWindow{this, wxID_ANY, wxPoint{0, 0}, wxSize{1, 1}};
+    key_holder_->Hide();  // so that nobody finds it who walks through the controls
     grows_down_ = builder.grows_down();
     if (const auto standard = widgets_.find(shown_.default_button()); standard != widgets_.end()) {
         static_cast<wxButton*>(standard->second->window())->SetDefault();
@@ -55,6 +57,10 @@ form_dialog::form_dialog(forms::form& shown, wxWindow* parent)
     take_room();
     CentreOnParent();
     Bind(wxEVT_CHAR_HOOK, &form_dialog::on_key, this);
+    Bind(wxEVT_CHILD_FOCUS, [this](wxChildFocusEvent& event) {
+        event.Skip();
+        if (event.GetWindow() != key_holder_) key_holder_->Hide();
+    });
     Bind(wxEVT_CLOSE_WINDOW, [this](wxCloseEvent&) { guard_([this] { shown_.ask_to_leave(); }); });
     if (shown_.focused() != nullptr) focus_moved(*shown_.focused());
 }
@@ -78,7 +84,24 @@ void form_dialog::run()
 void form_dialog::control_changed(forms::control& which)
 {
     const auto found = widgets_.find(&which);
-    if (found != widgets_.end() && found->second->update()) take_room();
+    if (found == widgets_.end()) return;
+    const bool had_keyboard = control_with_focus() == &which;
+    if (found->second->update()) take_room();
+    keep_keyboard(which, had_keyboard);
+}
+
+/// Toolkits leave the keyboard nowhere when the control that has it goes off; the keys of the form would be dead. The
+/// control gets it back when it is on again, unless the person has taken it elsewhere.
+void form_dialog::keep_keyboard(forms::control& which, bool had_it)
+{
+    if (had_it && !which.usable()) {
+        without_ = &which;
+        key_holder_->Show();
+        key_holder_->SetFocus();
+    } else if (&which == without_ && which.usable()) {
+        without_ = nullptr;
+        if (wxWindow::FindFocus() == key_holder_) focus_moved(which);
+    }
 }
 
 void form_dialog::caption_changed() { SetTitle(to_wx(shown_.caption())); }

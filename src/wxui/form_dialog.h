@@ -28,12 +28,15 @@ private:
     bool takes(const wxKeyEvent& event);
     void press_enter();
     void take_room();
+    void keep_keyboard(forms::control& which, bool had_it);
     forms::control* control_with_focus() const;
 
     forms::form& shown_;
     forms::form_view* view_before_;
     callback_guard guard_;
     widget_table widgets_;
+    wxWindow* key_holder_ = nullptr;     // has the keyboard while the control that had it is off
+    forms::control* without_ = nullptr;  // that control
     bool grows_down_ = false;
 };
 

@@ -43,7 +43,7 @@ public:
         on(wxEVT_SCROLL_TOP, scroll_step::to_min);
         on(wxEVT_SCROLL_BOTTOM, scroll_step::to_max);
         bar_->Bind(wxEVT_SCROLL_THUMBTRACK, [this](wxScrollEvent& event) { drag(event.GetPosition()); });
-        bar_->Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+        bar_->Bind(wxEVT_KEY_DOWN, [this](wxKeyEvent& event) {
             const auto how = event.HasAnyModifiers() ? std::nullopt : step_of(event.GetKeyCode());
             if (how) {
                 step(*how);
