@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include <wx/dcbuffer.h>
+#include <wx/graphics.h>
 
 namespace tamrix::wxui {
 
@@ -30,11 +31,20 @@ dc_canvas::~dc_canvas() { flush(); }
 void dc_canvas::flush()
 {
     if (merger_) merger_->flush();
+    if (ink_) smooth(true);
     ink_.reset();
+}
+
+/// Smoothed ends would give lines that touch other colours where they are drawn one by one.
+void dc_canvas::smooth(bool on)
+{
+    if (wxGraphicsContext* const context = target_.GetGraphicsContext())
+        context->SetAntialiasMode(on ? wxANTIALIAS_DEFAULT : wxANTIALIAS_NONE);
 }
 
 void dc_canvas::draw(const forms::line_merger::bar& one)
 {
+    if (!ink_) smooth(false);
     if (ink_ != one.ink) {
         target_.SetPen(pen(one.ink));
         target_.SetBrush(wxBrush{to_wx_colour(one.ink)});

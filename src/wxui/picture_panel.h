@@ -33,6 +33,7 @@ private:
     wxPen pen(forms::colour ink) const;
     void draw(const forms::line_merger::bar& one);
     void flush();
+    void smooth(bool on);
 
     wxDC& target_;
     double scale_;

@@ -1,5 +1,7 @@
 #include "person.h"
 
+#include "program.h"
+
 #include <array>
 #include <chrono>
 #include <cstdio>
@@ -25,17 +27,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using clock = std::chrono::steady_clock;
-
-std::string output_of(const std::string& command)
-{
-    const std::unique_ptr<FILE, int (*)(FILE*)> pipe{popen(command.c_str(), "r"), pclose};
-    std::string text;
-    std::array<char, 4096> part{};
-    while (const std::size_t length = std::fread(part.data(), 1, part.size(), pipe.get())) {
-        text.append(part.data(), length);
-    }
-    return text;
-}
 
 void run(const std::string& command)
 {
@@ -73,6 +64,13 @@ wxWindow* find_below(wxWindow& parent, const std::string& words)
         if (wxWindow* found = find_below(*child, words)) return found;
     }
     return nullptr;
+}
+
+void press_button(const wxWindow& window, wxPoint inside, const std::string& button)
+{
+    const wxPoint place = window.ClientToScreen(inside);
+    run("xdotool mousemove " + std::to_string(place.x) + " " + std::to_string(place.y) + " click " + button);
+    let_answer();
 }
 
 std::string region(const wxWindow& window)
@@ -126,11 +124,12 @@ void type(const std::string& letters)
 
 void click(const wxWindow& window) { click(window, wxPoint{window.GetSize().x / 2, window.GetSize().y / 2}); }
 
-void click(const wxWindow& window, wxPoint inside)
+void click(const wxWindow& window, wxPoint inside) { press_button(window, inside, "1"); }
+
+void turn_wheel(const wxWindow& window, int steps)
 {
-    const wxPoint place = window.ClientToScreen(inside);
-    run("xdotool mousemove " + std::to_string(place.x) + " " + std::to_string(place.y) + " click 1");
-    let_answer();
+    const wxPoint middle{window.GetSize().x / 2, window.GetSize().y / 2};
+    press_button(window, middle, "--repeat " + std::to_string(std::abs(steps)) + (steps > 0 ? " 4" : " 5"));
 }
 
 void copy(const std::string& text)

@@ -36,6 +36,8 @@ void type(const std::string& letters);
 /// The left button, at the middle of a window or at a place in it.
 void click(const wxWindow& window);
 void click(const wxWindow& window, wxPoint inside);
+/// The wheel over the middle of a window, so many steps; more than 0 is away from the person.
+void turn_wheel(const wxWindow& window, int steps);
 /// Puts a text on the clipboard.
 void copy(const std::string& text);
 /// The text on the clipboard.

@@ -38,6 +38,17 @@ std::string new_file()
 
 }  // namespace
 
+std::string output_of(const std::string& command)
+{
+    const std::unique_ptr<FILE, int (*)(FILE*)> pipe{popen(command.c_str(), "r"), pclose};
+    std::string text;
+    std::array<char, 4096> part{};
+    while (const std::size_t length = std::fread(part.data(), 1, part.size(), pipe.get())) {
+        text.append(part.data(), length);
+    }
+    return text;
+}
+
 bool comes_true_within_ten_seconds(const std::function<bool()>& done)
 {
     for (const auto end = std::chrono::steady_clock::now() + 10s; std::chrono::steady_clock::now() < end;) {
@@ -45,6 +56,14 @@ bool comes_true_within_ten_seconds(const std::function<bool()>& done)
         std::this_thread::sleep_for(50ms);
     }
     return done();
+}
+
+std::uint32_t picture::colour(int x, int y) const
+{
+    if (x < 0 || y < 0 || x >= width || y >= height) return 0;
+    const auto at = (static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x)) * 3;
+    const auto part = [&](std::size_t i) { return std::uint32_t{static_cast<unsigned char>(pixels.at(at + i))}; };
+    return part(0) << 16 | part(1) << 8 | part(2);
 }
 
 program::program(const std::string& name, std::vector<std::string> arguments, std::vector<std::string> settings)
@@ -82,9 +101,8 @@ std::string program::windows(const std::string& title, const std::string& which)
                                       : "for w in $(" + search +
                                             " 2>/dev/null); do xdotool getwindowname $w 2>/dev/null | grep -q -e '" +
                                             title + "' && echo $w; done | " + which;
-    const std::unique_ptr<FILE, int (*)(FILE*)> pipe{popen(command.c_str(), "r"), pclose};
-    std::array<char, 64> text{};
-    return std::fgets(text.data(), text.size(), pipe.get()) != nullptr ? text.data() : "";
+    const std::string found = output_of(command);
+    return found.substr(0, found.find('\n'));
 }
 
 void program::focus(const std::string& title)
@@ -125,6 +143,21 @@ void program::resize(int width, int height) const
 {
     run("xdotool getwindowfocus windowsize " + std::to_string(width) + " " + std::to_string(height));
     std::this_thread::sleep_for(300ms);
+}
+
+picture program::look_at(const std::string& title) const
+{
+    const std::string window = windows(title, "tail -1");
+    if (window.empty()) throw std::runtime_error{"no window " + title};
+    std::istringstream file{
+        output_of("import -silent -window " + std::to_string(std::stoul(window)) + " -depth 8 ppm:-")};
+    std::string format;
+    int highest = 0;
+    picture seen;
+    file >> format >> seen.width >> seen.height >> highest;
+    file.get();
+    seen.pixels.assign(std::istreambuf_iterator<char>{file}, {});
+    return seen;
 }
 
 int program::wait()

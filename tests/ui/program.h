@@ -1,6 +1,7 @@
 // A program of the project, started as a person starts it.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
@@ -8,6 +9,14 @@
 #include <sys/types.h>
 
 namespace tamrix::tests {
+
+struct picture {
+    int width = 0, height = 0;
+    std::string pixels{};
+
+    /// 0xRRGGBB; black outside.
+    std::uint32_t colour(int x, int y) const;
+};
 
 class program {
 public:
@@ -27,6 +36,8 @@ public:
     /// The left button at a place of the window that has the keyboard, in parts of its width and height.
     void click_at(double across, double down) const;
     void type(const std::string& letters) const;
+    /// The window with this title as it is on the screen: its pixels, three bytes each, row by row.
+    picture look_at(const std::string& title) const;
     /// Gives the window that has the keyboard this size, in pixels.
     void resize(int width, int height) const;
     pid_t process() const { return process_; }
@@ -43,6 +54,9 @@ private:
     bool running_ = true;
     int status_ = -1;
 };
+
+/// What a command of the shell writes to its standard output.
+std::string output_of(const std::string& command);
 
 /// Waits at most ten seconds.
 bool comes_true_within_ten_seconds(const std::function<bool()>& done);
