@@ -76,8 +76,12 @@ private:
     void choose_programmer(const start_options& options);
     void attach_programmer();
     void build_socket_panel(wxWindow* parent);
-    void build_fault_panel(fault_panel& panel);
+    void build_fault_panel(entry_panel& panel);
     std::string add_faults(const std::string& faults);
+    void build_signal_panel(signal_panel& panel);
+    void put_kept_signals_on();
+    /// Returns why the change is refused; logs `remark` if it is not.
+    std::string change_signals(const std::string& remark, const std::function<bool()>& change);
     void insert_chip(const std::string& name);
     void break_pin(int pin, host::pin_state state);
     /// After a change of the socket that came `through` to a programmer that is running, or not.

@@ -181,6 +181,11 @@ wxMenu* main_frame::tools_menu()
     };
     add_call(menu, "&Frequency Meter…", "Measure a frequency", "recetwave0", wave(bool16_true));
     add_call(menu, "&Signal Generator…", "Put out a square wave", "recetwave0", wave(bool16_false));
+    menu->AppendSeparator();
+    add(menu, "Signals at the &Pins…\tF8", "Put signals on P21 to P28 of the simulated programmer", [this] {
+        open_page(socket_panel_);
+        socket_panel_->start_signals();
+    });
     return menu;
 }
 

@@ -52,6 +52,7 @@ void main_frame::choose_programmer(const start_options& options)
             choice.library = socket_->library_path();
             const std::string chip = to_utf8(kept.Read(chip_key, ""));
             if (socket_->find(chip) != nullptr || chip == host::simulator::test_board) socket_->insert(chip);
+            put_kept_signals_on();
             has_programmer_ = true;
         } catch (const std::exception& error) {
             programmer_trouble_ = error.what();
@@ -86,13 +87,14 @@ void main_frame::build_socket_panel(wxWindow* parent)
         });
     };
     if (socket_panel_->faults() != nullptr) build_fault_panel(*socket_panel_->faults());
+    if (socket_panel_->signals() != nullptr) build_signal_panel(*socket_panel_->signals());
     socket_panel_->on_programmer = [this] {
         attempt("The programmer cannot be changed", [&] { attach_programmer(); });
         update_menus();
     };
 }
 
-void main_frame::build_fault_panel(fault_panel& panel)
+void main_frame::build_fault_panel(entry_panel& panel)
 {
     panel.on_add = [this](const std::string& faults) { return add_faults(faults); };
     panel.on_remove = [this](std::size_t index) {
@@ -166,6 +168,8 @@ void main_frame::show_socket()
         text += wxString::Format(count == 1 ? ", %zu bad pin" : ", %zu bad pins", count);
     if (const std::size_t count = socket_->more_faults().size(); count != 0)
         text += wxString::Format(count == 1 ? ", %zu fault" : ", %zu faults", count);
+    if (const std::size_t count = socket_->signals().size(); count != 0)
+        text += wxString::Format(count == 1 ? ", %zu signal" : ", %zu signals", count);
     SetStatusText(text, socket_field);
 }
 

@@ -1,5 +1,6 @@
 #include "workbench/socket_panel.h"
 
+#include "host/fault_examples.h"
 #include "workbench/text.h"
 
 #include <array>
@@ -13,6 +14,13 @@ namespace {
 
 constexpr const char* empty_row = "(empty)";
 constexpr int highest_model = 99;
+constexpr entry_words fault_words{"Faults of the programmer",
+                                  "vcc driver 7 dead",
+                                  "Type a fault, or choose one and change its pin; several with ; between",
+                                  "&Add",
+                                  nullptr,
+                                  "&Remove",
+                                  "Remo&ve All"};
 
 wxString description_of(const host::simulated_chip& chip)
 {
@@ -57,13 +65,10 @@ socket_panel::socket_panel(wxWindow* parent, const host::simulator* socket, int 
     column->Add(programmer_box(model, usb), below);
     column->Add(last_selftest_box(), below);
     if (socket_ != nullptr) {
-        faults_ = new fault_panel{area_, *socket_};
-        faults_->on_resize = [this] { make_room(); };
-        faults_->Bind(wxEVT_CHILD_FOCUS, [this](wxChildFocusEvent& event) {
-            event.Skip();
-            CallAfter([this] { bring_into_view(*faults_); });  // a page that just opened has no layout before
-        });
-        column->Add(faults_, below);
+        faults_ = new entry_panel{area_, fault_words};
+        signals_ = new signal_panel{area_, *socket_};
+        add_entries(*column, *faults_);
+        add_entries(*column, *signals_);
     }
     auto* outer = new wxBoxSizer{wxVERTICAL};
     outer->Add(column, wxSizerFlags{1}.Expand().Border(wxALL, FromDIP(6)));
@@ -167,6 +172,22 @@ wxSizer* socket_panel::last_selftest_box()
     return framed;
 }
 
+void socket_panel::add_entries(wxSizer& column, entry_panel& entries)
+{
+    const auto show_whole = [this, &entries] {
+        CallAfter([this, &entries] { bring_into_view(entries); });  // a page that just opened has no layout before
+    };
+    entries.on_resize = [this, show_whole] {
+        make_room();
+        show_whole();
+    };
+    entries.Bind(wxEVT_CHILD_FOCUS, [show_whole](wxChildFocusEvent& event) {
+        event.Skip();
+        show_whole();
+    });
+    column.Add(&entries, wxSizerFlags{}.Expand().Border(wxTOP, FromDIP(9)));
+}
+
 void socket_panel::make_room()
 {
     area_->FitInside();
@@ -237,7 +258,9 @@ void socket_panel::show_pin()
 void socket_panel::refresh()
 {
     if (socket_ == nullptr) return;
-    faults_->refresh();
+    const auto faults = host::fault_examples();
+    faults_->refresh(socket_->more_faults(), {faults.begin(), faults.end()});
+    signals_->refresh();
     const wxString title = title_of(*socket_);
     if (title != title_->GetLabelText() || list_->GetItemCount() == 0) {
         title_->SetLabelText(title);
@@ -254,6 +277,12 @@ void socket_panel::start_faults()
 {
     if (faults_ == nullptr) return model_->SetFocus();
     faults_->start_entry();
+}
+
+void socket_panel::start_signals()
+{
+    if (signals_ == nullptr) return model_->SetFocus();
+    signals_->start_entry();
 }
 
 void socket_panel::start_search()

@@ -1,10 +1,11 @@
-// The simulated socket: what can be put into it, the pins of the chip in it; the programmer's faults, how it is
-// reached, and what its last self-test came to.
+// The simulated socket: what can be put into it, the pins of the chip in it; the programmer's faults, the signals at
+// its instruments' pins, how it is reached, and what its last self-test came to.
 #pragma once
 
 #include "host/simulator.h"
-#include "workbench/fault_panel.h"
+#include "workbench/entry_panel.h"
 #include "workbench/pin_picture.h"
+#include "workbench/signal_panel.h"
 
 #include <functional>
 #include <string>
@@ -30,11 +31,14 @@ public:
     void start_search();
     /// Moves the focus to the line for faults, or to the model if there is none.
     void start_faults();
-    /// Call this after the socket or the faults have changed.
+    /// Moves the focus to the line for signals, or to the model if there is none.
+    void start_signals();
+    /// Call this after the socket, the faults or the signals have changed.
     void refresh();
     void show_last_selftest(const wxString& words) { last_selftest_->ChangeValue(words); }
     /// Null if the programmer is not simulated.
-    fault_panel* faults() const { return faults_; }
+    entry_panel* faults() const { return faults_; }
+    signal_panel* signals() const { return signals_; }
 
     int model() const { return model_->GetValue(); }
     bool usb() const { return route_->GetSelection() == 0; }
@@ -51,6 +55,7 @@ private:
     wxSizer* chip_in_socket();
     wxSizer* programmer_box(int model, bool usb);
     wxSizer* last_selftest_box();
+    void add_entries(wxSizer& column, entry_panel& entries);
     void make_room();
     void bring_into_view(const wxWindow& part);
     void fill();
@@ -67,7 +72,8 @@ private:
     wxStaticText* pin_ = nullptr;
     wxChoice* state_ = nullptr;
     wxButton* mend_ = nullptr;
-    fault_panel* faults_ = nullptr;
+    entry_panel* faults_ = nullptr;
+    signal_panel* signals_ = nullptr;
     wxTextCtrl* last_selftest_ = nullptr;
     wxSpinCtrl* model_ = nullptr;
     wxChoice* route_ = nullptr;
