@@ -26,6 +26,7 @@ test_packages=(
     xauth             # xvfb-run needs it
     xdotool           # the keys and the mouse in those tests
     imagemagick       # takes their screenshots
+    poppler-utils     # looks at the pages that they print
 )
 
 # For the pictures of the documentation.

@@ -17,7 +17,12 @@ public:
 };
 
 struct print_job {
-    std::string title{};  // in the printer's queue
+    std::string title{};  // in the printer's queue, and of the preview
+    /// Of the buttons of the preview.
+    struct preview_captions {
+        std::string print{"Print"}, zoom_in{"Zoom In"}, zoom_out{"Zoom Out"}, leave{"Cancel"};
+    };
+    preview_captions captions{};
     /// Draws the page; may be called more than once.
     std::function<void(page&)> draw{};
 };

@@ -25,7 +25,7 @@ public:
     /// The person has agreed to replace an existing file that is named for writing.
     virtual std::optional<std::string> open_file(const file_question&) { return std::nullopt; }
     virtual std::optional<std::string> save_file(const file_question&) { return std::nullopt; }
-    /// Asks for a printer and prints one page. What the job throws comes out.
+    /// Shows the page, asks for a printer and prints; says so if that fails. What the job throws comes out.
     virtual print_end print(const print_job&) { return print_end::cancelled; }
     virtual void beep() = 0;
     /// Handles the waiting messages: one round of the message pump.

@@ -2,6 +2,8 @@
 
 #include "wxui/text.h"
 
+#include <wx/log.h>
+
 namespace tamrix::wxui {
 
 namespace {
@@ -17,6 +19,25 @@ wxFont letters_on(wxDC& target, double pixels)
     return sample.Scaled(static_cast<float>(pixels / target.GetCharHeight()));
 }
 
+/// Keeps what the toolkit would otherwise say in a window of its own; a sentence without its reason says nothing.
+class log_reader final : public wxLog {
+public:
+    log_reader() : before_{wxLog::SetActiveTarget(this)} {}
+    ~log_reader() override { wxLog::SetActiveTarget(before_); }
+    log_reader(const log_reader&) = delete;
+    log_reader& operator=(const log_reader&) = delete;
+    std::string words() const { return to_utf8(words_); }
+
+private:
+    void DoLogText(const wxString& message) override
+    {
+        if (!message.EndsWith(": ")) words_ += "\n" + message;
+    }
+
+    wxLog* before_;
+    wxString words_;
+};
+
 }  // namespace
 
 job_printout::job_printout(const forms::print_job& job) : wxPrintout{to_wx(job.title)}, job_{job}, error_{[] {}} {}
@@ -29,25 +50,31 @@ bool job_printout::OnPrintPage(int)
     const forms::point size{wxRound(width * twips_per_millimetre), wxRound(height * twips_per_millimetre)};
     bool drawn = false;
     error_([&] {
-        const double pixels_per_twip = static_cast<double>(pixels_across) / size.x;
-        GetDC()->SetFont(letters_on(*GetDC(), line_height_twips * pixels_per_twip));
-        dc_page target{*GetDC(), size, pixels_per_twip};
-        job_.draw(target);
+        draw_page(job_, *GetDC(), size, static_cast<double>(pixels_across) / size.x);
         drawn = true;
     });
     return drawn;
 }
 
-forms::print_end print(wxWindow* parent, const forms::print_job& job)
+void draw_page(const forms::print_job& job, wxDC& target, forms::point size, double pixels_per_twip)
 {
+    target.SetFont(letters_on(target, line_height_twips * pixels_per_twip));
+    dc_page page{target, size, pixels_per_twip};
+    job.draw(page);
+}
+
+print_outcome print(wxWindow* parent, const forms::print_job& job)
+{
+    const log_reader said;
     wxPrintDialogData settings;
     settings.EnablePageNumbers(false);
     wxPrinter printer{&settings};
     job_printout pages{job};
     const bool printed = printer.Print(parent, &pages, true);
     pages.rethrow();
-    if (printed) return forms::print_end::printed;
-    return wxPrinter::GetLastError() == wxPRINTER_CANCELLED ? forms::print_end::cancelled : forms::print_end::failed;
+    if (printed) return {forms::print_end::printed};
+    if (wxPrinter::GetLastError() == wxPRINTER_CANCELLED) return {forms::print_end::cancelled};
+    return {forms::print_end::failed, said.words()};
 }
 
 }  // namespace tamrix::wxui

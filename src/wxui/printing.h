@@ -47,7 +47,15 @@ private:
     callback_guard error_;
 };
 
+/// Draws the page of a job on `target`, with `size` in twips; its text is six lines to the inch high.
+void draw_page(const forms::print_job& job, wxDC& target, forms::point size, double pixels_per_twip);
+
+struct print_outcome {
+    forms::print_end end;
+    std::string reason{};  // of a failure, as the system words it, each line after a line feed
+};
+
 /// Asks the person for a printer and its settings, and prints. `parent` may be null.
-forms::print_end print(wxWindow* parent, const forms::print_job& job);
+print_outcome print(wxWindow* parent, const forms::print_job& job);
 
 }  // namespace tamrix::wxui

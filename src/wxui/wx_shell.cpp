@@ -3,6 +3,7 @@
 #include "wxui/file_window.h"
 #include "wxui/form_dialog.h"
 #include "wxui/host_window.h"
+#include "wxui/print_preview.h"
 #include "wxui/printing.h"
 
 #include <chrono>
@@ -57,7 +58,14 @@ forms::print_end wx_shell::print(const forms::print_job& job)
 {
     toolkit_.need_display();
     const host_window host;
-    return wxui::print(window_in_front(), job);
+    if (!preview(window_in_front(), job)) return forms::print_end::cancelled;
+    const auto [end, reason] = wxui::print(window_in_front(), job);
+    if (end == forms::print_end::failed) {
+        box({.text = "The page was not printed: the printer is not there, or the file cannot be written." + reason,
+             .title = job.title,
+             .picture = forms::icon::error});
+    }
+    return end;
 }
 
 void wx_shell::beep() { wxBell(); }

@@ -32,13 +32,13 @@ bool gtk_window::has_keyboard() const
     return widget_ != nullptr && function<int(void*)>("gtk_window_is_active")(widget_);
 }
 
-void gtk_window::print_to(const std::string& file) const
+void gtk_window::print_to(const std::string& file, const char* format) const
 {
     void* const settings = function<void*()>("gtk_print_settings_new")();
     const auto set = function<void(void*, const char*, const char*)>("gtk_print_settings_set");
     set(settings, "printer", function<const char*(const char*, const char*)>("g_dgettext")("gtk30", "Print to File"));
     set(settings, "output-uri", ("file://" + file).c_str());
-    set(settings, "output-file-format", "ps");
+    set(settings, "output-file-format", format);
     function<void(void*, void*)>("gtk_print_unix_dialog_set_settings")(widget_, settings);
     function<void(void*)>("g_object_unref")(settings);
 }

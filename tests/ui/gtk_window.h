@@ -18,8 +18,8 @@ public:
     unsigned long number() const;
     /// True once keys arrive here.
     bool has_keyboard() const;
-    /// Sets a print dialog to print into a PostScript file.
-    void print_to(const std::string& file) const;
+    /// Sets a print dialog to print into a file of this format, "ps" or "pdf".
+    void print_to(const std::string& file, const char* format) const;
 
 private:
     explicit gtk_window(void* widget) : widget_{widget} {}

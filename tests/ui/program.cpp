@@ -49,6 +49,18 @@ std::string output_of(const std::string& command)
     return text;
 }
 
+picture picture_in(const std::string& command)
+{
+    std::istringstream file{output_of(command)};
+    std::string format;
+    int highest = 0;
+    picture seen;
+    file >> format >> seen.width >> seen.height >> highest;
+    file.get();
+    seen.pixels.assign(std::istreambuf_iterator<char>{file}, {});
+    return seen;
+}
+
 bool comes_true_within_ten_seconds(const std::function<bool()>& done)
 {
     for (const auto end = std::chrono::steady_clock::now() + 10s; std::chrono::steady_clock::now() < end;) {
@@ -149,15 +161,7 @@ picture program::look_at(const std::string& title) const
 {
     const std::string window = windows(title, "tail -1");
     if (window.empty()) throw std::runtime_error{"no window " + title};
-    std::istringstream file{
-        output_of("import -silent -window " + std::to_string(std::stoul(window)) + " -depth 8 ppm:-")};
-    std::string format;
-    int highest = 0;
-    picture seen;
-    file >> format >> seen.width >> seen.height >> highest;
-    file.get();
-    seen.pixels.assign(std::istreambuf_iterator<char>{file}, {});
-    return seen;
+    return picture_in("import -silent -window " + window + " -depth 8 ppm:-");
 }
 
 int program::wait()

@@ -18,6 +18,11 @@ struct picture {
     std::uint32_t colour(int x, int y) const;
 };
 
+/// What a command of the shell writes to its standard output.
+std::string output_of(const std::string& command);
+/// The same for a picture in the PPM format.
+picture picture_in(const std::string& command);
+
 class program {
 public:
     /// Starts `name` from the folder of the programs; `settings` are "NAME=VALUE" in its environment.
@@ -54,9 +59,6 @@ private:
     bool running_ = true;
     int status_ = -1;
 };
-
-/// What a command of the shell writes to its standard output.
-std::string output_of(const std::string& command);
 
 /// Waits at most ten seconds.
 bool comes_true_within_ten_seconds(const std::function<bool()>& done);

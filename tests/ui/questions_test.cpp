@@ -1,6 +1,6 @@
 // File dialogs and the printer on a real screen.
-#include "gtk_window.h"
-#include "over_host.h"
+#include "dialog_checks.h"
+#include "window_steps.h"
 
 #include "support/temp_files.h"
 #include "wxui/printing.h"
@@ -14,6 +14,7 @@
 #include <sstream>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -26,13 +27,6 @@ using namespace tamrix;
 using namespace tamrix::tests;
 
 namespace {
-
-/// Such a dialog is none of the toolkit's own windows, so that nothing says when it listens: Escape until it does.
-class escape_timer final : public wxTimer {
-public:
-    explicit escape_timer(int every_ms = 500) { Start(every_ms); }
-    void Notify() override { press("Escape"); }
-};
 
 class questions : public testing::Test {
 protected:
@@ -66,6 +60,14 @@ protected:
             }};
             asks();
         });
+    }
+
+    forms::print_end printed(const forms::print_job& job, const std::vector<window_step>& steps)
+    {
+        auto end = forms::print_end::printed;
+        host_window host;
+        during(screen, host, [&] { step_by_step([&] { end = screen.print(job); }, steps); });
+        return end;
     }
 
     static void enter(const std::string& name)
@@ -110,29 +112,20 @@ TEST_F(questions, for_a_file_to_save_are_answered_with_a_new_name)
 
 TEST_F(questions, for_a_printer_that_are_cancelled_print_nothing)
 {
-    bool drawn = false;
-    auto end = forms::print_end::printed;
-    const forms::print_job job{.title = "page", .draw = [&](forms::page&) { drawn = true; }};
-    cancelled([&] { end = screen.print(job); });
-    EXPECT_EQ(end, forms::print_end::cancelled);
-    EXPECT_FALSE(drawn);
+    const forms::print_job job{.title = "page", .draw = [](forms::page&) {}};
+    EXPECT_EQ(printed(job, {leave_it}), forms::print_end::cancelled);
+    EXPECT_EQ(printed(job, {accept_it, leave_it}), forms::print_end::cancelled);
 }
 
 TEST_F(questions, for_a_printer_send_one_page_with_its_lines_and_readable_texts)
 {
     const temp_folder folder;
     const std::string file = folder.path("page.ps");
-    auto end = forms::print_end::failed;
     const forms::print_job job{.title = "page", .draw = [](forms::page& page) {
                                    page.line({0, 1440}, {page.size().x, 1440}, 0xFF0000);
                                    page.text({1440, 5000}, "Trace", 0x0000FF);
                                }};
-    worked([&] { end = screen.print(job); },
-           [&](gtk_window window) {
-               window.print_to(file);
-               press("Return");
-           });
-    EXPECT_EQ(end, forms::print_end::printed);
+    EXPECT_EQ(printed(job, {accept_it, print_to(file, "ps")}), forms::print_end::printed);
     int pages = 0;
     bool red_line = false;
     double letter_points = 0;
@@ -150,6 +143,54 @@ TEST_F(questions, for_a_printer_send_one_page_with_its_lines_and_readable_texts)
     EXPECT_TRUE(red_line) << "an inch down";
     EXPECT_EQ(words, "Trace");
     EXPECT_NEAR(letter_points, 10, 1);
+}
+
+/// A printer that is not there ends in the same way.
+TEST_F(questions, for_a_printer_say_what_is_wrong_when_nothing_is_printed)
+{
+    bool said = false;
+    const auto read_box = [&](gtk_window) {
+        said = shows("The page was not printed: the printer is not there, or the file cannot be written.");
+        press("Escape");
+    };
+    const forms::print_job job{.title = "page", .draw = [](forms::page&) {}};
+    EXPECT_EQ(printed(job, {accept_it, print_to("/nowhere/page.pdf", "pdf"), read_box}), forms::print_end::failed);
+    EXPECT_TRUE(said);
+}
+
+TEST_F(questions, for_a_printer_show_the_page_first_and_zoom_it)
+{
+    forms::point size{};
+    int drawn = 0;
+    const forms::print_job job{
+        .title = "Preview", .captions = {.print = "Drucker", .leave = "&Nein"}, .draw = [&](forms::page& page) {
+            size = page.size();
+            ++drawn;
+            page.figure(forms::outline::rectangle, {0, 0, size.x, size.y}, 0x00FF00, 0x00FF00);
+        }};
+    const auto look = [](gtk_window) {
+        EXPECT_EQ(dialog().GetLabel(), "Preview");
+        EXPECT_EQ(focused(), "Drucker");
+        expect_nothing_clipped(dialog());
+        expect_fits_small_screen(dialog().GetSize());
+        const auto green = [] {
+            const std::string pixels = picture_of(dialog());
+            int count = 0;
+            for (std::size_t at = 0; at + 2 < pixels.size(); at += 3)
+                count += pixels.compare(at, 3, std::string{"\x00\xFF\x00", 3}) == 0 ? 1 : 0;
+            return count;
+        };
+        const int whole = green();
+        EXPECT_GT(whole, 80000) << "most of a page of 300 x 424 pixels";
+        press("plus");
+        EXPECT_TRUE(comes_true([&] { return green() > whole; }));
+        press("minus minus");
+        EXPECT_TRUE(comes_true([&] { return green() == whole; })) << "it gets no smaller";
+        press("alt+n");
+    };
+    EXPECT_EQ(printed(job, {look}), forms::print_end::cancelled);
+    EXPECT_GT(drawn, 0);
+    EXPECT_NEAR(1.0 * size.y / size.x, 1.4, 0.15) << "upright paper";
 }
 
 TEST_F(questions, for_a_printer_put_lines_and_texts_on_a_page_of_known_size)

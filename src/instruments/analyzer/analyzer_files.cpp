@@ -94,7 +94,12 @@ void analyzer::analyzerprint_Click()
                     .others = {Label2.caption(), Label3.caption(), Label4.caption()},
                     .heading = Text1.text()});
     };
-    plug_in_.screen.print({.title = caption(), .draw = draw_page});
+    plug_in_.screen.print({.title = caption(),
+                           .captions = {.print = plug_in_.text(message::printer),
+                                        .zoom_in = Command1.caption(),
+                                        .zoom_out = Command2.caption(),
+                                        .leave = plug_in_.text(message::cancel)},
+                           .draw = draw_page});
 }
 
 }  // namespace tamrix

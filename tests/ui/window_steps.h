@@ -1,0 +1,52 @@
+// Windows that come one after the other, each with a loop of its own, such as the preview and the printer's dialog.
+#pragma once
+
+#include "gtk_window.h"
+#include "over_host.h"
+
+#include <cstddef>
+#include <functional>
+#include <vector>
+
+namespace tamrix::tests {
+
+/// Such a dialog is none of wxWidgets' own windows, so that nothing says when it listens: Escape until it does.
+class escape_timer final : public wxTimer {
+public:
+    explicit escape_timer(int every_ms = 500) { Start(every_ms); }
+    void Notify() override { press("Escape"); }
+};
+
+using window_step = std::function<void(gtk_window)>;
+
+/// Calls `asks` and works each window that comes to the front with the next step. Escape ends a window that is still
+/// there long after that.
+inline void step_by_step(const std::function<void()>& asks, const std::vector<window_step>& steps)
+{
+    const escape_timer leave{20000};
+    const void* seen = gtk_window::in_front().widget();
+    std::size_t step = 0;
+    const onlooker person{[&] {
+        const gtk_window front = gtk_window::in_front();
+        if (front.widget() == seen || !front.has_keyboard() || step == steps.size()) return;
+        seen = front.widget();
+        steps[step++](front);
+    }};
+    asks();
+    EXPECT_EQ(step, steps.size());
+}
+
+inline void accept_it(gtk_window) { press("Return"); }
+
+inline void leave_it(gtk_window) { press("Escape"); }
+
+/// Of a printer's dialog.
+inline window_step print_to(const std::string& file, const char* format)
+{
+    return [=](gtk_window window) {
+        window.print_to(file, format);
+        press("Return");
+    };
+}
+
+}  // namespace tamrix::tests
