@@ -6,7 +6,9 @@
 
 namespace tamrix::forms {
 
-status_bar::status_bar(form& owner, int panels) : control{owner}, texts_(static_cast<std::size_t>(panels)) {}
+status_bar::status_bar(form& owner, int panels, int in_first_row)
+    : control{owner}, texts_(static_cast<std::size_t>(panels)), in_first_row_{in_first_row}
+{}
 
 void status_bar::text(int panel, std::string words)
 {

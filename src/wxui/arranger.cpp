@@ -38,6 +38,7 @@ bool is_row(const layout& part) { return part.what == kind::row; }
 int gap_between(const layout& before, const layout& after, bool in_row)
 {
     if (in_row) return as<forms::label>(before) != nullptr ? label_gap : beside_gap;
+    if (before.stretch && after.stretch) return 0;  // they share the whole height evenly
     if (as<forms::option>(before) != nullptr && as<forms::option>(after) != nullptr) return option_gap;
     if (as<forms::grid_text>(before) != nullptr && as<forms::grid_text>(after) != nullptr) return option_gap;
     const bool both_items = before.what == kind::item && after.what == kind::item;
@@ -88,7 +89,9 @@ void arranger::add(wxSizer& into, const layout& part, wxWindow* parent)
     const bool picture = as<forms::picture>(part) != nullptr;
     if (picture || (part.stretch && !in_row)) grows_down_ = true;
     wxSizerFlags flags{part.stretch || picture ? 1 : 0};
-    if (part.what != kind::item) {
+    if (part.what != kind::item && part.children.empty()) {
+        into.AddStretchSpacer(flags.GetProportion());  // an empty sizer would count as hidden
+    } else if (part.what != kind::item) {
         into.Add(nested(part, parent), flags.Expand());
     } else if (in_row && !picture) {
         into.Add(maker_.make(*part.item, parent, label_use::caption), flags.CenterVertical());

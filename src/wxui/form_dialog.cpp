@@ -138,9 +138,19 @@ void form_dialog::on_key(wxKeyEvent& event)
         guard_([this] { shown_.ask_to_leave(); });
     } else if (plain && (key == WXK_RETURN || key == WXK_NUMPAD_ENTER)) {
         guard_([this] { press_enter(); });
+    } else if (plain && key == WXK_F10 && !shown_.menus().empty()) {
+        open_menu(*shown_.menus().front());
     } else if (!takes(event)) {
         event.Skip();
     }
+}
+
+/// As the key does in any window with menus; not each of ours has a letter of its own.
+void form_dialog::open_menu(forms::menu& which)
+{
+    wxWindow* const title = widgets_.at(&which)->window();
+    wxCommandEvent click{wxEVT_BUTTON, title->GetId()};
+    if (which.usable()) title->ProcessWindowEvent(click);
 }
 
 /// The form goes before the control with the focus. Shift is no reason to leave it a key: some keyboards need it for

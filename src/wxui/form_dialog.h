@@ -26,6 +26,7 @@ private:
 
     void on_key(wxKeyEvent& event);
     bool takes(const wxKeyEvent& event);
+    void open_menu(forms::menu& which);
     void press_enter();
     void take_room();
     void keep_keyboard(forms::control& which, bool had_it);

@@ -31,19 +31,13 @@ public:
     status_bar_widget(forms::status_bar& control, wxWindow* parent)
         : control_{control}, bar_{new text_panel{parent, wxID_ANY}}
     {
-        auto* row = new wxBoxSizer{wxHORIZONTAL};
-        for (int i = 0; i < control_.panels(); ++i) {
-            auto* panel = new text_panel{bar_, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxBORDER_SUNKEN};
-            auto* text = new wxStaticText{
-                panel, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END};
-            text->SetMinSize({least_letters * text->GetCharWidth(), text->GetCharHeight()});
-            auto* inside = new wxBoxSizer{wxVERTICAL};
-            inside->Add(text, wxSizerFlags{1}.Expand().Border(wxALL, panel->FromDIP(pad)));
-            panel->SetSizer(inside);
-            row->Add(panel, wxSizerFlags{1}.Expand().Border(wxLEFT, i == 0 ? 0 : panel->FromDIP(gap)));
-            texts_.push_back(text);
+        auto* rows = new wxBoxSizer{wxVERTICAL};
+        rows->Add(row(0, control_.in_first_row()), wxSizerFlags{}.Expand());
+        if (control_.in_first_row() < control_.panels()) {
+            rows->Add(row(control_.in_first_row(), control_.panels()),
+                      wxSizerFlags{}.Expand().Border(wxTOP, bar_->FromDIP(gap)));
         }
-        bar_->SetSizer(row);
+        bar_->SetSizer(rows);
     }
 
     bool update() override
@@ -56,6 +50,23 @@ public:
     wxWindow* window() const override { return bar_; }
 
 private:
+    wxSizer* row(int first, int end)
+    {
+        auto* made = new wxBoxSizer{wxHORIZONTAL};
+        for (int i = first; i < end; ++i) {
+            auto* panel = new text_panel{bar_, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxBORDER_SUNKEN};
+            auto* text = new wxStaticText{
+                panel, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END};
+            text->SetMinSize({least_letters * text->GetCharWidth(), text->GetCharHeight()});
+            auto* inside = new wxBoxSizer{wxVERTICAL};
+            inside->Add(text, wxSizerFlags{1}.Expand().Border(wxALL, panel->FromDIP(pad)));
+            panel->SetSizer(inside);
+            made->Add(panel, wxSizerFlags{1}.Expand().Border(wxLEFT, i == first ? 0 : panel->FromDIP(gap)));
+            texts_.push_back(text);
+        }
+        return made;
+    }
+
     /// A panel gets wider for a longer text and stays so, lest the window shrink and grow while somebody reads.
     bool show(wxStaticText& text, int panel)
     {

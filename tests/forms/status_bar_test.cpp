@@ -14,6 +14,17 @@ struct status_form final : form {
     layout arrangement() override { return StatusBar1; }
 };
 
+TEST(a_status_bar, has_its_panels_in_one_row_unless_it_is_told_otherwise)
+{
+    struct two_rows final : form {
+        status_bar one{*this, 3}, two{*this, 5, 2};
+        layout arrangement() override { return column({one, two}); }
+    } shown;
+    EXPECT_EQ(shown.one.in_first_row(), 3);
+    EXPECT_EQ(shown.two.in_first_row(), 2);
+    EXPECT_EQ(shown.two.panels(), 5);
+}
+
 TEST(status_panels, are_numbered_from_1)
 {
     status_form dialog;

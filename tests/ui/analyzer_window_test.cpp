@@ -1,5 +1,6 @@
 // The logic analyzer, the frequency meter and the signal generator on a real screen.
 #include "instrument_stage.h"
+#include "messages/languages.h"
 #include "wxui/picture_panel.h"
 
 #include <algorithm>
@@ -167,6 +168,43 @@ TEST_F(instrument_windows, show_nothing_after_a_resize_until_the_next_command)
         press("Right");
         EXPECT_TRUE(is_drawn());
         EXPECT_EQ(surface().GetClientSize().x * 15, shown.Picture1.size().x);
+    });
+}
+
+TEST_F(instrument_windows, keep_their_size_whatever_the_analyzer_says)
+{
+    for (const language& in : languages) {
+        on.session.blocks.Language(0) = in.offset;
+        with.show_analyzer([&](analyzer& shown) {
+            const wxSize size = dialog().GetSize();
+            const auto say = [&](int panel, int before, int after) {
+                shown.StatusBar1.text(panel, on.session.text(before) + on.session.text(after));
+                EXPECT_EQ(dialog().GetSize(), size) << in.name << ": " << shown.StatusBar1.text(panel);
+            };
+            for (const int state : {1258, 1259, 1260, 1261, 1134, 1135, 1141, 1142}) say(1, 1257, state);
+            for (const int mode : {1248, 1249}) say(3, 1247, mode);
+            for (const int level : {1251, 1252}) say(4, 1250, level);
+            shown.StatusBar1.text(2, on.session.text(1263) + "0.4456787");
+            shown.StatusBar1.text(5, on.session.text(1253) + "P28");
+            EXPECT_EQ(dialog().GetSize(), size) << in.name << ": a resize would clear the picture";
+        });
+    }
+}
+
+TEST_F(instrument_windows, have_the_name_of_each_pin_beside_its_trace)
+{
+    with.show_analyzer([](analyzer&) {
+        for (const int more : {0, 200}) {
+            const wxSize size = dialog().GetSize();
+            dialog().SetSize({size.x, size.y + more});
+            comes_true([&] { return dialog().GetClientSize().y >= size.y + more; });
+            const wxRect picture{surface().GetScreenPosition(), surface().GetSize()};
+            for (int row = 1; row <= 8; ++row) {
+                const wxWindow& name = shown_as("P" + std::to_string(20 + row));
+                const int middle = name.GetScreenPosition().y + name.GetSize().y / 2;
+                EXPECT_NEAR(middle - picture.y, (row - 0.45) * picture.height / 9, 8) << row;
+            }
+        }
     });
 }
 

@@ -153,6 +153,19 @@ TEST_F(instrument_controls, a_menu_is_worked_with_the_mouse_and_with_its_letters
     });
 }
 
+TEST_F(instrument_controls, a_menu_without_a_letter_is_opened_with_f10_and_worked_with_the_arrows)
+{
+    std::vector<std::string> picked;
+    form.file.caption = "File";
+    form.save.on_click = [&] { picked.push_back("save"); };
+    during(screen, form, [&] {
+        EXPECT_EQ(std::system("(sleep 0.7; xdotool key Down Down Return) &"), 0);
+        press("F10");
+        EXPECT_TRUE(comes_true([&] { return !picked.empty(); }));
+        EXPECT_EQ(picked, (std::vector<std::string>{"save"}));
+    });
+}
+
 TEST_F(instrument_controls, a_menu_shows_a_box_only_at_an_item_that_is_checked)
 {
     during(screen, form, [&] {

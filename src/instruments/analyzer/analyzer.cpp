@@ -14,7 +14,7 @@ namespace tamrix {
 namespace {
 
 constexpr forms::colour surface = 0x008080, black = 0x000000;
-constexpr forms::point least_size{9600, 5400};
+constexpr forms::point least_size{9600, 4875};
 constexpr int least_screens = 32;  // of the first view, and the marks of the ruler
 constexpr double widest_sample = 900, narrowest_sample = 4;
 constexpr std::uint8_t last_pin = 7;
@@ -58,11 +58,9 @@ analyzer::analyzer(session& plug_in, analyzer_settings& settings, transfer_varia
 forms::layout analyzer::arrangement()
 {
     using namespace forms;
-    layout pins = column({});
-    for (label* pin : {&Label5, &Label6, &Label7, &Label8, &Label9, &Label10, &Label11, &Label12}) {
-        pins.children.push_back(stretched(nothing()));
-        pins.children.emplace_back(*pin);
-    }
+    layout pins = column({});  // each beside its trace; the ninth row has the times
+    for (label* pin : {&Label5, &Label6, &Label7, &Label8, &Label9, &Label10, &Label11, &Label12})
+        pins.children.push_back(stretched(row({*pin})));
     pins.children.push_back(stretched(nothing()));
     return column({
         stretched(row({pins, Picture1})),

@@ -32,7 +32,7 @@ public:
     forms::label Label5{*this}, Label6{*this}, Label7{*this}, Label8{*this};
     forms::label Label9{*this}, Label10{*this}, Label11{*this}, Label12{*this};
     forms::button Command1{*this}, Command2{*this}, Command3{*this}, Command4{*this};
-    forms::status_bar StatusBar1{*this, 5};
+    forms::status_bar StatusBar1{*this, 5, 2};   // how far it is; the trigger
     forms::text_box Text1{*this}, Text2{*this};  // of the print; hidden
 
     forms::layout arrangement() override;
