@@ -174,4 +174,38 @@ sleep 3
 press Escape
 window '^tamrix workbench' >/dev/null
 picture last-self-test '^tamrix workbench'
+press alt+v
+
+# Signals at the pins, and the instruments that look at them.
+press F8
+for signal in 'P21 P22 counter 20000' 'P25 P26 i2c 20000 write 50 01 02 every 0.003' 'P27 uart 19200 "tamrix" every 0.005'; do
+    xdotool type --delay 20 "$signal"
+    press Return
+done
+press alt+g Down  # to the meter
+picture signals '^tamrix workbench'
+# instrument LETTER TITLE: opens it from the menu, over the pin map.
+instrument() {
+    press alt+o "$1"
+    window Pin >/dev/null
+    sleep 0.5
+    press Return
+    window "$2" >/dev/null
+    sleep 0.5
+}
+instrument s '^Signal Generator'
+xdotool type --delay 20 12500
+press Return
+picture signal-generator '^Signal Generator'
+press Escape
+instrument l '^Logic Analyzer'
+press minus minus minus minus space
+sleep 3
+picture logic-analyzer '^Logic Analyzer'
+press Escape
+instrument f '^Frequency Meter'
+press Return
+sleep 3
+picture frequency-meter '^Frequency Meter'
+press Escape
 press ctrl+q

@@ -2,6 +2,7 @@
 
 #include "device/algoparameter.h"
 #include "device/warnno.h"
+#include "instrument_scenes.h"
 #include "logic_library.h"
 #include "over_host.h"
 #include "selftest_scenes.h"
@@ -254,8 +255,7 @@ void stage::ask(const std::function<void()>& asks) { box_over_host(screen, asks,
 std::vector<scene> scenes()
 {
     std::vector<scene> all{std::begin(others), std::end(others)};
-    const auto more = selftest_scenes();
-    all.insert(all.end(), more.begin(), more.end());
+    for (const auto more : {selftest_scenes(), instrument_scenes()}) all.insert(all.end(), more.begin(), more.end());
     return all;
 }
 
