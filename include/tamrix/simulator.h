@@ -26,8 +26,8 @@ enum { TAMRIX_SIMULATOR_DONE = 0, TAMRIX_SIMULATOR_REFUSED = 1, TAMRIX_SIMULATOR
    "socket empty", "fault pin 3 open", "signal P21 square 1000", "chips FOLDER"; "no faults" first removes all earlier
    faults, "no signals" all earlier signals. Either all entries are done or, if one is refused, none; the reason is then
    in `error`, zero-terminated, which has room for `error_bytes` bytes. Returns TAMRIX_SIMULATOR_NOT_RUNNING if no
-   simulated programmer exists yet and nothing is wrong with the faults and the signals; the options text that creates it
-   takes the same entries. */
+   simulated programmer exists yet and nothing is wrong with the faults and the signals; the options text that creates
+   it takes the same entries. */
 TAMRIX_SIMULATOR_EXPORT int32_t tamrix_simulator_change(const char* entries, char* error, size_t error_bytes);
 
 /* Passes to `take`, in order, each hazard since the last call: what could have damaged a real chip or programmer. Those
