@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <set>
 #include <vector>
 
 namespace tamrix::tests {
@@ -19,17 +20,17 @@ public:
 
 using window_step = std::function<void(gtk_window)>;
 
-/// Calls `asks` and works each window that comes to the front with the next step. Escape ends a window that is still
-/// there long after that.
+/// Calls `asks` and works each new window that comes to the front with the next step; one that is in front again
+/// between two others is left alone. Escape ends a window that is still there long after that.
 inline void step_by_step(const std::function<void()>& asks, const std::vector<window_step>& steps)
 {
     const escape_timer leave{20000};
-    const void* seen = gtk_window::in_front().widget();
+    std::set<const void*> seen{gtk_window::in_front().widget()};
     std::size_t step = 0;
     const onlooker person{[&] {
         const gtk_window front = gtk_window::in_front();
-        if (front.widget() == seen || !front.has_keyboard() || step == steps.size()) return;
-        seen = front.widget();
+        if (seen.contains(front.widget()) || !front.has_keyboard() || step == steps.size()) return;
+        seen.insert(front.widget());
         steps[step++](front);
     }};
     asks();
