@@ -10,6 +10,7 @@
 #include <wx/combobox.h>
 #include <wx/listbox.h>
 #include <wx/panel.h>
+#include <wx/sizer.h>
 #include <wx/statbox.h>
 #include <wx/stattext.h>
 
