@@ -14,7 +14,7 @@ constexpr std::size_t name_columns = 4;
 /// What is in a column of a channel.
 struct cell {
     int edges = 0;
-    bool high = false;  // at its end
+    bool high = false;  // after the last edge
 };
 
 /// Of the upper row and the lower one.

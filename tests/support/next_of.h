@@ -6,7 +6,7 @@
 
 namespace tamrix::tests {
 
-/// Takes the first entry out of the script; `otherwise` where it is at its end.
+/// Takes the first entry out of the script; `otherwise` if it is empty.
 template <class T>
 T next_of(std::deque<T>& script, T otherwise)
 {
