@@ -1,6 +1,7 @@
 // tamrix analyze record --transcript beside the runs that a separate model wrote.
 #include "cli/command_inside.h"
 #include "cli/reviewed_run.h"
+#include "support/reviewed_lines.h"
 #include "support/temp_files.h"
 
 #include <gtest/gtest.h>
@@ -107,7 +108,7 @@ TEST(analyze_transcript, has_the_calls_and_texts_of_the_reviewed_runs)
         if (!name.starts_with("analyzer") || !can_be_met(met)) continue;
         const planned_record plan = plan_of(met, folder.path("capture.bin"), folder.path("calls.txt"));
         EXPECT_EQ(command_inside(plan.arguments).status, plan.status) << name;
-        const run_lines wanted = comparable(reviewed_run(TAMRIX_INSTRUMENT_TRANSCRIPTS "/" + name + ".txt"));
+        const run_lines wanted = comparable(reviewed_lines(TAMRIX_INSTRUMENT_TRANSCRIPTS "/" + name + ".txt"));
         const run_lines called = comparable(calls_in(read_text(folder.path("calls.txt"))));
         const auto found = std::ranges::search(called, wanted);
         EXPECT_FALSE(found.empty()) << name << testing::PrintToString(called).substr(0, 3000);

@@ -1,7 +1,6 @@
 #include "cli/reviewed_run.h"
 
 #include <algorithm>
-#include <fstream>
 #include <sstream>
 #include <string_view>
 #include <utility>
@@ -41,32 +40,6 @@ std::vector<std::filesystem::path> reviewed_runs(const std::string& start)
         if (entry.path().filename().string().starts_with(start)) files.push_back(entry.path());
     std::ranges::sort(files);
     return files;
-}
-
-run_lines reviewed_run(const std::filesystem::path& file)
-{
-    run_lines all, group;
-    int times = 0;
-    const auto end_group = [&] {
-        if (group.size() == 1) add(all, group.front(), std::exchange(times, 0));
-        for (; times > 0; --times) all.insert(all.end(), group.begin(), group.end());
-        group.clear();
-    };
-    std::ifstream text{file, std::ios::binary};
-    for (std::string line; std::getline(text, line);) {
-        if (line.starts_with("  ")) {
-            group.push_back(line.substr(2));
-            continue;
-        }
-        end_group();
-        if (line.ends_with(" times")) {
-            times = std::stoi(line);
-        } else {
-            all.push_back(line);
-        }
-    }
-    end_group();
-    return all;
 }
 
 run_lines calls_in(const std::string& transcript)

@@ -4,6 +4,7 @@
 #include "cli/reviewed_run.h"
 #include "instruments/wave/wave_divider.h"
 #include "sim/wave_generator.h"
+#include "support/reviewed_lines.h"
 #include "support/temp_files.h"
 
 #include <gtest/gtest.h>
@@ -102,7 +103,7 @@ TEST(wave_models, the_transcript_has_the_calls_and_texts_of_the_reviewed_runs)
             if (arguments.empty()) continue;
             arguments.insert(arguments.end(), {"--transcript", folder.path("calls.txt")});
             const auto result = command_inside(arguments);
-            const run_lines wanted = reviewed_run(file);
+            const run_lines wanted = reviewed_lines(file);
             const bool ends_in_error = wanted.back() == "error";
             EXPECT_EQ(result.status, ends_in_error ? 2 : file.stem().string().ends_with("no_answer") ? 3 : 0) << file;
             const run_lines called = from_start(calls_in(read_text(folder.path("calls.txt"))), ends_in_error);

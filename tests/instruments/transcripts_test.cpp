@@ -1,6 +1,7 @@
 // Runs of the instruments, call by call, compared with the files that a separate model wrote.
 #include "instrument_bench.h"
 #include "instruments/wave/wave_divider.h"
+#include "support/reviewed_lines.h"
 
 #include <gtest/gtest.h>
 
@@ -208,33 +209,6 @@ lines play_wave(const situation& what)
     return b.transcript;
 }
 
-/// The lines of a file. One that repeats has its count; of a group of two, each is there as often as it came.
-lines lines_of(const std::filesystem::path& file)
-{
-    lines all, group;
-    int times = 0;
-    const auto end_group = [&] {
-        if (group.size() == 1) all.push_back(group.front() + many(std::exchange(times, 0)));
-        for (; times > 0; --times) all.insert(all.end(), group.begin(), group.end());
-        group.clear();
-    };
-    std::ifstream text{file, std::ios::binary};
-    for (std::string line; std::getline(text, line);) {
-        if (line.starts_with("  ")) {
-            group.push_back(line.substr(2));
-            continue;
-        }
-        end_group();
-        if (line.ends_with(" times")) {
-            times = std::stoi(line);
-        } else {
-            all.push_back(line);
-        }
-    }
-    end_group();
-    return all;
-}
-
 /// The first difference, with the lines before it.
 std::string difference(const lines& wanted, const lines& played)
 {
@@ -256,7 +230,7 @@ TEST(a_run_of_an_instrument, makes_each_call_and_shows_each_text_that_the_separa
     for (std::string line; std::getline(situations, line); ++compared) {
         const situation what{line};
         const lines played = what.name.starts_with("analyzer") ? analyzer_player{what}.play() : play_wave(what);
-        EXPECT_EQ(difference(lines_of(folder / (what.name + ".txt")), played), "") << what.name;
+        EXPECT_EQ(difference(tests::reviewed_lines(folder / (what.name + ".txt")), played), "") << what.name;
     }
     EXPECT_GT(compared, 150);
 }
