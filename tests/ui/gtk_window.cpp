@@ -1,6 +1,8 @@
 #include "gtk_window.h"
 
+#include <cstdlib>
 #include <stdexcept>
+#include <string>
 
 #include <dlfcn.h>
 
@@ -23,13 +25,19 @@ gtk_window gtk_window::in_front() { return gtk_window{function<void*()>("gtk_gra
 unsigned long gtk_window::number() const
 {
     if (widget_ == nullptr) return 0;
-    return function<unsigned long(void*)>("gdk_x11_window_get_xid")(
-        function<void*(void*)>("gtk_widget_get_window")(widget_));
+    void* const window = function<void*(void*)>("gtk_widget_get_window")(widget_);
+    return window != nullptr ? function<unsigned long(void*)>("gdk_x11_window_get_xid")(window) : 0;
 }
 
 bool gtk_window::has_keyboard() const
 {
     return widget_ != nullptr && function<int(void*)>("gtk_window_is_active")(widget_);
+}
+
+void gtk_window::take_keyboard() const
+{
+    if (const unsigned long window = number(); window != 0)
+        static_cast<void>(std::system(("xdotool windowfocus " + std::to_string(window)).c_str()));
 }
 
 void gtk_window::print_to(const std::string& file, const char* format) const

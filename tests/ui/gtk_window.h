@@ -13,11 +13,12 @@ public:
     /// The modal window in front, also where it is a message box; one with a null widget where there is none.
     static gtk_window in_front();
 
-    const void* widget() const { return widget_; }
-    /// The number by which the display knows it.
+    /// The number by which the display knows it; 0 while it is on no screen. A later window has another one.
     unsigned long number() const;
     /// True once keys arrive here.
     bool has_keyboard() const;
+    /// Asks for the keys, which a window may miss when it comes as another one goes: no window manager hands them on.
+    void take_keyboard() const;
     /// Sets a print dialog to print into a file of this format, "ps" or "pdf".
     void print_to(const std::string& file, const char* format) const;
 

@@ -49,12 +49,12 @@ protected:
     {
         host_window host;
         during(screen, host, [&] {
-            const void* const below = gtk_window::in_front().widget();
+            const unsigned long below = gtk_window::in_front().number();
             const escape_timer leave{20000};
             const script_timer person{[&] {
                 comes_true([&] {
                     const gtk_window front = gtk_window::in_front();
-                    return front.widget() != below && front.has_keyboard();
+                    return front.number() != below && front.has_keyboard();
                 });
                 does(gtk_window::in_front());
             }};

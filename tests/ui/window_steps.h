@@ -15,7 +15,11 @@ namespace tamrix::tests {
 class escape_timer final : public wxTimer {
 public:
     explicit escape_timer(int every_ms = 500) { Start(every_ms); }
-    void Notify() override { press("Escape"); }
+    void Notify() override
+    {
+        if (const gtk_window front = gtk_window::in_front(); !front.has_keyboard()) front.take_keyboard();
+        press("Escape");
+    }
 };
 
 using window_step = std::function<void(gtk_window)>;
@@ -25,12 +29,13 @@ using window_step = std::function<void(gtk_window)>;
 inline void step_by_step(const std::function<void()>& asks, const std::vector<window_step>& steps)
 {
     const escape_timer leave{20000};
-    std::set<const void*> seen{gtk_window::in_front().widget()};
+    std::set<unsigned long> seen{0, gtk_window::in_front().number()};
     std::size_t step = 0;
     const onlooker person{[&] {
         const gtk_window front = gtk_window::in_front();
-        if (seen.contains(front.widget()) || !front.has_keyboard() || step == steps.size()) return;
-        seen.insert(front.widget());
+        if (seen.contains(front.number()) || step == steps.size()) return;
+        if (!front.has_keyboard()) return front.take_keyboard();
+        seen.insert(front.number());
         steps[step++](front);
     }};
     asks();
