@@ -113,10 +113,12 @@ std::optional<std::uint8_t> recorder::take_reply()
     return std::exchange(replied_, std::nullopt);
 }
 
-/// How many polls are due before this time.
+/// How many polls are due before this time. Fast signals leave one, for which a division takes too long.
 std::int64_t recorder::polls_before(nanoseconds until) const
 {
-    return until <= next_ ? 0 : (until - next_ - nanoseconds{1}) / plan_.period + 1;
+    if (until <= next_) return 0;
+    const nanoseconds left = until - next_;
+    return left <= plan_.period ? 1 : (left - nanoseconds{1}) / plan_.period + 1;
 }
 
 void recorder::search(nanoseconds until)

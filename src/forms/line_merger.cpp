@@ -6,12 +6,6 @@
 
 namespace tamrix::forms {
 
-namespace {
-
-constexpr std::size_t most_waiting = 8;  // runs of a row or column, each of which is compared with the next line
-
-}  // namespace
-
 line_merger::line_merger(int width, int height, std::function<void(const bar&)> pass_on) : pass_on_{std::move(pass_on)}
 {
     rows_.at.resize(static_cast<std::size_t>(std::max(height, 0)));
@@ -40,7 +34,7 @@ void line_merger::add_run(lines& along, lines& across, int at, run added)
     run* touched = nullptr;
     bool hidden = false;  // something of another colour is below it
     // Most lines of a dense diagram lie on the latest run or continue it.
-    for (run& one : std::views::reverse(here.runs)) {
+    for (run& one : std::views::reverse(here.runs())) {
         if (one.low > added.high + 1 || added.low > one.high + 1) continue;
         if (one.ink == added.ink) {
             if (one.low <= added.low && added.high <= one.high) return;
@@ -58,14 +52,14 @@ void line_merger::add_run(lines& along, lines& across, int at, run added)
     }
     flush_crossed(across, at, added);
     if (hidden) flush_at(along, at);
-    if (here.runs.size() == most_waiting) flush_at(along, at);
-    if (here.runs.empty()) {
+    if (here.count == waiting::most) flush_at(along, at);
+    if (here.count == 0) {
         along.used.push_back(at);
         here.first_ink = added.ink;
         here.other_inks = false;
     }
     if (here.first_ink != added.ink) here.other_inks = true;
-    here.runs.push_back(added);
+    here.held[here.count++] = added;
 }
 
 /// What lies across and has another colour is drawn first.
@@ -73,9 +67,9 @@ void line_merger::flush_crossed(lines& across, int at, const run& added)
 {
     const auto crossed = [&](int line) {
         const waiting& there = across.at[static_cast<std::size_t>(line)];
-        if (there.runs.empty() || (!there.other_inks && there.first_ink == added.ink)) return false;
+        if (there.count == 0 || (!there.other_inks && there.first_ink == added.ink)) return false;
         return std::ranges::any_of(
-            there.runs, [&](const run& one) { return one.ink != added.ink && one.low <= at && at <= one.high; });
+            there.runs(), [&](const run& one) { return one.ink != added.ink && one.low <= at && at <= one.high; });
     };
     // Whichever is less: the lines that the run lies across, or those that have runs.
     if (added.high - added.low < static_cast<int>(across.used.size())) {
@@ -95,9 +89,9 @@ void line_merger::flush_crossed(lines& across, int at, const run& added)
 
 void line_merger::flush_at(lines& of, int at)
 {
-    auto& here = of.at[static_cast<std::size_t>(at)].runs;
-    for (const run& one : here) pass_on(of, at, one);
-    here.clear();
+    waiting& here = of.at[static_cast<std::size_t>(at)];
+    for (const run& one : here.runs()) pass_on(of, at, one);
+    here.count = 0;
     std::erase(of.used, at);
 }
 
@@ -113,9 +107,9 @@ void line_merger::pass_on(const lines& of, int at, const run& one) const
 void line_merger::flush()
 {
     for (const int row : rows_.used) {
-        auto& here = rows_.at[static_cast<std::size_t>(row)].runs;
-        for (const run& one : here) pass_on(rows_, row, one);
-        here.clear();
+        waiting& here = rows_.at[static_cast<std::size_t>(row)];
+        for (const run& one : here.runs()) pass_on(rows_, row, one);
+        here.count = 0;
     }
     rows_.used.clear();
     flush_columns();
@@ -124,12 +118,12 @@ void line_merger::flush()
 /// Equal runs of columns side by side are one bar.
 void line_merger::flush_columns()
 {
-    std::vector<bar> open;
+    std::vector<bar> open, next;
     std::ranges::sort(columns_.used);
     for (const int column : columns_.used) {
-        std::vector<bar> next;
-        auto& here = columns_.at[static_cast<std::size_t>(column)].runs;
-        for (const run& one : here) {
+        next.clear();
+        waiting& here = columns_.at[static_cast<std::size_t>(column)];
+        for (const run& one : here.runs()) {
             const auto same = std::ranges::find_if(open, [&](const bar& before) {
                 return before.last.x == column - 1 && before.ink == one.ink && before.first.y == one.low &&
                        before.last.y == one.high;
@@ -142,8 +136,8 @@ void line_merger::flush_columns()
             open.erase(same);
         }
         for (const bar& done : open) pass_on_(done);
-        open = std::move(next);
-        here.clear();
+        open.swap(next);
+        here.count = 0;
     }
     for (const bar& done : open) pass_on_(done);
     columns_.used.clear();

@@ -3,7 +3,10 @@
 
 #include "forms/canvas.h"
 
+#include <array>
+#include <cstddef>
 #include <functional>
+#include <span>
 #include <vector>
 
 namespace tamrix::forms {
@@ -35,9 +38,15 @@ private:
         int low, high;
         colour ink;
     };
-    /// What waits on a row or column.
+    /// What waits on a row or column; in place, since a wide screen has thousands of them.
     struct waiting {
-        std::vector<run> runs{};
+        static constexpr std::size_t most = 8;  // each is compared with the next line
+
+        std::span<run> runs() { return {held.data(), count}; }
+        std::span<const run> runs() const { return {held.data(), count}; }
+
+        std::array<run, most> held{};
+        std::size_t count = 0;
         colour first_ink = 0;     // of these
         bool other_inks = false;  // have some of them
     };
