@@ -21,6 +21,8 @@ ROOMS = {
     "include/tamrix": "",
     "base": "",
     "files": "base",
+    "image": "",
+    "verify": "base files image",
     "forms": "base",
     "wxui": "forms",
     "blocks": "include/tamrix base",
