@@ -7,8 +7,11 @@
 #include <cerrno>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <random>
+#include <span>
 #include <system_error>
+#include <vector>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -37,7 +40,7 @@ std::string fresh_name_beside(const std::string& target)
 class file_beside {
 public:
     /// With the bits of `mode` that the process lets new files have.
-    file_beside(const std::string& target, mode_t mode)
+    file_beside(const std::string& target, mode_t mode, const std::string& shown) : shown_{shown}
     {
         do {
             if (file_ >= 0) ::close(file_);
@@ -60,16 +63,20 @@ public:
     {
         return ::fchown(file_, old.st_uid, old.st_gid) == 0 && ::fchmod(file_, old.st_mode & 07777) == 0;
     }
-    void write(std::string_view content) const
+    void write(std::span<const std::uint8_t> bytes) const
     {
-        while (!content.empty()) {
-            const ssize_t put = ::write(file_, content.data(), content.size());
+        while (!bytes.empty()) {
+            const ssize_t put = ::write(file_, bytes.data(), bytes.size());
             if (put < 0 && errno == EINTR) continue;
-            if (put < 0) throw file_error{name_, errno};
-            content.remove_prefix(static_cast<std::size_t>(put));
+            if (put < 0) throw file_error{shown_, errno};
+            bytes = bytes.subspan(static_cast<std::size_t>(put));
         }
-        if (::fsync(file_) != 0) throw file_error{name_, errno};
     }
+    void flush() const
+    {
+        if (::fsync(file_) != 0) throw file_error{shown_, errno};
+    }
+    const std::string& name() const { return name_; }
     bool take_name(const std::string& target)
     {
         if (::rename(name_.c_str(), target.c_str()) != 0) return false;
@@ -87,7 +94,7 @@ private:
         return ::fstat(file_, &info) != 0 || info.st_nlink > 0;
     }
 
-    std::string name_;
+    std::string name_, shown_;  // shown in errors: nobody knows the other one
     int file_ = -1;
 };
 
@@ -141,21 +148,6 @@ void flush_folder_of(const std::string& target)
     ::close(file);
 }
 
-/// False where the folder does not take the new file, and for a device or a pipe, which has no old content.
-bool replace_in_one_step(const std::string& target, std::string_view content)
-{
-    struct stat old {};
-    const bool is_new = ::stat(target.c_str(), &old) != 0;
-    if (is_new && errno != ENOENT) throw file_error{target, errno};
-    if (!is_new && !S_ISREG(old.st_mode)) return false;
-    file_beside fresh{target, is_new ? mode_t{0666} : mode_t{0600}};
-    if (!fresh.is_open() || (!is_new && !fresh.take_owner_and_mode(old))) return false;
-    fresh.write(content);
-    if (!fresh.take_name(target)) return false;
-    flush_folder_of(target);
-    return true;
-}
-
 /// A link to the file stays a link.
 std::string where_links_lead(const std::string& path)
 {
@@ -166,16 +158,73 @@ std::string where_links_lead(const std::string& path)
 
 }  // namespace
 
+class file_replacement::work {
+public:
+    explicit work(const std::string& path) : path_{path}, target_{where_links_lead(native_path(path))}
+    {
+        // Whoever may not write the file may not replace it either.
+        if (::access(target_.c_str(), W_OK) != 0 && errno != ENOENT) throw file_error{path, errno};
+        struct stat old {};
+        const bool is_new = ::stat(target_.c_str(), &old) != 0;
+        if (is_new && errno != ENOENT) throw file_error{path, errno};
+        if (!is_new && !S_ISREG(old.st_mode)) {
+            in_place_.emplace(path);  // a device or a pipe, which has no old content
+            return;
+        }
+        remove_leftovers(target_);
+        fresh_.emplace(target_, is_new ? mode_t{0666} : mode_t{0600}, path);
+        if (!fresh_->is_open() || (!is_new && !fresh_->take_owner_and_mode(old))) fresh_.reset();
+        // Nothing can be made, beside it or in its place.
+        if (is_new && !fresh_) output_file{path}.close();
+    }
+
+    void write(std::span<const std::uint8_t> bytes)
+    {
+        if (in_place_) {
+            in_place_->write(bytes);
+        } else if (fresh_) {
+            fresh_->write(bytes);
+        } else {
+            waiting_.insert(waiting_.end(), bytes.begin(), bytes.end());
+        }
+    }
+
+    void take_place(lasts through)
+    {
+        if (in_place_) return in_place_->close();
+        if (!fresh_) return write_over(waiting_);
+        if (through == lasts::power_cut) fresh_->flush();
+        if (!fresh_->take_name(target_)) return write_over(file_image{fresh_->name()}.bytes());
+        if (through == lasts::power_cut) flush_folder_of(target_);
+    }
+
+private:
+    void write_over(std::span<const std::uint8_t> content) const
+    {
+        output_file file{path_};
+        file.write(content);
+        file.close();
+    }
+
+    std::string path_, target_;
+    std::optional<file_beside> fresh_;
+    std::optional<output_file> in_place_;
+    std::vector<std::uint8_t> waiting_;
+};
+
+file_replacement::file_replacement(const std::string& path) : work_{std::make_unique<work>(path)} {}
+
+file_replacement::~file_replacement() = default;
+
+void file_replacement::write(std::span<const std::uint8_t> bytes) { work_->write(bytes); }
+
+void file_replacement::take_place(lasts through) { work_->take_place(through); }
+
 void replace_file(const std::string& path, std::string_view content)
 {
-    const std::string target = where_links_lead(native_path(path));
-    // Whoever may not write the file may not replace it either.
-    if (::access(target.c_str(), W_OK) != 0 && errno != ENOENT) throw file_error{path, errno};
-    remove_leftovers(target);
-    if (replace_in_one_step(target, content)) return;
-    output_file file{path};
+    file_replacement file{path};
     file.write({reinterpret_cast<const std::uint8_t*>(content.data()), content.size()});
-    file.close();
+    file.take_place(file_replacement::lasts::power_cut);
 }
 
 }  // namespace tamrix

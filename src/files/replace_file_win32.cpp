@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 #include <windows.h>
 
@@ -76,13 +77,6 @@ bool may_be_written(const std::string& target)
     return true;
 }
 
-void write_whole(const std::string& path, std::span<const std::uint8_t> bytes)
-{
-    output_file file{path};
-    file.write(bytes);
-    file.close();
-}
-
 /// False where the new file cannot take the name. The replacement keeps what belongs to the old name: its owner, its
 /// rights, its attributes.
 bool take_name(const std::wstring& fresh, const std::wstring& target)
@@ -93,31 +87,96 @@ bool take_name(const std::wstring& fresh, const std::wstring& target)
            0;
 }
 
-/// False where the folder does not take the new file.
-bool replace_in_one_step(const std::string& target, std::span<const std::uint8_t> bytes)
-{
-    const std::string fresh = name_beside(target);
-    const std::wstring wide = wide_path(fresh);
-    try {
-        write_whole(fresh, bytes);
-    } catch (const file_error&) {
-        ::DeleteFileW(wide.c_str());
-        return false;
+/// A new file beside the old one, removed again unless it took the name of the file.
+class file_beside {
+public:
+    /// Throws file_error where the folder does not take it.
+    explicit file_beside(const std::string& target) : name_{name_beside(target)}, file_{name_} {}
+    ~file_beside()
+    {
+        try {
+            if (!closed_) file_.close();
+        } catch (const file_error&) {
+        }
+        ::DeleteFileW(wide_path(name_).c_str());
     }
-    if (take_name(wide, wide_path(target))) return true;
-    ::DeleteFileW(wide.c_str());
-    return false;
-}
+    file_beside(const file_beside&) = delete;
+    file_beside& operator=(const file_beside&) = delete;
+
+    void write(std::span<const std::uint8_t> bytes) { file_.write(bytes); }
+    bool take_name_of(const std::string& target)
+    {
+        closed_ = true;
+        file_.close();
+        return take_name(wide_path(name_), wide_path(target));
+    }
+    const std::string& name() const { return name_; }
+
+private:
+    std::string name_;
+    output_file file_;
+    bool closed_ = false;
+};
 
 }  // namespace
 
+class file_replacement::work {
+public:
+    explicit work(const std::string& path) : path_{path}
+    {
+        // Whoever may not write the file may not replace it either.
+        if (!may_be_written(path)) throw file_error{{.file = path, .found = "permission denied"}};
+        remove_leftovers(path);
+        try {
+            fresh_.emplace(path);
+        } catch (const file_error&) {
+            // The folder takes no new file; the old one may still be written.
+            if (::GetFileAttributesW(wide_path(path).c_str()) == INVALID_FILE_ATTRIBUTES) output_file{path}.close();
+        }
+    }
+
+    void write(std::span<const std::uint8_t> bytes)
+    {
+        if (fresh_) {
+            fresh_->write(bytes);
+        } else {
+            waiting_.insert(waiting_.end(), bytes.begin(), bytes.end());
+        }
+    }
+
+    /// The system takes the name only with the content, so that both cases are one.
+    void take_place()
+    {
+        if (!fresh_) return write_over(waiting_);
+        if (!fresh_->take_name_of(path_)) write_over(file_image{fresh_->name()}.bytes());
+    }
+
+private:
+    void write_over(std::span<const std::uint8_t> content) const
+    {
+        output_file file{path_};
+        file.write(content);
+        file.close();
+    }
+
+    std::string path_;
+    std::optional<file_beside> fresh_;
+    std::vector<std::uint8_t> waiting_;
+};
+
+file_replacement::file_replacement(const std::string& path) : work_{std::make_unique<work>(path)} {}
+
+file_replacement::~file_replacement() = default;
+
+void file_replacement::write(std::span<const std::uint8_t> bytes) { work_->write(bytes); }
+
+void file_replacement::take_place(lasts) { work_->take_place(); }
+
 void replace_file(const std::string& path, std::string_view content)
 {
-    // Whoever may not write the file may not replace it either.
-    if (!may_be_written(path)) throw file_error{{.file = path, .found = "permission denied"}};
-    remove_leftovers(path);
-    const std::span bytes{reinterpret_cast<const std::uint8_t*>(content.data()), content.size()};
-    if (!replace_in_one_step(path, bytes)) write_whole(path, bytes);
+    file_replacement file{path};
+    file.write({reinterpret_cast<const std::uint8_t*>(content.data()), content.size()});
+    file.take_place(file_replacement::lasts::power_cut);
 }
 
 }  // namespace tamrix

@@ -6,8 +6,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -54,6 +57,48 @@ TEST(replace_file, writes_to_a_pipe_and_leaves_it_one)
     EXPECT_STREQ(came, "content");
     EXPECT_TRUE(std::filesystem::is_fifo(pipe));
     ::close(reader);
+}
+
+TEST(file_replacement, without_its_last_step_leaves_the_old_content_and_nothing_else)
+{
+    const temp_folder files;
+    const std::string old = files.write("old.bin", std::string_view{"old"});
+    {
+        file_replacement fresh{old};
+        const std::vector<std::uint8_t> much(3'000'000, 7);
+        fresh.write(much);
+        EXPECT_EQ(read_text(old), "old");
+        file_replacement other{files.path("new.bin")};
+        other.write(much);
+    }
+    EXPECT_EQ(read_text(old), "old");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator{files.path("")}, {}), 1);
+}
+
+TEST(file_replacement, takes_what_comes_in_pieces)
+{
+    const temp_folder files;
+    file_replacement fresh{files.path("new.bin")};
+    std::string expected;
+    for (int i = 0; i < 100; ++i) {
+        const std::string piece(static_cast<std::size_t>(i * 37), static_cast<char>('a' + i % 26));
+        fresh.write({reinterpret_cast<const std::uint8_t*>(piece.data()), piece.size()});
+        expected += piece;
+    }
+    fresh.take_place(file_replacement::lasts::killed_program);
+    EXPECT_EQ(read_text(files.path("new.bin")), expected);
+}
+
+TEST(file_replacement, of_a_full_device_fails_by_its_own_name)
+{
+    file_replacement full{"/dev/full"};
+    const std::vector<std::uint8_t> much(3'000'000, 7);
+    try {
+        full.write(much);
+        ADD_FAILURE() << "the device took it";
+    } catch (const file_error& error) {
+        EXPECT_EQ(error.what(), std::string{"/dev/full: no space left on device"});
+    }
 }
 
 }  // namespace
