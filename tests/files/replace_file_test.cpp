@@ -97,7 +97,7 @@ TEST(file_replacement, of_a_full_device_fails_by_its_own_name)
         full.write(much);
         ADD_FAILURE() << "the device took it";
     } catch (const file_error& error) {
-        EXPECT_EQ(error.what(), std::string{"/dev/full: no space left on device"});
+        EXPECT_EQ(error.what(), std::string{"/dev/full: No space left on device"});
     }
 }
 
