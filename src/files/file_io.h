@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/diagnostic.h"
+#include "files/byte_target.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -46,16 +47,16 @@ private:
 };
 
 /// A file open for writing. All members but the destructor throw file_error.
-class output_file {
+class output_file final : public byte_target {
 public:
     /// Creates the file empty, or empties it.
     explicit output_file(const std::string& path);
-    ~output_file();
+    ~output_file() override;
     output_file(const output_file&) = delete;
     output_file& operator=(const output_file&) = delete;
 
     /// Appends to what was written last.
-    void write(std::span<const std::uint8_t> bytes);
+    void write(std::span<const std::uint8_t> bytes) override;
     void write_at(std::int64_t offset, std::span<const std::uint8_t> bytes);
     /// Closes the file and reports errors that the system delayed until now.
     void close();

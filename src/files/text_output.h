@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -17,7 +18,11 @@ namespace tamrix {
 
 class text_output {
 public:
-    explicit text_output(const std::string& path) : file_{path}, text_(capacity) {}
+    explicit text_output(const std::string& path)
+        : file_{std::make_unique<output_file>(path)}, to_{*file_}, text_(capacity)
+    {}
+    /// `to` has to outlive it.
+    explicit text_output(byte_target& to) : to_{to}, text_(capacity) {}
 
     void text(std::string_view words) { std::memcpy(grow(words.size()), words.data(), words.size()); }
     /// A whole line of any length.
@@ -58,17 +63,17 @@ public:
     {
         if (used_ > capacity - 2 * longest_line) flush();
     }
-    /// Writes what is collected and closes the file.
+    /// Writes what is collected and closes the file that it opened.
     void close()
     {
         flush();
-        file_.close();
+        if (file_ != nullptr) file_->close();
     }
     /// Writes what is collected, as far as the system accepts it.
     void flush()
     {
         const std::size_t gathered = std::exchange(used_, 0);
-        file_.write({reinterpret_cast<const std::uint8_t*>(text_.data()), gathered});
+        to_.write({reinterpret_cast<const std::uint8_t*>(text_.data()), gathered});
     }
 
 private:
@@ -82,7 +87,8 @@ private:
         return end;
     }
 
-    output_file file_;
+    std::unique_ptr<output_file> file_;
+    byte_target& to_;
     std::vector<char> text_;
     std::size_t used_ = 0;
 };
