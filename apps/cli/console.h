@@ -35,6 +35,13 @@ public:
         print(text);
         print("\n");
     }
+    /// Says how something went; on standard error where data go to standard output.
+    void status(std::string_view text)
+    {
+        if (!data_on_output_) return line(text);
+        tell("", text);
+    }
+    void data_on_output() { data_on_output_ = true; }
     void error(std::string_view text) { tell("tamrix: ", text); }
     void note(std::string_view text) { tell("tamrix: note: ", text); }
 
@@ -54,6 +61,7 @@ private:
 
     std::FILE* out_;
     std::FILE* err_;
+    bool data_on_output_ = false;
 };
 
 }  // namespace tamrix::cli

@@ -1,239 +1,157 @@
 #include "cli/convert.h"
 
-#include "base/arith.h"
-#include "base/native_path.h"
-#include "cli/attached_plug_in.h"
 #include "cli/conversion_plan.h"
-#include "cli/temporary_folder.h"
-#include "files/file_io.h"
-#include "messages/message_numbers.h"
-#include "transfer/readfile.h"
-#include "transfer/writefile.h"
+#include "cli/convert_dialogs.h"
+#include "cli/image_input.h"
+#include "cli/output_place.h"
+#include "formats/formats.h"
+#include "image/image_files.h"
 
-#include <cerrno>
-#include <cstring>
-#include <filesystem>
-#include <memory>
-
-#include <unistd.h>
+#include <algorithm>
 
 namespace tamrix::cli {
 
 namespace {
 
-/// One run of the command: the plug-in with a buffer of the right size, and the answers to its two dialogs.
-class conversion {
-public:
-    conversion(const convert_options& options, const conversion_plan& plan, console& con)
-        : options_{options}, plan_{plan}, con_{con}, plug_in_{options.language}
-    {
-        if (plan.through_temporary_file) temporary_ = std::make_unique<temporary_folder>();
-        host::host_blocks& blocks = plug_in_.blocks;
-        blocks.value<std::int32_t>("tlength") = plan.device_words;
-        blocks.value<std::uint8_t>("wordmode", 0) = plan.word_bytes;
-        blocks.value<std::uint8_t>("wordmode", 1) = plan.spare_units;
-        plug_in_.attach_buffer(plan.buffer_bytes);
-    }
+constexpr std::uint64_t longest_filled_gap = 16 << 20;
+constexpr std::uint8_t erased = 0xFF;
 
-    /// met() returns what it found, judge_load() says how it ended.
-    void load()
-    {
-        plug_in_.screen.person = [this](forms::form& dialog) {
-            auto& shown = dynamic_cast<readfile&>(dialog);
-            answer(shown);
-            met_ = shown.met();
-        };
-        std::string name = options_.in, folder = syspath();
-        auto format = static_cast<std::int16_t>(plan_.from);
-        loaded_ = plug_in_.methods.readfile0(name, format, folder);
-    }
-
-    const load_extent& met() const { return met_; }
-    const conversion_plan& plan() const { return plan_; }
-    /// Another plan for the same device.
-    void plan(const conversion_plan& better) { plan_ = better; }
-
-    void judge_load()
-    {
-        finish(loaded_, [this](const forms::message_box& box) { return refusal_of_load(box); });
-    }
-
-    void save()
-    {
-        plug_in_.screen.person = [this](forms::form& dialog) { answer(dynamic_cast<writefile&>(dialog)); };
-        std::string name = options_.out, folder = syspath();
-        const reply outcome = plug_in_.methods.wfile(name, folder);
-        finish(outcome, [this](const forms::message_box& box) { return refusal_of_save(box); });
-        if (plan_.through_temporary_file) cut_to_image();
-    }
-
-private:
-    std::string syspath() const { return temporary_ != nullptr ? temporary_->path() : std::string{}; }
-
-    static void enter(forms::text_box& box, const std::optional<std::int64_t>& value)
-    {
-        if (value) box.enter(arith::hex(*value));
-    }
-
-    /// False where the list is dead for this format.
-    bool pick(forms::combo_box& list, int index, const char* option)
-    {
-        list.pick(index);
-        if (list.index() != index) refusal_ = std::string{option} + ": this format has no byte selection";
-        return list.index() == index;
-    }
-
-    /// What is refused here leaves its text, and the dialog is cancelled.
-    void answer(readfile& dialog)
-    {
-        dialog.rfileOption2(plan_.from).click();
-        if (!pick(dialog.rfilecombo1, options_.from_mode, "--from-mode")) return;
-        if (!pick(dialog.rfileCombo2, options_.to_mode, "--to-mode")) return;
-        enter(dialog.rfileText1, options_.to_buffer);
-        enter(dialog.rfileText2, options_.from_file);
-        enter(dialog.rfileText3, options_.file_size);
-        constexpr int fill_00 = 1;  // with it the load of a whole binary file leaves out the clear
-        dialog.rfileOption1(plan_.file_fills_buffer ? fill_00 : options_.clear).click();
-        dialog.accept();
-    }
-
-    void answer(writefile& dialog)
-    {
-        const format& wanted = formats()[static_cast<std::size_t>(plan_.to)];
-        forms::option& option = dialog.option_of(wanted);
-        option.click();
-        if (!option.value()) {
-            refusal_ = "--to " + std::string{wanted.name} + ": a device of " + std::to_string(plan_.device_words) +
-                       " words can only be saved as binary; a larger --word-bytes makes it fewer";
-            return;
-        }
-        enter(dialog.wfileText1, plan_.save_from);
-        enter(dialog.wfileText2, plan_.save_size);
-        dialog.accept();
-    }
-
-    template <class Refusal>
-    void finish(const reply& outcome, Refusal refusal)
-    {
-        con_.print(plug_in_.take_status_text());
-        if (!outcome.ok()) fail(outcome.error);
-        if (!refusal_.empty()) refuse(refusal_);
-        const auto& boxes = plug_in_.screen.boxes();
-        if (!boxes.empty()) refuse(refusal(boxes.back()));
-        if (plug_in_.variables.transfer.rformat == 0) return;
-        const std::string why = plug_in_.variables.transfer.why_it_failed.text();
-        fail(why.empty() ? "it failed without a reason" : why);
-    }
-
-    bool says(const forms::message_box& box, int message) const { return box.text == plug_in_.state.text(message); }
-
-    std::string refusal_of_load(const forms::message_box& box) const
-    {
-        if (says(box, message::to_buffer_address_beyond_buffer)) {
-            return "--to-buffer " + arith::hex(options_.to_buffer.value_or(0)) + ": beyond the end of the buffer (" +
-                   arith::hex(plan_.buffer_bytes) + ")";
-        }
-        if (says(box, message::from_file_address_beyond_file)) {
-            return "--from-file " + arith::hex(options_.from_file.value_or(0)) + ": beyond the end of the file (" +
-                   arith::hex(input_file{options_.in}.length()) + ")";
-        }
-        return box.text;
-    }
-
-    std::string refusal_of_save(const forms::message_box& box) const
-    {
-        const std::string start = "--save-from " + arith::hex(plan_.save_from);
-        const std::string size = "--save-size " + arith::hex(plan_.save_size);
-        if (says(box, message::to_buffer_address_beyond_buffer)) {
-            return start + ": beyond the end of the device (" + arith::hex(plan_.device_bytes()) + ")";
-        }
-        if (says(box, message::range_beyond_buffer)) {
-            const std::int64_t limit = plan_.device_bytes() + 16 * std::int64_t{plan_.spare_units};
-            return start + " " + size + ": reaches beyond the end of the device (" + arith::hex(limit) + ")";
-        }
-        if (says(box, message::beyond_64k_of_tektronix)) return size + ": more than a Tektronix file can hold (10000)";
-        return box.text;
-    }
-
-    /// Such an image is saved in whole parts of the buffer. What follows the image in the last part is cut off.
-    void cut_to_image()
-    {
-        if (::truncate(native_path(options_.out).c_str(), plan_.save_size) != 0 && errno != EINVAL) {
-            fail(options_.out + ": " + std::strerror(errno));
-        }
-    }
-
-    const convert_options& options_;
-    conversion_plan plan_;
-    console& con_;
-    attached_plug_in plug_in_;
-    std::unique_ptr<temporary_folder> temporary_;
-    reply loaded_;
-    load_extent met_;
-    std::string refusal_;
-};
-
-void refuse_same_file(const convert_options& options)
+std::string to_format(const convert_options& options)
 {
-    std::error_code none;
-    if (std::filesystem::equivalent(native_path(options.in), native_path(options.out), none)) {
-        refuse(options.out + ": IN and OUT are the same file");
+    if (options.to) return std::string{formats()[static_cast<std::size_t>(*options.to)].name};
+    const auto named = format_of_extension(options.out);
+    return named ? std::string{formats()[static_cast<std::size_t>(*named)].name} : "binary";
+}
+
+/// What --save-from and --save-size choose; else what the image fills.
+memory_segment range_to_save(const convert_options& options, const memory_image& image)
+{
+    const memory_segment all = image.extent();
+    const std::uint64_t first = options.save_from ? static_cast<std::uint64_t>(*options.save_from) : all.first;
+    if (options.save_size) return {first, static_cast<std::uint64_t>(*options.save_size)};
+    return {first, std::max(all.end(), first) - first};
+}
+
+/// The gaps of at least a length inside `range`, its ends included.
+std::vector<memory_segment> gaps_in(const memory_image& image, const memory_segment& range, std::uint64_t least)
+{
+    std::vector<memory_segment> gaps;
+    std::uint64_t at = range.first;
+    const auto gap_to = [&](std::uint64_t end) {
+        if (end > at && end - at >= least) gaps.push_back({at, end - at});
+    };
+    for (const memory_segment& one : image.filled().all()) {
+        if (one.end() <= range.first || one.first >= range.end()) continue;
+        gap_to(one.first);
+        at = one.end();
+    }
+    gap_to(range.end());
+    return gaps;
+}
+
+[[noreturn]] void refuse_gap(const convert_options& options, const memory_image& image, const memory_segment& range)
+{
+    constexpr std::size_t most_listed = 20;
+    std::string text = options.out + ": would be " + bytes_text(range.length) + " long, with gaps of more than 16 MiB:";
+    const auto all = image.filled().all();
+    for (std::size_t i = 0; i < std::min(all.size(), most_listed); ++i)
+        text += "\n  " + range_text(all[i]) + " (" + bytes_text(all[i].length) + ")";
+    if (all.size() > most_listed) text += "\n  and " + std::to_string(all.size() - most_listed) + " more";
+    refuse(text + "\n--crop FIRST-LAST takes a part of it, --fill-gaps fills them");
+}
+
+void add_start(const convert_options& options, const image_inputs& inputs, const std::string& to, image_form& form,
+               console& con)
+{
+    for (const image_file& file : inputs.files) {
+        if (!file.found.start_address) continue;
+        const std::uint64_t start = *file.found.start_address + static_cast<std::uint64_t>(options.image.offset);
+        if (to != "binary" && !form.start_address) {
+            form.start_address = start;
+        } else {
+            con.note(file.name + ": its start address " + address_text(start) +
+                     (to == "binary" ? " is left out; a binary file has no place for it"
+                                     : " is left out; the first file has one too"));
+        }
     }
 }
 
-conversion_plan first_plan(const convert_options& options, source_file& source)
+std::size_t record_bytes(const convert_options& options, const std::string& to)
 {
-    if (source.estimated) {
-        try {
-            return plan_conversion(options, source);
-        } catch (const command_error&) {
-            measure(options, source);  // only the truth about the file may be a reason to refuse it
-        }
-    }
-    return plan_conversion(options, source);
+    constexpr std::size_t usual = 32;
+    const std::size_t most = most_record_bytes(to);
+    if (!options.record_bytes) return usual;
+    if (most == 0) refuse("--record-bytes: a binary file has no records");
+    if (*options.record_bytes > static_cast<std::int64_t>(most))
+        refuse("--record-bytes " + std::to_string(*options.record_bytes) + ": at most " + std::to_string(most) +
+               " are possible in this format");
+    return static_cast<std::size_t>(*options.record_bytes);
 }
 
-/// Loads the file into a buffer of its size. A long file's size is estimated first, and the load then finds it; if
-/// the estimate was wrong, the file is loaded again.
-std::unique_ptr<conversion> loaded(const convert_options& options, source_file& source, console& con)
+void tell_begin(const convert_options& options, const memory_segment& range, console& con)
 {
-    auto run = std::make_unique<conversion>(options, first_plan(options, source), con);
-    run->load();
-    if (!source.estimated) return run;
-    if (run->met().whole) {
-        source.addresses = run->met().addresses;
-    } else {
-        measure(options, source);
+    if (range.first != 0 && range.length != 0 && !options.save_from)
+        con.note(options.out + ": begins at " + address_text(range.first) +
+                 "; --save-from 0 asks for an image from address 0");
+}
+
+/// The image with the gaps that are to be filled, and nothing outside the range.
+memory_image filled_image(const memory_image& image, const memory_segment& range, std::uint8_t value)
+{
+    memory_image made = cropped(image, range);
+    const std::vector<std::uint8_t> filling(0x10000, value);
+    for (const memory_segment& gap : gaps_in(image, range, 1)) {
+        for (std::uint64_t at = gap.first; at < gap.end(); at += filling.size())
+            made.take(at, std::span{filling}.first(std::min<std::uint64_t>(filling.size(), gap.end() - at)));
     }
-    const conversion_plan plan = plan_conversion(options, source);
-    if (plan.same_device(run->plan())) {
-        run->plan(plan);
-    } else {
-        run.reset();
-        run = std::make_unique<conversion>(options, plan, con);
-        run->load();
+    return made;
+}
+
+void convert_image(const convert_options& options, console& con)
+{
+    image_inputs inputs = read_inputs(options.inputs, options.from, options.image.overlap);
+    judge(inputs.files, options.image.accept_damage, con);
+    apply(options.image, inputs.image);
+    const std::string to = to_format(options);
+    const memory_segment range = range_to_save(options, inputs.image);
+    image_form form{.record_bytes = record_bytes(options, to)};
+    add_start(options, inputs, to, form, con);
+    const bool fills = to == "binary" || options.image.fill || options.image.fill_gaps;
+    if (fills && !options.image.fill_gaps && !options.save_from && !options.save_size &&
+        !gaps_in(inputs.image, range, longest_filled_gap + 1).empty())
+        refuse_gap(options, inputs.image, range);
+    if (!options.to && options.out != "-" && !format_of_extension(options.out))
+        con.note(options.out + ": saved as binary; --to takes another format");
+    if (to == "binary") tell_begin(options, range, con);
+    const bool ranged = options.save_from || options.save_size;
+    if (fills ? !gaps_in(inputs.image, range, 1).empty() || ranged : ranged)
+        inputs.image = fills ? filled_image(inputs.image, range, options.image.fill.value_or(erased))
+                             : cropped(inputs.image, range);
+
+    output_place place{options.out};
+    try {
+        image_writer_of(to)(inputs.image, form, place.target());
+        place.finish();
+    } catch (const image_error& error) {
+        fail(options.out + ": " + error.what());
+    } catch (const file_error& error) {
+        fail(error.what());
     }
-    return run;
+    for (const image_file& file : inputs.files)
+        con.status(file.name + ": " + file.format + ", " + extent_text(file.filled));
+    con.status(place.name() + ": " + to + ", " + extent_text(inputs.image.filled()));
 }
 
 }  // namespace
 
 void convert(const convert_options& options, console& con)
 {
-    refuse_same_file(options);
-    source_file source{.format = options.from.value_or(0)};
-    bool looked = false;
-    try {
-        source = look_at(options);
-        looked = true;
-    } catch (const file_error&) {
-        // The load finds the same fault and reports it in its own way.
+    if (options.out == "-") con.data_on_output();
+    if (options.needs_device) {
+        convert_through_dialogs(options, con);
+    } else {
+        convert_image(options, con);
     }
-    const auto run = loaded(options, source, con);
-    run->judge_load();
-    if (!looked) fail(options.in + ": changed while it was read");
-    for (const std::string& note : run->plan().notes) con.note(note);
-    run->save();
 }
 
 }  // namespace tamrix::cli

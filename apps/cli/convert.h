@@ -1,4 +1,4 @@
-// tamrix convert: a file goes through the load dialog into the buffer and out through the save dialog.
+// tamrix convert: files are verified and go into one file, at their addresses or through a device's buffer.
 #pragma once
 
 #include "cli/console.h"
@@ -6,7 +6,7 @@
 
 namespace tamrix::cli {
 
-/// Prints the status lines of the load and the save. Throws command_error.
+/// Throws command_error.
 void convert(const convert_options& options, console& con);
 
 }  // namespace tamrix::cli

@@ -1,6 +1,6 @@
 #include "cli/convert_options.h"
 
-#include "base/arith.h"
+#include "cli/number_word.h"
 #include "formats/formats.h"
 #include "host/languages.h"
 #include "messages/catalogue.h"
@@ -8,7 +8,6 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
 #include <span>
 
@@ -18,11 +17,12 @@ namespace {
 
 constexpr const char* details =
     "Addresses and sizes (HEX) are hexadecimal, counts (N) decimal or hexadecimal after 0x.\n"
-    "Without --device-words the file determines the size of the device, and OUT gets what the file filled: in\n"
-    "binary an image of the buffer from address 0 on; in a text format from the lowest filled address on, so\n"
-    "that addresses do not change. With --device-words the whole device is saved. --save-from and --save-size\n"
-    "select another range.\n"
-    "What the file does not fill is FF, or what --clear says.\n";
+    "Every file is verified first: a damaged one is refused, with the places. Addresses and gaps stay as they are; a\n"
+    "binary file has none and holds the bytes from the first one on, --save-from 0 makes it an image from address 0.\n"
+    "--crop comes first, then --swap, then --offset.\n"
+    "The options of the device and of the load take one file through the buffer of a device, in the steps of the load\n"
+    "and save dialogs: with --device-words the whole device is saved, and what the file does not fill is FF, or what\n"
+    "--clear says.\n";
 
 template <class Names>
 std::string joined(const Names& names, std::string_view between)
@@ -66,40 +66,6 @@ int name_index(std::string_view option, const std::optional<std::string>& word,
         refuse(std::string{option} + " " + *word + ": one of " + joined(names, ", ") + " is expected");
     }
     return static_cast<int>(found - names.begin());
-}
-
-bool strip_prefix(std::string_view& text)
-{
-    const bool prefixed = text.starts_with("0x") || text.starts_with("0X");
-    if (prefixed) text.remove_prefix(2);
-    return prefixed;
-}
-
-/// A hexadecimal number, as the dialogs take them; "0x" before it is allowed.
-std::optional<std::int64_t> hexadecimal(std::string_view option, const std::optional<std::string>& word)
-{
-    if (!word) return std::nullopt;
-    std::string_view digits = *word;
-    strip_prefix(digits);
-    const auto value = digits.empty() ? std::nullopt : arith::parse_hex(digits);
-    if (!value) refuse(std::string{option} + " " + *word + ": not a hexadecimal number");
-    return value;
-}
-
-/// A decimal number, or a hexadecimal one after "0x".
-std::optional<std::int64_t> number(std::string_view option, const std::optional<std::string>& word, std::int64_t least,
-                                   std::int64_t most)
-{
-    if (!word) return std::nullopt;
-    std::string_view digits = *word;
-    const int base = strip_prefix(digits) ? 16 : 10;
-    std::int64_t value = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value, base);
-    if (error != std::errc{} || end != digits.data() + digits.size() || value < least || value > most) {
-        refuse(std::string{option} + " " + *word + ": a number from " + std::to_string(least) + " to " +
-               std::to_string(most) + " is expected");
-    }
-    return value;
 }
 
 void add_format_options(CLI::App& command, convert_words& words)
@@ -155,17 +121,28 @@ void add_save_options(CLI::App& command, convert_words& words)
         ->type_name("HEX")
         ->group(group);
     command.add_option("--save-size", words.save_size, "how many bytes")->type_name("HEX")->group(group);
+    command
+        .add_option("--record-bytes", words.record_bytes, "bytes in a record of a text file, 1 to 255 (default: 32)")
+        ->type_name("N")
+        ->group(group);
 }
 
 }  // namespace
 
 void add_convert_options(CLI::App& command, convert_words& words, const std::string& end_of_help)
 {
-    command.add_option("IN", words.in, "the file to load")->type_name("")->required();
-    command.add_option("OUT", words.out, "the file to save; an existing file is replaced")->type_name("")->required();
+    command
+        .add_option("FILE", words.files,
+                    "the files to read, and last the one to write, which replaces an older one; - is standard input or "
+                    "output. FILE@HEX moves what a file holds by that address, FILE@HEX:even (odd, 1of4 ... 4of4) puts "
+                    "it on these bytes alone")
+        ->type_name("IN... OUT")
+        ->expected(2, -1)
+        ->required();
     add_format_options(command, words);
     add_device_options(command, words);
     add_load_options(command, words);
+    add_image_options(command, words.image);
     add_save_options(command, words);
     command.footer(details + ("\n" + end_of_help));
 }
@@ -182,28 +159,49 @@ std::int32_t check_language(const std::optional<std::string>& word)
     return *offset;
 }
 
+/// A device's buffer is loaded from one file, and saved as it is.
+static void check_device_alone(const convert_words& words, const convert_options& options)
+{
+    constexpr const char* why = "the options of the device and of the load take ";
+    if (options.inputs.size() > 1 || options.inputs.front().is_placed())
+        refuse(why + std::string{"one file, at its place"});
+    if (options.inputs.front().is_standard_input() || options.out == "-") refuse(why + std::string{"files, not -"});
+    const image_words& image = words.image;
+    if (image.crop || image.offset || image.fill || image.swap || image.fill_gaps || words.record_bytes)
+        refuse(why + std::string{"no --crop, --offset, --fill, --fill-gaps, --swap and --record-bytes"});
+}
+
+std::optional<int> format_to_load(const std::optional<std::string>& word) { return format_index("--from", word, true); }
+
 convert_options check(const convert_words& words)
 {
     constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();
     constexpr std::int64_t margin = 2200;  // of the buffer's mapping
     convert_options options;
-    options.in = words.in;
-    options.out = words.out;
-    options.from = format_index("--from", words.from, true);
+    for (std::size_t i = 0; i + 1 < words.files.size(); ++i) options.inputs.push_back(checked_input(words.files[i]));
+    options.in = options.inputs.front().path;
+    options.out = words.files.back();
+    options.image = check(words.image);
+    options.from = format_to_load(words.from);
     options.to = format_index("--to", words.to, false);
     options.from_mode = name_index("--from-mode", words.from_mode, mode_names);
     options.to_mode = name_index("--to-mode", words.to_mode, mode_names);
     options.clear = name_index("--clear", words.clear, clear_names);
-    options.device_words = number("--device-words", words.device_words, 0, most);
-    options.word_bytes = number("--word-bytes", words.word_bytes, 1, 255);
-    options.spare_units = number("--spare-units", words.spare_units, 0, 255);
-    options.buffer_bytes = number("--buffer-bytes", words.buffer_bytes, 0, most - margin);
-    options.to_buffer = hexadecimal("--to-buffer", words.to_buffer);
-    options.from_file = hexadecimal("--from-file", words.from_file);
-    options.file_size = hexadecimal("--file-size", words.file_size);
-    options.save_from = hexadecimal("--save-from", words.save_from);
-    options.save_size = hexadecimal("--save-size", words.save_size);
+    options.device_words = checked_count("--device-words", words.device_words, 0, most);
+    options.word_bytes = checked_count("--word-bytes", words.word_bytes, 1, 255);
+    options.spare_units = checked_count("--spare-units", words.spare_units, 0, 255);
+    options.buffer_bytes = checked_count("--buffer-bytes", words.buffer_bytes, 0, most - margin);
+    options.to_buffer = checked_hexadecimal("--to-buffer", words.to_buffer);
+    options.from_file = checked_hexadecimal("--from-file", words.from_file);
+    options.file_size = checked_hexadecimal("--file-size", words.file_size);
+    options.save_from = checked_hexadecimal("--save-from", words.save_from);
+    options.save_size = checked_hexadecimal("--save-size", words.save_size);
+    options.record_bytes = checked_count("--record-bytes", words.record_bytes, 1, 255);
     options.language = check_language(words.language);
+    options.needs_device = words.device_words || words.word_bytes || words.spare_units || words.buffer_bytes ||
+                           words.from_mode || words.to_mode || words.to_buffer || words.from_file || words.file_size ||
+                           words.clear;
+    if (options.needs_device) check_device_alone(words, options);
     return options;
 }
 

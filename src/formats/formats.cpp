@@ -62,9 +62,14 @@ detected_format detect_format(const std::string& path)
     input_file file{path};
     std::vector<std::uint8_t> head(detection_head_bytes);
     head.resize(file.read_at(0, head));
+    return detect_format({head, file.length()}, path);
+}
+
+detected_format detect_format(const file_start& file, const std::string& path)
+{
     detected_format best{0, detection::no};
     for (int index = 0; const format& candidate : formats()) {
-        const detection certainty = candidate.detect({head, file.length()});
+        const detection certainty = candidate.detect(file);
         const bool named = certainty == best.certainty && certainty != detection::no &&
                            has_extension(candidate, path) &&
                            !has_extension(formats()[static_cast<std::size_t>(best.index)], path);

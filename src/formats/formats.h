@@ -63,5 +63,7 @@ struct detected_format {
 /// The format of a file by its content; the surest detector wins. On a tie the file's extension decides, then the lower
 /// index. Throws file_error.
 detected_format detect_format(const std::string& path);
+/// The same of what is at hand; only the extension of `path` counts.
+detected_format detect_format(const file_start& file, const std::string& path);
 
 }  // namespace tamrix

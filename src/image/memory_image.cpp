@@ -3,53 +3,92 @@
 #include "image/crc32.h"
 
 #include <algorithm>
+#include <bit>
 #include <numeric>
 #include <stdexcept>
 
 namespace tamrix {
 
-std::uint8_t* memory_image::page_of(std::uint64_t address)
+void memory_image::page::fill(std::uint64_t first, std::uint64_t count)
+{
+    constexpr std::uint64_t all = ~std::uint64_t{0};
+    const std::uint64_t last = first + count - 1;
+    const std::uint64_t from = all << first % 64, to = all >> (63 - last % 64);
+    if (first / 64 == last / 64) {
+        filled[first / 64] |= from & to;
+        return;
+    }
+    filled[first / 64] |= from;
+    for (std::uint64_t word = first / 64 + 1; word < last / 64; ++word) filled[word] = all;
+    filled[last / 64] |= to;
+}
+
+memory_image::page& memory_image::page_of(std::uint64_t address)
 {
     const std::uint64_t first = address / page_bytes * page_bytes;
     if (first != last_address_) {
-        page& wanted = pages_[first];
-        if (wanted == nullptr) wanted = std::make_unique_for_overwrite<std::uint8_t[]>(page_bytes);
+        std::unique_ptr<page>& wanted = pages_[first];
+        if (wanted == nullptr) {
+            wanted = std::make_unique_for_overwrite<page>();
+            wanted->filled.fill(0);
+        }
         last_address_ = first;
         last_page_ = wanted.get();
     }
-    return last_page_ + (address - first);
+    return *last_page_;
 }
 
 void memory_image::take(std::uint64_t address, std::span<const std::uint8_t> bytes)
 {
     if (address >= image_address_limit || image_address_limit - address < bytes.size())
         throw std::out_of_range{"an address of more than 48 bits"};
-    filled_.add({address, bytes.size()});
+    filled_.reset();
     while (!bytes.empty()) {
-        const std::uint64_t room = page_bytes - address % page_bytes;
-        const std::size_t count = std::min<std::uint64_t>(room, bytes.size());
-        std::ranges::copy(bytes.first(count), page_of(address));
+        const std::uint64_t inside = address % page_bytes;
+        const std::size_t count = std::min<std::uint64_t>(page_bytes - inside, bytes.size());
+        page& held = page_of(address);
+        std::ranges::copy(bytes.first(count), held.bytes.begin() + static_cast<std::ptrdiff_t>(inside));
+        held.fill(inside, count);
         bytes = bytes.subspan(count);
         address += count;
     }
 }
 
+const segment_list& memory_image::filled() const
+{
+    if (filled_) return *filled_;
+    filled_.emplace();
+    for (const auto& [first, held] : pages_) {
+        for (std::uint64_t word = 0; word < held->filled.size(); ++word) {
+            std::uint64_t bits = held->filled[word];
+            for (std::uint64_t at = 0; bits != 0;) {
+                const auto gap = static_cast<std::uint64_t>(std::countr_zero(bits));
+                const auto run = static_cast<std::uint64_t>(std::countr_one(bits >> gap));
+                filled_->add({first + 64 * word + at + gap, run});
+                at += gap + run;
+                bits = at < 64 ? held->filled[word] >> at : 0;
+            }
+        }
+    }
+    return *filled_;
+}
+
 memory_segment memory_image::extent() const
 {
-    const auto all = filled_.all();
+    const auto all = filled().all();
     return all.empty() ? memory_segment{0, 0} : memory_segment{all.front().first, all.back().end() - all.front().first};
 }
 
 void memory_image::visit(memory_segment range, const visitor& see) const
 {
-    const auto all = filled_.all();
+    const auto all = filled().all();
     auto segment = std::ranges::upper_bound(all, range.first, {}, &memory_segment::end);
     for (; segment != all.end() && segment->first < range.end(); ++segment) {
         std::uint64_t from = std::max(segment->first, range.first);
         const std::uint64_t to = std::min(segment->end(), range.end());
         for (auto held = pages_.find(from / page_bytes * page_bytes); from < to; ++held) {
             const std::uint64_t end = std::min(to, held->first + page_bytes);
-            see(from, {held->second.get() + (from - held->first), static_cast<std::size_t>(end - from)});
+            see(from, std::span{held->second->bytes}.subspan(from - held->first, end - from));
             from = end;
         }
     }

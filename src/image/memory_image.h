@@ -3,6 +3,7 @@
 
 #include "image/segments.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -22,8 +23,9 @@ public:
     /// Later bytes of an address replace earlier ones. Throws std::bad_alloc, and std::out_of_range above the limit.
     void take(std::uint64_t address, std::span<const std::uint8_t> bytes) override;
 
-    const segment_list& filled() const { return filled_; }
-    bool empty() const { return filled_.all().empty(); }
+    /// Found anew after each change, in a walk over all bytes.
+    const segment_list& filled() const;
+    bool empty() const { return pages_.empty(); }
     /// From the first byte to the last one, gaps included; empty if there is none.
     memory_segment extent() const;
 
@@ -36,14 +38,19 @@ public:
 
 private:
     static constexpr std::uint64_t page_bytes = 0x10000;
-    using page = std::unique_ptr<std::uint8_t[]>;
+    /// Which bytes are filled is one bit each: halves of a memory that two files bring fill every other byte.
+    struct page {
+        std::array<std::uint8_t, page_bytes> bytes;
+        std::array<std::uint64_t, page_bytes / 64> filled;
+        void fill(std::uint64_t first, std::uint64_t count);
+    };
 
-    std::uint8_t* page_of(std::uint64_t address);
+    page& page_of(std::uint64_t address);
 
-    std::map<std::uint64_t, page> pages_;  // by the address of the first byte
-    std::uint64_t last_address_ = 1;       // of the page that was wanted last; no page's at the start
-    std::uint8_t* last_page_ = nullptr;
-    segment_list filled_;
+    std::map<std::uint64_t, std::unique_ptr<page>> pages_;  // by the address of the first byte
+    std::uint64_t last_address_ = 1;                        // of the page that was wanted last; no page's at the start
+    page* last_page_ = nullptr;
+    mutable std::optional<segment_list> filled_;
 };
 
 /// The sum of all bytes, as programmers show it, and the CRC-32 (polynomial EDB88320) of the bytes in the order of

@@ -40,6 +40,11 @@ private:
     std::vector<memory_segment> held_;
 };
 
+/// The lowest stretch that both have; none if they have nothing in common.
+std::optional<memory_segment> first_common(const segment_list& one, const segment_list& other);
+/// What `from` has and `other` has not.
+segment_list without(const segment_list& from, const segment_list& other);
+
 /// Takes what a file holds, in the order of the file.
 class data_taker {
 public:

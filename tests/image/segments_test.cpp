@@ -53,3 +53,34 @@ TEST(segment_list, says_which_bytes_were_there_as_a_list_of_all_addresses_does)
         ASSERT_EQ(list.bytes(), all.size());
     }
 }
+
+TEST(segment_list, is_compared_as_a_list_of_all_addresses_is)
+{
+    std::mt19937 random{2};
+    for (int run = 0; run < 500; ++run) {
+        segment_list one, other;
+        std::map<std::uint64_t, bool> in_one, in_other;
+        for (int i = 0; i < 6; ++i) {
+            const memory_segment a{random() % 60, random() % 9}, b{random() % 60, random() % 9};
+            one.add(a);
+            other.add(b);
+            for (std::uint64_t at = a.first; at < a.end(); ++at) in_one[at] = true;
+            for (std::uint64_t at = b.first; at < b.end(); ++at) in_other[at] = true;
+        }
+        segment_list left;
+        std::optional<memory_segment> common;
+        for (const auto& [at, filled] : in_one) {
+            if (!in_other.contains(at)) {
+                left.add({at, 1});
+            } else if (!common) {
+                common = memory_segment{at, 1};
+            } else if (common->end() == at) {
+                ++common->length;
+            }
+        }
+        const auto found = without(one, other);
+        ASSERT_EQ(std::vector(found.all().begin(), found.all().end()),
+                  std::vector(left.all().begin(), left.all().end()));
+        ASSERT_EQ(first_common(one, other), common) << run;
+    }
+}
