@@ -1,0 +1,11 @@
+#include "verify/intel_records.h"
+#include "verify/verifiers.h"
+
+namespace tamrix {
+
+verification verify_intel(byte_source& from, const std::string& name, data_taker& data)
+{
+    return intel_records{from, name, data, 1}.read();
+}
+
+}  // namespace tamrix
