@@ -5,6 +5,7 @@
 #include "cli/detect.h"
 #include "cli/fuse_files.h"
 #include "cli/help_text.h"
+#include "cli/image_commands.h"
 #include "cli/logic_test.h"
 #include "cli/selftest.h"
 #include "cli/tour.h"
@@ -27,6 +28,7 @@ constexpr const char* exit_statuses =
 
 struct arguments_of_commands {
     convert_words convert;
+    file_words images;
     std::vector<std::string> files;
     jedec_options jedec;
     std::string svf_in, syspath;
@@ -120,10 +122,15 @@ void add_commands(CLI::App& app, arguments_of_commands& arguments)
     app.footer("tamrix COMMAND --help explains a command.\n" + std::string{exit_statuses});
 
     add_convert_options(
-        *add_command(
-            app, "convert",
-            "Loads IN into a buffer and saves the buffer to OUT, in the same steps as the load and save dialogs."),
+        *add_command(app, "convert",
+                     "Reads files, checks them, and writes what they hold into one file of any format."),
         arguments.convert, std::string{about_language} + exit_statuses);
+
+    add_info_options(*add_command(app, "info", "Says what files hold, and whether they are damaged."),
+                     arguments.images);
+    add_compare_options(*add_command(app, "compare", "Says where two files differ, whatever their formats."),
+                        arguments.images);
+    add_dump_options(*add_command(app, "dump", "Shows the bytes of a file."), arguments.images);
 
     CLI::App* detect =
         add_command(app, "detect", "Prints the format of each file: the index that a host passes, and the name.");
@@ -188,6 +195,9 @@ void run_command(const CLI::App& app, arguments_of_commands& arguments, console&
     arguments.convert.language = arguments.language;
     if (command == "convert") {
         convert(check(arguments.convert), con);
+    } else if (command == "info" || command == "compare" || command == "dump") {
+        check_language(arguments.language);
+        (command == "info" ? info : command == "compare" ? compare : dump)(arguments.images, con);
     } else if (command == "detect") {
         check_language(arguments.language);
         detect(arguments.files, con);
@@ -231,7 +241,8 @@ int parse_and_run(const std::vector<std::string>& words, console& con)
         refuse(error.what());
     }
     if (app.get_subcommands().empty())
-        refuse("a command is expected: analyze, convert, detect, jedec, selftest, svf, ttl, vectors, wave or tour (see "
+        refuse("a command is expected: analyze, compare, convert, detect, dump, info, jedec, selftest, svf, ttl, "
+               "vectors, wave or tour (see "
                "tamrix "
                "--help)");
     run_command(app, arguments, con);
