@@ -1,5 +1,6 @@
 #include "cli/convert.h"
 
+#include "cli/background_io.h"
 #include "cli/conversion_plan.h"
 #include "cli/convert_dialogs.h"
 #include "cli/image_input.h"
@@ -130,7 +131,9 @@ void convert_image(const convert_options& options, console& con)
 
     output_place place{options.out};
     try {
-        image_writer_of(to)(inputs.image, form, place.target());
+        write_later target{place.target()};
+        image_writer_of(to)(inputs.image, form, target);
+        target.finish();
         place.finish();
     } catch (const image_error& error) {
         fail(options.out + ": " + error.what());

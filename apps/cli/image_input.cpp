@@ -1,6 +1,7 @@
 #include "cli/image_input.h"
 
 #include "base/arith.h"
+#include "cli/background_io.h"
 #include "cli/standard_streams.h"
 #include "files/byte_source.h"
 #include "formats/formats.h"
@@ -78,7 +79,7 @@ image_file read_file(const input_word& word, std::optional<int> format, data_tak
         from = std::make_unique<file_source>(word.path);
         length = length_of(word.path);
     }
-    looked_at source{std::move(from)};
+    looked_at source{std::make_unique<read_ahead>(std::move(from))};
     const int index = format   ? *format
                       : length ? detect_format({source.head(), *length}, word.path).index
                                : format_of(source, "");
