@@ -111,6 +111,7 @@ memory_image filled_image(const memory_image& image, const memory_segment& range
 void convert_image(const convert_options& options, console& con)
 {
     image_inputs inputs = read_inputs(options.inputs, options.from, options.image.overlap);
+    if (inputs.files.front().format == "holtek") return convert_through_dialogs(options, con);  // needs the device
     judge(inputs.files, options.image.accept_damage, con);
     apply(options.image, inputs.image);
     const std::string to = to_format(options);

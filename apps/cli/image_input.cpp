@@ -91,9 +91,10 @@ image_file read_file(const input_word& word, std::optional<int> format, data_tak
 
 [[noreturn]] void refuse_without_data(const image_file& file)
 {
-    const bool damaged = file.format != "binary" && file.found.damaged();
+    if (file.format == "binary") fail(file.name + ": an empty file");
+    const auto& remarks = file.found.remarks;
     fail(file.name + ": no data of the format " + file.format + " in it" +
-         (damaged ? "\n" + file.found.remarks.front().text() : ""));
+         (remarks.size() > 1 ? "; " + remarks.front().text() : ""));
 }
 
 /// Of the last one with those before it.

@@ -77,21 +77,32 @@ TEST_F(convert_device, a_start_behind_the_file_is_refused)
     EXPECT_EQ(converted("in.bin", "out.bin", {"--from-file", "3"}), "");
 }
 
-TEST_F(convert_device, a_save_behind_the_device_is_refused)
+TEST_F(convert_device, a_save_beyond_the_device_is_refused)
 {
     folder.write("in.bin", "0123456789");
-    expect_refused({"--save-from", "B"}, "--save-from B: beyond the end of the device (A)");
-    expect_refused({"--save-from", "8", "--save-size", "3"},
-                   "--save-from 8 --save-size 3: reaches beyond the end of the device (A)");
-    expect_refused({"--save-size", "FFFFFFFFFF"},
-                   "--save-from 0 --save-size FFFFFFFFFF: reaches beyond the end of the device (A)");
-    EXPECT_EQ(converted("in.bin", "out.bin", {"--save-from", "8", "--save-size", "2"}), "89");
+    const auto refused = [&](std::vector<std::string> options, const std::string& text) {
+        options.insert(options.end(), {"--device-words", "10"});
+        expect_refused(options, text);
+    };
+    refused({"--save-from", "B"}, "--save-from B: beyond the end of the device (A)");
+    refused({"--save-from", "8", "--save-size", "3"},
+            "--save-from 8 --save-size 3: reaches beyond the end of the device (A)");
+    refused({"--save-size", "FFFFFFFFFF"},
+            "--save-from 0 --save-size FFFFFFFFFF: reaches beyond the end of the device (A)");
+    EXPECT_EQ(converted("in.bin", "out.bin", {"--save-from", "8", "--save-size", "2", "--device-words", "10"}), "89");
+    EXPECT_EQ(converted("in.bin", "out.bin", {"--save-from", "8", "--save-size", "4"}), "89\xFF\xFF")
+        << "without a device there is no end";
 }
 
 TEST_F(convert_device, a_tektronix_file_holds_at_most_64_kib)
 {
     folder.write("in.bin", std::string(0x10001, 'a'));
-    expect_refused({}, "--save-size 10001: more than a Tektronix file can hold (10000)", "out.tek");
+    const auto result = convert({"in.bin", "out.tek"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err,
+              "tamrix: out.tek: the last byte, at 0x10000 is above 0xFFFF, the highest address of Tektronix\n");
+    EXPECT_FALSE(exists("out.tek"));
+    expect_refused({"--clear", "ff"}, "--save-size 10001: more than a Tektronix file can hold (10000)", "out.tek");
     EXPECT_EQ(convert({"in.bin", "out.tek", "--save-size", "10000"}).status, 0);
     EXPECT_TRUE(exists("out.tek"));
 }
@@ -122,7 +133,7 @@ TEST_F(convert_device, a_text_file_that_needs_too_large_a_buffer_is_refused_with
 {
     folder.write("in.hex", ":020000042000DA\r\n:020000004142"
                            "7B\r\n:00000001FF\r\n");
-    const auto result = convert({"in.hex", "out.bin"});
+    const auto result = convert({"in.hex", "out.bin", "--clear", "ff"});
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.out, "");
     EXPECT_EQ(
@@ -137,7 +148,7 @@ TEST_F(convert_device, a_large_binary_file_is_refused_with_advice_where_a_text_f
 {
     folder.write("in.bin", "");
     std::filesystem::resize_file(folder.path("in.bin"), 0x10800000);
-    expect_refused({},
+    expect_refused({"--clear", "ff"},
                    "in.bin: needs a buffer of 10800000 bytes, more than there can be (107FFFFF); --from-file and "
                    "--file-size take a part of it",
                    "out.hex");
@@ -145,16 +156,14 @@ TEST_F(convert_device, a_large_binary_file_is_refused_with_advice_where_a_text_f
               "S3060000000000F9\r\nS70500000000FA\r\n");
 }
 
-TEST_F(convert_device, in_and_out_must_not_be_the_same_file)
+TEST_F(convert_device, a_file_may_be_converted_onto_itself)
 {
     folder.write("in.bin", "abc");
     std::filesystem::create_symlink("in.bin", folder.path("link.hex"));
-    for (const std::string out : {"in.bin", "./in.bin", ".\\in.bin", "link.hex"}) {
-        const auto result = convert({"in.bin", out});
-        EXPECT_EQ(result.status, 2);
-        EXPECT_EQ(result.err, "tamrix: " + out + ": IN and OUT are the same file\n");
-    }
-    EXPECT_EQ(read_text(folder.path("in.bin")), "abc");
+    EXPECT_EQ(converted("in.bin", "./in.bin", {"--swap", "2", "--crop", "0-1"}), "ba");
+    EXPECT_EQ(converted("in.bin", "in.bin", {"--device-words", "3"}), "ba\xFF");
+    EXPECT_EQ(converted("in.bin", "link.hex"), ":020000040000FA\r\n:030000006261FF3B\r\n:00000001FF\r\n");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.path("link.hex")));
 }
 
 TEST_F(convert_test, a_start_in_a_hex16_file_counts_words)

@@ -5,12 +5,24 @@ namespace tamrix::tests {
 using testing::HasSubstr;
 using testing::MatchesRegex;
 
-constexpr const char* two_bytes_at_2 = ":020002004142797A\r\n:00000001FF\r\n";
+constexpr const char* two_bytes_at_2 = ":02000200414279\r\n:00000001FF\r\n";
 
-TEST_F(convert_test, prints_the_status_lines_of_load_and_save_as_they_stand)
+TEST_F(convert_test, says_what_it_read_and_what_it_wrote)
 {
     folder.write("in.bin", "abc");
-    const auto result = convert({"in.bin", "out.hex"});
+    folder.write("one.hex", ":0100100041AE\r\n:00000001FF\r\n");
+    const auto result = convert({"in.bin", "one.hex", "out.hex"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, "in.bin: binary, 3 bytes, 0x0 to 0x2\n"
+                          "one.hex: intel, 1 byte, 0x10 to 0x10\n"
+                          "out.hex: intel, 4 bytes in 2 segments, 0x0 to 0x10\n");
+    EXPECT_EQ(result.err, "");
+}
+
+TEST_F(convert_test, through_a_device_prints_the_status_lines_of_load_and_save_as_they_are)
+{
+    folder.write("in.bin", "abc");
+    const auto result = convert({"in.bin", "out.hex", "--device-words", "3"});
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.out, MatchesRegex(">>Load File OK! Time:[^\n]+\n>> [0-9]+\\.[0-9][0-9]Sec\n"
                                          ">>Save File OK! Time:[^\n]+\n>> [0-9]+\\.[0-9][0-9]Sec\n"));
@@ -28,7 +40,7 @@ TEST_F(convert_test, an_extension_chooses_the_format_of_the_output)
     EXPECT_EQ(converted("in.bin", "out.srec"), motorola);
     EXPECT_EQ(converted("in.bin", "out.tek"), "/00000303"
                                               "616263"
-                                              "18\r\n/0000000000r\r\n");
+                                              "18\r\n/00000000\r\n");
     EXPECT_EQ(converted("in.bin", "out.bin"), "abc");
 }
 
@@ -52,16 +64,16 @@ TEST_F(convert_test, to_goes_before_the_extension)
 TEST_F(convert_test, the_format_of_the_input_is_detected_from_its_content)
 {
     folder.write("in.bin", two_bytes_at_2);
-    EXPECT_EQ(converted("in.bin", "out.bin"), "\xFF\xFF"
-                                              "AB");
+    EXPECT_EQ(converted("in.bin", "out.bin", {"--save-from", "0"}), "\xFF\xFF"
+                                                                    "AB");
 }
 
 TEST_F(convert_test, from_goes_before_the_content)
 {
     folder.write("in.hex", two_bytes_at_2);
     EXPECT_EQ(converted("in.hex", "out.bin", {"--from", "binary"}), two_bytes_at_2);
-    EXPECT_EQ(converted("in.hex", "out.bin", {"--from", "intel"}), "\xFF\xFF"
-                                                                   "AB");
+    EXPECT_EQ(converted("in.hex", "out.bin", {"--from", "intel", "--save-from", "0"}), "\xFF\xFF"
+                                                                                       "AB");
 }
 
 TEST_F(convert_test, what_the_file_does_not_fill_is_cleared)
@@ -79,25 +91,24 @@ TEST_F(convert_test, a_text_file_keeps_its_addresses)
     EXPECT_EQ(converted("in.hex", "out.hex"), ":020000040001F9\r\n:028000004142FB\r\n:00000001FF\r\n");
 }
 
-TEST_F(convert_test, a_binary_file_is_an_image_of_the_buffer_from_0_on)
-{
-    folder.write("in.hex", ":020FFE0041426E\r\n:00000001FF\r\n");
-    EXPECT_EQ(converted("in.hex", "out.bin"), std::string(0xFFE, '\xFF') + "AB");
-}
-
-TEST_F(convert_test, data_that_start_high_bring_a_note_about_from_file)
+TEST_F(convert_test, a_binary_file_begins_with_the_first_byte_and_a_note_says_where_that_was)
 {
     folder.write("in.hex", ":020000040800F2\r\n:020000004142"
                            "7B\r\n:00000001FF\r\n");
-    auto result = convert({"in.hex", "out.bin"});
+    const auto result = convert({"in.hex", "out.bin"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err,
-              "tamrix: note: in.hex: its data start at 8000000; --from-file 8000000 leaves out the empty bytes before "
-              "them\n");
-    EXPECT_EQ(std::filesystem::file_size(folder.path("out.bin")), 0x8000002u);
-    EXPECT_EQ(converted("in.hex", "out.bin", {"--from-file", "8000000"}), "AB");
+              "tamrix: note: out.bin: begins at 0x8000000; --save-from 0 asks for an image from address 0\n");
+    EXPECT_EQ(read_text(folder.path("out.bin")), "AB");
     EXPECT_EQ(converted("in.hex", "out.s37"), "S307080000004142"
                                               "6D\r\nS70500000000FA\r\n");
+}
+
+TEST_F(convert_test, an_image_from_address_0_is_asked_for)
+{
+    folder.write("in.hex", ":020FFE0041426E\r\n:00000001FF\r\n");
+    EXPECT_EQ(converted("in.hex", "out.bin", {"--save-from", "0"}), std::string(0xFFE, '\xFF') + "AB");
+    EXPECT_EQ(converted("in.hex", "out.bin", {"--save-from", "FF0", "--fill", "0"}), std::string(14, '\0') + "AB");
 }
 
 TEST_F(convert_test, to_buffer_and_from_file_move_the_data)
@@ -185,7 +196,7 @@ TEST_F(convert_test, a_path_with_blanks_and_letters_of_every_kind_is_taken)
     EXPECT_EQ(converted(name, "out " + name), "abc");
 }
 
-TEST_F(convert_test, both_kinds_of_separators_stand_in_paths)
+TEST_F(convert_test, both_kinds_of_separators_are_taken_in_paths)
 {
     std::filesystem::create_directories(folder.path("a/b"));
     folder.write("a/b/in.bin", "abc");

@@ -73,7 +73,7 @@ TEST(usage, no_command_is_wrong_usage)
     EXPECT_EQ(result.out, "");
     EXPECT_EQ(
         result.err,
-        "tamrix: a command is expected: analyze, convert, detect, jedec, selftest, svf, ttl, vectors, wave or tour "
+        "tamrix: a command is expected: analyze, compare, convert, detect, dump, info, jedec, selftest, svf, ttl, vectors, wave or tour "
         "(see tamrix --help)\n");
 }
 
