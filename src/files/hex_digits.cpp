@@ -1,11 +1,9 @@
 #include "files/hex_digits.h"
 
+#include "files/hex_digits_sse2.h"
+
 #include <array>
 #include <cstring>
-
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
 
 namespace tamrix::hex_digits {
 
@@ -19,39 +17,17 @@ constexpr auto pairs = [] {
 
 #if defined(__SSE2__)
 
-/// The values of 16 digits, one a byte; false where one of them is none.
-bool sixteen_values(const std::uint8_t* text, __m128i& values_out)
-{
-    const __m128i characters = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
-    const __m128i as_digit = _mm_sub_epi8(characters, _mm_set1_epi8('0'));
-    const __m128i as_letter = _mm_sub_epi8(_mm_or_si128(characters, _mm_set1_epi8(0x20)), _mm_set1_epi8('a'));
-    const __m128i is_digit = _mm_cmpeq_epi8(_mm_min_epu8(as_digit, _mm_set1_epi8(9)), as_digit);
-    const __m128i is_letter = _mm_cmpeq_epi8(_mm_min_epu8(as_letter, _mm_set1_epi8(5)), as_letter);
-    values_out = _mm_or_si128(_mm_and_si128(as_digit, is_digit),
-                              _mm_and_si128(_mm_add_epi8(as_letter, _mm_set1_epi8(10)), is_letter));
-    return _mm_movemask_epi8(_mm_or_si128(is_digit, is_letter)) == 0xFFFF;
-}
-
-/// Pairs of values, high digit first, as bytes in 16-bit lanes.
-__m128i joined(__m128i digit_values)
-{
-    const __m128i high = _mm_slli_epi16(_mm_and_si128(digit_values, _mm_set1_epi16(0x00FF)), 4);
-    return _mm_or_si128(high, _mm_srli_epi16(digit_values, 8));
-}
-
-unsigned byte_sum(__m128i bytes)
-{
-    const __m128i sums = _mm_sad_epu8(bytes, _mm_setzero_si128());
-    return static_cast<unsigned>(_mm_cvtsi128_si32(sums) + _mm_extract_epi16(sums, 4));
-}
+using namespace detail;
 
 /// Blocks of 16 bytes as long as they are complete and good; returns how many bytes were decoded.
 std::size_t decode_blocks(const std::uint8_t* text, std::size_t count, std::uint8_t* target, unsigned& sum)
 {
     std::size_t done = 0;
     for (; done + 16 <= count; done += 16) {
-        __m128i first, second;
-        if (!sixteen_values(text + 2 * done, first) || !sixteen_values(text + 2 * done + 16, second)) break;
+        __m128i bad_first, bad_second;
+        const __m128i first = sixteen_values(text + 2 * done, bad_first);
+        const __m128i second = sixteen_values(text + 2 * done + 16, bad_second);
+        if (_mm_movemask_epi8(_mm_or_si128(bad_first, bad_second)) != 0) break;
         const __m128i bytes = _mm_packus_epi16(joined(first), joined(second));
         _mm_storeu_si128(reinterpret_cast<__m128i*>(target + done), bytes);
         sum += byte_sum(bytes);

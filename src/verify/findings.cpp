@@ -18,12 +18,14 @@ void findings::remark(file_place where, std::string found, std::string expected)
     found_.add({name_, where.line, where.offset, std::move(found), std::move(expected)});
 }
 
-std::uint8_t* findings::new_room(std::uint64_t address, std::size_t count)
+/// Whether there is room for it at the end of the data that wait, or of none.
+bool findings::joins_run(memory_segment added)
 {
+    if (added.first == run_end_ && added.end() <= free_until_ && used_ + added.length <= run_bytes) return true;
     flush();
-    run_end_ = address;
-    free_until_ = filled_.free_until(address);
-    return address + count <= free_until_ ? run_.data() : nullptr;
+    run_end_ = added.first;
+    free_until_ = filled_.free_until(added.first);
+    return added.end() <= free_until_ && added.length <= run_bytes;
 }
 
 void findings::flush()
@@ -37,22 +39,20 @@ void findings::flush()
 
 void findings::take(file_place where, std::uint64_t address, std::span<const std::uint8_t> bytes)
 {
-    constexpr std::size_t most_in_room = 1024;
     if (bytes.empty()) return;
-    if (bytes.size() <= most_in_room) {
-        if (std::uint8_t* const target = room(address, bytes.size())) {
-            std::ranges::copy(bytes, target);
-            return keep(bytes.size());
-        }
-    }
-    flush();
     const memory_segment added{address, bytes.size()};
+    if (joins_run(added)) {
+        std::ranges::copy(bytes, run_.data() + used_);
+        used_ += bytes.size();
+        run_end_ += bytes.size();
+        return;
+    }
     if (const auto twice = filled_.filled_in(added)) {
         remark(where, "data for " + address_text(twice->first) + " to " + address_text(twice->end() - 1) +
                           ", which has data of an earlier record");
     }
     filled_.add(added);
-    free_until_ = 0;
+    free_until_ = run_end_ = added.end();
     found_.record_bytes += bytes.size();
     data_.take(address, bytes);
 }

@@ -4,6 +4,8 @@
 #include "verify/occupancy.h"
 #include "verify/verification.h"
 
+#include "files/hex_record_digits.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -25,22 +27,34 @@ inline file_place at_offset(std::uint64_t offset) { return {.offset = offset}; }
 class findings {
 public:
     /// Both have to outlive it.
-    findings(const std::string& name, data_taker& data) : name_{name}, data_{data}, run_(run_bytes) {}
+    findings(const std::string& name, data_taker& data) : name_{name}, data_{data} {}
 
     void remark(file_place where, std::string found, std::string expected = {});
 
-    /// Where to put up to `count` bytes, at most 1024, for `address`; null if some of the addresses are filled. What
-    /// was put there counts after keep().
-    std::uint8_t* room(std::uint64_t address, std::size_t count)
+    /// Where the data that were taken last go on.
+    struct run_tail {
+        std::uint8_t* next;     // room_after_data is there, too
+        std::uint64_t address;  // of the next byte
+        std::size_t left;       // bytes that may be put there
+
+        void grow(std::size_t count)
+        {
+            next += count;
+            address += count;
+            left -= count;
+        }
+    };
+    run_tail tail()
     {
-        const std::uint64_t end = address + count;
-        if (address != run_end_ || used_ + count > run_bytes || end > free_until_) return new_room(address, count);
-        return run_.data() + used_;
+        const std::uint64_t free = free_until_ - run_end_;
+        const std::size_t left = run_bytes - used_;
+        return {run_.data() + used_, run_end_, free < left ? static_cast<std::size_t>(free) : left};
     }
-    void keep(std::size_t count)
+    /// What was put to the tail counts after this.
+    void keep(const run_tail& grown)
     {
-        used_ += count;
-        run_end_ += count;
+        used_ += static_cast<std::size_t>(grown.address - run_end_);
+        run_end_ = grown.address;
     }
 
     /// Any number of bytes; a remark where an address is filled.
@@ -58,17 +72,18 @@ public:
 private:
     static constexpr std::size_t run_bytes = 0x10000;
 
-    std::uint8_t* new_room(std::uint64_t address, std::size_t count);
+    bool joins_run(memory_segment added);
     void flush();
 
     const std::string& name_;
     data_taker& data_;
     verification found_;
     occupancy filled_;
-    std::vector<std::uint8_t> run_;  // data that follow one another and wait
-    std::size_t used_ = 0;           // of run_
-    std::uint64_t run_end_ = 0;      // address after the last
-    std::uint64_t free_until_ = 0;   // the run may go on up to here
+    // Data that follow one another and wait: `used_` bytes up to the address `run_end_`. More may come up to
+    // `free_until_`.
+    std::vector<std::uint8_t> run_ = std::vector<std::uint8_t>(run_bytes + hex_digits::room_after_data);
+    std::size_t used_ = 0;
+    std::uint64_t run_end_ = 0, free_until_ = 0;
 };
 
 }  // namespace tamrix

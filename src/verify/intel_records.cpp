@@ -1,4 +1,5 @@
 #include "verify/intel_records.h"
+#include "verify/plain_records.h"
 
 #include "base/arith.h"
 
@@ -11,15 +12,27 @@ namespace {
 
 // A record in bytes: count, address, type, data, checksum.
 constexpr std::size_t data_at = 4;
-constexpr std::size_t least_bytes = data_at + 1;
-constexpr std::size_t longest_plain = 1 + 2 * (data_at + 255 + 1) + 2;  // with its line end
+
+/// Data that do not pass the end of their 64 KiB.
+struct plain_kind {
+    std::uint64_t base;
+    static constexpr std::size_t head_bytes = data_at, other_bytes = 0;
+    static constexpr unsigned good_sum = 0;
+    static constexpr char mark[1] = {':'};
+
+    std::uint64_t address(std::uint64_t head, std::size_t length) const
+    {
+        const std::uint64_t offset = (head >> 8 & 0xFF) << 8 | (head >> 16 & 0xFF), type = head >> 24 & 0xFF;
+        return type == 0 && offset + length <= 0x10000 ? base + offset : no_address;
+    }
+};
 
 }  // namespace
 
 verification intel_records::read()
 {
     for (;;) {
-        take_plain_records();
+        if (unit_ == 1) take_plain_records(plain_kind{base_}, lines_, found_);
         if (!lines_.next()) break;
         take_line();
         if (ended_) break;
@@ -30,49 +43,6 @@ verification intel_records::read()
         found_.remark(in_line(lines_.number() + 1), "the end of the file", "the end record :00000001FF");
     }
     return found_.result();
-}
-
-/// Sound data records that do not pass the end of their 64 KiB, as nearly all are. A check of its own for each, and no
-/// more; anything else is left to take_line().
-void intel_records::take_plain_records()
-{
-    if (unit_ != 1) return;
-    for (;;) {
-        const auto text = lines_.ahead();
-        const std::uint8_t* at = text.data();
-        const std::uint8_t* const last = at + text.size();
-        std::uint64_t count = 0;
-        while (static_cast<std::size_t>(last - at) >= longest_plain) {
-            const std::size_t length = plain_record(at);
-            if (length == 0) break;
-            at += length;
-            ++count;
-        }
-        lines_.pass(static_cast<std::size_t>(at - text.data()), count);
-        if (count == 0) return;
-    }
-}
-
-/// The length of the record with its line end; 0 where it is not plain, and then nothing has been taken.
-inline std::size_t intel_records::plain_record(const std::uint8_t* text)
-{
-    const auto head = text[0] == ':' ? hex_digits::decode_four(text + 1) : std::nullopt;
-    if (!head || *head >> 24 != 0) return 0;
-    const std::size_t count = *head & 0xFF;
-    const unsigned high = *head >> 8 & 0xFF, low = *head >> 16 & 0xFF;
-    const unsigned offset = high << 8 | low;
-    if (count == 0 || offset + count > 0x10000) return 0;
-    std::uint8_t* const target = found_.room(base_ + offset, count);
-    unsigned sum = static_cast<unsigned>(count) + high + low;
-    if (target == nullptr || !hex_digits::decode(text + 9, count, target, sum)) return 0;
-    const std::uint8_t* end = text + 9 + 2 * count;
-    const int checksum = hex_digits::byte(end);
-    if (checksum < 0 || ((sum + static_cast<unsigned>(checksum)) & 0xFF) != 0) return 0;
-    end += 2;
-    if (*end != '\r' && *end != '\n') return 0;
-    end += *end == '\r' && end[1] == '\n' ? 2 : 1;
-    found_.keep(count);
-    return static_cast<std::size_t>(end - text);
 }
 
 void intel_records::take_line()

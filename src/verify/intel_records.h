@@ -25,8 +25,6 @@ private:
     /// What the addresses of data records are added to, and where they end.
     enum class address_room { short_only, segment, linear };
 
-    void take_plain_records();
-    std::size_t plain_record(const std::uint8_t* text);
     void take_line();
     void take_record(const hex_record& record, std::size_t payload, bool sound);
     void take_data(const hex_record& record, std::size_t payload);

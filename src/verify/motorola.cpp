@@ -1,5 +1,6 @@
 #include "verify/findings.h"
 #include "verify/hex_record.h"
+#include "verify/plain_records.h"
 #include "verify/record_lines.h"
 #include "verify/verifiers.h"
 
@@ -15,10 +16,25 @@ namespace tamrix {
 namespace {
 
 constexpr std::size_t digits_at = 2;
-constexpr std::size_t longest_plain = digits_at + 2 * (1 + 255) + 2;  // with its line end
 
 /// S1, S2 and S3 have addresses of two, three and four bytes.
 constexpr unsigned address_bytes_of(unsigned type) { return type + 1; }
+
+/// Data of the same type as those ahead of them.
+template <unsigned type>
+struct plain_kind {
+    static constexpr std::size_t address_bytes = address_bytes_of(type), head_bytes = 1 + address_bytes,
+                                 other_bytes = address_bytes + 1;
+    static constexpr unsigned good_sum = 0xFF;
+    static constexpr char mark[2] = {'S', static_cast<char>('0' + type)};
+
+    static std::uint64_t address(std::uint64_t head, std::size_t length)
+    {
+        std::uint64_t first = 0;
+        for (std::size_t i = 1; i <= address_bytes; ++i) first = first << 8 | (head >> 8 * i & 0xFF);
+        return first + length <= std::uint64_t{1} << 8 * address_bytes ? first : no_address;
+    }
+};
 
 class motorola_verifier {
 public:
@@ -27,8 +43,7 @@ public:
     verification read();
 
 private:
-    void take_plain_records();
-    std::size_t plain_record(const std::uint8_t* text);
+    void take_plain();
     void take_line();
     void take_record(unsigned type, const hex_record& record, bool sound);
     void take_header(const hex_record& record, bool sound);
@@ -52,7 +67,7 @@ private:
 verification motorola_verifier::read()
 {
     for (;;) {
-        take_plain_records();
+        take_plain();
         if (!lines_.next()) break;
         take_line();
         if (ended_) break;
@@ -65,55 +80,15 @@ verification motorola_verifier::read()
     return found_.result();
 }
 
-/// Sound data records of the same kind as the one ahead of them, as nearly all are. All else is left to take_line().
-void motorola_verifier::take_plain_records()
+void motorola_verifier::take_plain()
 {
-    if (type_ == 0 || counted_) return;
-    for (;;) {
-        const auto text = lines_.ahead();
-        const std::uint8_t* at = text.data();
-        const std::uint8_t* const last = at + text.size();
-        std::uint64_t count = 0;
-        while (static_cast<std::size_t>(last - at) >= longest_plain) {
-            const std::size_t length = plain_record(at);
-            if (length == 0) break;
-            at += length;
-            ++count;
-        }
-        data_records_ += count;
-        lines_.pass(static_cast<std::size_t>(at - text.data()), count);
-        if (count == 0) return;
+    if (counted_) return;
+    switch (type_) {
+    case 1: data_records_ += take_plain_records(plain_kind<1>{}, lines_, found_); break;
+    case 2: data_records_ += take_plain_records(plain_kind<2>{}, lines_, found_); break;
+    case 3: data_records_ += take_plain_records(plain_kind<3>{}, lines_, found_); break;
+    default: break;
     }
-}
-
-/// The length of the record with its line end; 0 where it is not plain, and then nothing has been taken.
-inline std::size_t motorola_verifier::plain_record(const std::uint8_t* text)
-{
-    if (text[0] != 'S' || text[1] != '0' + type_) return 0;
-    const int count = hex_digits::byte(text + digits_at);
-    const unsigned address_bytes = address_bytes_of(type_);
-    if (count <= static_cast<int>(address_bytes + 1)) return 0;
-    auto sum = static_cast<unsigned>(count);
-    std::uint64_t address = 0;
-    for (unsigned i = 1; i <= address_bytes; ++i) {
-        const int byte = hex_digits::byte(text + digits_at + 2 * i);
-        if (byte < 0) return 0;
-        sum += static_cast<unsigned>(byte);
-        address = address << 8 | static_cast<unsigned>(byte);
-    }
-    const std::size_t length = static_cast<unsigned>(count) - address_bytes - 1;
-    if (address + length > std::uint64_t{1} << 8 * address_bytes) return 0;
-    std::uint8_t* const target = found_.room(address, length);
-    const std::uint8_t* const data = text + digits_at + 2 * (1 + address_bytes);
-    if (target == nullptr || !hex_digits::decode(data, length, target, sum)) return 0;
-    const std::uint8_t* end = data + 2 * length;
-    const int checksum = hex_digits::byte(end);
-    if (checksum < 0 || ((sum + static_cast<unsigned>(checksum)) & 0xFF) != 0xFF) return 0;
-    end += 2;
-    if (*end != '\r' && *end != '\n') return 0;
-    end += *end == '\r' && end[1] == '\n' ? 2 : 1;
-    found_.keep(length);
-    return static_cast<std::size_t>(end - text);
 }
 
 void motorola_verifier::take_line()
