@@ -19,9 +19,9 @@ inline __m128i sixteen_values(const std::uint8_t* text, __m128i& bad_out)
     const __m128i as_digit = _mm_sub_epi8(high, _mm_set1_epi8(static_cast<char>(0xF0)));
     const __m128i upper_case = _mm_and_si128(characters, _mm_set1_epi8(static_cast<char>(0xDF)));
     const __m128i as_letter = _mm_adds_epu8(_mm_sub_epi8(upper_case, _mm_set1_epi8('A')), _mm_set1_epi8(10));
-    const __m128i values = _mm_min_epu8(as_digit, as_letter);
-    bad_out = _mm_adds_epu8(values, _mm_set1_epi8(0x7F - 15));
-    return values;
+    const __m128i digit_values = _mm_min_epu8(as_digit, as_letter);
+    bad_out = _mm_adds_epu8(digit_values, _mm_set1_epi8(0x7F - 15));
+    return digit_values;
 }
 
 /// Pairs of values, high digit first, as bytes in 16-bit lanes.

@@ -9,7 +9,11 @@ namespace tamrix {
 
 namespace {
 
-std::string address_text(std::uint64_t address) { return arith::hex_fixed(address, address > 0xFFFF ? 8 : 4); }
+std::string address_text(std::uint64_t address)
+{
+    if (address > 0xFFFFFFFF) return arith::hex(static_cast<std::int64_t>(address));
+    return arith::hex_fixed(address, address > 0xFFFF ? 8 : 4);
+}
 
 }  // namespace
 

@@ -23,7 +23,7 @@ struct verification {
     std::uint64_t remark_count = 0;     // all
     segment_list segments{};
     std::uint64_t record_bytes = 0;                // of data; more than the segments have where records overlap
-    std::optional<std::uint64_t> start_address{};  // of the program, as its record has it
+    std::optional<std::uint64_t> start_address{};  // of the program, in bytes; of CS and IP, what they make together
     std::string header{};                          // the text of a header record
 
     bool damaged() const { return remark_count != 0; }
@@ -39,7 +39,8 @@ struct verification {
 using verify_routine = verification (*)(byte_source& from, const std::string& name, data_taker& data);
 
 /// The one of a buffer format, by its name on the command line: binary, intel, motorola, tektronix, holtek, emc,
-/// intel16, texas. Null for any other name.
+/// intel16, texas. Null for any other name. The second segment of a holtek file has no address without a device; its
+/// data are said to be at the next multiple of 256 after the first.
 verify_routine verifier_of(std::string_view format);
 
 }  // namespace tamrix
