@@ -153,11 +153,11 @@ TEST(texas_verifier, reads_a_line_of_any_length)
 
 TEST(binary_verifier, keeps_every_byte)
 {
-    const std::string content(1'000'001, 'q');
+    const std::string content(300'001, 'q');
     const reading read = verify("binary", content);
     EXPECT_EQ(read.bytes.size(), content.size());
     EXPECT_EQ(read.found.record_bytes, content.size());
-    EXPECT_EQ(read.segments(), "0+F4241");
+    EXPECT_EQ(read.segments(), "0+493E1");
 }
 
 }  // namespace

@@ -90,10 +90,7 @@ std::string holtek_bytes()
 }
 
 /// Nothing but the form of a line is protected.
-bool of_texas(const turned& bit)
-{
-    return of_text(bit) || (std::isxdigit(bit.was) && std::isxdigit(bit.is));
-}
+bool of_texas(const turned& bit) { return of_text(bit) || (std::isxdigit(bit.was) && std::isxdigit(bit.is)); }
 
 const bit_case bit_cases[] = {
     {"intel", "intel", intel_lines, of_text},
@@ -107,8 +104,7 @@ const bit_case bit_cases[] = {
     {"tektronix", "tektronix", tek_lines, of_text},
     {"texas", "texas", texas_lines, of_texas},
     // The header of the file, and nothing else.
-    {"holtek", "holtek", holtek_bytes(),
-     [](const turned& bit) { return bit.at == 3 || bit.at == 4; }},
+    {"holtek", "holtek", holtek_bytes(), [](const turned& bit) { return bit.at == 3 || bit.at == 4; }},
     // All data; the count is compared with the file's length.
     {"emc", "emc", std::string{"\2\0abcd", 6}, [](const turned& bit) { return bit.at >= 2; }},
     {"binary", "binary", "abc", [](const turned&) { return true; }},
