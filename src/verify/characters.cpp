@@ -4,7 +4,7 @@
 
 namespace tamrix {
 
-std::string name_of(int character)
+std::string character_name(int character)
 {
     if (character == characters::end) return "the end of the file";
     if (character > ' ' && character < 0x7F) return "character " + std::string{static_cast<char>(character)};

@@ -60,6 +60,6 @@ private:
 inline bool is_blank(int one) { return one == ' ' || one == '\n' || one == '\r' || one == '\t'; }
 
 /// As a remark names it: "character X", or by its value where it cannot be seen; "the end of the file".
-std::string name_of(int character);
+std::string character_name(int character);
 
 }  // namespace tamrix

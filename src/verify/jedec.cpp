@@ -5,7 +5,11 @@
 #include "verify/jedec_field_rules.h"
 #include "verify/jedec_verifier.h"
 
+#include <algorithm>
+
 namespace tamrix {
+
+using namespace jedec_rules;
 
 jedec_reading jedec_verifier::read()
 {
@@ -16,6 +20,7 @@ jedec_reading jedec_verifier::read()
     look_at_whole();
     result_.stated_transmission = text_.close();
     result_.transmission_sum = text_.checksum();
+    std::ranges::stable_sort(result_.remarks, {}, &diagnostic::line);  // those on the whole come last so far
     return std::move(result_);
 }
 
@@ -53,7 +58,7 @@ bool jedec_verifier::read_field()
             read_kept(static_cast<char>(letter));
         } else {
             const std::string text = text_.to_star(true);
-            remark(letter > ' ' && letter < 0x7F ? shown(static_cast<char>(letter), text) : name_of(letter),
+            remark(letter > ' ' && letter < 0x7F ? shown(static_cast<char>(letter), text) : character_name(letter),
                    "a field of the standard");
         }
     }

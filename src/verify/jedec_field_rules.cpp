@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
-namespace tamrix {
+namespace tamrix::jedec_rules {
 
 namespace {
 
@@ -88,4 +88,4 @@ std::string shown(char letter, std::string_view text)
     return "field " + result + (text.size() > most_shown ? "..." : "");
 }
 
-}  // namespace tamrix
+}  // namespace tamrix::jedec_rules

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace tamrix {
+namespace tamrix::jedec_rules {
 
 /// What the text of field `letter` should have been; none if it is right. Not for F L C Q V and P.
 std::optional<std::string> expected_of_field(char letter, std::string_view text);
@@ -25,4 +25,4 @@ std::optional<std::uint64_t> number_of(std::string_view text);
 /// A field as a remark shows it, cut where it is long.
 std::string shown(char letter, std::string_view text);
 
-}  // namespace tamrix
+}  // namespace tamrix::jedec_rules

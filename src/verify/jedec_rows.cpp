@@ -7,6 +7,8 @@
 
 namespace tamrix {
 
+using namespace jedec_rules;
+
 /// The number that a row or a vector begins with, and the blank after it.
 std::optional<std::uint64_t> jedec_verifier::leading_number(std::string& digits)
 {
@@ -39,7 +41,7 @@ void jedec_verifier::read_bits(std::uint64_t fuse)
     for (; one != '*' && one != jedec_text::over; one = text_.next()) {
         if (one != '0' && one != '1') {
             if (is_blank(one) || std::exchange(strange, true)) continue;
-            text_.remark(text_.line(), name_of(one), "0 or 1");
+            text_.remark(text_.line(), character_name(one), "0 or 1");
             continue;
         }
         const std::uint64_t at = fuse++;
@@ -72,7 +74,7 @@ void jedec_verifier::read_vector()
     last_vector_ = *number;
     std::erase_if(conditions, [](char one) { return is_blank(one); });
     if (const auto wrong = wrong_condition(conditions)) {
-        remark("vector " + std::to_string(*number) + ": " + name_of(static_cast<unsigned char>(*wrong)),
+        remark("vector " + std::to_string(*number) + ": " + character_name(static_cast<unsigned char>(*wrong)),
                "a test condition");
     }
     if (conditions.size() != stated_pins_.value_or(0)) {

@@ -14,7 +14,7 @@ bool jedec_text::open()
         next();
         return true;
     }
-    remark(line(), name_of(in_.peek()), "STX");
+    remark(line(), character_name(in_.peek()), "STX");
     return in_.peek() != characters::end;
 }
 
@@ -42,7 +42,7 @@ std::string jedec_text::to_star(bool any_letters)
     int one = next();
     for (; one != '*' && one != over; one = next()) {
         const bool seen = (one >= ' ' && one < 0x7F) || is_blank(one) || (any_letters && one > 0x7F);
-        if (!seen && !told) remark(line(), name_of(one), "text");
+        if (!seen && !told) remark(line(), character_name(one), "text");
         told = told || !seen;
         text.push_back(static_cast<char>(one));
     }
@@ -53,7 +53,7 @@ std::string jedec_text::to_star(bool any_letters)
 std::optional<std::uint16_t> jedec_text::close()
 {
     if (!etx_seen_) {
-        remark(line(), name_of(characters::end), "ETX");
+        remark(line(), character_name(characters::end), "ETX");
         return std::nullopt;
     }
     const auto stated = stated_checksum();
@@ -72,7 +72,7 @@ std::optional<std::uint16_t> jedec_text::stated_checksum()
         const int one = in_.peek();
         const unsigned nibble = one == characters::end ? 0xFF : hex_digits::digit(static_cast<std::uint8_t>(one));
         if (nibble > 0xF) {
-            remark(line(), name_of(one), "a transmission checksum of four digits");
+            remark(line(), character_name(one), "a transmission checksum of four digits");
             return std::nullopt;
         }
         value = value * 16 + nibble;
@@ -86,7 +86,7 @@ void jedec_text::look_after_checksum()
 {
     constexpr int control_z = 0x1A;
     while (is_blank(in_.peek()) || in_.peek() == control_z) in_.get();
-    if (in_.peek() != characters::end) remark(line(), name_of(in_.peek()), "the end of the file");
+    if (in_.peek() != characters::end) remark(line(), character_name(in_.peek()), "the end of the file");
 }
 
 }  // namespace tamrix

@@ -47,7 +47,7 @@ public:
 
 private:
     int special(int one);
-    std::string end_name() const { return etx_seen_ ? "the end of the text" : name_of(characters::end); }
+    std::string end_name() const { return etx_seen_ ? "the end of the text" : character_name(characters::end); }
     std::optional<std::uint16_t> stated_checksum();
     void look_after_checksum();
 

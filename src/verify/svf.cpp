@@ -116,7 +116,7 @@ void svf_verifier::judge_value(svf_statement& one, std::uint64_t length)
     if (value == nullptr) return;
     const std::uint64_t digits = length / 4 + (length % 4 != 0);
     if (value->no_digit != 0) {
-        words_.remark(value->line, name_of(value->no_digit), "a hexadecimal digit");
+        words_.remark(value->line, character_name(value->no_digit), "a hexadecimal digit");
     } else if (value->length != digits) {
         words_.remark(value->line, "digit count " + std::to_string(value->length),
                       std::to_string(digits) + " for " + std::to_string(length) + " bits");
@@ -194,7 +194,8 @@ void svf_verifier::judge_levels(svf_statement& one)
         words_.remark(levels->line, "level count " + std::to_string(levels->length), std::to_string(*pins_));
     const auto wrong = levels->text.find_first_not_of("HLZUDX \t\r\n");
     if (wrong != std::string::npos)
-        words_.remark(levels->line, name_of(static_cast<unsigned char>(levels->text[wrong])), "H, L, Z, U, D or X");
+        words_.remark(levels->line, character_name(static_cast<unsigned char>(levels->text[wrong])),
+                      "H, L, Z, U, D or X");
 }
 
 }  // namespace

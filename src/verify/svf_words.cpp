@@ -27,7 +27,7 @@ std::optional<std::vector<svf_word>> svf_words::next()
         const int one = after_blanks();
         const std::uint64_t begin = line();
         if (one == characters::end) {
-            if (!words.empty()) remark(begin, name_of(one), ";");
+            if (!words.empty()) remark(begin, character_name(one), ";");
             return std::nullopt;
         }
         if (one == ';') {
@@ -85,7 +85,7 @@ bool svf_words::read_parentheses(svf_word& word)
         const int one = in_.peek();
         if (one == ')') return in_.get() == ')';
         if (one == ';' || one == characters::end) {
-            remark(line(), one == ';' ? ";" : name_of(one), ")");
+            remark(line(), one == ';' ? ";" : character_name(one), ")");
             in_.get();
             return false;
         }
