@@ -15,8 +15,6 @@ namespace tamrix::cli {
 
 namespace {
 
-constexpr std::size_t most_shown = 10;  // remarks of a file
-
 /// A source whose first bytes have been looked at already.
 class looked_at final : public byte_source {
 public:
@@ -153,22 +151,11 @@ image_inputs read_inputs(const std::vector<input_word>& inputs, std::optional<in
     return made;
 }
 
-std::string places_text(std::uint64_t count) { return std::to_string(count) + (count == 1 ? " place" : " places"); }
-
-void tell_remarks(const image_file& file, console& con)
-{
-    const auto& remarks = file.found.remarks;
-    for (std::size_t i = 0; i < std::min(remarks.size(), most_shown); ++i) con.error(remarks[i].text());
-    if (file.found.remark_count > most_shown)
-        con.error(file.name + ": damaged at " + places_text(file.found.remark_count) + " in all");
-}
-
 void judge(std::span<const image_file> files, bool accept_damage, console& con)
 {
-    for (const image_file& file : files) tell_remarks(file, con);
-    if (std::ranges::none_of(files, [](const image_file& file) { return file.found.damaged(); })) return;
-    if (!accept_damage) fail("damaged files are refused; --accept-damage takes what can be read");
-    con.note("the damage is accepted");
+    for (const image_file& file : files) tell_remarks(file.name, file.found, con);
+    if (std::ranges::any_of(files, [](const image_file& file) { return file.found.damaged(); }))
+        judge_damage(accept_damage, con);
 }
 
 std::string address_text(std::uint64_t address) { return "0x" + arith::hex(static_cast<std::int64_t>(address)); }

@@ -3,6 +3,7 @@
 
 #include "cli/console.h"
 #include "cli/input_word.h"
+#include "cli/remarks.h"
 #include "image/memory_image.h"
 #include "verify/verification.h"
 
@@ -37,11 +38,6 @@ image_file verified(const input_word& input, std::optional<int> format);
 
 /// Reads one file into an image. Throws command_error as read_inputs() does.
 image_file read_image(const input_word& input, std::optional<int> format, memory_image& into);
-
-/// Shows the remarks of a file, up to ten, and their count if there are more.
-void tell_remarks(const image_file& file, console& con);
-/// "1 place", "12 places".
-std::string places_text(std::uint64_t count);
 
 /// Shows each remark of the files, up to ten a file, and fails unless damage is accepted.
 void judge(std::span<const image_file> files, bool accept_damage, console& con);

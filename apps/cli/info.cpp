@@ -112,7 +112,7 @@ void info(const file_words& words, console& con)
                 objects.push_back(object_of(facts));
             } else {
                 tell(facts, device_bytes, con);
-                tell_remarks(facts.file, con);
+                tell_remarks(facts.file.name, facts.file.found, con);
             }
             if (facts.file.found.damaged()) ++unsound;
         } catch (const command_error& error) {
