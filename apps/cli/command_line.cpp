@@ -31,7 +31,7 @@ struct arguments_of_commands {
     file_words images;
     std::vector<std::string> files;
     jedec_options jedec;
-    std::string svf_in, syspath;
+    svf_options svf;
     ttl_words ttl;
     selftest_words selftest;
     analyze_words analyze;
@@ -137,19 +137,25 @@ void add_commands(CLI::App& app, arguments_of_commands& arguments)
     detect->add_option("FILE", arguments.files, "the files to look at")->type_name("")->required();
 
     CLI::App* jedec =
-        add_command(app, "jedec", "Reads a JEDEC fuse file, says what is in it, and rewrites it with -o.");
+        add_command(app, "jedec", "Verifies a JEDEC fuse file, says what is in it, and rewrites it with -o.");
     jedec->add_option("IN", arguments.jedec.in, "the file to read")->type_name("")->required();
     jedec->add_option("-o,--output", arguments.jedec.out, "the file to write")->type_name("OUT");
-    jedec->add_option("--words", arguments.jedec.words, "fuses of the device (default: the QF field of IN)")
+    jedec->add_option("--words", arguments.jedec.words, "fuses of the device (default: what IN says or has)")
         ->type_name("N");
     jedec->add_option("--page", arguments.jedec.page, "fuses in a row of OUT, 10 or more (default: 32)")
         ->type_name("N");
     jedec->add_option("--type", arguments.jedec.type, "type of the device, for OUT")->type_name("T");
     jedec->add_option("--maker", arguments.jedec.maker, "maker of the device, for OUT")->type_name("M");
+    jedec->add_flag("--as-plug-in", arguments.jedec.as_plug_in,
+                    "writes OUT as the plug-in does, not in the form of the standard");
+    jedec->add_flag("--accept-damage", arguments.jedec.accept_damage, "goes on with a damaged file");
 
-    CLI::App* svf = add_command(app, "svf", "Copies an SVF file to pldtmp.svf under the system path.");
-    svf->add_option("IN", arguments.svf_in, "the file to copy")->type_name("")->required();
-    svf->add_option("--syspath", arguments.syspath, "the folder; ends with a separator")->type_name("DIR/")->required();
+    CLI::App* svf = add_command(app, "svf", "Verifies an SVF file and copies it to pldtmp.svf under the system path.");
+    svf->add_option("IN", arguments.svf.in, "the file to copy")->type_name("")->required();
+    svf->add_option("--syspath", arguments.svf.syspath, "the folder; ends with a separator")
+        ->type_name("DIR/")
+        ->required();
+    svf->add_flag("--accept-damage", arguments.svf.accept_damage, "goes on with a damaged file");
 
     add_ttl_commands(app, arguments.ttl);
 
@@ -204,7 +210,7 @@ void run_command(const CLI::App& app, arguments_of_commands& arguments, console&
     } else if (command == "jedec") {
         jedec(arguments.jedec, check_language(arguments.language), con);
     } else if (command == "svf") {
-        svf(arguments.svf_in, arguments.syspath, check_language(arguments.language), con);
+        svf(arguments.svf, check_language(arguments.language), con);
     } else if (command == "ttl" || command == "vectors") {
         arguments.ttl.command = command == "ttl" ? name_of_subcommand(app) : command;
         logic_test(arguments.ttl, check_language(arguments.language), con);
