@@ -53,10 +53,10 @@ awk 'BEGIN {
     srand(1); printf "\002A million fuses*\r\nQP28*\r\nQF1000000*\r\nF0*\r\n"
     for (row = 0; row < 1000000; row += 32) {
         printf "L%07d ", row
-        for (i = 0; i < 32; ++i) printf "%d", rand() < 0.5
+        for (i = 0; i < 32; ++i) { fuse = rand() < 0.5; printf "%d", fuse; sum += fuse * 2 ^ (i % 8) }
         printf "*\r\n"
     }
-    printf "C0000*\r\n\0030000"
+    printf "C%04X*\r\n\0030000", sum % 65536
 }' </dev/null >million.jed
 
 start_many() { for ((i = 0; i < 50; ++i)); do "$@" --version; done; }
