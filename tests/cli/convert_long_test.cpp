@@ -81,12 +81,15 @@ TEST_P(a_long_text_file, may_begin_with_its_highest_address)
     EXPECT_TRUE(whole.starts_with(image));
 }
 
-TEST_P(a_long_text_file, may_have_records_behind_its_end_record)
+TEST_P(a_long_text_file, with_records_after_its_end_record_is_damaged_and_loads_up_to_there)
 {
     const bool intel = file == "in.hex";
     lines.push_back(intel ? ":020000040F00EB\r\n" : "S3060F00000000EA\r\n");
     if (intel) lines.push_back(":0100000000FF\r\n");
-    EXPECT_TRUE(loaded(lines) == image);
+    folder.write(file, joined(lines));
+    EXPECT_THAT(convert({file, "none.bin"}).err, testing::HasSubstr("a line after the end record"));
+    EXPECT_EQ(convert({file, "loaded.bin", "--accept-damage"}).status, 0);
+    EXPECT_TRUE(read_text(folder.path("loaded.bin")) == image);
 }
 
 TEST_P(a_long_text_file, with_a_damaged_record_in_the_middle_fails_with_its_line)

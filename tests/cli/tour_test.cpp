@@ -14,7 +14,9 @@ TEST(tour, detects_converts_compares_and_shows_what_failures_say)
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
     EXPECT_THAT(result.out, HasSubstr("$ tamrix detect blink.hex\nblink.hex: 1 intel\n"));
-    EXPECT_THAT(result.out, HasSubstr("$ tamrix convert blink.hex blink.bin\n>>Load File OK!"));
+    EXPECT_THAT(
+        result.out,
+        HasSubstr("$ tamrix convert blink.hex blink.bin\nblink.hex: intel, 129 bytes in 4 segments, 0x0 to 0x13F\n"));
     EXPECT_THAT(result.out, HasSubstr("blink.bin and again.bin hold the same 320 bytes"));
     EXPECT_THAT(result.out, HasSubstr("tamrix: damaged.hex:5: checksum "));
     EXPECT_THAT(result.out, HasSubstr("(exit status 1)"));

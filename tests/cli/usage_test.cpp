@@ -71,10 +71,9 @@ TEST(usage, no_command_is_wrong_usage)
     const auto result = tamrix_command({});
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.out, "");
-    EXPECT_EQ(
-        result.err,
-        "tamrix: a command is expected: analyze, compare, convert, detect, dump, info, jedec, selftest, svf, ttl, vectors, wave or tour "
-        "(see tamrix --help)\n");
+    EXPECT_EQ(result.err, "tamrix: a command is expected: analyze, compare, convert, detect, dump, info, jedec, "
+                          "selftest, svf, ttl, vectors, wave or tour "
+                          "(see tamrix --help)\n");
 }
 
 struct refused {
@@ -185,7 +184,8 @@ TEST(usage, the_messages_of_a_command_are_those_of_the_language)
     for (const host::language& one : host::languages()) {
         for (const std::string& word : {std::string{one.code}, std::to_string(one.offset)}) {
             const auto result =
-                tamrix_command({"convert", "in.bin", "out.bin", "--language", word}, {.folder = folder.path("")});
+                tamrix_command({"convert", "in.bin", "out.bin", "--device-words", "10", "--language", word},
+                               {.folder = folder.path("")});
             if (has_language(one.offset)) {
                 EXPECT_EQ(result.status, 0) << word;
                 EXPECT_THAT(result.out, StartsWith(LoadResString(one.offset + 1134))) << word;
