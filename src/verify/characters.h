@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 
 namespace tamrix {
@@ -30,6 +31,10 @@ public:
         if (one <= '\r') count_line(one);
         return one;
     }
+    /// The next characters, as far as they are in memory; none says nothing.
+    std::span<const std::uint8_t> ahead() const { return std::span{block_}.subspan(at_, count_ - at_); }
+    /// Passes over `count` characters of ahead(), none of which ends a line.
+    void pass(std::size_t count) { at_ += count; }
     /// From 1: the line of the character that get() returns next.
     std::uint64_t line() const { return line_; }
 

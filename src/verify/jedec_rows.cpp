@@ -4,6 +4,7 @@
 #include "verify/jedec_verifier.h"
 
 #include <algorithm>
+#include <span>
 
 namespace tamrix {
 
@@ -36,29 +37,46 @@ void jedec_verifier::read_rows()
 void jedec_verifier::read_bits(std::uint64_t fuse)
 {
     const std::uint64_t first = fuse, limit = fuse_limit();
+    if (result_.stated_count.value_or(0) != 0) fuses_.resize(limit, not_given);
     bool outside = false, again = false, strange = false;
-    int one = text_.next();
-    for (; one != '*' && one != jedec_text::over; one = text_.next()) {
+    const auto store = [&](int bit) {
+        std::uint8_t& state = fuses_[fuse];
+        if (state == not_given) {
+            ++result_.in_rows;
+        } else if (!std::exchange(again, true)) {
+            text_.remark(text_.line(), "fuse " + std::to_string(fuse) + " again", "each fuse once");
+        }
+        state = static_cast<std::uint8_t>(bit - '0');
+        ++fuse;
+    };
+    for (;;) {
+        if (fuse < fuses_.size()) {
+            const auto bits = text_.next_bits(fuses_.size() - fuse);
+            const auto states = std::span{fuses_}.subspan(fuse, bits.size());
+            if (std::ranges::all_of(states, [](std::uint8_t state) { return state == not_given; })) {
+                std::ranges::transform(bits, states.begin(), [](std::uint8_t bit) { return bit & 1; });
+                result_.in_rows += bits.size();
+                fuse += bits.size();
+            } else {
+                std::ranges::for_each(bits, store);
+            }
+        }
+        const int one = text_.next();
+        if (one == '*') break;
+        if (one == jedec_text::over) return text_.remark_no_star();
         if (one != '0' && one != '1') {
             if (is_blank(one) || std::exchange(strange, true)) continue;
             text_.remark(text_.line(), character_name(one), "0 or 1");
-            continue;
+        } else if (fuse < limit) {
+            if (fuse >= fuses_.size()) fuses_.resize(fuse + 1, not_given);
+            store(one);
+        } else {
+            if (!std::exchange(outside, true)) {
+                text_.remark(text_.line(), "fuse " + std::to_string(fuse), "0 to " + std::to_string(limit - 1));
+            }
+            ++fuse;
         }
-        const std::uint64_t at = fuse++;
-        if (at >= limit) {
-            if (!std::exchange(outside, true))
-                text_.remark(text_.line(), "fuse " + std::to_string(at), "0 to " + std::to_string(limit - 1));
-            continue;
-        }
-        if (at >= fuses_.size()) fuses_.resize(at + 1, not_given);
-        if (fuses_[at] == not_given) {
-            ++result_.in_rows;
-        } else if (!std::exchange(again, true)) {
-            text_.remark(text_.line(), "fuse " + std::to_string(at) + " again", "each fuse once");
-        }
-        fuses_[at] = static_cast<std::uint8_t>(one - '0');
     }
-    if (one == jedec_text::over) return text_.remark_no_star();
     if (fuse == first && !strange) remark("row " + std::to_string(first) + " without fuses", "0 or 1");
 }
 

@@ -3,6 +3,8 @@
 #include "base/arith.h"
 #include "files/hex_digits.h"
 
+#include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace tamrix {
@@ -33,6 +35,18 @@ int jedec_text::special(int one)
     if (one != etx) return one;
     etx_seen_ = at_end_ = true;
     return over;
+}
+
+std::span<const std::uint8_t> jedec_text::next_bits(std::size_t most)
+{
+    if (at_end_) return {};
+    const auto ahead = in_.ahead();
+    const auto bits = ahead.first(std::min(most, ahead.size()));
+    const auto end = std::ranges::find_if(bits, [](std::uint8_t one) { return (one | 1) != '1'; });
+    const auto found = bits.first(static_cast<std::size_t>(end - bits.begin()));
+    sum_ = std::accumulate(found.begin(), found.end(), sum_);
+    in_.pass(found.size());
+    return found;
 }
 
 std::string jedec_text::to_star(bool any_letters)

@@ -31,6 +31,8 @@ public:
         return one;
     }
     int peek() { return at_end_ ? over : in_.peek(); }
+    /// Characters "0" and "1" that come next, up to `most`; perhaps not all of them, since a block of the source ends.
+    std::span<const std::uint8_t> next_bits(std::size_t most);
     /// The characters up to the "*", which is passed over.
     std::string to_star(bool any_letters);
     /// After the last field: looks at the checksum. None where it is missing or cannot be read.
