@@ -21,7 +21,7 @@ ROOMS = {
     "include/tamrix": "",
     "base": "",
     "files": "base",
-    "image": "",
+    "image": "files",
     "verify": "base files image",
     "forms": "base",
     "wxui": "forms",
