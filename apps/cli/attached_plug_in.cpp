@@ -55,14 +55,19 @@ attached_plug_in::attached_plug_in(std::int32_t language)
     blocks.value<std::int32_t>("Language") = language;
     std::int16_t num = blocks.num();
     check(methods.bufcomopt(num), screen);
+    blocks.withdraw_names();
+    names_are_held_.reset();
 }
 
 void attached_plug_in::attach_buffer(std::int32_t buflength)
 {
-    blocks.create_buffer(buflength);
-    std::int16_t num = blocks.num();
-    check(methods.buffercomopt(num), screen);
-    blocks.withdraw_names();
+    {
+        const ending_held until_withdrawn;
+        blocks.create_buffer(buflength);
+        std::int16_t num = blocks.num();
+        check(methods.buffercomopt(num), screen);
+        blocks.withdraw_names();
+    }
     take_pages(state.blocks.ibuffer.span());
 }
 

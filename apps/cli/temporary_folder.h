@@ -1,7 +1,8 @@
-// A private folder that exists as long as its object.
+// A private folder that exists as long as its object, and goes away also if a signal ends the command.
 #pragma once
 
 #include "cli/console.h"
+#include "files/unfinished.h"
 
 #include <cerrno>
 #include <cstring>
@@ -19,9 +20,11 @@ public:
     {
         std::error_code none;
         std::string pattern = (std::filesystem::temp_directory_path(none) / "tamrix-XXXXXX").string();
+        const ending_held until_registered;
         if (none || ::mkdtemp(pattern.data()) == nullptr)
             fail("temporary folder: " + std::string{std::strerror(errno)});
         path_ = pattern + "/";
+        unfinished_.hold(pattern);
     }
     ~temporary_folder()
     {
@@ -36,6 +39,7 @@ public:
 
 private:
     std::string path_;
+    unfinished unfinished_;
 };
 
 }  // namespace tamrix::cli

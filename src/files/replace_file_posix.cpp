@@ -2,6 +2,7 @@
 
 #include "base/native_path.h"
 #include "files/file_io.h"
+#include "files/unfinished.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -42,11 +43,13 @@ public:
     /// With the bits of `mode` that the process lets new files have.
     file_beside(const std::string& target, mode_t mode, const std::string& shown) : shown_{shown}
     {
+        const ending_held until_registered;
         do {
             if (file_ >= 0) ::close(file_);
             name_ = fresh_name_beside(target);
             file_ = ::open(name_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode);
         } while (file_ >= 0 ? !hold() : errno == EEXIST);
+        if (file_ >= 0) unfinished_.hold(name_);
     }
     ~file_beside()
     {
@@ -96,6 +99,7 @@ private:
 
     std::string name_, shown_;  // shown in errors: nobody knows the other one
     int file_ = -1;
+    unfinished unfinished_;
 };
 
 std::filesystem::path folder_of(const std::string& target)
