@@ -2,6 +2,7 @@
 #include "cli/analyze.h"
 
 #include "cli/capture_picture.h"
+#include "cli/folders.h"
 #include "files/replace_file.h"
 
 #include <algorithm>
@@ -40,9 +41,10 @@ void analyze_draw(const capture_options& options, console& con)
     const std::int32_t count = std::min(options.count.value_or(usual), last - options.from + 1);
     const capture_view seen{samples, options.from, count, options.period_us};
     if (options.out.empty()) return con.print(letters_of(seen, terminal_has_utf8()));
+    check_folder_of(options.out);
     replace_file(options.out, svg_of(seen));
-    con.line(options.out + ": samples " + std::to_string(options.from) + " to " +
-             std::to_string(options.from + count - 1) + " of " + options.file);
+    con.status(options.out + ": samples " + std::to_string(options.from) + " to " +
+               std::to_string(options.from + count - 1) + " of " + options.file);
 }
 
 }  // namespace tamrix::cli

@@ -1,6 +1,7 @@
 // A recording: the dialog of the logic analyzer, worked as a person would.
 #include "cli/analyze.h"
 
+#include "cli/folders.h"
 #include "cli/temporary_folder.h"
 #include "cli/transcript_file.h"
 #include "files/file_io.h"
@@ -112,7 +113,7 @@ void print_end(const record_options& options, double period_us, console& con)
     char text[96];
     std::snprintf(text, sizeof text, ": %d samples, %.3f ms at %.6g us a sample", samples, samples * period_us / 1000,
                   period_us);
-    con.line(options.out + text);
+    con.status(options.out + text);
     if (!options.socket.usb && samples > samples_by_registers)
         con.note("this route records " + std::to_string(samples_by_registers) + " samples; those after them are 0");
 }
@@ -121,6 +122,7 @@ void print_end(const record_options& options, double period_us, console& con)
 
 void analyze_record(const record_options& options, std::int32_t language, console& con)
 {
+    check_folder_of(options.out);
     transcript_file transcript{options.transcript};
     attached_plug_in plug_in{language};
     plug_in.blocks.value<std::int32_t>("tlength") = largest_memory;

@@ -3,6 +3,7 @@
 #include "cli/analyze.h"
 #include "cli/convert.h"
 #include "cli/detect.h"
+#include "cli/folders.h"
 #include "cli/fuse_files.h"
 #include "cli/help_text.h"
 #include "cli/image_commands.h"
@@ -152,9 +153,7 @@ void add_commands(CLI::App& app, arguments_of_commands& arguments)
 
     CLI::App* svf = add_command(app, "svf", "Verifies an SVF file and copies it to pldtmp.svf under the system path.");
     svf->add_option("IN", arguments.svf.in, "the file to copy")->type_name("")->required();
-    svf->add_option("--syspath", arguments.svf.syspath, "the folder; ends with a separator")
-        ->type_name("DIR/")
-        ->required();
+    svf->add_option("--syspath", arguments.svf.syspath, "the folder")->type_name("DIR")->required();
     svf->add_flag("--accept-damage", arguments.svf.accept_damage, "goes on with a damaged file");
 
     add_ttl_commands(app, arguments.ttl);
@@ -210,6 +209,7 @@ void run_command(const CLI::App& app, arguments_of_commands& arguments, console&
     } else if (command == "jedec") {
         jedec(arguments.jedec, check_language(arguments.language), con);
     } else if (command == "svf") {
+        arguments.svf.syspath = folder_word("--syspath", arguments.svf.syspath);
         svf(arguments.svf, check_language(arguments.language), con);
     } else if (command == "ttl" || command == "vectors") {
         arguments.ttl.command = command == "ttl" ? name_of_subcommand(app) : command;

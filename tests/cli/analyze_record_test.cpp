@@ -213,7 +213,7 @@ TEST(analyze_record, wrong_usage_is_refused_before_anything_is_recorded)
          2,
          "--signal chip 9999 1=P21: signal \"chip 9999 1=P21\", column 6: there is no chip \"9999\""},
         {{"--fault", "pin 3"}, 2, "--fault pin 3: fault \"pin 3\": its end where \"open\" or \"stuck\" was expected"},
-        {{"--transcript", "/nowhere/at/all"}, 2, "--transcript /nowhere/at/all: cannot be written"},
+        {{"--transcript", "/nowhere/at/all"}, 2, "--transcript /nowhere/at/all: the folder /nowhere does not exist"},
     };
     for (const failed_record& one : all) {
         const auto result = record_inside(folder.path("new.bin"), one.arguments);

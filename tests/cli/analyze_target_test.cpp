@@ -17,7 +17,7 @@ TEST(analyze_record, a_target_that_cannot_be_written_is_a_failure)
 {
     const temp_folder folder;
     const std::pair<std::string, std::string> all[] = {
-        {folder.path("none/capture.bin"), "no such file"},
+        {folder.path("none/capture.bin"), "the folder " + folder.path("none") + " does not exist"},
         {folder.path(""), "a directory where a file was expected"},
         {"/dev/full", "No space left on device"},
     };
