@@ -38,6 +38,7 @@ struct arguments_of_commands {
     analyze_words analyze;
     wave_words wave;
     std::optional<std::string> language;
+    bool quiet = false;
 };
 
 void add_socket_options(CLI::App& command, ttl_words& words)
@@ -117,6 +118,7 @@ void add_commands(CLI::App& app, arguments_of_commands& arguments)
 {
     app.set_help_flag("-h,--help", "prints this help and exits");
     app.set_version_flag("--version", "tamrix " TAMRIX_VERSION, "prints the version and exits");
+    app.add_flag("-q,--quiet", arguments.quiet, "prints no status texts and no notes: results and errors alone");
     app.add_option("--language", arguments.language,
                    "the language of the plug-in's messages: " + host::language_codes())
         ->type_name("CODE");
@@ -251,6 +253,7 @@ int parse_and_run(const std::vector<std::string>& words, console& con)
                "vectors, wave or tour (see "
                "tamrix "
                "--help)");
+    if (arguments.quiet) con.be_quiet();
     run_command(app, arguments, con);
     return exit_done;
 }

@@ -25,7 +25,11 @@ private:
 
 class console {
 public:
-    explicit console(std::FILE* out = stdout, std::FILE* err = stderr) : out_{out}, err_{err} {}
+    /// Errors and notes get a colour where `err` is a terminal that has colours and the person wants them.
+    explicit console(std::FILE* out = stdout, std::FILE* err = stderr);
+
+    /// From now on there are no status texts and no notes.
+    void be_quiet() { quiet_ = true; }
 
     /// Prints the text unchanged.
     void print(std::string_view text) { std::fwrite(text.data(), 1, text.size(), out_); }
@@ -35,15 +39,25 @@ public:
         print(text);
         print("\n");
     }
-    /// Says how something went; on standard error where data go to standard output.
+    /// Says on a line of its own how something went; on standard error where data go to standard output.
     void status(std::string_view text)
     {
+        if (quiet_) return;
         if (!data_on_output_) return line(text);
-        tell("", text);
+        tell("", "", text);
+    }
+    /// The same for lines that end with the end of a line.
+    void status_lines(std::string_view text)
+    {
+        if (text.ends_with('\n')) text.remove_suffix(1);
+        if (!text.empty()) status(text);
     }
     void data_on_output() { data_on_output_ = true; }
-    void error(std::string_view text) { tell("tamrix: ", text); }
-    void note(std::string_view text) { tell("tamrix: note: ", text); }
+    void error(std::string_view text) { tell("tamrix: ", red, text); }
+    void note(std::string_view text)
+    {
+        if (!quiet_) tell("tamrix: note: ", yellow, text);
+    }
 
     /// Throws command_error if the system could not write everything.
     void finish()
@@ -52,16 +66,13 @@ public:
     }
 
 private:
-    void tell(std::string_view before, std::string_view text)
-    {
-        std::fflush(out_);  // keeps the order of lines if both go to one place
-        std::fprintf(err_, "%.*s%.*s\n", static_cast<int>(before.size()), before.data(), static_cast<int>(text.size()),
-                     text.data());
-    }
+    static constexpr const char *red = "\x1B[31m", *yellow = "\x1B[33m", *usual = "\x1B[0m";
+
+    void tell(std::string_view before, const char* colour, std::string_view text);
 
     std::FILE* out_;
     std::FILE* err_;
-    bool data_on_output_ = false;
+    bool colours_, data_on_output_ = false, quiet_ = false;
 };
 
 }  // namespace tamrix::cli

@@ -115,7 +115,7 @@ private:
     template <class Refusal>
     void finish(const reply& outcome, Refusal refusal)
     {
-        con_.print(plug_in_.take_status_text());
+        con_.status_lines(plug_in_.take_status_text());
         if (!outcome.ok()) fail(outcome.error);
         if (!refusal_.empty()) refuse(refusal_);
         const auto& boxes = plug_in_.screen.boxes();

@@ -119,7 +119,7 @@ void selftest_output::status(const std::string& text)
 {
     if (text.empty()) return;
     statuses_.push_back(json::string(text));
-    if (!options_.json && !options_.brief) con_.line(text);
+    if (!options_.json && !options_.brief) con_.status(text);
 }
 
 void selftest_output::ask(const std::string& text)

@@ -48,7 +48,7 @@ void vectors(const ttl_options& options, const std::string& jedec_file, console&
     auto count = static_cast<std::uint8_t>(std::min(rows, most_rows) + 1);
     bool16 ok = bool16_true;
     const reply outcome = plug_in.methods.vecttest0(mode, count, with_device_data, ok);
-    con.print(plug_in.take_status_text());
+    con.status_lines(plug_in.take_status_text());
     socket.tell_hazards(con);
     if (!outcome.ok()) fail(outcome.error);
     if (rows > most_rows) con.note("the first 100 of " + std::to_string(rows) + " vectors were played");

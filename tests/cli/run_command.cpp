@@ -37,6 +37,7 @@ struct stream {
     for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
     arguments.push_back(nullptr);
     if (!setting.standard_output.empty()) out = ::open(setting.standard_output.c_str(), O_WRONLY);
+    if (!setting.standard_error.empty()) err = ::open(setting.standard_error.c_str(), O_WRONLY | O_NOCTTY);
     ::dup2(in, STDIN_FILENO);
     ::dup2(out, STDOUT_FILENO);
     ::dup2(err, STDERR_FILENO);

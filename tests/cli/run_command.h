@@ -18,6 +18,7 @@ struct command_setting {
     std::vector<std::string> environment{};  // "NAME=VALUE" on top of the test's own
     bool without_rights_of_root = false;     // file permissions count, even where the tests run as root
     std::string standard_output{};           // a file that is opened for it instead of the catch
+    std::string standard_error{};            // the same
     std::string standard_input{};            // what it reads there before the end; what a pipe holds, at most
 };
 
