@@ -73,8 +73,8 @@ CLI::App* add_command(CLI::App& app, const std::string& name, const std::string&
 CLI::App* add_ttl_command(CLI::App& ttl, const std::string& name, const std::string& description, ttl_words& words)
 {
     CLI::App* command = add_command(ttl, name, description);
-    command->add_option("--syspath", words.syspath, "the folder with the library in it (default: the installed one)")
-        ->type_name("DIR/");
+    command->add_option("--syspath", words.syspath, "the folder with the library in it (default: that of your own one)")
+        ->type_name("DIR");
     return command;
 }
 
@@ -106,7 +106,9 @@ void add_ttl_commands(CLI::App& app, ttl_words& words)
            "a comment")
         ->type_name("")
         ->required();
-    for (CLI::App* command : {list, show, add, remove}) add_model_option(*command, words);
+    CLI::App* reset = add_ttl_command(
+        *ttl, "reset", "Brings the installed library back, and keeps what you had under another name.", words);
+    for (CLI::App* command : {list, show, add, remove, reset}) add_model_option(*command, words);
     for (CLI::App* command : {test, find}) add_socket_options(*command, words);
 
     CLI::App* vectors = add_command(app, "vectors", "Plays the vectors of a JEDEC file on the chip in the socket.");

@@ -8,7 +8,10 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <vector>
+
+#include <stdlib.h>
 
 namespace tamrix::cli {
 
@@ -31,14 +34,31 @@ void write(const fs::path& path, const std::vector<char>& bytes)
     if (!file) fail(path.string() + ": cannot be written");
 }
 
+constexpr const char* data_home = "XDG_DATA_HOME";
+
+std::optional<std::string> variable(const char* name)
+{
+    const char* value = std::getenv(name);
+    return value != nullptr ? std::optional<std::string>{value} : std::nullopt;
+}
+
 /// Runs the steps in a folder of its own, so that the commands read as a person would type them.
 class walk {
 public:
-    explicit walk(console& con) : con_{con}, before_{fs::current_path()} { fs::current_path(folder_.path()); }
+    explicit walk(console& con) : con_{con}, before_{fs::current_path()}
+    {
+        fs::current_path(folder_.path());
+        ::setenv(data_home, folder_.path().c_str(), 1);  // a library of one's own may hold other chips
+    }
     ~walk()
     {
         std::error_code none;
         fs::current_path(before_, none);
+        if (data_home_before_) {
+            ::setenv(data_home, data_home_before_->c_str(), 1);
+        } else {
+            ::unsetenv(data_home);
+        }
     }
     walk(const walk&) = delete;
     walk& operator=(const walk&) = delete;
@@ -69,6 +89,7 @@ private:
     console& con_;
     temporary_folder folder_;
     fs::path before_;
+    std::optional<std::string> data_home_before_ = variable(data_home);
 };
 
 /// Turns a digit in the fifth line into another one.

@@ -3,6 +3,9 @@
 #include "ttl/library/library.h"
 
 #include "base/native_path.h"
+#include "cli/folders.h"
+#include "host/data_folder.h"
+#include "host/user_folder.h"
 
 #include <algorithm>
 #include <charconv>
@@ -22,6 +25,7 @@ attached_plug_in& opened(attached_plug_in& plug_in, const ttl_options& options)
     plug_in.blocks.value<std::int16_t>("modeltype") = options.socket.model;
     plug_in.state.syspath = options.syspath;
     const std::string path = native_path(library_path(plug_in.state));
+    check_folder_of(path);
     if (!std::filesystem::is_regular_file(path)) fail(path + ": no such library");  // opening it would create it
     return plug_in;
 }
@@ -128,7 +132,7 @@ void ttl_add(const ttl_options& options, const std::string& name, const std::str
     ttl.ttlpin = static_cast<std::int16_t>(count);
     ttl.ttlcnt = static_cast<std::int16_t>(rows.size() + 1);
     ttlinsert(state, ttl, directory.names, rows);
-    con.line(name + (replaced ? " replaced" : " added"));
+    con.status(name + (replaced ? " replaced" : " added"));
 }
 
 void ttl_delete(const ttl_options& options, const std::string& name, console& con)
@@ -138,7 +142,23 @@ void ttl_delete(const ttl_options& options, const std::string& name, console& co
     listed(state, name);
     if (read_directory(state).count < 2) fail("the last device of a library cannot be deleted");
     ttldelete(state, name, 1);
-    con.line(name + " deleted");
+    con.status(name + " deleted");
+}
+
+void ttl_reset(const ttl_options& options, console& con)
+{
+    attached_plug_in plug_in{options.language};
+    session& state = plug_in.state;
+    plug_in.blocks.value<std::int16_t>("modeltype") = options.socket.model;
+    const auto library_in = [&](const std::string& folder) {
+        state.syspath = folder;
+        return native_path(library_path(state));
+    };
+    const std::string own = library_in(options.syspath), installed = library_in(host::data_folder() + "/");
+    check_folder_of(own);
+    const auto done = host::reset_library(installed, own);
+    if (!done.kept_as.empty()) con.status(own + ": kept as " + done.kept_as);
+    con.status(own + (done.changed ? ": the installed library again" : ": the installed library already"));
 }
 
 }  // namespace tamrix::cli

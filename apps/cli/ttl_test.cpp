@@ -7,6 +7,7 @@
 #include "ttl/run/row_report.h"
 
 #include "base/native_path.h"
+#include "cli/folders.h"
 
 #include <filesystem>
 
@@ -20,6 +21,7 @@ struct bench {
     {
         plug_in.state.syspath = options.syspath;
         const std::string path = native_path(library_path(plug_in.state));
+        check_folder_of(path);
         if (!std::filesystem::is_regular_file(path)) fail(path + ": no such library");
     }
     void check(const reply& outcome)
@@ -61,7 +63,7 @@ void ttl_test(const ttl_options& options, const std::string& name, console& con)
                       "no record in the library (a name of 12 letters is never found); add it under a shorter name");
     if (!b.plug_in.variables.ttl.outcome.rows.empty())
         fail(name + ": " + state.text(message::ttl_and_cmos_test) + state.text(message::fail));
-    con.line(name + ": " + state.text(message::vector_test_ok));
+    con.status(name + ": " + state.text(message::vector_test_ok));
 }
 
 void ttl_find(const ttl_options& options, console& con)

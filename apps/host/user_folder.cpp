@@ -3,6 +3,7 @@
 #include "files/file_io.h"
 #include "files/replace_file.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
@@ -42,6 +43,13 @@ void copy_missing(const fs::path& from, const fs::path& to)
     }
 }
 
+std::string free_name(const std::string& wanted)
+{
+    std::string name = wanted;
+    for (int number = 2; fs::exists(fs::symlink_status(name)); ++number) name = wanted + "-" + std::to_string(number);
+    return name;
+}
+
 }  // namespace
 
 std::string user_data_folder()
@@ -57,6 +65,20 @@ std::string own_logic_libraries(const std::string& installed)
     const fs::path own = user_data_folder();
     for (const char* folder : {"lib", "lib1"}) copy_missing(fs::path{installed} / folder, own / folder);
     return own.string() + "/";
+}
+
+library_reset reset_library(const std::string& installed, const std::string& own)
+{
+    const file_image sound{installed};
+    library_reset done{true, ""};
+    if (!is_missing(own)) {
+        done.changed = !std::ranges::equal(sound.bytes(), file_image{own}.bytes());
+        if (!done.changed) return done;
+        done.kept_as = free_name(own + ".before-reset");
+        copy_whole(own, done.kept_as);
+    }
+    copy_whole(installed, own);
+    return done;
 }
 
 }  // namespace tamrix::host

@@ -13,4 +13,13 @@ std::string user_data_folder();
 /// std::runtime_error.
 std::string own_logic_libraries(const std::string& installed);
 
+struct library_reset {
+    bool changed;         // false: it was the installed one already
+    std::string kept_as;  // the file that the person's library went to; empty where there was none
+};
+
+/// Puts a copy of the library `installed` in the place of `own`. What was there goes to a new file beside it, whose
+/// name has ".before-reset" at its end, and a number where that is taken: nothing is lost. Throws std::runtime_error.
+library_reset reset_library(const std::string& installed, const std::string& own);
+
 }  // namespace tamrix::host

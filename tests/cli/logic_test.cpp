@@ -204,7 +204,7 @@ TEST_F(logic, a_name_that_is_not_there_and_a_library_that_is_not_there_fail)
     EXPECT_EQ(ttl({"delete", "9999"}).err, unknown);
     const auto result = run({"ttl", "list", "--syspath", "none/"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.err, "tamrix: none/lib/test.lib: no such library\n");
+    EXPECT_EQ(result.err, "tamrix: none/lib/test.lib: the folder none does not exist\n");
     EXPECT_FALSE(std::filesystem::exists(folder.path("none")));
 }
 

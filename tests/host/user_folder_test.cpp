@@ -77,6 +77,55 @@ TEST_F(own_libraries, can_be_written_where_the_installed_ones_cannot)
     EXPECT_NE(fs::status(own).permissions() & fs::perms::owner_write, fs::perms::none);
 }
 
+TEST_F(own_libraries, a_reset_brings_the_installed_one_back_and_keeps_every_older_one)
+{
+    install();
+    const std::string installed_one = installed + "/lib/test.lib";
+    const std::string own = own_logic_libraries(installed) + "lib/test.lib";
+    write(own, "my devices");
+    const library_reset first = reset_library(installed_one, own);
+    EXPECT_TRUE(first.changed);
+    EXPECT_EQ(first.kept_as, own + ".before-reset");
+    EXPECT_EQ(content(own), "new library");
+    write(own, "other devices");
+    EXPECT_EQ(reset_library(installed_one, own).kept_as, own + ".before-reset-2");
+    write(own, "more devices");
+    EXPECT_EQ(reset_library(installed_one, own).kept_as, own + ".before-reset-3");
+    EXPECT_EQ(content(own), "new library");
+    EXPECT_EQ(content(own + ".before-reset"), "my devices");
+    EXPECT_EQ(content(own + ".before-reset-2"), "other devices");
+    EXPECT_EQ(content(own + ".before-reset-3"), "more devices");
+    EXPECT_EQ(content(installed_one), "new library");
+}
+
+TEST_F(own_libraries, a_reset_changes_nothing_where_the_installed_one_is_in_use)
+{
+    install();
+    const std::string own = own_logic_libraries(installed) + "lib/test.lib";
+    const library_reset done = reset_library(installed + "/lib/test.lib", own);
+    EXPECT_FALSE(done.changed);
+    EXPECT_EQ(done.kept_as, "");
+    EXPECT_EQ(std::distance(fs::directory_iterator{fs::path{own}.parent_path()}, {}), 1);
+}
+
+TEST_F(own_libraries, a_reset_of_a_missing_one_keeps_nothing)
+{
+    install();
+    write(data + "/lib/other.lib", "");
+    const std::string own = data + "/lib/test.lib";
+    const library_reset done = reset_library(installed + "/lib/test.lib", own);
+    EXPECT_TRUE(done.changed);
+    EXPECT_EQ(done.kept_as, "");
+    EXPECT_EQ(content(own), "new library");
+}
+
+TEST_F(own_libraries, a_reset_without_an_installed_one_changes_nothing)
+{
+    write(data + "/lib/test.lib", "my devices");
+    EXPECT_THROW(reset_library(installed + "/lib/test.lib", data + "/lib/test.lib"), std::runtime_error);
+    EXPECT_EQ(content(data + "/lib/test.lib"), "my devices");
+}
+
 TEST_F(own_libraries, nothing_but_the_libraries_stays_in_the_folder)
 {
     install();
