@@ -1,13 +1,14 @@
 #include "cli/command_line.h"
 
 #include "cli/analyze.h"
+#include "cli/command_words.h"
 #include "cli/convert.h"
 #include "cli/detect.h"
 #include "cli/folders.h"
 #include "cli/fuse_files.h"
 #include "cli/help_text.h"
 #include "cli/image_commands.h"
-#include "cli/logic_test.h"
+#include "cli/logic_options.h"
 #include "cli/selftest.h"
 #include "cli/tour.h"
 #include "cli/wave.h"
@@ -24,9 +25,6 @@ namespace {
 
 constexpr const char* about = "Converts and examines the files of a device programmer, and tests logic ICs.";
 
-constexpr const char* exit_statuses =
-    "Exit status: 0 done, 1 failed, 2 rejected values or wrong usage, 3 a test could not be carried out.";
-
 struct arguments_of_commands {
     convert_words convert;
     file_words images;
@@ -37,94 +35,20 @@ struct arguments_of_commands {
     selftest_words selftest;
     analyze_words analyze;
     wave_words wave;
+    std::vector<std::string> topics;
     std::optional<std::string> language;
     bool quiet = false;
 };
 
-void add_socket_options(CLI::App& command, ttl_words& words)
-{
-    const auto group = "Simulated programmer";
-    command.add_option("--model", words.socket.model, "its model (default: 40)")->type_name("N")->group(group);
-    command.add_option("--route", words.socket.route, "the route to it (default: usb)")
-        ->type_name("usb|devobj")
-        ->group(group);
-    command.add_option("--socket", words.socket.socket, "the chip in its socket (default: empty)")
-        ->type_name("CHIP|empty")
-        ->group(group);
-    command
-        .add_option("--fault", words.socket.faults,
-                    "\"pin 3 open\", \"pin 3 stuck 0\", \"pin 3 stuck 1\", \"dead driver 5\", \"vcc driver 7 dead\", "
-                    "\"vcc driver 7 always on\" (also vpp, ground, high, low), \"input 7 stuck 0\", \"pins 7 and 8 "
-                    "bridged\", \"lost reply\", \"read never ends\", \"no answer\"; may be given several times")
-        ->type_name("TEXT")
-        ->allow_extra_args(false)
-        ->group(group);
-}
-
-CLI::App* add_command(CLI::App& app, const std::string& name, const std::string& description)
-{
-    CLI::App* command = app.add_subcommand(name, description);
-    command->set_help_flag("-h,--help", "prints this help and exits");
-    command->fallthrough();
-    command->footer(std::string{about_language} + exit_statuses);
-    return command;
-}
-
-CLI::App* add_ttl_command(CLI::App& ttl, const std::string& name, const std::string& description, ttl_words& words)
-{
-    CLI::App* command = add_command(ttl, name, description);
-    command->add_option("--syspath", words.syspath, "the folder with the library in it (default: that of your own one)")
-        ->type_name("DIR");
-    return command;
-}
-
-/// Below 30 the model has a library of its own, so that the commands on the library take it too.
-void add_model_option(CLI::App& command, ttl_words& words)
-{
-    command
-        .add_option("--model", words.socket.model, "the programmer's model, which determines the library (default: 40)")
-        ->type_name("N");
-}
-
-void add_ttl_commands(CLI::App& app, ttl_words& words)
-{
-    CLI::App* ttl = add_command(app, "ttl", "Tests and identifies logic ICs, and edits the library of their vectors.");
-    ttl->require_subcommand(1);
-    CLI::App* list = add_ttl_command(*ttl, "list", "Lists the devices in the library.", words);
-    CLI::App* show = add_ttl_command(*ttl, "show", "Shows the pins and the vectors of a device.", words);
-    CLI::App* test = add_ttl_command(*ttl, "test", "Plays a device's vectors on the chip in the socket.", words);
-    CLI::App* find = add_ttl_command(*ttl, "find", "Lists the devices that the chip in the socket could be.", words);
-    CLI::App* add = add_ttl_command(*ttl, "add", "Adds a device to the library, or replaces it.", words);
-    CLI::App* remove = add_ttl_command(*ttl, "delete", "Deletes a device from the library.", words);
-    for (CLI::App* command : {show, test, add, remove}) {
-        command->add_option("NAME", words.name, "the name of the device in the library")->type_name("")->required();
-    }
-    add->add_option("PINS", words.pins, "its pin count, even, up to 40")->type_name("")->required();
-    add->add_option(
-           "ROWS-FILE", words.file,
-           "one row a line, one letter a pin: 1 0 drive, H L expect, C K clock, Z off, X unused, V G supply; # starts "
-           "a comment")
-        ->type_name("")
-        ->required();
-    CLI::App* reset = add_ttl_command(
-        *ttl, "reset", "Brings the installed library back, and keeps what you had under another name.", words);
-    for (CLI::App* command : {list, show, add, remove, reset}) add_model_option(*command, words);
-    for (CLI::App* command : {test, find}) add_socket_options(*command, words);
-
-    CLI::App* vectors = add_command(app, "vectors", "Plays the vectors of a JEDEC file on the chip in the socket.");
-    vectors->add_option("JEDEC-FILE", words.file, "the file with the vectors")->type_name("")->required();
-    add_socket_options(*vectors, words);
-}
-
 void add_commands(CLI::App& app, arguments_of_commands& arguments)
 {
     app.set_help_flag("-h,--help", "prints this help and exits");
-    app.set_version_flag("--version", "tamrix " TAMRIX_VERSION, "prints the version and exits");
+    app.set_version_flag("-v,--version", "tamrix " TAMRIX_VERSION, "prints the version and exits");
     app.add_flag("-q,--quiet", arguments.quiet, "prints no status texts and no notes: results and errors alone");
     app.add_option("--language", arguments.language,
                    "the language of the plug-in's messages: " + host::language_codes())
         ->type_name("CODE");
-    app.footer("tamrix COMMAND --help explains a command.\n" + std::string{exit_statuses});
+    app.footer("tamrix help COMMAND, or tamrix COMMAND --help, explains a command.\n" + std::string{exit_statuses});
 
     add_convert_options(
         *add_command(app, "convert",
@@ -177,6 +101,10 @@ void add_commands(CLI::App& app, arguments_of_commands& arguments)
     add_generate_options(*add_command(*wave, "generate", "Makes a square wave at P23."), arguments.wave);
 
     add_command(app, "tour", "Shows what tamrix does, on sample data.");
+
+    CLI::App* help = add_command(app, "help", "Prints the help of tamrix or of a command.");
+    help->add_option("COMMAND", arguments.topics, "the command, such as convert or ttl test")->type_name("");
+    add_examples(app);
 }
 
 /// The library leaves two empty lines between the groups of options.
@@ -234,8 +162,19 @@ void run_command(const CLI::App& app, arguments_of_commands& arguments, console&
     con.finish();
 }
 
-int parse_and_run(const std::vector<std::string>& words, console& con)
+/// After "help" the names of commands are no commands.
+std::vector<std::string> with_topics_apart(std::vector<std::string> words)
 {
+    std::size_t at = 0;
+    while (at < words.size() && words[at].starts_with('-')) at += words[at] == "--language" ? 2 : 1;
+    if (at + 1 < words.size() && words[at] == "help" && !words[at + 1].starts_with('-'))
+        words.insert(words.begin() + static_cast<std::ptrdiff_t>(at) + 1, "--");
+    return words;
+}
+
+int parse_and_run(const std::vector<std::string>& typed, console& con)
+{
+    const std::vector<std::string> words = with_topics_apart(typed);
     CLI::App app{about, "tamrix"};
     arguments_of_commands arguments;
     add_commands(app, arguments);
@@ -248,13 +187,15 @@ int parse_and_run(const std::vector<std::string>& words, console& con)
         con.print(without_double_gaps(app.help()));
         return exit_done;
     } catch (const CLI::ParseError& error) {
+        refuse_unknown_word(app, words);
         refuse(error.what());
     }
-    if (app.get_subcommands().empty())
-        refuse("a command is expected: analyze, compare, convert, detect, dump, info, jedec, selftest, svf, ttl, "
-               "vectors, wave or tour (see "
-               "tamrix "
-               "--help)");
+    if (app.get_subcommands().empty()) refuse("a command is expected\n" + short_help(app));
+    if (app.get_subcommands().front()->get_name() == "help") {
+        refuse_unknown_topic(app, arguments.topics);
+        arguments.topics.emplace_back("--help");
+        return parse_and_run(arguments.topics, con);
+    }
     if (arguments.quiet) con.be_quiet();
     run_command(app, arguments, con);
     return exit_done;

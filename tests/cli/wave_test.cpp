@@ -97,7 +97,7 @@ TEST(wave_command, wrong_usage_is_refused_with_the_place_and_the_reason)
         {{"generate", "1.5k"}, "HZ 1.5k: digits alone are expected, in hertz"},
         {{"generate", "-5"}, "HZ -5: digits alone are expected, in hertz"},
         {{"generate"}, "HZ is required"},
-        {{"generate", "1", "--signal", "P23 high"}, "The following arguments were not expected: P23 high --signal"},
+        {{"generate", "1", "--signal", "P23 high"}, "--signal: no such option (see tamrix wave generate --help)"},
         {{"meter", "--from-generator", "0", "--model", "1"}, "--from-generator 0: a signal of 0 Hz has no period"},
         {{"meter", "--from-generator", "x"}, "--from-generator x: digits alone are expected, in hertz"},
         {{"meter", "--count", "0"}, "--count 0: a number from 1 to 1000 is expected"},
@@ -111,8 +111,9 @@ TEST(wave_command, wrong_usage_is_refused_with_the_place_and_the_reason)
         {{"meter", "--wfig", "256"}, "--wfig 256: a number from 0 to 255 is expected"},
         {{"meter", "--route", "lpt"}, "--route lpt: usb or devobj is expected"},
         {{"meter", "--transcript", ""}, "--transcript: the name of a file is expected"},
-        {{"meter", "--transcript", "/nowhere/at/all"}, "--transcript /nowhere/at/all: cannot be written"},
-        {{"meter", "--transcript", "/dev/full"}, "--transcript /dev/full: cannot be written"},
+        {{"meter", "--transcript", "/nowhere/at/all"},
+         "--transcript /nowhere/at/all: the folder /nowhere does not exist"},
+        {{"meter", "--transcript", "/dev/full"}, "--transcript /dev/full: No space left on device"},
         {{}, "A subcommand is required"},
     };
     for (const refused_wave& one : all) {
