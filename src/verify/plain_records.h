@@ -71,7 +71,7 @@ bool take_plain_record(const record_kind& kind, const std::uint8_t* text, plain_
     std::uint64_t head = 0;
     unsigned sum = 0;
     const std::uint8_t* const digits = text + sizeof kind.mark;
-    if (!hex_digits::decode_record<kind.head_bytes>(digits, shape.length, run.next, head, sum)) return false;
+    if (!hex_digits::decode_record<record_kind::head_bytes>(digits, shape.length, run.next, head, sum)) return false;
     if ((sum & 0xFF) != kind.good_sum || kind.address(head, shape.length) != run.address) return false;
     run.grow(shape.length);
     return true;

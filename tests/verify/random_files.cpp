@@ -69,7 +69,7 @@ random_file random_motorola_file(std::mt19937& random)
     const std::uint64_t end = std::uint64_t{1} << 8 * (type + 1);
     std::uint64_t address = random() % end;
     unsigned records = 0;
-    if (up_to(random, 1) == 0) file.content += motorola_record(0, 0, random_data(random)) + line_end;
+    if (up_to(random, 1) == 0) file.content += motorola_record(0, 0, counted(up_to(random, 12))) + line_end;
     for (unsigned i = up_to(random, 30) + 1; i > 0; --i) {
         if (up_to(random, 7) == 0) address = random() % end;
         const auto data = random_data(random);
