@@ -86,7 +86,9 @@ void intel_records::take_record(const hex_record& record, std::size_t payload, b
     case 1:
         if (sound && payload != 0) expect_count(record, 0);
         // In the oldest form of the format, this address is the program's start.
-        if (sound && record.number(1, 2) != 0) found_.start_address() = record.number(1, 2) * unit_;
+        if (sound && record.number(1, 2) != 0 && !found_.start_address()) {
+            found_.start_address() = record.number(1, 2) * unit_;
+        }
         ended_ = sound;
         return;
     case 2:

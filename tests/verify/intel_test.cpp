@@ -129,6 +129,7 @@ TEST(intel_verifier, yields_the_start_address_of_each_kind)
     EXPECT_EQ(start(intel_record(5, 0, {0, 0, 0, 0}) + "\n" + intel_end), 0u);
     EXPECT_EQ(start(intel_record(3, 0, {0x12, 0, 0x34, 0x56}) + "\n" + intel_end), 0x15456u);
     EXPECT_EQ(start(intel_record(1, 0x100, {})), 0x100u);
+    EXPECT_EQ(start(intel_record(5, 0, {0, 0, 2, 0}) + "\n" + intel_record(1, 0x100, {})), 0x200u);
     EXPECT_EQ(start(intel_end), std::nullopt);
 }
 
