@@ -91,6 +91,11 @@ TEST_P(motorola_rules, are_checked)
     const reading read = verify("motorola", GetParam().content);
     EXPECT_EQ(read.remarks(), GetParam().remarks);
     EXPECT_EQ(read.segments(), GetParam().segments);
+    const reading quick = verify("motorola", GetParam().content + blank_lines());
+    EXPECT_EQ(quick.segments(), GetParam().segments);
+    if (GetParam().remarks.find("the end of the file where") == std::string::npos) {
+        EXPECT_EQ(quick.remarks(), GetParam().remarks);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(all, motorola_rules, testing::ValuesIn(motorola_cases),

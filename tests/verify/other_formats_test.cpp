@@ -101,6 +101,9 @@ const format_case format_cases[] = {
     {"emc_no_data", "emc", bytes_text({0, 0}), "f: no data\n", ""},
 
     {"holtek", "holtek", holtek_head + holtek_first + holtek_second, "", "10+3 100+1"},
+    {"holtek_long_segment", "holtek",
+     holtek_head + bytes_text({'e', 5, 1, 0, 0, 0, 0}) + std::string(256, '\1') + bytes_text({0xFA}) + holtek_second,
+     "", "0+101"},
     {"holtek_mark", "holtek", "\xC1" + (holtek_head + holtek_first + holtek_second).substr(1),
      "f: offset 0: mark C1 where C0 was expected\n", "10+3 100+1"},
     {"holtek_header_length", "holtek", bytes_text({0xC0, 0, 0x80}),

@@ -29,6 +29,7 @@ struct bit_case {
     const char* format;
     std::string content;
     excuse unprotected;
+    bool blank_lines_after = false;
 };
 
 bool is_other_case(const turned& bit)
@@ -101,6 +102,10 @@ const bit_case bit_cases[] = {
     // The first record looks like a header, or like one with a shorter address and more data.
     {"motorola_s2", "motorola", s2_lines, of_motorola({"S2 0"})},
     {"motorola_s3", "motorola", s3_lines, of_motorola({"S3 1", "S3 2"})},
+    {"intel_read_quickly", "intel", intel_lines, of_text, true},
+    {"motorola_s1_read_quickly", "motorola", s1_lines, of_motorola({"S0 1", "S5 1"}), true},
+    {"motorola_s2_read_quickly", "motorola", s2_lines, of_motorola({"S2 0"}), true},
+    {"motorola_s3_read_quickly", "motorola", s3_lines, of_motorola({"S3 1", "S3 2"}), true},
     {"tektronix", "tektronix", tek_lines, of_text},
     {"texas", "texas", texas_lines, of_texas},
     // The header of the file, and nothing else.
@@ -114,15 +119,16 @@ class turned_bits : public testing::TestWithParam<bit_case> {};
 
 TEST_P(turned_bits, are_found_wherever_the_format_protects)
 {
-    const auto& [name, format, content, unprotected] = GetParam();
-    const reading sound = verify(format, content);
+    const auto& [name, format, content, unprotected, blank_lines_after] = GetParam();
+    const std::string after = blank_lines_after ? blank_lines() : "";
+    const reading sound = verify(format, content + after);
     ASSERT_EQ(sound.remarks(), "");
     const std::size_t last_record = content.find_last_not_of("\r\n");
     for (std::size_t at = 0; at < content.size(); ++at) {
         for (int bit = 0; bit < 8; ++bit) {
             std::string damaged = content;
             damaged[at] = static_cast<char>(damaged[at] ^ (1 << bit));
-            const reading read = verify(format, damaged);
+            const reading read = verify(format, damaged + after);
             if (read.found.damaged()) continue;
             const std::size_t line = at == 0 ? 0 : content.find_last_of('\n', at - 1) + 1;
             const turned undetected{.at = at,

@@ -107,6 +107,8 @@ std::string tektronix_record(unsigned address, const std::vector<std::uint8_t>& 
     return "/" + head + digits(head) + (data.empty() ? "" : body + digits(body));
 }
 
+std::string blank_lines() { return std::string(600, '\n'); }
+
 std::vector<std::uint8_t> counted(std::size_t count)
 {
     std::vector<std::uint8_t> data(count);

@@ -39,6 +39,9 @@ std::string motorola_record(unsigned type, std::uint32_t address, const std::vec
 /// A Tektronix record, likewise.
 std::string tektronix_record(unsigned address, const std::vector<std::uint8_t>& data);
 
+/// Blank lines that leave room for a record of any length after the others: those are then read the quick way, too.
+std::string blank_lines();
+
 /// 0, 1, 2 ...
 std::vector<std::uint8_t> counted(std::size_t count);
 
