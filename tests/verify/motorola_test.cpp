@@ -76,6 +76,8 @@ const motorola_case motorola_cases[] = {
      "0+7"},
     {"past_64_k", s(1, 0xFFFE, 4) + s(9, 0), "f:1: data up to 00010001 where at most FFFF was expected\n",
      "0+2 FFFE+2"},
+    {"past_64_k_after_other_data", s(1, 0xFFFA, 4) + s(1, 0xFFFE, 4) + s(9, 0),
+     "f:2: data up to 00010001 where at most FFFF was expected\n", "0+2 FFFA+6"},
     {"past_16_m", s(2, 0xFFFFFE, 4) + s(8, 0), "f:1: data up to 01000001 where at most 00FFFFFF was expected\n",
      "0+2 FFFFFE+2"},
     {"past_4_g", s(3, 0xFFFFFFFE, 4) + s(7, 0), "f:1: data up to 100000001 where at most FFFFFFFF was expected\n",
