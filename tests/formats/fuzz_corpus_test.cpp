@@ -30,8 +30,8 @@ std::vector<std::pair<std::string, std::string>> corpus(const std::string& kind)
 /// Loads a file with every byte selection; the status must be defined, and a failure must say why.
 void replay(const std::string& reader, const std::string& path)
 {
-    if (reader == "library") return;            // tests/ttl replays it
-    if (reader.starts_with("verify")) return;   // tests/verify replays it
+    if (reader == "library") return;           // tests/ttl replays it
+    if (reader.starts_with("verify")) return;  // tests/verify replays it
     SCOPED_TRACE(path);
     temp_folder files;
     const std::string content = read_text(path).substr(choices);
