@@ -4,7 +4,6 @@
 #include "base/arith.h"
 
 #include <array>
-#include <utility>
 
 namespace tamrix {
 
