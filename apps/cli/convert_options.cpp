@@ -137,7 +137,7 @@ void add_convert_options(CLI::App& command, convert_words& words, const std::str
                     "output. FILE@HEX moves what a file holds by that address, FILE@HEX:even (odd, 1of4 ... 4of4) puts "
                     "it on these bytes alone")
         ->type_name("IN... OUT")
-        ->expected(2, -1)
+        ->expected(1, -1)
         ->required();
     add_format_options(command, words);
     add_device_options(command, words);
@@ -178,6 +178,7 @@ convert_options check(const convert_words& words)
     constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();
     constexpr std::int64_t margin = 2200;  // of the buffer's mapping
     convert_options options;
+    if (words.files.size() < 2) refuse("OUT is required");
     for (std::size_t i = 0; i + 1 < words.files.size(); ++i) options.inputs.push_back(checked_input(words.files[i]));
     options.in = options.inputs.front().path;
     options.out = words.files.back();

@@ -162,7 +162,9 @@ void motorola_verifier::take_data(unsigned type, const hex_record& record, bool 
     counted_ = false;
     type_ = type;
     widest_ = std::max(widest_, type);
-    const memory_segment room{0, std::uint64_t{1} << 8 * address_bytes};
+    // A short address is that of the first byte alone; srec_cat begins the longer ones after a record that passes 64
+    // KiB.
+    constexpr memory_segment room{0, std::uint64_t{1} << 32};
     found_.take_in(room, here(), record.number(1, address_bytes),
                    record.bytes(1 + address_bytes, record[0] - address_bytes - 1));
 }

@@ -40,7 +40,17 @@ std::string segments_in(const std::string& text)
 
 }  // namespace
 
-using layouts_test = convert_test;
+class layouts_test : public convert_test {
+protected:
+    /// S-records end with a start address, 0 where there is none, which srec_cat takes for one.
+    std::string without_start_at_0(const std::string& name)
+    {
+        std::string text = read_text(folder.path(name));
+        const std::string record = ":0400000500000000F7\n";
+        if (const auto at = text.find(record); at != std::string::npos) text.erase(at, record.size());
+        return text;
+    }
+};
 
 TEST_F(layouts_test, are_sound_and_lie_where_their_makers_put_them)
 {
@@ -81,8 +91,7 @@ TEST_F(layouts_test, go_from_text_to_text_with_all_addresses_and_gaps)
             const auto read = run_program(
                 {"srec_cat", out, out == "out.hex" ? "-intel" : "-motorola", "-o", "found.hex", "-intel"}, there);
             ASSERT_EQ(read.status, 0) << read.err;
-            EXPECT_EQ(read_text(folder.path("found.hex")), read_text(folder.path("expected.hex")))
-                << name << " " << out;
+            EXPECT_EQ(without_start_at_0("found.hex"), without_start_at_0("expected.hex")) << name << " " << out;
         }
     }
 }

@@ -35,9 +35,9 @@ TEST_F(streams, are_recognised_by_their_content)
 
 TEST_F(streams, whose_reader_closes_early_end_the_command_without_a_word)
 {
-    const auto result =
-        shell("head -c 20000000 /dev/zero | " TAMRIX_COMMAND " convert - - --to intel --quiet | head -c 8; echo; echo "
-              "${PIPESTATUS[1]}");
+    const auto result = shell("head -c 20000000 /dev/zero | " TAMRIX_COMMAND
+                              " convert - - --to intel --quiet | head -c 8; status=${PIPESTATUS[1]}; echo; "
+                              "echo $status");
     EXPECT_EQ(result.out, ":0200000\n141\n");
     EXPECT_EQ(result.err, "");
 }

@@ -180,7 +180,7 @@ struct plain_motorola : plain_state {
         }
         std::uint64_t address = 0;
         for (unsigned i = 1; i <= width; ++i) address = address * 256 + bytes[i];
-        const std::uint64_t end = 1ull << 8 * width;
+        const std::uint64_t end = 1ull << 32;
         if (type == 0) {
             if (good && (header || last != 0)) remark(line);
             header = true;
