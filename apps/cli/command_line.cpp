@@ -107,9 +107,12 @@ void add_commands(CLI::App& app, arguments_of_commands& arguments)
     add_examples(app);
 }
 
-/// The library leaves two empty lines between the groups of options.
-std::string without_double_gaps(std::string text)
+/// The library leaves two empty lines between the groups of options, and has one word for all files of `convert`.
+std::string tidied(std::string text)
 {
+    for (const std::string& words : {"[" + std::string{convert_files} + "...]", std::string{convert_files} + " ..."}) {
+        if (const auto at = text.find(words); at != std::string::npos) text.replace(at, words.size(), convert_usage);
+    }
     for (auto at = text.find("\n\n\n"); at != std::string::npos; at = text.find("\n\n\n", at)) text.erase(at, 1);
     return text;
 }
@@ -184,7 +187,7 @@ int parse_and_run(const std::vector<std::string>& typed, console& con)
         con.line(version.what());
         return exit_done;
     } catch (const CLI::Success&) {
-        con.print(without_double_gaps(app.help()));
+        con.print(tidied(app.help()));
         return exit_done;
     } catch (const CLI::ParseError& error) {
         refuse_unknown_word(app, words);

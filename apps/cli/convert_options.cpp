@@ -81,7 +81,7 @@ void add_format_options(CLI::App& command, convert_words& words)
 
 void add_device_options(CLI::App& command, convert_words& words)
 {
-    const auto group = "Device (default: sized by the file)";
+    const auto group = "Device: its buffer takes the file, by the rules of the dialogs";
     command.add_option("--device-words", words.device_words, "length of the device in words")
         ->type_name("N")
         ->group(group);
@@ -98,7 +98,7 @@ void add_device_options(CLI::App& command, convert_words& words)
 
 void add_load_options(CLI::App& command, convert_words& words)
 {
-    const auto group = "Load";
+    const auto group = "Load into the buffer of a device";
     const auto modes = "normal|even|odd|1of4|2of4|3of4|4of4";
     command.add_option("--from-mode", words.from_mode, "the bytes of the file to load")->type_name(modes)->group(group);
     command.add_option("--to-mode", words.to_mode, "the bytes of the buffer to fill")->type_name(modes)->group(group);
@@ -117,7 +117,8 @@ void add_load_options(CLI::App& command, convert_words& words)
 void add_save_options(CLI::App& command, convert_words& words)
 {
     const auto group = "Save";
-    command.add_option("--save-from", words.save_from, "buffer address of the first byte")
+    command
+        .add_option("--save-from", words.save_from, "address of the first byte (in the buffer of a device, with one)")
         ->type_name("HEX")
         ->group(group);
     command.add_option("--save-size", words.save_size, "how many bytes")->type_name("HEX")->group(group);
@@ -132,13 +133,12 @@ void add_save_options(CLI::App& command, convert_words& words)
 void add_convert_options(CLI::App& command, convert_words& words, const std::string& end_of_help)
 {
     command
-        .add_option("FILE", words.files,
-                    "the files to read, and last the one to write, which replaces an older one; - is standard input or "
-                    "output. FILE@HEX moves what a file holds by that address, FILE@HEX:even (odd, 1of4 ... 4of4) puts "
-                    "it on these bytes alone")
-        ->type_name("IN... OUT")
-        ->expected(1, -1)
-        ->required();
+        .add_option(
+            convert_files, words.files,
+            "the files to read, and last the one to write; - is standard input or output. FILE@HEX moves what a "
+            "file holds by that address, FILE@HEX:even (odd, 1of4 ... 4of4) puts it on these bytes alone")
+        ->type_name("")
+        ->expected(1, -1);
     add_format_options(command, words);
     add_device_options(command, words);
     add_load_options(command, words);
@@ -178,7 +178,7 @@ convert_options check(const convert_words& words)
     constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();
     constexpr std::int64_t margin = 2200;  // of the buffer's mapping
     convert_options options;
-    if (words.files.size() < 2) refuse("OUT is required");
+    if (words.files.size() < 2) refuse(words.files.empty() ? "IN is required" : "OUT is required");
     for (std::size_t i = 0; i + 1 < words.files.size(); ++i) options.inputs.push_back(checked_input(words.files[i]));
     options.in = options.inputs.front().path;
     options.out = words.files.back();

@@ -48,6 +48,9 @@ struct convert_options {
 inline constexpr std::array<std::string_view, 7> mode_names{"normal", "even", "odd", "1of4", "2of4", "3of4", "4of4"};
 inline constexpr std::array<std::string_view, 3> clear_names{"ff", "00", "none"};
 
+/// The name of the argument that takes all files; a help shows convert_usage for it.
+inline constexpr const char* convert_files = "IN-AND-OUT";
+inline constexpr std::string_view convert_usage = "IN... OUT";
 void add_convert_options(CLI::App& command, convert_words& words, const std::string& end_of_help);
 /// Throws command_error, "--to-buffer 12G: not a hexadecimal number".
 convert_options check(const convert_words& words);

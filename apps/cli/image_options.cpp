@@ -88,8 +88,10 @@ void add_info_options(CLI::App& command, file_words& words)
 
 void add_compare_options(CLI::App& command, file_words& words)
 {
-    command.add_option("FILE", words.files, "the two files, in any formats; - is standard input; FILE@HEX moves one")
-        ->type_name("A B")
+    command
+        .add_option("FILE", words.files,
+                    "the two files, A and B, in any formats; - is standard input; FILE@HEX moves one")
+        ->type_name("")
         ->expected(2)
         ->required();
     add_from(command, words);

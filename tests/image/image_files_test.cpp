@@ -67,12 +67,20 @@ TEST_F(image_files, have_records_of_the_length_that_is_asked_for)
 
 TEST_F(image_files, gather_a_record_from_pieces_of_the_image)
 {
-    const std::string noise(70000, 'x');
+    std::string noise(70000, '\0');
+    for (std::size_t i = 0; i < noise.size(); ++i) noise[i] = static_cast<char>(i * 7 + i / 256);
     put(0xFFF0, noise);
     const std::string text = written("motorola", {.record_bytes = 250});
-    std::size_t records = 0;
-    for (std::size_t at = text.find("S3"); at != std::string::npos; at = text.find("S3", at + 1)) ++records;
-    EXPECT_EQ(records, 280u);
+    std::string data;
+    std::uint64_t address = 0xFFF0;
+    for (std::size_t at = 0; text.compare(at, 2, "S3") == 0; at = text.find("\r\n", at) + 2) {
+        EXPECT_EQ(std::stoull(text.substr(at + 4, 8), nullptr, 16), address);
+        const std::size_t digits = text.find("\r\n", at) - at - 14;
+        for (std::size_t i = 0; i < digits; i += 2)
+            data += static_cast<char>(std::stoi(text.substr(at + 12 + i, 2), nullptr, 16));
+        address += digits / 2;
+    }
+    EXPECT_TRUE(data == noise);
 }
 
 TEST_F(image_files, hold_the_start_address)
