@@ -16,7 +16,7 @@ Installs missing packages (Debian 12; as root or through sudo), builds, and then
 
   (no option)  runs every test; tests of real windows get displays of their own (Xvfb)
   --sanitize   runs the tests that need no display, with address, leak and undefined behaviour checks
-  --threads    runs the tests of the programmer, which has threads, with the thread sanitizer
+  --threads    runs the tests of what has threads, with the thread sanitizer
   --odr        compiles everything and reports names that two files define differently
   --windows    builds for 32-bit Windows, runs the tests under wine, and tries the package (as root; the first time it
                also makes a small 32-bit system for wine and builds wxWidgets, in the cache folder: some minutes)
@@ -50,10 +50,11 @@ run_sanitized() {
     exec ctest --preset sanitize "$@"
 }
 
-# Only the simulated programmer has threads: its clock on the wall, by which bulk reads arrive. Its chips, whose tests are
-# long, have none.
+# Only the simulated programmer has threads, its clock on the wall, by which bulk reads arrive, and the reading and writing
+# of long files. The chips, whose tests are long, have none.
 run_threads() {
-    build threads tests_programmer tests_channel tests_sim tests_instruments tamrix_sim_programmer
+    build threads tests_files tests_programmer tests_channel tests_sim tests_instruments tamrix_sim_programmer
+    build/threads/bin/tests_files --gtest_filter='read_ahead*:write_later*'
     build/threads/bin/tests_programmer
     build/threads/bin/tests_channel
     build/threads/bin/tests_instruments --gtest_filter='*wall_clock*'

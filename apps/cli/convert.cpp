@@ -1,10 +1,10 @@
 #include "cli/convert.h"
 
-#include "cli/background_io.h"
 #include "cli/conversion_plan.h"
 #include "cli/convert_dialogs.h"
 #include "cli/image_input.h"
 #include "cli/output_place.h"
+#include "files/background_io.h"
 #include "formats/formats.h"
 #include "image/image_files.h"
 

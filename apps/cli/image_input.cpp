@@ -1,8 +1,8 @@
 #include "cli/image_input.h"
 
 #include "base/arith.h"
-#include "cli/background_io.h"
 #include "cli/standard_streams.h"
+#include "files/background_io.h"
 #include "files/byte_source.h"
 #include "formats/formats.h"
 

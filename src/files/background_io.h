@@ -15,7 +15,7 @@
 #include <thread>
 #include <vector>
 
-namespace tamrix::cli {
+namespace tamrix {
 
 /// Blocks on their way between two threads, few of them at a time, and the error that ended one.
 class block_queue {
@@ -79,4 +79,4 @@ private:
     std::exception_ptr error_;
 };
 
-}  // namespace tamrix::cli
+}  // namespace tamrix

@@ -1,9 +1,9 @@
-#include "cli/background_io.h"
+#include "files/background_io.h"
 
 #include <algorithm>
 #include <utility>
 
-namespace tamrix::cli {
+namespace tamrix {
 
 namespace {
 
@@ -145,4 +145,4 @@ void write_later::finish()
     }
 }
 
-}  // namespace tamrix::cli
+}  // namespace tamrix
