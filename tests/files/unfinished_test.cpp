@@ -1,3 +1,4 @@
+// POSIX only: signals end programs there.
 #include "files/unfinished.h"
 
 #include "files/replace_file.h"
