@@ -53,7 +53,7 @@ ROOMS = {
     "sim/chips/tool": "sim/chips",
     "sim/library": "include/tamrix base sim sim/chips",
     "sim/windows": "include/tamrix base programmer com/server sim sim/library",
-    "apps/host": "include/tamrix base files",
+    "apps/host": "include/tamrix base files image verify",
     "apps/workbench": "include/tamrix apps/host",
     "apps/cli": "base files image verify forms messages session formats transfer pld ttl/library ttl/run ttl/dialogs selftest"
                 " instruments/analyzer instruments/wave entry sim/signals sim sim/chips apps/host",

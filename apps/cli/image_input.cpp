@@ -1,6 +1,5 @@
 #include "cli/image_input.h"
 
-#include "base/arith.h"
 #include "cli/standard_streams.h"
 #include "files/background_io.h"
 #include "files/byte_source.h"
@@ -156,23 +155,6 @@ void judge(std::span<const image_file> files, bool accept_damage, console& con)
     for (const image_file& file : files) tell_remarks(file.name, file.found, con);
     if (std::ranges::any_of(files, [](const image_file& file) { return file.found.damaged(); }))
         judge_damage(accept_damage, con);
-}
-
-std::string address_text(std::uint64_t address) { return "0x" + arith::hex(static_cast<std::int64_t>(address)); }
-
-std::string range_text(const memory_segment& range)
-{
-    return address_text(range.first) + " to " + address_text(range.end() - 1);
-}
-
-std::string bytes_text(std::uint64_t count) { return std::to_string(count) + (count == 1 ? " byte" : " bytes"); }
-
-std::string extent_text(const segment_list& filled)
-{
-    const auto all = filled.all();
-    if (all.empty()) return "no bytes";
-    return bytes_text(filled.bytes()) + (all.size() == 1 ? "" : " in " + std::to_string(all.size()) + " segments") +
-           ", " + range_text({all.front().first, all.back().end() - all.front().first});
 }
 
 }  // namespace tamrix::cli

@@ -4,6 +4,7 @@
 #include "cli/console.h"
 #include "cli/input_word.h"
 #include "cli/remarks.h"
+#include "host/image_text.h"
 #include "image/memory_image.h"
 #include "verify/verification.h"
 
@@ -43,13 +44,9 @@ image_file read_image(const input_word& input, std::optional<int> format, memory
 void judge(std::span<const image_file> files, bool accept_damage, console& con);
 inline void judge(const image_file& file, bool accept_damage, console& con) { judge({&file, 1}, accept_damage, con); }
 
-/// "0x8000000".
-std::string address_text(std::uint64_t address);
-/// "0x0 to 0x1FF".
-std::string range_text(const memory_segment& range);
-/// "512 bytes", "1 byte".
-std::string bytes_text(std::uint64_t count);
-/// "512 bytes, 0x0 to 0x1FF", "40 bytes in 2 segments, 0x0 to 0x8013", "no bytes".
-std::string extent_text(const segment_list& filled);
+using host::address_text;
+using host::bytes_text;
+using host::extent_text;
+using host::range_text;
 
 }  // namespace tamrix::cli

@@ -4,8 +4,6 @@
 
 namespace tamrix::cli {
 
-std::string places_text(std::uint64_t count) { return std::to_string(count) + (count == 1 ? " place" : " places"); }
-
 void tell_remarks(const std::string& name, const verification& found, console& con)
 {
     constexpr std::size_t most_shown = 10;

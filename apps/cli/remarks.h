@@ -2,15 +2,14 @@
 #pragma once
 
 #include "cli/console.h"
+#include "host/image_text.h"
 #include "verify/verification.h"
 
-#include <cstdint>
 #include <string>
 
 namespace tamrix::cli {
 
-/// "1 place", "12 places".
-std::string places_text(std::uint64_t count);
+using host::places_text;
 
 /// Shows the remarks on file `name`, up to ten, and their count if there are more.
 void tell_remarks(const std::string& name, const verification& found, console& con);
