@@ -123,54 +123,6 @@ outcome host_session::run(const std::function<reply(Clstamrix&)>& method)
     return told;
 }
 
-/// The diagnostic is that of the last load or save; one that was cancelled has none of its own.
-outcome host_session::transfer(const std::function<reply(Clstamrix&)>& method)
-{
-    outcome told = run(method);
-    if (!told.cancelled()) told.diagnostic = library_.diagnostic(plug_in_.get());
-    return told;
-}
-
-outcome host_session::load(std::string file, std::int16_t format)
-{
-    in_use_ = true;
-    return transfer([&](Clstamrix& plug_in) { return plug_in.readfile0(file, format, work_folder_); });
-}
-
-outcome host_session::save(std::string file)
-{
-    return transfer([&](Clstamrix& plug_in) { return plug_in.wfile(file, work_folder_); });
-}
-
-/// There is nothing to cancel in a routine, so the diagnostic is always its own.
-outcome host_session::routine(const std::function<reply(Clstamrix&)>& method)
-{
-    outcome told = run(method);
-    told.diagnostic = library_.diagnostic(plug_in_.get());
-    return told;
-}
-
-outcome host_session::load_jedec(std::string file)
-{
-    in_use_ = true;
-    outcome told = routine([&](Clstamrix& plug_in) { return plug_in.readpldfile(file); });
-    told.note = library_.jedec_note(plug_in_.get());
-    return told;
-}
-
-outcome host_session::save_jedec(std::string file)
-{
-    return routine([&](Clstamrix& plug_in) { return plug_in.writepldfile(file); });
-}
-
-outcome host_session::import_svf(std::string file)
-{
-    outcome told = routine([&](Clstamrix& plug_in) { return plug_in.readsvffile(file, work_folder_); });
-    const variant empty_file{std::int16_t{1}};
-    if (told.result.value == empty_file) told.diagnostic = file + ": an empty file";
-    return told;
-}
-
 outcome host_session::show_note()
 {
     std::uint8_t note = device_.note;

@@ -1,6 +1,7 @@
 // The host's side of the plug-in, without a window: the shared blocks, the device in use, the calls and their results.
 #pragma once
 
+#include "host/device_fit.h"
 #include "host/device_preset.h"
 #include "host/host_blocks.h"
 #include "workbench/plug_in_library.h"
@@ -70,9 +71,17 @@ public:
     outcome run(const std::function<reply(Clstamrix&)>& method);
     outcome load(std::string file, std::int16_t format);
     outcome save(std::string file);
+    /// The part of the buffer that the device in use has memory for.
+    std::span<std::uint8_t> device_memory();
+    /// Puts the bytes of `image` from file address `start` on into the device's memory, which is cleared first, as the
+    /// load dialog was asked to do. Returns how it was cleared.
+    host::clear_choice load_from(const memory_image& image, std::uint64_t start);
     /// The files of logic devices; their routines have no dialog and leave no lines.
     outcome load_jedec(std::string file);
-    outcome save_jedec(std::string file);
+    /// In the form of the standard. The fuses are those in the buffer, the vectors those of the plug-in.
+    outcome save_jedec(const std::string& file);
+    /// In the plug-in's own form.
+    outcome save_jedec_as_plug_in(std::string file);
     /// Copies an SVF file to the work folder.
     outcome import_svf(std::string file);
     /// Shows the note of the device in use, if it has one.

@@ -146,6 +146,7 @@ void main_frame::select_device(const host::device_preset& device)
     attempt("The device cannot be selected", [&] {
         hex_view_->show({});
         session_.select(device);
+        offer_rest({});
         log_->remark("Device " + device.name + (device.maker.empty() ? "" : ", " + device.maker) + ": buffer of " +
                      to_utf8(size_text(device.buffer_bytes)));
     });
@@ -153,51 +154,6 @@ void main_frame::select_device(const host::device_preset& device)
     SetStatusText("Buffer: " + size_text(session_.device().buffer_bytes), buffer_field);
     buffer_changed();
     update_menus();
-}
-
-void main_frame::load_file(const std::string& path)
-{
-    switch (session_.library().detect_pld(path.c_str())) {
-    case TAMRIX_JEDEC: return load_jedec(path);
-    case TAMRIX_SVF: return import_svf(path);
-    case TAMRIX_NO_PLD: return load_buffer_file(path);
-    }
-}
-
-void main_frame::load_buffer_file(const std::string& path)
-{
-    const wxString trouble = "The file cannot be loaded";
-    attempt(trouble, [&] {
-        const plug_in_library& library = session_.library();
-        const int detected = library.detect_format(path.c_str(), nullptr);
-        if (detected < 0) return fail(trouble, path + " cannot be read.");
-        const outcome told = session_.load(path, static_cast<std::int16_t>(detected));
-        tell(trouble, told);
-        buffer_changed();
-        tamrix_format format{};
-        library.describe_format(detected, &format);
-        if (!told.cancelled()) show_load(path, to_wx(format.caption), !told.failed());
-        if (!told.cancelled() && !told.failed()) show_mode(told.result.value);
-        hex_view_->SetFocus();
-    });
-}
-
-void main_frame::load_jedec(const std::string& path)
-{
-    const bool done = run_routine("Load JEDEC", [&] { return session_.load_jedec(path); });
-    show_load(path, "JEDEC", done);
-    hex_view_->SetFocus();
-}
-
-void main_frame::save_jedec(const std::string& path)
-{
-    run_routine("Save JEDEC", [&] { return session_.save_jedec(path); });
-}
-
-/// The buffer does not change, so it keeps the name of its file.
-void main_frame::import_svf(const std::string& path)
-{
-    if (run_routine("Import SVF", [&] { return session_.import_svf(path); })) remember(path);
 }
 
 /// Runs a routine that leaves no status lines, and logs that it was done. False if it failed.

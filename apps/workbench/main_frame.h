@@ -1,6 +1,7 @@
 // The workbench's window: devices, buffer and log, and a menu entry for each method of the plug-in.
 #pragma once
 
+#include "host/file_report.h"
 #include "host/languages.h"
 #include "host/last_selftest.h"
 #include "workbench/device_catalogue.h"
@@ -40,6 +41,13 @@ public:
     void load_file(const std::string& path);
 
 private:
+    /// Bytes of the file in the buffer that lie outside the device.
+    struct rest_of_file {
+        std::string path, format;
+        std::vector<std::string> accepted_remarks;  // on its damage
+        std::uint64_t start;                        // file address of the first of them
+        std::uint64_t bytes;
+    };
     using method_call = std::function<reply(Clstamrix&)>;
     enum status_field {
         device_field,
@@ -108,9 +116,16 @@ private:
     void test_vectors();
     void choose_language(const host::language& chosen);
     void take_language_of_settings();
+    host::file_report inspect(const std::string& path, const char* format);
+    bool accepts(const host::file_report& report);
     void load_buffer_file(const std::string& path);
+    void tell_content(const host::file_report& report);
+    void tell_fit(const host::file_report& report, std::uint64_t start);
+    void offer_rest(std::optional<rest_of_file> rest);
+    void load_rest();
     void load_jedec(const std::string& path);
     void save_jedec(const std::string& path);
+    void save_jedec_as_plug_in(const std::string& path);
     void import_svf(const std::string& path);
     bool run_routine(const wxString& name, const std::function<outcome()>& routine);
     void show_load(const std::string& path, const wxString& detected, bool done);
@@ -149,6 +164,7 @@ private:
     wxFileHistory recent_;
     std::string data_folder_;  // with "/" at its end
     std::string file_;         // the last one loaded or saved
+    std::optional<rest_of_file> rest_;
     wxString sought_;
     std::unique_ptr<host::simulator> socket_;  // null where the programmer is not simulated
     std::optional<host::last_selftest> last_selftest_;

@@ -97,8 +97,10 @@ wxMenu* main_frame::file_menu()
     constexpr long open = wxFD_OPEN | wxFD_FILE_MUST_EXIST, save = wxFD_SAVE | wxFD_OVERWRITE_PROMPT;
     with_file("Load &JEDEC…", "Load the fuses of a logic device", "readpldfile", jedec_files, open,
               &main_frame::load_jedec);
-    with_file("Save J&EDEC…", "Save the fuses of a logic device", "writepldfile", jedec_files, save,
-              &main_frame::save_jedec);
+    with_file("Save J&EDEC…", "Save the fuses of a logic device in the form of the standard", "writepldfile",
+              jedec_files, save, &main_frame::save_jedec);
+    with_file("Save JEDEC as the Plug-in &Writes It…", "Save the fuses of a logic device in the plug-in's own form",
+              "writepldfile", jedec_files, save, &main_frame::save_jedec_as_plug_in);
     with_file("&Import SVF…", "Import a serial vector file", "readsvffile", vector_files, open,
               &main_frame::import_svf);
     menu->AppendSeparator();

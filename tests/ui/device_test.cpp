@@ -8,7 +8,11 @@
 #include <cstring>
 #include <thread>
 
+#include <gmock/gmock.h>
+
 using namespace tamrix::tests;
+using testing::EndsWith;
+using testing::HasSubstr;
 
 namespace {
 
@@ -115,8 +119,7 @@ TEST_F(workbench_with_device, tells_of_the_external_supply_in_its_log)
 TEST_F(workbench_with_device, edits_the_test_vectors_of_a_fuse_file)
 {
     const std::string row = "00000000NN1111111111";
-    std::ofstream{folder / "in.jed"} << "\x02My part\nQP20*\nQF2194*\nL0000 " << std::string(2194, '1') << "*\nV0001 "
-                                     << row << "*\nV0002 " << row << "*\n";
+    std::ofstream{folder / "in.jed"} << fuse_file("My part", std::string(2194, '1'), {row, row});
     program workbench{"tamrix-workbench", {"--device", "GAL16V8", file("in.jed")}, settings()};
     workbench.focus("in.jed.*tamrix workbench");
     workbench.press("alt+e");
@@ -128,17 +131,24 @@ TEST_F(workbench_with_device, edits_the_test_vectors_of_a_fuse_file)
     workbench.type("c");
     workbench.press("alt+d");
     workbench.focus("in.jed.*tamrix workbench");
-    workbench.press("alt+f");
-    workbench.press("e");
-    workbench.focus("^Save JEDEC$");
-    workbench.type(file("out.jed"));
-    workbench.press("Return");
-    EXPECT_TRUE(
-        comes_true_within_ten_seconds([&] { return content(file("out.jed")).find("V000003 ") != std::string::npos; }));
-    const std::string saved = content(file("out.jed"));
-    EXPECT_NE(saved.find("V000001 " + row + " *\r\nV000002 HL000000NN1111111111 *\r\nV000003 CNNNNNNNNNNNNNNNNNNN *"),
-              std::string::npos)
-        << saved;
+    const auto saved = [&](const char* entry, const char* title, const char* name) {
+        workbench.press("alt+f");
+        workbench.press(entry);
+        workbench.focus(title);
+        workbench.type(file(name));
+        workbench.press("Return");
+        EXPECT_TRUE(
+            comes_true_within_ten_seconds([&] { return content(file(name)).find("\nC") != std::string::npos; }));
+        workbench.focus("tamrix workbench");
+        return content(file(name));
+    };
+    EXPECT_THAT(saved("e", "^Save JEDEC$", "out.jed"),
+                HasSubstr("V0001 " + row + "*\r\nV0002 HL000000NN1111111111*\r\nV0003 CNNNNNNNNNNNNNNNNNNN*\r\n"));
+    EXPECT_THAT(saved("w", "^Save JEDEC as the Plug-in Writes It$", "own.jed"),
+                HasSubstr("V000001 " + row + " *\r\nV000002 HL000000NN1111111111 *\r\nV000003 CNNNNNNNNNNNNNNNNNNN *"));
+    EXPECT_THAT(log_of(workbench), EndsWith("Save JEDEC: done\n" + file("out.jed") +
+                                            ": written in the form of the standard, JESD3-C\nSave JEDEC: done\n" +
+                                            file("own.jed") + ": written in the form of the plug-in\n"));
     workbench.focus("tamrix workbench");
     programs::quit(workbench);
     EXPECT_EQ(workbench.output(), "");
@@ -146,8 +156,7 @@ TEST_F(workbench_with_device, edits_the_test_vectors_of_a_fuse_file)
 
 TEST_F(workbench_with_device, plays_the_test_vectors_of_a_fuse_file)
 {
-    std::ofstream{folder / "in.jed"} << "\x02My part\nQP20*\nQF16*\nL0000 0101010101010101*\nV0001 "
-                                     << "000000000N0000000HLN*\n";
+    std::ofstream{folder / "in.jed"} << fuse_file("My part", "0101010101010101", {"000000000N0000000HLN"});
     program workbench{"tamrix-workbench", {"--device", "GAL16V8", file("in.jed")}, settings()};
     workbench.focus("in.jed.*tamrix workbench");
     workbench.press("alt+t");

@@ -4,11 +4,13 @@
 #include "person.h"
 #include "program.h"
 #include "support/name_space.h"
+#include "verify/jedec_writer.h"
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -60,6 +62,14 @@ inline std::string content(const fs::path& path)
 {
     std::ifstream file{path, std::ios::binary};
     return {std::istreambuf_iterator<char>{file}, {}};
+}
+
+/// A sound fuse file: the fuses are characters "0" and "1".
+inline std::string fuse_file(const std::string& header, const std::string& fuses, std::vector<std::string> vectors = {})
+{
+    tamrix::fuse_map map{.header = header, .vectors = std::move(vectors)};
+    for (const char fuse : fuses) map.fuses.push_back(fuse == '1' ? 1 : 0);
+    return tamrix::jedec_file(map, 32);
 }
 
 /// What another program put on the clipboard.

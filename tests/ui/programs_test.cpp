@@ -132,23 +132,30 @@ TEST_F(programs, the_log_of_the_workbench_tells_where_and_why_a_load_failed)
 {
     std::ofstream{folder / "bad.hex"} << ":0100000011EE\n:01000100G1ED\n:00000001FF\n";
     program workbench{"tamrix-workbench", {"--device", "27C64", file("bad.hex")}, settings()};
+    workbench.focus("^Damaged File$");
+    workbench.press("alt+y");
     workbench.focus("Load A File To Buffer");
     workbench.press("Return");
     workbench.focus("^tamrix workbench");
     EXPECT_EQ(without_time(log_of(workbench)),
-              "Device 27C64, Microchip: buffer of 8 KiB\n>>Load File Fail!\n>> Sec\n" + file("bad.hex") +
+              "Device 27C64, Microchip: buffer of 8 KiB\n" + file("bad.hex") +
+                  ":2: 'G' in column 10 where a hexadecimal digit was expected\n" + file("bad.hex") +
+                  ": the damage is accepted\n>>Load File Fail!\n>> Sec\n" + file("bad.hex") +
                   ":2: a data byte that is not hexadecimal where a byte of two digits was expected\n");
     quit(workbench);
 }
 
 TEST_F(programs, the_workbench_opens_a_fuse_file_at_once_and_its_log_tells_the_note)
 {
-    std::ofstream{folder / "fuses.bin"} << "\x02My part\nQF16*\nL0000 0101*\n";
+    std::ofstream{folder / "fuses.bin"} << fuse_file("My part", "0101111111111111");
     program workbench{"tamrix-workbench", {"--device", "GAL16V8", file("fuses.bin")}, settings()};
     workbench.focus("fuses.bin.*tamrix workbench");
-    EXPECT_EQ(content("/dev/shm/" + name_space + "qorfanibuffer").substr(0, 5), std::string("0101\0", 5));
+    EXPECT_EQ(content("/dev/shm/" + name_space + "qorfanibuffer").substr(0, 5), "01011");
     EXPECT_EQ(log_of(workbench),
-              "Device GAL16V8, Lattice: buffer of 4 KiB\nLoad JEDEC: done\nNote:\n  My part\n  QF16*\n");
+              "Device GAL16V8, Lattice: buffer of 4 KiB\nLoad JEDEC: done\nNote:\n  My part*\n  QF16*\n  F0*\n" +
+                  file("fuses.bin") +
+                  ": jedec, fuses: 16, of which 1: 14, by default: 0, not in the file: 0\n  fuse checksum: 01F9, "
+                  "vectors: 0\n");
     quit(workbench);
 }
 
@@ -161,7 +168,8 @@ TEST_F(programs, the_workbench_imports_an_svf_file_at_once)
     EXPECT_TRUE(comes_true_within_ten_seconds([&] {
         return content(fs::directory_iterator { cache } -> path() / "pldtmp.svf") == "! made here\r\nSTATE IDLE;\r\n";
     }));
-    EXPECT_EQ(log_of(workbench), "Device GAL16V8, Lattice: buffer of 4 KiB\nImport SVF: done\n");
+    EXPECT_EQ(log_of(workbench), "Device GAL16V8, Lattice: buffer of 4 KiB\nImport SVF: done\n" + file("vectors.txt") +
+                                     ": svf, statements: 1, bits shifted: 0\n");
     quit(workbench);
     EXPECT_TRUE(fs::is_empty(cache));
 }

@@ -1,48 +1,10 @@
-#include "support/own_settings.h"
-#include "workbench/host_session.h"
+#include "workbench/session_fixture.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <string>
 #include <utility>
-#include <vector>
-
-#include <gtest/gtest.h>
 
 using namespace tamrix;
-using workbench::host_session;
-
-namespace {
-
-class sessions : public testing::Test {
-protected:
-    const tests::own_settings settings;
-    const host::device_preset small{.name = "small", .words = 0x100, .buffer_bytes = 0x100};
-    const host::device_preset large{.name = "large", .words = 0x400, .buffer_bytes = 0x400};
-    const host::device_preset logic{
-        .name = "logic", .words = 16, .buffer_bytes = 64, .clear = host::clear_choice::fill_00};
-
-    std::string write(const char* name, const std::string& content) const
-    {
-        std::filesystem::create_directories(settings.folder);
-        const std::filesystem::path path = settings.folder / name;
-        std::ofstream{path, std::ios::binary} << content;
-        return path;
-    }
-    static std::size_t shared_objects()
-    {
-        std::size_t count = 0;
-        for (const auto& entry : std::filesystem::directory_iterator{"/dev/shm"}) {
-            count += entry.path().filename().string().starts_with(std::getenv("TAMRIX_NAMESPACE")) ? 1 : 0;
-        }
-        return count;
-    }
-};
-
-std::vector<std::uint8_t> content(host_session& session) { return {session.buffer().begin(), session.buffer().end()}; }
-
-}  // namespace
+using namespace tamrix::tests;
 
 TEST_F(sessions, a_new_buffer_is_blank)
 {
@@ -93,63 +55,6 @@ TEST_F(sessions, nothing_stays_behind)
     }
     EXPECT_EQ(shared_objects(), 0u);
     EXPECT_FALSE(std::filesystem::exists(folder));
-}
-
-TEST_F(sessions, a_fuse_file_is_told_by_its_content_and_loads_with_its_note)
-{
-    host_session session{PLUG_IN};
-    session.select(logic);
-    const std::string file = write("fuses.bin", "\x02My part\nQF16*\nL0000 0101*\n");
-    EXPECT_EQ(session.library().detect_pld(file.c_str()), TAMRIX_JEDEC);
-    const auto told = session.load_jedec(file);
-    EXPECT_FALSE(told.failed());
-    EXPECT_EQ(told.note, "\n  \x02My part\n  QF16*");
-    EXPECT_EQ(std::string(session.buffer().begin(), session.buffer().begin() + 5), std::string("0101\0", 5));
-    session.select(large);
-    EXPECT_EQ(session.buffer()[1], '1') << "fuses that were loaded stay when the device changes";
-}
-
-TEST_F(sessions, the_note_is_that_of_the_last_fuse_file_and_ends_with_its_first_NUL)
-{
-    host_session session{PLUG_IN};
-    session.select(logic);
-    EXPECT_EQ(session.load_jedec(write("a.jed", std::string("one\0more\nL0000 1*\n", 18))).note, "\n  one");
-    EXPECT_EQ(session.load_jedec(write("b.jed", "L0000 1*\n")).note, "");
-    const auto missing = session.load_jedec("/nowhere/c.jed");
-    EXPECT_EQ(missing.diagnostic, "/nowhere/c.jed: no such file");
-    EXPECT_EQ(missing.note, "");
-    EXPECT_STREQ(session.library().jedec_note(nullptr), "");
-}
-
-TEST_F(sessions, fuses_that_cannot_be_saved_are_told_with_the_reason)
-{
-    host_session session{PLUG_IN};
-    session.select(logic);
-    std::ranges::fill(session.buffer(), std::uint8_t{'1'});
-    EXPECT_EQ(session.save_jedec("/nowhere/out.jed").diagnostic, "/nowhere/out.jed: no such file");
-}
-
-TEST_F(sessions, an_svf_file_is_told_by_its_content_and_goes_to_the_work_folder)
-{
-    host_session session{PLUG_IN};
-    session.select(logic);
-    const std::string file = write("vectors.txt", "! made here\nSTATE IDLE;\n");
-    EXPECT_EQ(session.library().detect_pld(file.c_str()), TAMRIX_SVF);
-    EXPECT_FALSE(session.import_svf(file).failed());
-    EXPECT_EQ(std::filesystem::file_size(session.work_folder() + "pldtmp.svf"), 26u);
-    const std::string empty = write("empty.svf", "");
-    EXPECT_EQ(session.import_svf(empty).diagnostic, empty + ": an empty file");
-    EXPECT_EQ(session.import_svf("/nowhere/a.svf").diagnostic, "/nowhere/a.svf: no such file");
-}
-
-TEST_F(sessions, a_file_of_no_logic_device_and_one_that_is_missing_are_none)
-{
-    host_session session{PLUG_IN};
-    const std::string file = write("boot.hex", ":0100000011EE\n:00000001FF\n");
-    EXPECT_EQ(session.library().detect_pld(file.c_str()), TAMRIX_NO_PLD);
-    EXPECT_EQ(session.library().detect_format(file.c_str(), nullptr), 1);
-    EXPECT_EQ(session.library().detect_pld("/nowhere/boot.hex"), TAMRIX_NO_PLD);
-    EXPECT_EQ(session.library().detect_pld(nullptr), TAMRIX_NO_PLD);
 }
 
 TEST_F(sessions, the_plug_in_tells_which_methods_work)
