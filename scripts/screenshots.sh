@@ -148,6 +148,8 @@ press ctrl+d
 
 press ctrl+o
 choose_file '^Load File$' damaged.hex
+window '^Damaged File$' >/dev/null
+press alt+y
 window 'Load A File To Buffer' >/dev/null
 sleep 0.5
 press Return
