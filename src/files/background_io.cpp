@@ -35,6 +35,21 @@ block_queue::block block_queue::pop()
     return next;
 }
 
+block_queue::block block_queue::spare()
+{
+    const std::lock_guard lock{mutex_};
+    if (spare_.empty()) return {};
+    block found = std::move(spare_.back());
+    spare_.pop_back();
+    return found;
+}
+
+void block_queue::give_back(block used)
+{
+    const std::lock_guard lock{mutex_};
+    spare_.push_back(std::move(used));
+}
+
 void block_queue::finish(std::exception_ptr error)
 {
     const std::lock_guard lock{mutex_};
@@ -70,7 +85,8 @@ bool read_ahead::next()
         reader_ = std::thread{[this] {
             try {
                 for (;;) {
-                    block_queue::block read(block_bytes);
+                    block_queue::block read = queue_.spare();
+                    read.resize(block_bytes);
                     read.resize(from_->read(read));
                     const bool last = read.size() < block_bytes;
                     if (!queue_.push(std::move(read)) || last) break;
@@ -82,6 +98,7 @@ bool read_ahead::next()
         }};
         return true;
     }
+    queue_.give_back(std::exchange(current_, {}));
     current_ = queue_.pop();
     at_end_ = current_.empty();
     return !at_end_;
@@ -115,12 +132,16 @@ void write_later::write(std::span<const std::uint8_t> bytes)
 
 void write_later::pass_on()
 {
-    block_queue::block full = std::exchange(gathered_, {});
+    block_queue::block full = std::exchange(gathered_, queue_.spare());
+    gathered_.clear();
     gathered_.reserve(block_bytes + block_bytes / 4);
     if (!writer_.joinable()) {
         writer_ = std::thread{[this] {
             try {
-                for (auto block = queue_.pop(); !block.empty(); block = queue_.pop()) to_.write(block);
+                for (auto block = queue_.pop(); !block.empty(); block = queue_.pop()) {
+                    to_.write(block);
+                    queue_.give_back(std::move(block));
+                }
             } catch (...) {
                 const std::lock_guard lock{error_mutex_};
                 error_ = std::current_exception();

@@ -26,6 +26,9 @@ public:
     bool push(block full);
     /// Waits for the next one; an empty one at the end. Throws the error of the other side, after the blocks before it.
     block pop();
+    /// A block to fill, of any content; memory that went through already costs no more page faults.
+    block spare();
+    void give_back(block used);
     /// No more blocks come, or are taken.
     void finish(std::exception_ptr error = nullptr);
     void stop();
@@ -36,6 +39,7 @@ private:
     std::mutex mutex_;
     std::condition_variable changed_;
     std::deque<block> waiting_;
+    std::vector<block> spare_;
     std::exception_ptr error_;
     bool finished_ = false, stopped_ = false;
 };
