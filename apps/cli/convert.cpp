@@ -15,6 +15,7 @@ namespace tamrix::cli {
 namespace {
 
 constexpr std::uint64_t longest_filled_gap = 16 << 20;
+constexpr std::uint64_t longest_filled_range = std::uint64_t{4} << 30;
 constexpr std::uint8_t erased = 0xFF;
 
 std::string to_format(const convert_options& options)
@@ -97,8 +98,11 @@ void tell_begin(const convert_options& options, const memory_segment& range, con
 }
 
 /// The image with the gaps that are to be filled, and nothing outside the range.
-memory_image filled_image(const memory_image& image, const memory_segment& range, std::uint8_t value)
+memory_image filled_image(const convert_options& options, const memory_image& image, const memory_segment& range)
 {
+    if (range.length > longest_filled_range)
+        refuse(options.out + ": would be " + bytes_text(range.length) + " long; at most 4 GiB are filled");
+    const std::uint8_t value = options.image.fill.value_or(erased);
     memory_image made = cropped(image, range);
     const std::vector<std::uint8_t> filling(0x10000, value);
     for (const memory_segment& gap : gaps_in(image, range, 1)) {
@@ -108,10 +112,18 @@ memory_image filled_image(const memory_image& image, const memory_segment& range
     return made;
 }
 
+/// It has a part that goes after the words of a device.
+void convert_holtek(const convert_options& options, console& con)
+{
+    if (options.inputs.size() > 1 || options.inputs.front().is_standard_input() || options.out == "-")
+        refuse(options.inputs.front().path + ": a Holtek image goes through a device, which takes one file and no -");
+    convert_through_dialogs(options, con);
+}
+
 void convert_image(const convert_options& options, console& con)
 {
     image_inputs inputs = read_inputs(options.inputs, options.from, options.image.overlap);
-    if (inputs.files.front().format == "holtek") return convert_through_dialogs(options, con);  // needs the device
+    if (inputs.files.front().format == "holtek") return convert_holtek(options, con);
     judge(inputs.files, options.image.accept_damage, con);
     apply(options.image, inputs.image);
     const std::string to = to_format(options);
@@ -127,8 +139,7 @@ void convert_image(const convert_options& options, console& con)
     if (to == "binary") tell_begin(options, range, con);
     const bool ranged = options.save_from || options.save_size;
     if (fills ? !gaps_in(inputs.image, range, 1).empty() || ranged : ranged)
-        inputs.image = fills ? filled_image(inputs.image, range, options.image.fill.value_or(erased))
-                             : cropped(inputs.image, range);
+        inputs.image = fills ? filled_image(options, inputs.image, range) : cropped(inputs.image, range);
 
     output_place place{options.out};
     try {

@@ -92,6 +92,9 @@ TEST_F(convert_device, a_save_beyond_the_device_is_refused)
     EXPECT_EQ(converted("in.bin", "out.bin", {"--save-from", "8", "--save-size", "2", "--device-words", "10"}), "89");
     EXPECT_EQ(converted("in.bin", "out.bin", {"--save-from", "8", "--save-size", "4"}), "89\xFF\xFF")
         << "without a device there is no end";
+    std::filesystem::remove(folder.path("out.bin"));
+    expect_refused({"--save-size", "FFFFFFFFFF"},
+                   "out.bin: would be 1099511627775 bytes long; at most 4 GiB are filled");
 }
 
 TEST_F(convert_device, a_tektronix_file_holds_at_most_64_kib)

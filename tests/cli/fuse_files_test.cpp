@@ -166,6 +166,8 @@ TEST_F(convert_test, a_holtek_image_needs_the_device)
     const auto refused = convert({"a.otp", "a.bin"});
     EXPECT_EQ(refused.status, 2);
     EXPECT_THAT(refused.err, testing::HasSubstr("--device-words is expected"));
+    EXPECT_EQ(convert({"a.otp", "-"}).err,
+              "tamrix: a.otp: a Holtek image goes through a device, which takes one file and no -\n");
     const auto loaded = convert({"a.otp", "a.bin", "--device-words", "256", "--word-bytes", "2", "--spare-units", "4"});
     EXPECT_EQ(loaded.status, 0) << loaded.err;
     const auto image = read_bytes(folder.path("a.bin"));
