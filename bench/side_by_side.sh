@@ -181,7 +181,7 @@ $(row '`srec_cat -binary ... -tektronix`' write_tek_srec_cat write_tek_tamrix)
 
 | | median, time of the processor |
 | --- | ---: |
-| loading the record that stands last in the file | $(median load_last) ms |
+| loading the last record of the file | $(median load_last) ms |
 | auto find, all devices | $(ms auto_find) ms |
 
 ## Logic analyzer: noise on eight channels, a window 1920 pixels wide

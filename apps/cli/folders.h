@@ -5,8 +5,7 @@
 
 namespace tamrix::cli {
 
-/// The folder with a separator at its end. Throws command_error "OPTION: the name of a folder is expected" for an empty
-/// word.
+/// The folder, ended by a separator. An empty word throws command_error "OPTION: the name of a folder is expected".
 std::string folder_word(const std::string& option, std::string folder);
 
 /// Throws command_error "out/x.bin: the folder out does not exist" where the folder of the file is missing.

@@ -26,7 +26,7 @@ void add_dump_options(CLI::App& command, file_words& words);
 void info(const file_words& words, console& con);
 /// Fails where the two files differ.
 void compare(const file_words& words, console& con);
-/// Sixteen bytes a line; gaps are told.
+/// Sixteen bytes a line; an empty line for a gap.
 void dump(const file_words& words, console& con);
 
 }  // namespace tamrix::cli

@@ -16,7 +16,7 @@ struct input_word {
     bool is_placed() const { return address != 0 || step != 1; }
 };
 
-/// "app.bin@8000", "low.bin@:even", "high.bin@10000:3of4"; a file whose whole name is like that is meant by it. Throws
+/// "app.bin@8000", "low.bin@:even", "high.bin@10000:3of4"; a file that has the whole name wins. Throws
 /// command_error for what cannot be an address or a choice of bytes after "@".
 input_word checked_input(const std::string& word);
 

@@ -1,4 +1,4 @@
-// The word that a person could have meant.
+// Which known word is nearest to one that is mistyped.
 #pragma once
 
 #include <optional>

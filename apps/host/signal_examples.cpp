@@ -24,7 +24,7 @@ constexpr kind kinds[] = {{1, "square 1000 duty 50 phase 0"},
                           {1, "uart 9600 8N1 \"Hello\" every 0.01"},
                           {2, "i2c 50000 write 50 01 02 every 0.01"},
                           {4, "spi 50000 mode 0 send 9F receive FF C2 every 0.01"},
-                          {1, "noise 10000 seed 1"},
+                          {1, "noise 10000 start 1"},
                           {8, "file capture.bin period 3.4 again"},
                           {1, "high"},
                           {1, "low"}};

@@ -18,8 +18,8 @@ struct library_reset {
     std::string kept_as;  // the file that the person's library went to; empty where there was none
 };
 
-/// Puts a copy of the library `installed` in the place of `own`. What was there goes to a new file beside it, whose
-/// name has ".before-reset" at its end, and a number where that is taken: nothing is lost. Throws std::runtime_error.
+/// Puts a copy of the library `installed` in the place of `own`. What was there is kept beside it, under the same
+/// name with ".before-reset" and, if that exists, a number. Throws std::runtime_error.
 library_reset reset_library(const std::string& installed, const std::string& own);
 
 }  // namespace tamrix::host

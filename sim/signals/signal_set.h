@@ -17,7 +17,7 @@ public:
 
     /// Adds one signal: "P21 square 1000 duty 25 phase 90", "P21..P24 counter 10000", "P22 pulse 0.001 0.002",
     /// "P23 uart 9600 \"Hello\"", "P24 P25 i2c 100000 write 50 01 02", "P21 P22 P23 P24 spi 1000000 send 9F",
-    /// "P21..P28 noise 1000 seed 7", "P21..P28 file capture.bin period 3.4", "P21 high", "P21 low",
+    /// "P21..P28 noise 1000 start 7", "P21..P28 file capture.bin period 3.4", "P21 high", "P21 low",
     /// "chip 7490 14=P21 12=P22 1=12 2=low", "lead 23 P21". Throws signal_error, and then nothing is added.
     void add(std::string_view text);
     bool empty() const { return sources_.empty() && chip_plans_.empty() && leads_ == 0; }

@@ -52,8 +52,8 @@ made_signal read_square(std::uint8_t pins, signal_words& words)
 made_signal read_noise(std::uint8_t pins, signal_words& words)
 {
     const double hertz = hertz_of(words);
-    const int seed = words.take("seed") ? words.whole(0, 1'000'000'000) : 1;
-    return std::make_shared<noise>(pins, hertz, static_cast<std::uint64_t>(seed));
+    const int start = words.take("start") ? words.whole(0, 1'000'000'000) : 1;
+    return std::make_shared<noise>(pins, hertz, static_cast<std::uint64_t>(start));
 }
 
 made_signal read_pulse(std::uint8_t pins, signal_words& words)

@@ -17,7 +17,7 @@ std::uint8_t low_byte(std::uint64_t number) { return static_cast<std::uint8_t>(n
 
 }  // namespace
 
-noise::noise(std::uint8_t pins, double hertz, std::uint64_t seed) : pins_{pins}, step_{hertz}, seed_{spread(seed)} {}
+noise::noise(std::uint8_t pins, double hertz, std::uint64_t start) : pins_{pins}, step_{hertz}, start_{spread(start)} {}
 
 /// An analyzer asks for each sample, so the usual case calculates two edges alone.
 glimpse square_wave::look(nanoseconds when) const
@@ -51,7 +51,7 @@ glimpse binary_counter::look(nanoseconds when) const
 glimpse noise::look(nanoseconds when) const
 {
     const beat::lap step = step_.at(when);
-    const std::uint8_t thrown = low_byte(spread(seed_ + static_cast<std::uint64_t>(step.number)));
+    const std::uint8_t thrown = low_byte(spread(start_ + static_cast<std::uint64_t>(step.number)));
     return {{pins_, static_cast<std::uint8_t>(thrown & pins_)}, step.end};
 }
 

@@ -40,16 +40,16 @@ private:
     beat step_;
 };
 
-/// Each pin is thrown anew at each beat. The same seed gives the same noise.
+/// Each pin is thrown anew at each beat. The same start gives the same noise.
 class noise final : public signal {
 public:
-    noise(std::uint8_t pins, double hertz, std::uint64_t seed);
+    noise(std::uint8_t pins, double hertz, std::uint64_t start);
     glimpse look(nanoseconds when) const override;
 
 private:
     std::uint8_t pins_;
     beat step_;
-    std::uint64_t seed_;
+    std::uint64_t start_;
 };
 
 }  // namespace tamrix::sim

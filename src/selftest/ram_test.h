@@ -12,7 +12,7 @@ namespace tamrix {
 
 inline constexpr std::int32_t ram_block_bytes = 32768;
 
-/// As many random bytes, the next ones from the seed of this run.
+/// As many random bytes, the next ones of this run.
 std::vector<std::uint8_t> random_bytes(selftest_frame& form, std::size_t count);
 
 /// Whether `ibuf2` begins with these bytes. The first difference goes into the report as a fault of that block.

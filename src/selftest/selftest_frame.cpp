@@ -63,7 +63,7 @@ void selftest_frame::warn(const std::string& words)
 
 std::uint8_t selftest_frame::random_byte()
 {
-    if (!random_) random_.emplace(variables_.seed());
+    if (!random_) random_.emplace(variables_.random_start());
     return static_cast<std::uint8_t>((*random_)() >> 24);
 }
 

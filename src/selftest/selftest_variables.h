@@ -46,8 +46,8 @@ struct selftest_variables {
     /// False where the reset that began the last run or calibration was not answered. Of these only a System Test by
     /// registers ends there.
     bool answered = true;
-    /// The seed of a run's random bytes; each run asks once.
-    std::function<std::uint32_t()> seed = [] { return std::random_device{}(); };
+    /// Where the random bytes of a run start; each run asks once.
+    std::function<std::uint32_t()> random_start = [] { return std::random_device{}(); };
     /// Called as things happen, assignments of a text that is already there included. May be empty.
     std::function<void(const selftest_event&)> on_event;
 };

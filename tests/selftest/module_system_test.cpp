@@ -314,12 +314,12 @@ TEST(a_run_with_modules, takes_all_its_random_bytes_from_one_seed_and_the_next_r
 {
     unit_bench b;
     b.run();
-    EXPECT_EQ(b.seeds, 1u);
+    EXPECT_EQ(b.starts, 1u);
     b.with_dialog([&](pinnote204& dialog) {
         dialog.testbutton.click();
         dialog.testbutton.click();
     });
-    EXPECT_EQ(b.seeds, 3u);
+    EXPECT_EQ(b.starts, 3u);
 }
 
 }  // namespace

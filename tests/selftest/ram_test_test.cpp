@@ -93,7 +93,7 @@ TEST(ram_tests, take_a_new_seed_at_every_run)
     ram_stage(b);
     const std::uint8_t first = b.hardware.ram[0];
     ram_stage(b);
-    EXPECT_EQ(b.seeds, 2u);
+    EXPECT_EQ(b.starts, 2u);
     EXPECT_EQ(b.hardware.ram[0], std::mt19937{2}() >> 24);
     EXPECT_NE(b.hardware.ram[0], first);
 }

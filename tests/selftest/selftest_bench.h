@@ -25,7 +25,7 @@ struct selftest_bench : plug_in_fixture {
         session.blocks.wfig(1) = wfig1;
         session.blocks.usbable(0) = usb ? bool16_true : bool16{0};
         session.hardware.source = with_transcript(hardware.source(), transcript);
-        variables.selftest.seed = [this] { return ++seeds; };
+        variables.selftest.random_start = [this] { return ++starts; };
         variables.selftest.on_event = [this](const selftest_event& event) {
             transcript.push_back(line_of(event));
             waits_ = event.what == selftest_event::kind::wait;
@@ -39,7 +39,7 @@ struct selftest_bench : plug_in_fixture {
 
     small_programmer hardware;
     lines transcript;
-    std::uint32_t seeds = 0;
+    std::uint32_t starts = 0;
     /// What the person does at each wait of runstp(); called in a round of the pump.
     std::function<void()> at_wait;
 

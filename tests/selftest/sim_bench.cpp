@@ -58,7 +58,7 @@ sim_bench::sim_bench(const situation& where) : faults_{where.faults}
     };
     session.hardware.source = sim::source_of(wanted, prepare);
     if (where.transcript) session.hardware.source = with_transcript(session.hardware.source, transcript);
-    variables.selftest.seed = [] { return 1U; };
+    variables.selftest.random_start = [] { return 1U; };
     variables.selftest.on_event = [this, writes = where.events](const selftest_event& event) {
         if (writes) transcript.push_back(line_of(event));
         if (event.what == selftest_event::kind::status && event.panel == 1) last_status_ = event.text;

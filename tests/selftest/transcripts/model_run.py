@@ -20,7 +20,7 @@ class Situation:
 
 
 def stream_of_bytes():
-    """The bytes of a run with seed 1: the highest 8 bits of each draw of mt19937."""
+    """The bytes of a run that starts with 1: the highest 8 bits of each draw of mt19937."""
     words = [1]
     for i in range(1, 624):
         words.append((1812433253 * (words[-1] ^ (words[-1] >> 30)) + i) & 0xFFFFFFFF)

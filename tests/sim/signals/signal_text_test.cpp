@@ -43,8 +43,9 @@ TEST(signals, a_wrong_text_is_told_with_its_place_and_what_can_be_there)
     EXPECT_EQ(refusal_of_signal("P21 pulse 0 0.5 every 0.4"),
               "signal \"P21 pulse 0 0.5 every 0.4\", column 23: the signal takes 500000000 ns and cannot come more "
               "often");
-    EXPECT_EQ(refusal_of_signal("P21 noise 1000 seed -1"), "signal \"P21 noise 1000 seed -1\", column 21: \"-1\" where "
-                                                           "a whole number from 0 to 1000000000 was expected");
+    EXPECT_EQ(refusal_of_signal("P21 noise 1000 start -1"),
+              "signal \"P21 noise 1000 start -1\", column 22: \"-1\" where "
+              "a whole number from 0 to 1000000000 was expected");
     EXPECT_EQ(refusal_of_signal("lead P21"),
               "signal \"lead P21\", column 6: \"P21\" where \"23\", the pin of the generator, was expected");
     EXPECT_EQ(refusal_of_signal("lead 23"), "signal \"lead 23\", column 8: its end where a pin from P21 to P28 was "

@@ -51,7 +51,7 @@ TEST(signals, a_counter_counts_on_its_pins_from_the_lowest)
     }
 }
 
-TEST(signals, noise_is_the_same_for_the_same_seed_and_does_not_prefer_a_pin)
+TEST(signals, noise_is_the_same_for_the_same_start_and_does_not_prefer_a_pin)
 {
     const auto read = [](const char* text) {
         auto walk = signals_of({text}).walk();
@@ -60,10 +60,10 @@ TEST(signals, noise_is_the_same_for_the_same_seed_and_does_not_prefer_a_pin)
             bytes.push_back(walk.look(sim::nanoseconds{step * 1'000'000ll + 5}).levels.high);
         return bytes;
     };
-    const auto bytes = read("P21..P28 noise 1000 seed 7");
-    EXPECT_EQ(bytes, read("P21..P28 noise 1000 seed 7"));
-    EXPECT_NE(bytes, read("P21..P28 noise 1000 seed 8"));
-    EXPECT_EQ(read("P21..P28 noise 1000"), read("P21..P28 noise 1000 seed 1"));
+    const auto bytes = read("P21..P28 noise 1000 start 7");
+    EXPECT_EQ(bytes, read("P21..P28 noise 1000 start 7"));
+    EXPECT_NE(bytes, read("P21..P28 noise 1000 start 8"));
+    EXPECT_EQ(read("P21..P28 noise 1000"), read("P21..P28 noise 1000 start 1"));
     for (int bit = 0; bit < 8; ++bit) {
         int highs = 0, same = 0;
         for (std::size_t i = 0; i < bytes.size(); ++i) {
