@@ -34,23 +34,6 @@ memory_segment range_to_save(const convert_options& options, const memory_image&
     return {first, std::max(all.end(), first) - first};
 }
 
-/// The gaps of at least a length inside `range`, its ends included.
-std::vector<memory_segment> gaps_in(const memory_image& image, const memory_segment& range, std::uint64_t least)
-{
-    std::vector<memory_segment> gaps;
-    std::uint64_t at = range.first;
-    const auto gap_to = [&](std::uint64_t end) {
-        if (end > at && end - at >= least) gaps.push_back({at, end - at});
-    };
-    for (const memory_segment& one : image.filled().all()) {
-        if (one.end() <= range.first || one.first >= range.end()) continue;
-        gap_to(one.first);
-        at = one.end();
-    }
-    gap_to(range.end());
-    return gaps;
-}
-
 [[noreturn]] void refuse_gap(const convert_options& options, const memory_image& image, const memory_segment& range)
 {
     constexpr std::size_t most_listed = 20;
@@ -102,13 +85,8 @@ memory_image filled_image(const convert_options& options, const memory_image& im
 {
     if (range.length > longest_filled_range)
         refuse(options.out + ": would be " + bytes_text(range.length) + " long; at most 4 GiB are filled");
-    const std::uint8_t value = options.image.fill.value_or(erased);
     memory_image made = cropped(image, range);
-    const std::vector<std::uint8_t> filling(0x10000, value);
-    for (const memory_segment& gap : gaps_in(image, range, 1)) {
-        for (std::uint64_t at = gap.first; at < gap.end(); at += filling.size())
-            made.take(at, std::span{filling}.first(std::min<std::uint64_t>(filling.size(), gap.end() - at)));
-    }
+    fill_gaps(made, range, options.image.fill.value_or(erased));
     return made;
 }
 
@@ -138,7 +116,7 @@ void convert_image(const convert_options& options, console& con)
         con.note(options.out + ": saved as binary; --to takes another format");
     if (to == "binary") tell_begin(options, range, con);
     const bool ranged = options.save_from || options.save_size;
-    if (fills ? !gaps_in(inputs.image, range, 1).empty() || ranged : ranged)
+    if (fills ? !gaps_in(inputs.image, range).empty() || ranged : ranged)
         inputs.image = fills ? filled_image(options, inputs.image, range) : cropped(inputs.image, range);
 
     output_place place{options.out};

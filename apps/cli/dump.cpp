@@ -60,7 +60,7 @@ void dump(const file_words& words, console& con)
     const image_file file = read_image(checked_input(words.files.front()), format_to_load(words.from), image);
     judge(file, options.accept_damage, con);
     apply(options, image);
-    if (options.fill) fill_gaps(image, *options.fill);
+    if (options.fill) fill_gaps(image, image.extent(), *options.fill);
     dump_lines lines{con};
     image.visit([&](std::uint64_t address, std::span<const std::uint8_t> bytes) {
         for (const std::uint8_t byte : bytes) lines.take(address++, byte);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <iterator>
 #include <numeric>
 #include <stdexcept>
 
@@ -147,22 +148,22 @@ memory_image swapped(const memory_image& image, int group)
     return made;
 }
 
-std::vector<memory_segment> gaps_of(const memory_image& image, std::uint64_t least)
+std::vector<memory_segment> gaps_in(const memory_image& image, memory_segment range, std::uint64_t least)
 {
+    segment_list wanted;
+    wanted.add(range);
+    const segment_list missing = without(wanted, image.filled());
     std::vector<memory_segment> gaps;
-    const auto all = image.filled().all();
-    for (std::size_t i = 1; i < all.size(); ++i) {
-        const memory_segment gap{all[i - 1].end(), all[i].first - all[i - 1].end()};
-        if (gap.length >= least) gaps.push_back(gap);
-    }
+    std::ranges::copy_if(missing.all(), std::back_inserter(gaps),
+                         [least](const memory_segment& gap) { return gap.length >= least; });
     return gaps;
 }
 
-void fill_gaps(memory_image& image, std::uint8_t value)
+void fill_gaps(memory_image& image, memory_segment range, std::uint8_t value)
 {
     constexpr std::uint64_t piece = 0x10000;
     const std::vector<std::uint8_t> filling(piece, value);
-    for (const memory_segment& gap : gaps_of(image)) {
+    for (const memory_segment& gap : gaps_in(image, range)) {
         for (std::uint64_t at = gap.first; at < gap.end(); at += piece)
             image.take(at, std::span{filling}.first(std::min(piece, gap.end() - at)));
     }

@@ -70,9 +70,9 @@ memory_image moved(const memory_image& image, std::int64_t offset);
 /// The bytes of each group of `group` (2 or 4) addresses in the reverse order. An image whose groups are not whole has
 /// its gaps at other places then.
 memory_image swapped(const memory_image& image, int group);
-/// With `value` in all gaps from its first byte to its last.
-void fill_gaps(memory_image& image, std::uint8_t value);
-/// Gaps of at least `least` bytes.
-std::vector<memory_segment> gaps_of(const memory_image& image, std::uint64_t least = 1);
+/// What `range` has no byte for, at its ends too, in stretches of at least `least` bytes.
+std::vector<memory_segment> gaps_in(const memory_image& image, memory_segment range, std::uint64_t least = 1);
+/// With `value` in all gaps of `range`.
+void fill_gaps(memory_image& image, memory_segment range, std::uint8_t value);
 
 }  // namespace tamrix

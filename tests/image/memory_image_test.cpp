@@ -76,7 +76,7 @@ TEST(memory_image, is_moved_swapped_and_filled_as_each_byte_alone_would_be)
         }
         if (made.plain.empty() || run % 20 != 0) continue;
         memory_image whole = cropped(made.image, made.image.extent());
-        fill_gaps(whole, 0xA5);
+        fill_gaps(whole, whole.extent(), 0xA5);
         expected = made.plain;
         for (std::uint64_t at = made.plain.begin()->first; at < made.plain.rbegin()->first; ++at)
             expected.emplace(at, 0xA5);
@@ -103,9 +103,14 @@ TEST(memory_image, lists_its_gaps)
     image.take(0, bytes_of("abc"));
     image.take(5, bytes_of("d"));
     image.take(0x100, bytes_of("e"));
-    EXPECT_EQ(gaps_of(image), (std::vector<memory_segment>{{3, 2}, {6, 0xFA}}));
-    EXPECT_EQ(gaps_of(image, 3), (std::vector<memory_segment>{{6, 0xFA}}));
-    EXPECT_TRUE(gaps_of(memory_image{}).empty());
+    const auto gaps = [&image](memory_segment range, std::uint64_t least = 1) { return gaps_in(image, range, least); };
+    EXPECT_EQ(gaps(image.extent()), (std::vector<memory_segment>{{3, 2}, {6, 0xFA}}));
+    EXPECT_EQ(gaps(image.extent(), 3), (std::vector<memory_segment>{{6, 0xFA}}));
+    EXPECT_EQ(gaps({4, 4}), (std::vector<memory_segment>{{4, 1}, {6, 2}}));
+    EXPECT_EQ(gaps({0xF0, 0x20}), (std::vector<memory_segment>{{0xF0, 0x10}, {0x101, 0xF}}));
+    EXPECT_EQ(gaps({0x200, 5}), (std::vector<memory_segment>{{0x200, 5}}));
+    EXPECT_TRUE(gaps({0, 3}).empty());
+    EXPECT_TRUE(gaps_in(memory_image{}, {0, 0}).empty());
 }
 
 TEST(crc32, of_the_usual_nine_digits_is_the_published_value)
