@@ -1,5 +1,6 @@
 // The strict readers of fuse files and SVF files under libFuzzer; FUZZ_VERIFIER, given by the build, is the name of
 // one. The first byte of the input is the size of the pieces that the source gives, the rest is the file.
+#include "support/piecemeal_source.h"
 #include "verify/jedec.h"
 #include "verify/jedec_writer.h"
 #include "verify/svf.h"
@@ -14,23 +15,9 @@ namespace {
 
 using namespace tamrix;
 
+using pieces = tests::piecemeal_source;
+
 constexpr std::string_view verifier = FUZZ_VERIFIER;
-
-class pieces final : public byte_source {
-public:
-    pieces(std::span<const std::uint8_t> bytes, std::size_t size) : rest_{bytes}, size_{size} {}
-    std::size_t read(std::span<std::uint8_t> target) override
-    {
-        const std::size_t count = std::min({target.size(), rest_.size(), size_});
-        std::copy_n(rest_.begin(), count, target.begin());
-        rest_ = rest_.subspan(count);
-        return count;
-    }
-
-private:
-    std::span<const std::uint8_t> rest_;
-    std::size_t size_;
-};
 
 void expect(bool right)
 {

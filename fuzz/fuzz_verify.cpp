@@ -1,8 +1,8 @@
 // Strict reading under libFuzzer. The first byte of the input names the format, the second how many bytes the source
 // gives at a time; the rest is the file.
+#include "support/piecemeal_source.h"
 #include "verify/verification.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <string_view>
@@ -13,22 +13,6 @@ using namespace tamrix;
 
 constexpr std::array<std::string_view, 8> names{"binary", "intel", "motorola", "tektronix",
                                                 "holtek", "emc",   "intel16",  "texas"};
-
-class fuzz_source final : public byte_source {
-public:
-    fuzz_source(std::span<const std::uint8_t> rest, std::size_t at_once) : rest_{rest}, at_once_{at_once} {}
-    std::size_t read(std::span<std::uint8_t> target) override
-    {
-        const std::size_t count = std::min({target.size(), rest_.size(), at_once_});
-        std::copy_n(rest_.begin(), count, target.begin());
-        rest_ = rest_.subspan(count);
-        return count;
-    }
-
-private:
-    std::span<const std::uint8_t> rest_;
-    std::size_t at_once_;
-};
 
 struct counter final : data_taker {
     std::uint64_t bytes = 0;
@@ -49,7 +33,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const verify_routine routine = verifier_of(names[data[0] % names.size()]);
     const std::span file{data + 2, size - 2};
     counter pieces, whole;
-    fuzz_source slow{file, data[1] + std::size_t{1}};
+    tests::piecemeal_source slow{file, data[1] + std::size_t{1}};
     memory_source fast{file};
     const verification first = routine(slow, "f", pieces), second = routine(fast, "f", whole);
     if (first.remark_count != second.remark_count || pieces.sum != whole.sum) std::abort();

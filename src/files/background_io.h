@@ -44,7 +44,8 @@ private:
     bool finished_ = false, stopped_ = false;
 };
 
-/// Reads ahead; the thread starts after the first block, so that a short file needs none.
+/// Reads ahead from a source that gives fewer bytes than are asked for only at its end, and is one itself. The thread
+/// starts after the first block, so that a short file needs none.
 class read_ahead final : public byte_source {
 public:
     explicit read_ahead(std::unique_ptr<byte_source> from) : from_{std::move(from)} {}

@@ -14,7 +14,8 @@ namespace tamrix {
 class byte_source {
 public:
     virtual ~byte_source() = default;
-    /// The next bytes, as many as `target` takes; fewer only where the source ends. Throws file_error.
+    /// The next bytes, at most as many as `target` takes; none only where the source ends. Files, memory and standard
+    /// input give fewer only there. Throws file_error.
     virtual std::size_t read(std::span<std::uint8_t> target) = 0;
 };
 

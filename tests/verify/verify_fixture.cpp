@@ -1,5 +1,7 @@
 #include "verify/verify_fixture.h"
 
+#include "support/piecemeal_source.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -8,23 +10,6 @@
 namespace tamrix::tests {
 
 namespace {
-
-class slow_source final : public byte_source {
-public:
-    slow_source(std::string_view rest, std::size_t at_once) : rest_{rest}, at_once_{at_once} {}
-    std::size_t read(std::span<std::uint8_t> target) override
-    {
-        std::size_t count = std::min(target.size(), rest_.size());
-        if (at_once_ != 0) count = std::min(count, at_once_);
-        std::copy_n(rest_.begin(), count, target.begin());
-        rest_.remove_prefix(count);
-        return count;
-    }
-
-private:
-    std::string_view rest_;
-    std::size_t at_once_;
-};
 
 std::string in_hex(std::uint64_t value, int width = 1)
 {
@@ -61,7 +46,7 @@ std::string reading::segments() const
 reading verify(std::string_view format, std::string_view content, std::size_t at_once)
 {
     reading result;
-    slow_source from{content, at_once};
+    piecemeal_source from{content, at_once != 0 ? at_once : piecemeal_source::usual_piece};
     const verify_routine routine = verifier_of(format);
     EXPECT_NE(routine, nullptr) << format;
     if (routine != nullptr) result.found = routine(from, "f", result);
