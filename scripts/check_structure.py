@@ -54,7 +54,9 @@ ROOMS = {
     "sim/library": "include/tamrix base sim sim/chips",
     "sim/windows": "include/tamrix base programmer com/server sim sim/library",
     "apps/host": "include/tamrix base files image verify",
-    "apps/workbench": "include/tamrix apps/host",
+    "apps/editing": "base files image verify",
+    "apps/hexview": "apps/editing",
+    "apps/workbench": "include/tamrix apps/host apps/editing apps/hexview",
     "apps/cli": "base files image verify forms messages session formats transfer pld ttl/library ttl/run ttl/dialogs selftest"
                 " instruments/analyzer instruments/wave entry sim/signals sim sim/chips apps/host",
 }

@@ -1,5 +1,5 @@
 // What the main window asks the person for: files, addresses, bytes.
-#include "workbench/byte_search.h"
+#include "editing/byte_search.h"
 #include "workbench/main_frame.h"
 #include "workbench/text.h"
 
@@ -120,11 +120,12 @@ void main_frame::find()
 void main_frame::find_next()
 {
     if (sought_.empty()) return find();
-    const auto pattern = search_pattern(to_utf8(sought_));
-    const auto found = find_bytes(session_.buffer(), pattern, hex_view_->caret() + 1);
-    if (found) {
-        hex_view_->go_to(*found);
-        hex_view_->mark(pattern.size());
+    const auto pattern = editing::search_pattern(to_utf8(sought_));
+    const std::span<const std::uint8_t> bytes = session_.buffer();
+    editing::byte_finder finder{bytes, pattern, {0, bytes.size()}, hex_view_->cursor().address() + 1};
+    while (!finder.look()) continue;
+    if (finder.found()) {
+        hex_view_->select({*finder.found(), pattern.size()});
     } else {
         wxMessageBox("This stands nowhere in the buffer: " + sought_, "Find", wxOK | wxICON_INFORMATION, this);
     }

@@ -104,7 +104,7 @@ void main_frame::build_panels()
     }
     auto* right = new wxSplitterWindow{sides, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxSP_LIVE_UPDATE};
     auto* buffer_panel = new wxPanel{right};
-    hex_view_ = new hex_view{buffer_panel};
+    hex_view_ = new hexview::hex_view{buffer_panel};
     auto* around = new wxBoxSizer{wxVERTICAL};
     around->Add(hex_view_, wxSizerFlags{1}.Expand().Border(wxALL, FromDIP(6)));
     buffer_panel->SetSizer(around);
@@ -119,7 +119,10 @@ void main_frame::build_panels()
     device_panel_->on_choose = [this](const host::device_preset& device) { choose_device(device); };
     note_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { note_when_idle(); });
     hex_view_->on_move = [this] { show_caret(); };
-    hex_view_->on_edit = [this] { session_.buffer_is_in_use(); };
+    hex_view_->on_type = [this](std::size_t address, std::uint8_t byte) {
+        session_.buffer()[address] = byte;
+        session_.buffer_is_in_use();
+    };
     SetDropTarget(new file_target{[this](const std::string& file) {
         CallAfter([this, file] { load_file(file); });  // the drop itself must end before a dialog opens
     }});
@@ -225,7 +228,7 @@ void main_frame::buffer_changed() { hex_view_->show(session_.buffer()); }
 void main_frame::show_caret()
 {
     if (GetStatusBar() == nullptr) return;
-    SetStatusText(wxString::Format("Address: %08X", static_cast<unsigned>(hex_view_->caret())), caret_field);
+    SetStatusText(wxString::Format("Address: %08X", static_cast<unsigned>(hex_view_->cursor().address())), caret_field);
 }
 
 void main_frame::update_title()

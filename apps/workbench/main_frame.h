@@ -4,9 +4,9 @@
 #include "host/file_report.h"
 #include "host/languages.h"
 #include "host/last_selftest.h"
+#include "hexview/hex_view.h"
 #include "workbench/device_catalogue.h"
 #include "workbench/device_panel.h"
-#include "workbench/hex_view.h"
 #include "workbench/host_session.h"
 #include "workbench/log_panel.h"
 #include "workbench/socket_panel.h"
@@ -173,7 +173,7 @@ private:
     wxNotebook* sides_ = nullptr;
     device_panel* device_panel_ = nullptr;
     socket_panel* socket_panel_ = nullptr;
-    hex_view* hex_view_ = nullptr;
+    hexview::hex_view* hex_view_ = nullptr;
     log_panel* log_ = nullptr;
 };
 

@@ -126,6 +126,23 @@ void click(const wxWindow& window) { click(window, wxPoint{window.GetSize().x / 
 
 void click(const wxWindow& window, wxPoint inside) { press_button(window, inside, "1"); }
 
+void drag(const wxWindow& window, wxPoint from, wxPoint to, const std::string& held)
+{
+    const auto at = [&](wxPoint inside) {
+        const wxPoint place = window.ClientToScreen(inside);
+        return "mousemove " + std::to_string(place.x) + " " + std::to_string(place.y) + " ";
+    };
+    if (!held.empty()) run("xdotool keydown " + held);
+    run("xdotool " + at(from) + "mousedown 1");
+    let_answer();
+    run("xdotool " + at(to));
+    let_answer();
+    let_answer();
+    run("xdotool mouseup 1");
+    if (!held.empty()) run("xdotool keyup " + held);
+    let_answer();
+}
+
 void turn_wheel(const wxWindow& window, int steps)
 {
     const wxPoint middle{window.GetSize().x / 2, window.GetSize().y / 2};

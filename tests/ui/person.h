@@ -36,6 +36,8 @@ void type(const std::string& letters);
 /// The left button, at the middle of a window or at a place in it.
 void click(const wxWindow& window);
 void click(const wxWindow& window, wxPoint inside);
+/// Presses the left button at one place of a window and lets it go at another; `held` is a key held down, or none.
+void drag(const wxWindow& window, wxPoint from, wxPoint to, const std::string& held = {});
 /// The wheel over the middle of a window, so many steps; more than 0 is away from the person.
 void turn_wheel(const wxWindow& window, int steps);
 /// Puts a text on the clipboard.

@@ -1,0 +1,104 @@
+// Bytes in hexadecimal and as characters, with a cursor, a selection and a person's typing. It reads only the rows in
+// sight, so the number of bytes does not matter.
+#pragma once
+
+#include "editing/cursor.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <span>
+
+#include <wx/dc.h>
+#include <wx/timer.h>
+#include <wx/window.h>
+
+namespace tamrix::hexview {
+
+/// A bit for each byte of a row; bit 0 is the first one.
+using row_bits = std::uint16_t;
+
+class hex_view final : public wxWindow {
+public:
+    explicit hex_view(wxWindow* parent);
+
+    /// The bytes to show; they must live until the next call. The rows in sight and the cursor stay, as far as there
+    /// are bytes. Nothing is selected then, unless they are as many as before.
+    void show(std::span<const std::uint8_t> bytes);
+    /// The bytes have other values now.
+    void refresh() { Refresh(false); }
+
+    const editing::cursor& cursor() const { return cursor_; }
+    /// Moves the cursor to an address and makes it visible; an address beyond the last one is the last one.
+    void go_to(std::size_t address);
+    /// Selects these bytes and makes the first one visible.
+    void select(editing::byte_range range);
+    void select_all();
+
+    std::size_t top_row() const { return top_; }
+    void scroll_to(std::size_t row);
+
+    /// The cursor or the selection is another one.
+    std::function<void()> on_move;
+    /// Other rows are in sight.
+    std::function<void()> on_scrolled;
+    /// The person typed a byte; without this the view is for reading only.
+    std::function<void(std::size_t address, std::uint8_t byte)> on_type;
+    /// Which bytes of the row that begins with an address are drawn as different; null: none.
+    std::function<row_bits(std::size_t address)> different;
+    /// Which bytes of that row are there at all; the others are blank. Null: all.
+    std::function<row_bits(std::size_t address)> present;
+
+    bool AcceptsFocus() const override { return true; }
+    wxSize DoGetBestClientSize() const override;
+
+private:
+    static constexpr int margin = 8;
+    struct place {
+        std::size_t address;
+        editing::column side;
+    };
+    /// Of the bytes in a row: where a run of them is drawn, and how.
+    enum class look { blank, plain, different };
+
+    std::size_t rows() const { return (bytes_.size() + editing::bytes_in_row - 1) / editing::bytes_in_row; }
+    std::size_t rows_in_sight() const;
+    void keep_cursor_in_sight();
+    void update_scrollbars();
+    void moved();
+
+    void paint();
+    void paint_header(wxDC& dc) const;
+    void paint_row(wxDC& dc, std::size_t row, int y) const;
+    void paint_selection(wxDC& dc, std::size_t row, int y) const;
+    void paint_bytes(wxDC& dc, std::size_t row, int y) const;
+    void paint_cursor(wxDC& dc, int y) const;
+    int hex_column(std::size_t index) const;
+    int character_column(std::size_t index) const;
+    int whole_width() const { return character_column(editing::bytes_in_row) + margin; }
+
+    void on_scroll(wxScrollWinEvent& event);
+    void on_wheel(wxMouseEvent& event);
+    void on_press(wxMouseEvent& event);
+    void on_drag(wxMouseEvent& event);
+    void end_drag();
+    void drag_on();
+    place place_at(wxPoint point) const;
+    void on_key(wxKeyEvent& event);
+    void on_char(wxKeyEvent& event);
+    void on_tab(bool backward);
+    void type_digit(int digit);
+    void type_character(int letter);
+
+    std::span<const std::uint8_t> bytes_;
+    editing::cursor cursor_;
+    std::size_t top_ = 0;  // the first row in sight
+    int left_ = 0;         // pixels that are scrolled out at the left
+    int wheel_rest_ = 0;
+    wxTimer drag_timer_;  // scrolls on while the mouse is outside with its button down
+    wxPoint drag_point_;
+    int letter_ = 0, row_ = 0;  // pixels of a character and of a row
+};
+
+}  // namespace tamrix::hexview
