@@ -1,10 +1,10 @@
 // The workbench's window: devices, buffer and log, and a menu entry for each method of the plug-in.
 #pragma once
 
+#include "hexview/hex_view.h"
 #include "host/file_report.h"
 #include "host/languages.h"
 #include "host/last_selftest.h"
-#include "hexview/hex_view.h"
 #include "workbench/device_catalogue.h"
 #include "workbench/device_panel.h"
 #include "workbench/host_session.h"
