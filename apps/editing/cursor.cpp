@@ -43,32 +43,33 @@ void cursor::go_to(std::size_t address, bool extend)
     second_digit_ = false;
 }
 
-std::size_t cursor::row_target(step to, std::size_t page) const
+std::size_t cursor::row_target(cursor_step to, std::size_t page) const
 {
     const std::size_t in_row = address_ % bytes_in_row;
-    const std::size_t by = (to == step::up || to == step::down ? 1 : std::max<std::size_t>(page, 1)) * bytes_in_row;
-    if (to == step::up || to == step::page_up) return address_ >= by ? address_ - by : in_row;
+    const std::size_t by =
+        (to == cursor_step::up || to == cursor_step::down ? 1 : std::max<std::size_t>(page, 1)) * bytes_in_row;
+    if (to == cursor_step::up || to == cursor_step::page_up) return address_ >= by ? address_ - by : in_row;
     const std::size_t last = bytes_ - 1;
     if (by <= last - address_) return address_ + by;
     const std::size_t last_row = last - last % bytes_in_row;
     return std::min(last, last_row + in_row);
 }
 
-void cursor::move(step to, bool extend, std::size_t page)
+void cursor::move(cursor_step to, bool extend, std::size_t page)
 {
     if (bytes_ == 0) return;
     const std::size_t row = address_ - address_ % bytes_in_row;
     switch (to) {
-    case step::left: return go_to(address_ == 0 ? 0 : address_ - 1, extend);
-    case step::right: return go_to(address_ + 1, extend);
-    case step::row_start: return go_to(row, extend);
-    case step::row_end: return go_to(row + bytes_in_row - 1, extend);
-    case step::first: return go_to(0, extend);
-    case step::last: return go_to(bytes_ - 1, extend);
-    case step::up:
-    case step::down:
-    case step::page_up:
-    case step::page_down: return go_to(row_target(to, page), extend);
+    case cursor_step::left: return go_to(address_ == 0 ? 0 : address_ - 1, extend);
+    case cursor_step::right: return go_to(address_ + 1, extend);
+    case cursor_step::row_start: return go_to(row, extend);
+    case cursor_step::row_end: return go_to(row + bytes_in_row - 1, extend);
+    case cursor_step::first: return go_to(0, extend);
+    case cursor_step::last: return go_to(bytes_ - 1, extend);
+    case cursor_step::up:
+    case cursor_step::down:
+    case cursor_step::page_up:
+    case cursor_step::page_down: return go_to(row_target(to, page), extend);
     }
 }
 

@@ -13,7 +13,7 @@ enum class column { hexadecimal, characters };
 /// Rows have 16 bytes.
 inline constexpr std::size_t bytes_in_row = 16;
 
-enum class step { left, right, up, down, page_up, page_down, row_start, row_end, first, last };
+enum class cursor_step { left, right, up, down, page_up, page_down, row_start, row_end, first, last };
 
 /// The cursor is on a byte, as in a table, and what is selected reaches from one byte to another, both included.
 class cursor {
@@ -38,7 +38,7 @@ public:
     void go_to(std::size_t address, bool extend = false);
     /// A step of rows stays in its column; one that would leave the bytes ends at the first or the last row. `page` is
     /// the number of rows in sight.
-    void move(step to, bool extend, std::size_t page);
+    void move(cursor_step to, bool extend, std::size_t page);
     void select_all();
     /// The cursor is on the first byte of it then.
     void select(byte_range range);
@@ -51,7 +51,7 @@ public:
 
 private:
     void advance();
-    std::size_t row_target(step to, std::size_t page) const;
+    std::size_t row_target(cursor_step to, std::size_t page) const;
 
     std::size_t bytes_ = 0;
     std::size_t address_ = 0;

@@ -75,6 +75,20 @@ void document::take_back(kept_bytes former)
 
 bool document::watch(std::string_view name, const std::function<bool()>& action, unseen rest)
 {
+    return watch_step({.name = std::string{name}}, action, rest);
+}
+
+bool document::load(const std::string& file, const std::function<bool()>& action)
+{
+    step made{.name = "Load"};
+    if (file != file_) made.file = file;
+    if (!watch_step(std::move(made), action, unseen::is_dropped)) return false;
+    saved();
+    return true;
+}
+
+bool document::watch_step(step made, const std::function<bool()>& action, unseen rest)
+{
     kept_bytes former;
     former.add(0, bytes_);
     bool is_kept = false;
@@ -88,8 +102,8 @@ bool document::watch(std::string_view name, const std::function<bool()>& action,
         take_back(std::move(former));
         return false;
     }
-    step made{.name = std::string{name}};
     made.bytes = differences(std::move(former), bytes_);
+    if (made.file) std::swap(file_, *made.file);
     finish(std::move(made), rest);
     return true;
 }
@@ -103,7 +117,7 @@ bool document::finish(step made, unseen rest)
         made.rest = dropped_rest{.number = ++last_rest_};
         exchange_rest(*made.rest);
     }
-    const bool is_step = !made.bytes.empty() || made.rest;
+    const bool is_step = !made.bytes.empty() || made.rest || made.file;
     if (is_step) {
         made.begins_content = !has_content_;
         history_.add(std::move(made));
@@ -121,6 +135,7 @@ void document::exchange(step& one)
     saved_.follow(one.bytes, whole());
     report_bytes(one.bytes);
     if (one.rest) exchange_rest(*one.rest);
+    if (one.file) std::swap(file_, *one.file);
 }
 
 void document::exchange_rest(dropped_rest& rest)
@@ -181,13 +196,14 @@ void document::moved(std::span<std::uint8_t> bytes)
     bytes_ = bytes;
 }
 
-void document::restore(const std::string& device, std::span<const std::uint8_t> all)
+void document::restore(const std::string& device, const std::string& file, std::span<const std::uint8_t> all)
 {
     kept_bytes shown;
     shown.add(0, all);
     const std::span<std::uint8_t> buffer = make_buffer_(device);
     hidden_ = {};
     place(device, buffer, std::move(shown));
+    file_ = file;
     saved_.clear();
     ++saves_;
     rest_ = ++last_rest_;
@@ -241,6 +257,12 @@ void document::saved()
     saved_rest_ = rest_;
     history_.close();
     report_state();
+}
+
+void document::saved_as(const std::string& file)
+{
+    file_ = file;
+    saved();
 }
 
 std::vector<bool> document::differs_from_saved(std::size_t address, std::size_t length) const

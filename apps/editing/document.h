@@ -47,6 +47,12 @@ public:
     /// whether that is kept; otherwise, and if it throws, the former bytes come back. Returns what `action` returned.
     bool watch(std::string_view name, const std::function<bool()>& action, unseen rest = unseen::stays);
 
+    /// As watch(), for a file that replaces the whole content: after it the bytes are as saved in `file`. Undo brings
+    /// back the file before as well.
+    bool load(const std::string& file, const std::function<bool()>& action);
+    /// Where the bytes came from or were saved; empty without a file.
+    const std::string& file() const { return file_; }
+
     /// The bytes stay, as far as the buffer of the device reaches; those that it does not show are kept. Without
     /// content the bytes are those of the new buffer. A step, except for the first device. What the buffer_maker throws
     /// goes on; nothing has changed then.
@@ -55,7 +61,7 @@ public:
     void moved(std::span<std::uint8_t> bytes);
     /// A content with all of its bytes, such as that of an emergency copy, in place of everything. It has no history
     /// and is not saved. What the buffer_maker throws goes on; nothing has changed then.
-    void restore(const std::string& device, std::span<const std::uint8_t> all);
+    void restore(const std::string& device, const std::string& file, std::span<const std::uint8_t> all);
 
     bool can_undo() const { return history_.can_undo(); }
     bool can_redo() const { return history_.can_redo(); }
@@ -70,6 +76,7 @@ public:
     /// Whether anything differs from what was saved last; another device alone does not change that.
     bool changed() const { return !saved_.empty() || rest_ != saved_rest_; }
     void saved();
+    void saved_as(const std::string& file);
     /// For each of `length` bytes from `address` on; bytes after the buffer's end do not differ. Quick: takes time for
     /// the bytes asked for alone.
     std::vector<bool> differs_from_saved(std::size_t address, std::size_t length) const;
@@ -86,6 +93,7 @@ public:
 
 private:
     void require_inside(std::size_t address, std::size_t length) const;
+    bool watch_step(step made, const std::function<bool()>& action, unseen rest);
     /// Whether it is a step.
     bool finish(step made, unseen rest);
     void exchange(step& one);
@@ -100,7 +108,7 @@ private:
 
     buffer_maker make_buffer_;
     std::span<std::uint8_t> bytes_{};
-    std::string device_{};
+    std::string device_{}, file_{};
     kept_bytes hidden_{};
     bool has_content_ = false;
     history history_;

@@ -31,8 +31,9 @@ struct step {
     kept_bytes bytes{};
     std::optional<other_device> device{};
     std::optional<dropped_rest> rest{};
-    bool begins_content = false;  // before it all is blank
-    std::size_t counted = 0;      // what it took when the history counted it
+    std::optional<std::string> file{};  // of a load: the file that the bytes come from
+    bool begins_content = false;        // before it all is blank
+    std::size_t counted = 0;            // what it took when the history counted it
     std::size_t memory() const;
 };
 

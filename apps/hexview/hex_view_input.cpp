@@ -10,32 +10,32 @@ namespace tamrix::hexview {
 
 using editing::bytes_in_row;
 using editing::column;
-using editing::step;
+using editing::cursor_step;
 
 namespace {
 
 constexpr int rows_a_wheel_click = 3;
 constexpr int drag_interval_ms = 40;
 
-std::optional<step> step_of(int key, bool control)
+std::optional<cursor_step> step_of(int key, bool control)
 {
     switch (key) {
     case WXK_LEFT:
-    case WXK_NUMPAD_LEFT: return step::left;
+    case WXK_NUMPAD_LEFT: return cursor_step::left;
     case WXK_RIGHT:
-    case WXK_NUMPAD_RIGHT: return step::right;
+    case WXK_NUMPAD_RIGHT: return cursor_step::right;
     case WXK_UP:
-    case WXK_NUMPAD_UP: return step::up;
+    case WXK_NUMPAD_UP: return cursor_step::up;
     case WXK_DOWN:
-    case WXK_NUMPAD_DOWN: return step::down;
+    case WXK_NUMPAD_DOWN: return cursor_step::down;
     case WXK_PAGEUP:
-    case WXK_NUMPAD_PAGEUP: return step::page_up;
+    case WXK_NUMPAD_PAGEUP: return cursor_step::page_up;
     case WXK_PAGEDOWN:
-    case WXK_NUMPAD_PAGEDOWN: return step::page_down;
+    case WXK_NUMPAD_PAGEDOWN: return cursor_step::page_down;
     case WXK_HOME:
-    case WXK_NUMPAD_HOME: return control ? step::first : step::row_start;
+    case WXK_NUMPAD_HOME: return control ? cursor_step::first : cursor_step::row_start;
     case WXK_END:
-    case WXK_NUMPAD_END: return control ? step::last : step::row_end;
+    case WXK_NUMPAD_END: return control ? cursor_step::last : cursor_step::row_end;
     default: return std::nullopt;
     }
 }

@@ -18,7 +18,7 @@ cursor at(std::size_t address, std::size_t bytes = 100)
     return made;
 }
 
-std::size_t after(step to, std::size_t address, std::size_t bytes = 100)
+std::size_t after(cursor_step to, std::size_t address, std::size_t bytes = 100)
 {
     cursor moved = at(address, bytes);
     moved.move(to, false, page);
@@ -30,41 +30,41 @@ std::size_t after(step to, std::size_t address, std::size_t bytes = 100)
 
 TEST(a_cursor, stays_in_its_column_where_a_step_of_rows_leaves_the_bytes)
 {
-    EXPECT_EQ(after(step::up, 20), 4u);
-    EXPECT_EQ(after(step::up, 4), 4u);
-    EXPECT_EQ(after(step::page_up, 70), 6u);
-    EXPECT_EQ(after(step::page_up, 37), 5u);
-    EXPECT_EQ(after(step::down, 70), 86u);
-    EXPECT_EQ(after(step::down, 82), 98u);
-    EXPECT_EQ(after(step::down, 86), 99u);  // the last row has four bytes
-    EXPECT_EQ(after(step::page_down, 1), 65u);
-    EXPECT_EQ(after(step::page_down, 65), 97u);
-    EXPECT_EQ(after(step::page_down, 97), 97u);
+    EXPECT_EQ(after(cursor_step::up, 20), 4u);
+    EXPECT_EQ(after(cursor_step::up, 4), 4u);
+    EXPECT_EQ(after(cursor_step::page_up, 70), 6u);
+    EXPECT_EQ(after(cursor_step::page_up, 37), 5u);
+    EXPECT_EQ(after(cursor_step::down, 70), 86u);
+    EXPECT_EQ(after(cursor_step::down, 82), 98u);
+    EXPECT_EQ(after(cursor_step::down, 86), 99u);  // the last row has four bytes
+    EXPECT_EQ(after(cursor_step::page_down, 1), 65u);
+    EXPECT_EQ(after(cursor_step::page_down, 65), 97u);
+    EXPECT_EQ(after(cursor_step::page_down, 97), 97u);
 }
 
 TEST(a_cursor, stops_at_the_ends_of_rows_and_bytes)
 {
-    EXPECT_EQ(after(step::left, 0), 0u);
-    EXPECT_EQ(after(step::left, 16), 15u);
-    EXPECT_EQ(after(step::right, 99), 99u);
-    EXPECT_EQ(after(step::right, 15), 16u);
-    EXPECT_EQ(after(step::row_start, 30), 16u);
-    EXPECT_EQ(after(step::row_end, 30), 31u);
-    EXPECT_EQ(after(step::row_end, 97), 99u);
-    EXPECT_EQ(after(step::first, 55), 0u);
-    EXPECT_EQ(after(step::last, 55), 99u);
+    EXPECT_EQ(after(cursor_step::left, 0), 0u);
+    EXPECT_EQ(after(cursor_step::left, 16), 15u);
+    EXPECT_EQ(after(cursor_step::right, 99), 99u);
+    EXPECT_EQ(after(cursor_step::right, 15), 16u);
+    EXPECT_EQ(after(cursor_step::row_start, 30), 16u);
+    EXPECT_EQ(after(cursor_step::row_end, 30), 31u);
+    EXPECT_EQ(after(cursor_step::row_end, 97), 99u);
+    EXPECT_EQ(after(cursor_step::first, 55), 0u);
+    EXPECT_EQ(after(cursor_step::last, 55), 99u);
 }
 
 TEST(a_cursor, selects_from_where_it_was_to_where_it_is)
 {
     cursor moved = at(20);
     EXPECT_EQ(moved.selection_or_byte(), (byte_range{20, 1}));
-    moved.move(step::right, true, page);
+    moved.move(cursor_step::right, true, page);
     EXPECT_EQ(moved.selection(), (byte_range{20, 2}));
-    moved.move(step::up, true, page);
+    moved.move(cursor_step::up, true, page);
     EXPECT_EQ(moved.selection(), (byte_range{5, 16}));
     EXPECT_EQ(moved.address(), 5u);
-    moved.move(step::left, false, page);
+    moved.move(cursor_step::left, false, page);
     EXPECT_EQ(moved.selection(), byte_range{});
     EXPECT_EQ(moved.address(), 4u);
 }
@@ -125,7 +125,7 @@ TEST(a_cursor, without_bytes_is_at_0_and_stays_there)
 {
     cursor nowhere;
     nowhere.go_to(5, true);
-    nowhere.move(step::last, true, page);
+    nowhere.move(cursor_step::last, true, page);
     nowhere.select_all();
     EXPECT_EQ(nowhere.address(), 0u);
     EXPECT_TRUE(nowhere.selection_or_byte().empty());
@@ -150,11 +150,11 @@ TEST(a_cursor, never_leaves_the_bytes)
         cursor moved = at(random() % bytes, bytes);
         for (int i = 0; i < 50; ++i) {
             const std::size_t before = moved.address();
-            const auto to = static_cast<step>(random() % 10);
+            const auto to = static_cast<cursor_step>(random() % 10);
             moved.move(to, random() % 2 == 0, random() % 5);
             ASSERT_LT(moved.address(), bytes);
             ASSERT_LE(moved.selection().end(), bytes);
-            if (to == step::up || to == step::page_up) {
+            if (to == cursor_step::up || to == cursor_step::page_up) {
                 ASSERT_EQ(moved.address() % 16, before % 16);
             }
         }

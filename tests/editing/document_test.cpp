@@ -208,7 +208,7 @@ TEST(document, is_as_before_when_a_buffer_cannot_be_made)
     f.buffers.fails = true;
     EXPECT_THROW(f.edited.change_device("large"), std::runtime_error);
     EXPECT_THROW(f.edited.undo(), std::runtime_error);
-    EXPECT_THROW(f.edited.restore("large", std::array<std::uint8_t, 3>{}), std::runtime_error);
+    EXPECT_THROW(f.edited.restore("large", "a.bin", std::array<std::uint8_t, 3>{}), std::runtime_error);
     EXPECT_EQ(f.edited.device(), "small");
     EXPECT_EQ(f.edited.hidden().end(), 1500u);
     f.buffers.fails = false;
@@ -259,7 +259,7 @@ TEST(document, restores_a_content_that_is_not_saved)
     open_document f;
     f.type(1, 1);
     std::vector<std::uint8_t> all(3000, 0x33);
-    f.edited.restore("odd", all);
+    f.edited.restore("odd", "a.bin", all);
     EXPECT_TRUE(f.edited.changed());
     EXPECT_FALSE(f.edited.can_undo());
     EXPECT_EQ(f.at(1499), 0x33);
