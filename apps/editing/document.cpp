@@ -56,6 +56,20 @@ void document::replace(std::size_t address, std::span<const std::uint8_t> bytes,
     report_state();
 }
 
+void document::replace_each(std::span<const std::size_t> addresses, std::span<const std::uint8_t> bytes,
+                            std::string_view name)
+{
+    for (const std::size_t address : addresses) require_inside(address, bytes.size());
+    step made{.name = std::string{name}};
+    for (const std::size_t address : addresses) {
+        const std::span target = bytes_.subspan(address, bytes.size());
+        if (std::ranges::equal(target, bytes)) continue;
+        made.bytes.add(address, target);
+        std::ranges::copy(bytes, target.begin());
+    }
+    finish(std::move(made), unseen::stays);
+}
+
 void document::fill(std::size_t address, std::size_t length, std::uint8_t value, unseen rest)
 {
     require_inside(address, length);

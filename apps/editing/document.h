@@ -39,6 +39,9 @@ public:
     /// Throws std::out_of_range where the buffer does not reach; nothing has changed then.
     void replace(std::size_t address, std::span<const std::uint8_t> bytes, std::string_view name,
                  typed how = typed::whole_bytes);
+    /// The same bytes at several places, in ascending order and apart from each other, in one step.
+    void replace_each(std::span<const std::size_t> addresses, std::span<const std::uint8_t> bytes,
+                      std::string_view name);
     /// What becomes of the bytes that are not shown: a step that replaces the whole content drops them; undo brings
     /// them back.
     enum class unseen : std::uint8_t { stays, is_dropped };

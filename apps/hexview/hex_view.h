@@ -47,6 +47,8 @@ public:
     std::function<void(std::size_t address, std::uint8_t byte)> on_type;
     /// Which bytes of the row that begins with an address are drawn as different; null: none.
     std::function<row_bits(std::size_t address)> different;
+    /// Which bytes of that row have a mark of the person; null: none.
+    std::function<row_bits(std::size_t address)> marked;
     /// Which bytes of that row are there at all; the others are blank. Null: all.
     std::function<row_bits(std::size_t address)> present;
 
@@ -73,6 +75,7 @@ private:
     void paint_row(wxDC& dc, std::size_t row, int y) const;
     void paint_selection(wxDC& dc, std::size_t row, int y) const;
     void paint_bytes(wxDC& dc, std::size_t row, int y) const;
+    void paint_marks(wxDC& dc, std::size_t row, int y) const;
     void paint_cursor(wxDC& dc, int y) const;
     int hex_column(std::size_t index) const;
     int character_column(std::size_t index) const;

@@ -90,6 +90,7 @@ void hex_view::paint_row(wxDC& dc, std::size_t row, int y) const
     dc.SetTextForeground(cursor_here ? ink() : pale_ink());
     dc.DrawText(wxString::Format("%08X", static_cast<unsigned>(row * bytes_in_row)), margin, y + FromDIP(1));
     paint_bytes(dc, row, y);
+    paint_marks(dc, row, y);
     if (cursor_here) paint_cursor(dc, y);
 }
 
@@ -117,9 +118,9 @@ void hex_view::paint_bytes(wxDC& dc, std::size_t row, int y) const
     const std::size_t first = row * bytes_in_row;
     const std::size_t count = std::min(bytes_in_row, bytes_.size() - first);
     const row_bits there = present ? present(first) : row_bits{0xFFFF};
-    const row_bits marked = different ? different(first) : row_bits{0};
+    const row_bits others = different ? different(first) : row_bits{0};
     const auto look_of = [&](std::size_t i) {
-        if ((marked >> i & 1) != 0) return look::different;
+        if ((others >> i & 1) != 0) return look::different;
         return is_blank(bytes_[first + i]) ? look::blank : look::plain;
     };
     for (std::size_t i = 0; i < count;) {
@@ -135,6 +136,18 @@ void hex_view::paint_bytes(wxDC& dc, std::size_t row, int y) const
         dc.SetTextForeground(now == look::different ? difference_ink() : now == look::blank ? pale_ink() : ink());
         dc.DrawText(digits, hex_column(begin), y + FromDIP(1));
         dc.DrawText(letters, character_column(begin), y + FromDIP(1));
+    }
+}
+
+/// A line under the byte, in both columns.
+void hex_view::paint_marks(wxDC& dc, std::size_t row, int y) const
+{
+    const row_bits bits = marked ? marked(row * bytes_in_row) : row_bits{0};
+    const int thick = FromDIP(3), top = y + row_ - thick;
+    for (std::size_t i = 0; i < bytes_in_row; ++i) {
+        if ((bits >> i & 1) == 0) continue;
+        fill(dc, difference_ink(), {hex_column(i), top, 2 * letter_, thick});
+        fill(dc, difference_ink(), {character_column(i), top, letter_, thick});
     }
 }
 

@@ -19,6 +19,11 @@ public:
 
     /// Chooses the device of that name without a call of on_choose; clears a search that hides it.
     void choose(const std::string& name);
+    /// As choose(), unless it is chosen already; also from on_choose.
+    void show_choice(const std::string& name)
+    {
+        if (name != chosen_) choose(name);
+    }
     /// Moves the focus to the search box.
     void start_search();
     /// Opens the values of the chosen device, or those of a new one, and saves them.

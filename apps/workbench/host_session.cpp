@@ -84,18 +84,25 @@ std::span<std::uint8_t> host_session::buffer()
     return whole.first(std::min<std::size_t>(whole.size(), static_cast<std::size_t>(device_.buffer_bytes)));
 }
 
-std::vector<std::uint8_t> host_session::bytes_to_keep()
+std::vector<std::uint8_t> host_session::bytes_to_keep() { return {buffer().begin(), buffer().end()}; }
+
+outcome host_session::enter(const host::device_preset& device, const std::vector<std::uint8_t>& content)
 {
-    if (!in_use_) return {};
-    return {buffer().begin(), buffer().end()};
+    host::apply(device, *blocks_);
+    device_ = device;
+    return renew_buffer(content);
 }
 
 void host_session::select(const host::device_preset& device)
 {
+    const host::device_preset before = device_;
     const std::vector<std::uint8_t> kept = bytes_to_keep();
-    host::apply(device, *blocks_);
-    device_ = device;
-    require(renew_buffer(kept));
+    try {
+        require(enter(device, {}));
+    } catch (...) {
+        if (before.buffer_bytes > 0) enter(before, kept);
+        throw;
+    }
 }
 
 void host_session::use_programmer(programmer_choice choice)

@@ -45,14 +45,12 @@ public:
 
     const plug_in_library& library() const { return library_; }
     const host::device_preset& device() const { return device_; }
-    /// Sets the blocks and the buffer for `device`. The bytes in the buffer stay, as far as it reaches; a buffer
-    /// without content is blank. Throws std::runtime_error.
+    /// Sets the blocks for `device` and makes its buffer, which is blank. Throws std::runtime_error; the device and the
+    /// bytes are those before then, but the bytes may be elsewhere.
     void select(const host::device_preset& device);
 
     /// The bytes of the buffer, without its margin.
     std::span<std::uint8_t> buffer();
-    /// From now on the buffer's bytes are worth keeping.
-    void buffer_is_in_use() { in_use_ = true; }
 
     /// Makes the plug-in use this programmer from now on and release the previous one. Throws std::runtime_error.
     void use_programmer(programmer_choice choice);
@@ -112,6 +110,7 @@ private:
     };
     void require(const outcome& told) const;
     std::vector<std::uint8_t> bytes_to_keep();
+    outcome enter(const host::device_preset& device, const std::vector<std::uint8_t>& content);
     outcome renew_buffer(const std::vector<std::uint8_t>& content);
     void keep_names_private();
     void tell_programmer();
@@ -127,7 +126,6 @@ private:
     host::device_preset device_{};
     programmer_choice programmer_{};
     std::int32_t language_ = 0;
-    bool in_use_ = false;
 };
 
 }  // namespace tamrix::workbench

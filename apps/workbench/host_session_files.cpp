@@ -21,7 +21,6 @@ outcome host_session::transfer(const std::function<reply(Clstamrix&)>& method)
 
 outcome host_session::load(std::string file, std::int16_t format)
 {
-    in_use_ = true;
     return transfer([&](Clstamrix& plug_in) { return plug_in.readfile0(file, format, work_folder_); });
 }
 
@@ -39,7 +38,6 @@ std::span<std::uint8_t> host_session::device_memory()
 
 host::clear_choice host_session::load_from(const memory_image& image, std::uint64_t start)
 {
-    in_use_ = true;
     const auto clear = static_cast<host::clear_choice>(blocks_->value<std::uint8_t>("typeformat", 1));
     if (clear == host::clear_choice::fill_ff) std::ranges::fill(buffer(), std::uint8_t{0xFF});
     if (clear == host::clear_choice::fill_00) std::ranges::fill(buffer(), std::uint8_t{0x00});
@@ -57,7 +55,6 @@ outcome host_session::routine(const std::function<reply(Clstamrix&)>& method)
 
 outcome host_session::load_jedec(std::string file)
 {
-    in_use_ = true;
     outcome told = routine([&](Clstamrix& plug_in) { return plug_in.readpldfile(file); });
     told.note = library_.jedec_note(plug_in_.get());
     return told;

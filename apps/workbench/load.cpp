@@ -30,6 +30,8 @@ const char* clear_text(host::clear_choice clear)
 
 void main_frame::load_file(const std::string& path)
 {
+    if (session_.library().detect_pld(path.c_str()) != TAMRIX_SVF && !may_lose_changes("Another file is to be loaded."))
+        return;
     switch (session_.library().detect_pld(path.c_str())) {
     case TAMRIX_JEDEC: return load_jedec(path);
     case TAMRIX_SVF: return import_svf(path);
@@ -68,12 +70,16 @@ void main_frame::load_buffer_file(const std::string& path)
         library.describe_format(detected, &format);
         const host::file_report report = inspect(path, format.name);
         if (!accepts(report)) return;
-        const outcome told = session_.load(path, static_cast<std::int16_t>(detected));
+        outcome told;
+        document_.load(path, [&] {
+            told = session_.load(path, static_cast<std::int16_t>(detected));
+            return !told.failed() && !told.cancelled();
+        });
         tell(trouble, told);
         buffer_changed();
         if (!told.cancelled()) show_load(path, to_wx(format.caption), !told.failed());
         if (told.failed()) {
-            offer_rest({});
+            log_->remark("The buffer is as it was before.");
         } else if (!told.cancelled()) {
             show_mode(told.result.value);
             tell_content(report);
@@ -113,7 +119,11 @@ void main_frame::load_rest()
         const rest_of_file wanted = *rest_;
         const host::file_report report = inspect(wanted.path, wanted.format.c_str());
         if (report.remarks != wanted.accepted_remarks && !accepts(report)) return;
-        const host::clear_choice clear = session_.load_from(report.image, wanted.start);
+        host::clear_choice clear{};
+        document_.load(wanted.path, [&] {
+            clear = session_.load_from(report.image, wanted.start);
+            return true;
+        });
         buffer_changed();
         log_->remark(report.path + ": loaded by the workbench itself, from file address " +
                      host::address_text(wanted.start) + " on; " + clear_text(clear));
@@ -128,7 +138,10 @@ void main_frame::load_jedec(const std::string& path)
     attempt("Load JEDEC failed", [&] {
         const host::file_report report = inspect(path, "jedec");
         if (!accepts(report)) return;
-        const bool done = run_routine("Load JEDEC", [&] { return session_.load_jedec(path); });
+        const bool done =
+            document_.load(path, [&] { return run_routine("Load JEDEC", [&] { return session_.load_jedec(path); }); });
+        buffer_changed();
+        fuse_files_.insert(path);
         offer_rest({});
         show_load(path, "JEDEC", done);
         if (done) {
@@ -139,18 +152,6 @@ void main_frame::load_jedec(const std::string& path)
         }
         hex_view_->SetFocus();
     });
-}
-
-void main_frame::save_jedec(const std::string& path)
-{
-    if (run_routine("Save JEDEC", [&] { return session_.save_jedec(path); }))
-        log_->remark(path + ": written in the form of the standard, JESD3-C");
-}
-
-void main_frame::save_jedec_as_plug_in(const std::string& path)
-{
-    if (run_routine("Save JEDEC", [&] { return session_.save_jedec_as_plug_in(path); }))
-        log_->remark(path + ": written in the form of the plug-in");
 }
 
 /// The buffer does not change, so it keeps the name of its file.

@@ -1,6 +1,7 @@
 #include "workbench/main_frame.h"
 
 #include "host/data_folder.h"
+#include "host/image_text.h"
 #include "workbench/text.h"
 
 #include <algorithm>
@@ -55,7 +56,10 @@ const host::device_preset& device_to_start_with(const device_catalogue& devices,
 }  // namespace
 
 main_frame::main_frame(const start_options& options)
-    : wxFrame{nullptr, wxID_ANY, "tamrix workbench"}, session_{options.plug_in}, data_folder_{host::data_folder() + "/"}
+    : wxFrame{nullptr, wxID_ANY, "tamrix workbench"},
+      session_{options.plug_in},
+      document_{[this](const std::string& device) { return make_buffer(device); }},
+      data_folder_{host::data_folder() + "/"}
 {
     SetName("main");
     SetIcon(wxIcon{to_wx(data_folder_ + "icons/tamrix.png"), wxBITMAP_TYPE_PNG});
@@ -65,10 +69,10 @@ main_frame::main_frame(const start_options& options)
     build_panels();
     build_menus();
     build_tool_bar();
-    const std::array<int, status_fields> widths{-3, -2, -3, -3, -3, -3};
+    const std::array<int, status_fields> widths{-3, -3, -3, -3, -3, -5};
     CreateStatusBar(status_fields)->SetStatusWidths(status_fields, widths.data());
     recent_.Load(*wxConfigBase::Get());
-    update_title();
+    show_state();
 
     const host::device_preset& first = device_to_start_with(devices_, options.device);
     device_panel_->choose(first.name);
@@ -78,6 +82,7 @@ main_frame::main_frame(const start_options& options)
     show_socket();
     read_last_selftest();
 
+    Bind(wxEVT_CLOSE_WINDOW, &main_frame::on_close, this);
     SetMinSize(FromDIP(wxSize{640, 420}));
     wxPersistenceManager::Get().RegisterAndRestore(this);
     hex_view_->SetFocus();
@@ -107,6 +112,8 @@ void main_frame::build_panels()
     hex_view_ = new hexview::hex_view{buffer_panel};
     auto* around = new wxBoxSizer{wxVERTICAL};
     around->Add(hex_view_, wxSizerFlags{1}.Expand().Border(wxALL, FromDIP(6)));
+    values_ = new value_panel{buffer_panel};
+    around->Add(values_, wxSizerFlags{}.Expand().Border(wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(6)));
     buffer_panel->SetSizer(around);
     log_ = new log_panel{right};
     right->SetMinimumPaneSize(FromDIP(80));
@@ -119,10 +126,7 @@ void main_frame::build_panels()
     device_panel_->on_choose = [this](const host::device_preset& device) { choose_device(device); };
     note_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { note_when_idle(); });
     hex_view_->on_move = [this] { show_caret(); };
-    hex_view_->on_type = [this](std::size_t address, std::uint8_t byte) {
-        session_.buffer()[address] = byte;
-        session_.buffer_is_in_use();
-    };
+    build_editor();
     SetDropTarget(new file_target{[this](const std::string& file) {
         CallAfter([this, file] { load_file(file); });  // the drop itself must end before a dialog opens
     }});
@@ -137,22 +141,66 @@ void main_frame::build_tool_bar()
             wxEVT_TOOL, [action = std::move(action)](wxCommandEvent&) { action(); }, made->GetId());
     };
     tool("Load", wxART_FILE_OPEN, "Load a file into the buffer (Ctrl+O)", [this] { ask_for_file_to_load(); });
-    tool("Save", wxART_FILE_SAVE, "Save the buffer to a file (Ctrl+S)", [this] { save_buffer(); });
+    tool("Save", wxART_FILE_SAVE, "Save the buffer to its file (Ctrl+S)", [this] { save(); });
     bar->AddSeparator();
-    tool("Find", wxART_FIND, "Find bytes or a text in the buffer (Ctrl+F)", [this] { find(); });
-    tool("Go to", wxART_GO_FORWARD, "Go to an address (Ctrl+G)", [this] { go_to_address(); });
+    tool("Find", wxART_FIND, "Find bytes or a text in the buffer (Ctrl+F)", [this] { editor_->find(); });
+    tool("Go to", wxART_GO_FORWARD, "Go to an address (Ctrl+G)", [this] { editor_->go_to(); });
     bar->Realize();
+}
+
+void main_frame::build_editor()
+{
+    editor_ = std::make_unique<byte_editor>(*this, document_, *hex_view_);
+    editor_->on_remark = [this](const std::string& words) { log_->remark(words); };
+    editor_->on_notice = [this](const wxString& words) { values_->notice(words); };
+    editor_->may_lose_changes = [this](const wxString& reason) { return may_lose_changes(reason); };
+    document_.on_bytes = [this](std::size_t, std::size_t) {
+        hex_view_->refresh();
+        show_caret();
+    };
+    document_.on_device = [this] { show_device(); };
+    document_.on_state = [this] { show_state(); };
+}
+
+/// For the document: the buffer before it is gone from here on.
+std::span<std::uint8_t> main_frame::make_buffer(const std::string& name)
+{
+    const host::device_preset* const device = host::find_preset(devices_.devices(), name);
+    if (device == nullptr) throw std::runtime_error{"There is no device " + name + " any more."};
+    hex_view_->show({});
+    session_.select(*device);
+    return session_.buffer();
 }
 
 void main_frame::select_device(const host::device_preset& device)
 {
     attempt("The device cannot be selected", [&] {
-        hex_view_->show({});
-        session_.select(device);
-        offer_rest({});
+        change_buffer([&] { document_.change_device(device.name); });
         log_->remark("Device " + device.name + (device.maker.empty() ? "" : ", " + device.maker) + ": buffer of " +
                      to_utf8(size_text(device.buffer_bytes)));
+        if (const std::size_t end = document_.hidden().end(); end > 0) {
+            log_->remark("  the bytes up to " + host::address_text(end - 1) +
+                         " are kept; a device with a larger buffer shows them again");
+        }
     });
+}
+
+/// For steps that make another buffer. After one that failed the bytes are those before, but elsewhere.
+void main_frame::change_buffer(const std::function<void()>& step)
+{
+    try {
+        step();
+    } catch (...) {
+        document_.moved(session_.buffer());
+        CallAfter([this] { show_device(); });
+        throw;
+    }
+}
+
+void main_frame::show_device()
+{
+    offer_rest({});
+    device_panel_->show_choice(session_.device().name);
     SetStatusText("Device: " + to_wx(session_.device().name), device_field);
     SetStatusText("Buffer: " + size_text(session_.device().buffer_bytes), buffer_field);
     buffer_changed();
@@ -174,11 +222,9 @@ bool main_frame::run_routine(const wxString& name, const std::function<outcome()
     return done;
 }
 
-/// A load that failed may have left part of its file in the buffer, so the buffer has no file name then.
 void main_frame::show_load(const std::string& path, const wxString& detected, bool done)
 {
-    file_ = done ? path : std::string{};
-    update_title();
+    show_state();
     SetStatusText(done ? "Detected: " + detected : wxString{"Load failed"}, format_field);
     SetStatusText("", mode_field);
     if (done) remember(path);
@@ -223,18 +269,44 @@ void main_frame::fail(const wxString& what, const std::string& why)
     wxMessageDialog{this, to_wx(why), what, wxOK | wxICON_ERROR}.ShowModal();
 }
 
-void main_frame::buffer_changed() { hex_view_->show(session_.buffer()); }
+/// A method of the plug-in that may write to the buffer: what it changes can be undone.
+outcome main_frame::watched(const std::string& name, const std::function<outcome()>& method)
+{
+    outcome told;
+    document_.watch(name, [&] {
+        told = method();
+        return true;
+    });
+    return told;
+}
+
+void main_frame::buffer_changed() { editor_->show(); }
 
 void main_frame::show_caret()
 {
     if (GetStatusBar() == nullptr) return;
-    SetStatusText(wxString::Format("Address: %08X", static_cast<unsigned>(hex_view_->cursor().address())), caret_field);
+    const editing::byte_range selected = hex_view_->cursor().selection();
+    const std::size_t address = hex_view_->cursor().address();
+    SetStatusText(selected.length > 1 ? wxString::Format("%08zX to %08zX, ", selected.first, selected.end() - 1) +
+                                            to_wx(host::bytes_text(selected.length))
+                                      : wxString::Format("Address: %08zX", address),
+                  caret_field);
+    values_->show(document_.bytes(), address);
 }
 
-void main_frame::update_title()
+/// The mark of what is not saved, and the next steps of undo and redo, whose keys work only while they are enabled.
+void main_frame::show_state()
 {
-    const wxString name = file_.empty() ? wxString{} : to_wx(std::filesystem::path{file_}.filename().string()) + " - ";
-    SetTitle(name + "tamrix workbench");
+    const std::string& file = document_.file();
+    const wxString name = file.empty() ? wxString{} : to_wx(std::filesystem::path{file}.filename().string()) + " - ";
+    SetTitle((document_.changed() ? "*" : "") + name + "tamrix workbench");
+    if (undo_item_ == nullptr) return;
+    const auto show_step = [](wxMenuItem& item, const wxString& label, const std::string& step, const wxString& keys) {
+        item.Enable(!step.empty());
+        item.SetItemLabel(label + (step.empty() ? wxString{} : " " + to_wx(step)) + "\t" + keys);
+    };
+    show_step(*undo_item_, "&Undo", document_.undo_name(), "Ctrl+Z");
+    show_step(*redo_item_, "&Redo", document_.redo_name(), "Ctrl+Shift+Z");
 }
 
 void main_frame::update_menus()

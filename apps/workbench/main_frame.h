@@ -1,15 +1,18 @@
 // The workbench's window: devices, buffer and log, and a menu entry for each method of the plug-in.
 #pragma once
 
+#include "editing/document.h"
 #include "hexview/hex_view.h"
 #include "host/file_report.h"
 #include "host/languages.h"
 #include "host/last_selftest.h"
+#include "workbench/byte_editor.h"
 #include "workbench/device_catalogue.h"
 #include "workbench/device_panel.h"
 #include "workbench/host_session.h"
 #include "workbench/log_panel.h"
 #include "workbench/socket_panel.h"
+#include "workbench/value_panel.h"
 
 #include <cstdint>
 #include <functional>
@@ -70,6 +73,7 @@ private:
     wxMenu* help_menu();
     void build_tool_bar();
     void build_panels();
+    void build_editor();
 
     wxMenuItem* add(wxMenu* menu, const char* label, const wxString& help, std::function<void()> action);
     /// An entry for the plug-in's method of that name, disabled if the plug-in does not offer it.
@@ -109,7 +113,10 @@ private:
     /// Logs that the programmer failed its last self-test, if it did. Call this before a test that needs a sound one.
     void recall_failed_selftest();
 
+    std::span<std::uint8_t> make_buffer(const std::string& device);
     void select_device(const host::device_preset& device);
+    void change_buffer(const std::function<void()>& step);
+    void show_device();
     void choose_device(const host::device_preset& device);
     void note_when_idle();
     void show_note();
@@ -124,23 +131,25 @@ private:
     void offer_rest(std::optional<rest_of_file> rest);
     void load_rest();
     void load_jedec(const std::string& path);
-    void save_jedec(const std::string& path);
+    bool save_jedec(const std::string& path);
     void save_jedec_as_plug_in(const std::string& path);
     void import_svf(const std::string& path);
     bool run_routine(const wxString& name, const std::function<outcome()>& routine);
+    outcome watched(const std::string& name, const std::function<outcome()>& method);
     void show_load(const std::string& path, const wxString& detected, bool done);
     void show_mode(const variant& from_mode);
     void remember(const std::string& path);
     void ask_for_file_to_load();
-    void save_buffer();
+    bool may_lose_changes(const wxString& reason);
+    void on_close(wxCloseEvent& event);
+    bool save();
+    bool save_as();
+    bool save_to(const std::string& path);
+    void tell_saved(const std::string& path);
     void ask_for_file(const wxString& title, const wxString& filter, long style,
                       const std::function<void(const std::string&)>& take);
     wxString load_filter() const;
     wxString save_filter() const;
-    void go_to_address();
-    void find();
-    void find_next();
-    void fill_buffer();
     void about();
 
     /// Runs an action of the session; what it throws is shown, never passed on to the toolkit.
@@ -149,23 +158,26 @@ private:
     void fail(const wxString& what, const std::string& why);
     void buffer_changed();
     void show_caret();
-    void update_title();
+    void show_state();
 
     device_catalogue devices_;
     host_session session_;
+    editing::document document_;
+    std::unique_ptr<byte_editor> editor_;
+    std::vector<std::uint8_t> refuge_;  // of the bytes while the blocks are made anew
     struct method_item {
         wxMenuItem* item;
         const char* method;
     };
     std::vector<method_item> method_items_;
     wxMenuItem* note_item_ = nullptr;
+    wxMenuItem *undo_item_ = nullptr, *redo_item_ = nullptr;
     wxTimer note_timer_;
     std::set<std::string> noted_;  // devices whose note came by itself
     wxFileHistory recent_;
-    std::string data_folder_;  // with "/" at its end
-    std::string file_;         // the last one loaded or saved
+    std::string data_folder_;           // with "/" at its end
+    std::set<std::string> fuse_files_;  // that were loaded or saved as such
     std::optional<rest_of_file> rest_;
-    wxString sought_;
     std::unique_ptr<host::simulator> socket_;  // null where the programmer is not simulated
     std::optional<host::last_selftest> last_selftest_;
     std::string programmer_trouble_;  // shown as soon as there is a log
@@ -175,6 +187,7 @@ private:
     socket_panel* socket_panel_ = nullptr;
     hexview::hex_view* hex_view_ = nullptr;
     log_panel* log_ = nullptr;
+    value_panel* values_ = nullptr;
 };
 
 }  // namespace tamrix::workbench

@@ -36,9 +36,11 @@ wxMenuItem* main_frame::add_method(wxMenu* menu, const char* label, const wxStri
 void main_frame::add_call(wxMenu* menu, const char* label, const wxString& help, const char* method, method_call call)
 {
     add_method(menu, label, help, method, [this, label, call = std::move(call)] {
-        const wxString what = wxMenuItem::GetLabelText(to_wx(label)) + " failed";
+        const wxString title = wxMenuItem::GetLabelText(to_wx(label)).BeforeFirst(L'…');
+        const std::string name = to_utf8(title);
+        const wxString what = title + " failed";
         attempt(what, [&] {
-            tell(what, session_.run(call));
+            tell(what, watched(name, [&] { return session_.run(call); }));
             tell_hazards();
             buffer_changed();
         });
@@ -85,7 +87,8 @@ wxMenu* main_frame::file_menu()
     auto* recent = new wxMenu;
     menu->AppendSubMenu(recent, "&Recent Files");
     recent_.UseMenu(recent);
-    add_method(menu, "&Save Buffer…\tCtrl+S", "Save the buffer to a file", "wfile", [this] { save_buffer(); });
+    add_method(menu, "&Save\tCtrl+S", "Save the buffer to its file", "wfile", [this] { save(); });
+    add_method(menu, "Save &As…\tCtrl+Shift+S", "Save the buffer to another file", "wfile", [this] { save_as(); });
     menu->AppendSeparator();
     const auto with_file = [&](const char* label, const char* help, const char* method, const char* filter, long style,
                                void (main_frame::*take)(const std::string&)) {
@@ -97,8 +100,10 @@ wxMenu* main_frame::file_menu()
     constexpr long open = wxFD_OPEN | wxFD_FILE_MUST_EXIST, save = wxFD_SAVE | wxFD_OVERWRITE_PROMPT;
     with_file("Load &JEDEC…", "Load the fuses of a logic device", "readpldfile", jedec_files, open,
               &main_frame::load_jedec);
-    with_file("Save J&EDEC…", "Save the fuses of a logic device in the form of the standard", "writepldfile",
-              jedec_files, save, &main_frame::save_jedec);
+    add_method(menu, "Save J&EDEC…", "Save the fuses of a logic device in the form of the standard", "writepldfile",
+               [this] {
+                   ask_for_file("Save JEDEC", jedec_files, save, [this](const std::string& path) { save_jedec(path); });
+               });
     with_file("Save JEDEC as the Plug-in &Writes It…", "Save the fuses of a logic device in the plug-in's own form",
               "writepldfile", jedec_files, save, &main_frame::save_jedec_as_plug_in);
     with_file("&Import SVF…", "Import a serial vector file", "readsvffile", vector_files, open,
@@ -111,11 +116,38 @@ wxMenu* main_frame::file_menu()
 wxMenu* main_frame::edit_menu()
 {
     auto* menu = new wxMenu;
-    add(menu, "&Find…\tCtrl+F", "Find bytes or a text in the buffer", [this] { find(); });
-    add(menu, "Find &Next\tF3", "Find the next place", [this] { find_next(); });
-    add(menu, "&Go to Address…\tCtrl+G", "Go to an address of the buffer", [this] { go_to_address(); });
+    undo_item_ = add(menu, "&Undo\tCtrl+Z", "Take the last change of the buffer back",
+                     [this] { attempt("Undo failed", [&] { change_buffer([&] { editor_->undo(); }); }); });
+    redo_item_ = add(menu, "&Redo\tCtrl+Shift+Z", "Make the change again that was taken back",
+                     [this] { attempt("Redo failed", [&] { change_buffer([&] { editor_->redo(); }); }); });
     menu->AppendSeparator();
-    add(menu, "F&ill Buffer…", "Fill the whole buffer with one value", [this] { fill_buffer(); });
+    using form = byte_editor::form;
+    add(menu, "&Copy\tCtrl+C", "Copy the selected bytes as their column shows them", [this] { editor_->copy(); });
+    auto* forms = new wxMenu;
+    const auto copy_as = [&](const char* label, form as, const char* help) {
+        add(forms, label, help, [this, as] { editor_->copy_as(as); });
+    };
+    copy_as("&Hexadecimal", form::hexadecimal, "Copy as pairs of digits");
+    copy_as("&Characters", form::characters, "Copy as text, with a point for what is no character");
+    copy_as("C &Array", form::c_array, "Copy as an array for a program in C");
+    copy_as("&Intel HEX", form::intel_hex, "Copy as records with the addresses of the buffer");
+    menu->AppendSubMenu(forms, "Copy A&s");
+    add(menu, "&Paste\tCtrl+V", "Put the bytes of the clipboard over those at the cursor",
+        [this] { editor_->paste(); });
+    add(menu, "Select &All\tCtrl+A", "Select all bytes", [this] { editor_->select_all(); });
+    menu->AppendSeparator();
+    add(menu, "&Find…\tCtrl+F", "Find bytes or a text in the buffer", [this] { editor_->find(); });
+    add(menu, "Find &Next\tF3", "Find the next place", [this] { editor_->find_next(editing::direction::forward); });
+    add(menu, "Find Prev&ious\tShift+F3", "Find the place before",
+        [this] { editor_->find_next(editing::direction::backward); });
+    add(menu, "R&eplace…\tCtrl+H", "Put bytes or a text in place of others", [this] { editor_->replace(); });
+    menu->AppendSeparator();
+    add(menu, "&Go to Address…\tCtrl+G", "Go to an address of the buffer", [this] { editor_->go_to(); });
+    add(menu, "&Mark\tCtrl+F2", "Mark the byte at the cursor, or take its mark away",
+        [this] { editor_->toggle_mark(); });
+    add(menu, "Ne&xt Mark\tF2", "Go to the next marked byte", [this] { editor_->next_mark(); });
+    menu->AppendSeparator();
+    add(menu, "Fi&ll…", "Fill the selection or the buffer with one value", [this] { editor_->fill(); });
     menu->AppendSeparator();
     add_logic_call(menu, "Test &Vectors…", "Edit the test vectors of the device", "mnuEditeditvector0",
                    [](Clstamrix& plug_in, std::string& folder, bool16& hardware) {
@@ -199,7 +231,11 @@ wxMenu* main_frame::plug_in_menu()
             const wxString what = wxMenuItem::GetLabelText(to_wx(label)) + " failed";
             attempt(what, [&] {
                 hex_view_->show({});
+                refuge_.assign(document_.bytes().begin(), document_.bytes().end());
+                document_.moved(refuge_);
                 const outcome told = (session_.*step)();
+                document_.moved(session_.buffer());
+                refuge_.clear();
                 tell(what, told);
                 if (told.result.ok()) log_->remark(to_utf8(wxMenuItem::GetLabelText(to_wx(label))) + ": done");
             });

@@ -183,7 +183,9 @@ void main_frame::logic_method(const wxString& what, const logic_call& call)
     attempt(what, [&] {
         std::string folder = host::own_logic_libraries(data_folder_);
         bool16 hardware = has_programmer_ ? bool16_true : bool16_false;
-        tell(what, session_.run([&](Clstamrix& plug_in) { return call(plug_in, folder, hardware); }));
+        tell(what, watched(to_utf8(what.BeforeFirst(' ')), [&] {
+                 return session_.run([&](Clstamrix& plug_in) { return call(plug_in, folder, hardware); });
+             }));
         tell_hazards();
         buffer_changed();
     });
@@ -226,7 +228,12 @@ void main_frame::analyze()
     const wxString what = "Logic Analyzer failed";
     attempt(what, [&] {
         hex_view_->show({});
-        tell(what, session_.analyze());
+        refuge_.assign(document_.bytes().begin(), document_.bytes().end());
+        document_.moved(refuge_);
+        const outcome told = session_.analyze();
+        document_.moved(session_.buffer());
+        refuge_.clear();
+        tell(what, told);
         tell_hazards();
     });
     buffer_changed();

@@ -254,6 +254,25 @@ TEST(document, refuses_what_its_buffer_does_not_hold)
     EXPECT_FALSE(f.edited.changed());
 }
 
+TEST(document, replaces_at_many_places_in_one_step)
+{
+    open_document f;
+    f.edited.fill(0, 100, 7);
+    const std::array<std::size_t, 3> places{0, 2, 50};
+    const std::array<std::uint8_t, 2> bytes{7, 8};
+    f.edited.replace_each(places, bytes, "Replace All");
+    EXPECT_EQ(f.at(1), 8);
+    EXPECT_EQ(f.at(3), 8);
+    EXPECT_EQ(f.at(51), 8);
+    f.edited.undo();
+    EXPECT_TRUE(std::ranges::all_of(f.edited.bytes().first(100), [](std::uint8_t byte) { return byte == 7; }));
+    f.edited.redo();
+    EXPECT_EQ(f.at(51), 8);
+    const std::array<std::size_t, 2> outside{0, 1023};
+    EXPECT_THROW(f.edited.replace_each(outside, bytes, "Replace All"), std::out_of_range);
+    EXPECT_EQ(f.undo_all(), 2);
+}
+
 TEST(document, restores_a_content_that_is_not_saved)
 {
     open_document f;

@@ -57,7 +57,6 @@ TEST_F(analyzer_of_host, records_into_a_buffer_of_its_own)
 {
     session.select({.name = "small", .words = 8192, .buffer_bytes = 8192, .vcc_centivolts = 330});
     std::ranges::fill(session.buffer(), std::uint8_t{0x5A});
-    session.buffer_is_in_use();
     record();
     EXPECT_EQ(recorded.size(), 16U * 32768);
     EXPECT_GT(std::ranges::count(recorded, 0xFE), 1000);

@@ -19,6 +19,12 @@ namespace tamrix::tests {
 
 namespace fs = std::filesystem;
 
+inline std::string content(const fs::path& path)
+{
+    std::ifstream file{path, std::ios::binary};
+    return {std::istreambuf_iterator<char>{file}, {}};
+}
+
 /// A home of its own for the program, and names of its own for the shared blocks.
 class programs : public testing::Test {
 protected:
@@ -43,6 +49,18 @@ protected:
         workbench.press("ctrl+q");
         EXPECT_EQ(workbench.wait(), 0);
     }
+    /// Leaves with changes that are not saved.
+    static void discard_and_quit(program& workbench)
+    {
+        workbench.press("ctrl+q");
+        workbench.focus("^Unsaved Changes$");
+        workbench.press("alt+d");
+        EXPECT_EQ(workbench.wait(), 0);
+    }
+    std::string buffer(std::size_t count) const
+    {
+        return content("/dev/shm/" + name_space + "qorfanibuffer").substr(0, count);
+    }
     std::string file(const char* name) const { return (folder / name).string(); }
     static std::vector<std::string> shared_objects(const std::string& name_space)
     {
@@ -57,12 +75,6 @@ protected:
     fs::path folder;
     std::string name_space = "ui" + mark_of_process() + ".";
 };
-
-inline std::string content(const fs::path& path)
-{
-    std::ifstream file{path, std::ios::binary};
-    return {std::istreambuf_iterator<char>{file}, {}};
-}
 
 /// A sound fuse file: the fuses are characters "0" and "1".
 inline std::string fuse_file(const std::string& header, const std::string& fuses, std::vector<std::string> vectors = {})

@@ -46,8 +46,9 @@ TEST_F(programs, the_workbench_loads_a_file_saves_it_and_leaves_nothing_behind)
     ASSERT_EQ(buffer.size(), 0x2000u + 2200);
     EXPECT_EQ(buffer.substr(0, 18), std::string("\0\1\2\3\4\5\6\7\x08\x09\x0A\x0B\x0C\x0D\x0E\x0F\xFF\xFF", 18));
 
-    workbench.press("ctrl+s");
-    workbench.focus("Save Buffer");
+    workbench.press("ctrl+shift+s");
+    workbench.focus("^Save Buffer$");
+    workbench.press("ctrl+a");
     workbench.type(file("copy.bin"));
     workbench.press("Return");
     workbench.focus("Save Buffer To A File");
@@ -112,7 +113,7 @@ TEST_F(programs, bytes_typed_over_in_the_workbench_stand_in_the_buffer)
     workbench.type("55aAxz0");
     const auto typed_over = [&] { return content("/dev/shm/" + name_space + "qorfanibuffer").substr(0x1EFF, 4); };
     EXPECT_TRUE(comes_true_within_ten_seconds([&] { return typed_over() == "\xFF\x55\xAA\x0F"; }));
-    quit(workbench);
+    discard_and_quit(workbench);
 }
 
 TEST_F(programs, a_workbench_that_was_killed_leaves_no_names_of_its_own_behind)
@@ -141,7 +142,8 @@ TEST_F(programs, the_log_of_the_workbench_tells_where_and_why_a_load_failed)
               "Device 27C64, Microchip: buffer of 8 KiB\n" + file("bad.hex") +
                   ":2: 'G' in column 10 where a hexadecimal digit was expected\n" + file("bad.hex") +
                   ": the damage is accepted\n>>Load File Fail!\n>> Sec\n" + file("bad.hex") +
-                  ":2: a data byte that is not hexadecimal where a byte of two digits was expected\n");
+                  ":2: a data byte that is not hexadecimal where a byte of two digits was expected\n"
+                  "The buffer is as it was before.\n");
     quit(workbench);
 }
 

@@ -19,10 +19,6 @@ protected:
         return boot + ":1: checksum EB where EA was expected\n" + boot + ":2: checksum E9 where E8 was expected\n" +
                boot + ":3: checksum E7 where E6 was expected\n";
     }
-    std::string buffer(std::size_t count) const
-    {
-        return content("/dev/shm/" + name_space + "qorfanibuffer").substr(0, count);
-    }
     void open(program& workbench, const std::string& name) const
     {
         workbench.focus("tamrix workbench");

@@ -15,18 +15,24 @@ TEST_F(sessions, a_new_buffer_is_blank)
     EXPECT_EQ(content(session), std::vector<std::uint8_t>(64, 0x00));
 }
 
-TEST_F(sessions, what_was_put_into_the_buffer_stays_when_the_device_changes)
+TEST_F(sessions, the_buffer_of_another_device_is_blank)
 {
     host_session session{PLUG_IN};
     session.select(small);
     std::ranges::fill(session.buffer(), std::uint8_t{0x5A});
-    session.buffer_is_in_use();
     session.select(large);
-    std::vector<std::uint8_t> expected(0x400, 0xFF);
-    std::fill_n(expected.begin(), 0x100, std::uint8_t{0x5A});
-    EXPECT_EQ(content(session), expected);
-    session.select(logic);
-    EXPECT_EQ(content(session), std::vector<std::uint8_t>(64, 0x5A));
+    EXPECT_EQ(content(session), std::vector<std::uint8_t>(0x400, 0xFF));
+}
+
+TEST_F(sessions, a_device_whose_buffer_cannot_be_made_leaves_the_one_before_with_its_bytes)
+{
+    host_session session{PLUG_IN};
+    session.select(small);
+    session.buffer()[3] = 7;
+    const std::vector<std::uint8_t> before = content(session);
+    EXPECT_THROW(session.select({.name = "odd", .words = 1, .buffer_bytes = -1}), std::invalid_argument);
+    EXPECT_EQ(session.device().name, small.name);
+    EXPECT_EQ(content(session), before);
 }
 
 TEST_F(sessions, attaching_anew_keeps_the_buffer)
@@ -34,7 +40,6 @@ TEST_F(sessions, attaching_anew_keeps_the_buffer)
     host_session session{PLUG_IN};
     session.select(small);
     session.buffer()[3] = 7;
-    session.buffer_is_in_use();
     const std::vector<std::uint8_t> before = content(session);
     EXPECT_TRUE(session.release_buffer().result.ok());
     EXPECT_TRUE(session.attach_buffer().result.ok());
