@@ -4,6 +4,7 @@
 #include "forms/control_visitor.h"
 
 #include <functional>
+#include <string>
 #include <type_traits>
 #include <utility>
 
@@ -40,6 +41,8 @@ public:
 
     property<bool> enabled{*this, true};
     property<bool> visible{*this, true};
+    /// What a person may do with it, UTF-8; shown while the mouse rests on it. Set before the form is shown.
+    std::string tip;
 
     /// Calls the function for this kind of control.
     virtual void accept(control_visitor& visitor) = 0;

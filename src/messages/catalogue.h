@@ -3,6 +3,7 @@
 
 #include "forms/message_box.h"
 
+#include <cstdint>
 #include <string>
 
 namespace tamrix {
@@ -14,6 +15,12 @@ std::string LoadResString(int number);
 /// The caption of the button for an answer, with its mnemonic, in the language with that offset. UTF-8. Throws
 /// resource_error for an offset without a language.
 std::string answer_text(int language, forms::answer which);
+
+/// What a person may enter into a field.
+enum class hint : std::uint8_t { device_name, pin_count, hexadecimal };
+
+/// The text of a hint in the language with that offset. UTF-8. Throws resource_error for an offset without a language.
+std::string hint_text(int language, hint which);
 
 /// True if there are texts under a language offset, a multiple of 3000.
 bool has_language(int offset);

@@ -16,6 +16,7 @@ struct language_block {
     int offset;
     std::span<const message> texts;
     std::span<const std::string_view> answers;  // in the order of forms::answer
+    std::span<const std::string_view> hints;    // in the order of hint
 };
 
 std::span<const language_block> blocks();

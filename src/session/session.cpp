@@ -36,6 +36,8 @@ session::session(forms::shell& screen_to_use, std::string name_space)
 
 std::string session::text(int base_number) const { return LoadResString(blocks.Language(0) + base_number); }
 
+std::string session::text(hint which) const { return hint_text(blocks.Language(0), which); }
+
 std::string session::text(forms::answer which) const { return answer_text(blocks.Language(0), which); }
 
 std::int64_t session::devbytes() const { return std::int64_t{blocks.wordmode(0)} * blocks.tlength(0); }

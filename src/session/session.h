@@ -4,6 +4,7 @@
 
 #include "blocks/sharemap.h"
 #include "forms/shell.h"
+#include "messages/catalogue.h"
 #include "programmer/door.h"
 
 #include <cstdint>
@@ -20,6 +21,8 @@ public:
     std::string text(int base_number) const;
     /// The caption of a button of a message box, in the same language.
     std::string text(forms::answer which) const;
+    /// What a field takes, in the same language.
+    std::string text(hint which) const;
     /// Bytes of the device's main area: wordmode(0) times tlength(0), recomputed at each use.
     std::int64_t devbytes() const;
     /// Shows a catalogue text with an OK button.

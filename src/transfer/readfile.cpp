@@ -79,6 +79,8 @@ void readfile::load_captions()
         {exitcom.caption, message::cancel},
     };
     set_captions(plug_in_, captions);
+    for (forms::text_box* const field : {&rfileText1, &rfileText2, &rfileText3})
+        field->tip = plug_in_.text(hint::hexadecimal);
     for (int i = 0; const format& one : formats()) rfileOption2(i++).caption = caption_of(one, plug_in_);
 }
 
@@ -115,17 +117,20 @@ void readfile::confirm()
 bool readfile::take_addresses()
 {
     transfer_variables& at = transfer_;
-    const auto refused = [this](int message) {
+    const auto refused = [this](int message, forms::text_box& wrong) {
         plug_in_.tell(message);
+        focus(wrong);
         return false;
     };
     const auto bufstart = arith::parse_hex(rfileText1.text());
-    if (!bufstart) return refused(message::invalid_input);
+    if (!bufstart) return refused(message::invalid_input, rfileText1);
     at.bufstart = *bufstart;
-    if (at.bufstart > plug_in_.blocks.buflength(0)) return refused(message::to_buffer_address_beyond_buffer);
+    if (at.bufstart > plug_in_.blocks.buflength(0))
+        return refused(message::to_buffer_address_beyond_buffer, rfileText1);
     const auto filestart = arith::parse_hex(rfileText2.text());
     const auto loadlength = arith::parse_hex(rfileText3.text());
-    if (!filestart || !loadlength) return refused(message::invalid_input);
+    if (!filestart) return refused(message::invalid_input, rfileText2);
+    if (!loadlength) return refused(message::invalid_input, rfileText3);
     at.filestart = *filestart;
     // The margin makes the limit harmless for a full-size file.
     at.loadlength = *loadlength < plug_in_.devbytes() ? *loadlength : plug_in_.devbytes() + 100;

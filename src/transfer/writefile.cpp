@@ -60,6 +60,8 @@ void writefile::on_load()
         {exitcom.caption, message::cancel},
     };
     set_captions(plug_in_, captions);
+    for (forms::text_box* const field : {&wfileText1, &wfileText2, &wfileText3})
+        field->tip = plug_in_.text(hint::hexadecimal);
     wfileText1.text("0");
 }
 
@@ -122,20 +124,22 @@ void writefile::confirm()
 bool writefile::take_range()
 {
     transfer_variables& at = transfer_;
-    const auto refused = [this](int message) {
+    const auto refused = [this](int message, forms::text_box& wrong) {
         plug_in_.tell(message);
+        focus(wrong);
         return false;
     };
     const auto bufstart = arith::parse_hex(wfileText1.text());
-    if (!bufstart) return refused(message::invalid_input);
+    if (!bufstart) return refused(message::invalid_input, wfileText1);
     at.bufstart = *bufstart;
-    if (at.bufstart > plug_in_.devbytes()) return refused(message::to_buffer_address_beyond_buffer);
+    if (at.bufstart > plug_in_.devbytes()) return refused(message::to_buffer_address_beyond_buffer, wfileText1);
     const auto savelength = arith::parse_hex(wfileText2.text());
-    if (!savelength) return refused(message::invalid_input);
+    if (!savelength) return refused(message::invalid_input, wfileText2);
     at.savelength = *savelength;
-    if (at.bufstart + at.savelength > savelimit()) return refused(message::range_beyond_buffer);
+    if (at.bufstart + at.savelength > savelimit()) return refused(message::range_beyond_buffer, wfileText2);
     if (wfileOption2(tektronix).value() && at.savelength > largest_tektronix)
-        return refused(message::beyond_64k_of_tektronix);
+
+        return refused(message::beyond_64k_of_tektronix, wfileText2);
     return true;
 }
 

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include <wx/button.h>
+#include <wx/textctrl.h>
 #include <wx/utils.h>
 
 namespace tamrix::wxui {
@@ -111,7 +112,10 @@ void form_dialog::beep() { wxBell(); }
 void form_dialog::focus_moved(forms::control& to)
 {
     const auto found = widgets_.find(&to);
-    if (found != widgets_.end() && found->second->window() != nullptr) found->second->window()->SetFocus();
+    if (found == widgets_.end() || found->second->window() == nullptr) return;
+    found->second->window()->SetFocus();
+    // What is typed next replaces the text, as after the Tab key; not every toolkit sees to it here.
+    if (auto* const text = dynamic_cast<wxTextCtrl*>(found->second->window())) text->SelectAll();
 }
 
 void form_dialog::closed()

@@ -1,5 +1,7 @@
 #include "wxui/widget_maker.h"
 
+#include "wxui/text.h"
+
 #include <utility>
 
 namespace tamrix::wxui {
@@ -15,6 +17,7 @@ wxWindow* widget_maker::make(forms::control& control, wxWindow* parent, label_us
 void widget_maker::keep(forms::control& control, widget_ptr made)
 {
     made->update();
+    if (!control.tip.empty()) made->window()->SetToolTip(to_wx(control.tip));
     widgets_[&control] = std::move(made);
 }
 

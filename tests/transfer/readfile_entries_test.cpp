@@ -88,6 +88,30 @@ TEST(readfile, a_size_that_is_no_number_is_told_and_nothing_changes)
     EXPECT_TRUE(f.buffer_untouched());
 }
 
+TEST(readfile, a_refused_value_gets_the_keyboard_and_every_box_says_what_it_takes)
+{
+    temp_folder files;
+    const std::string file = files.write("a.bin", "x");
+    using box = forms::text_box readfile::*;
+    for (const auto& [wrong, value] : {std::pair<box, const char*>{&readfile::rfileText1, "0x"},
+                                       {&readfile::rfileText1, "1001"},
+                                       {&readfile::rfileText2, "G"},
+                                       {&readfile::rfileText3, "12 kB"}}) {
+        load_fixture f;
+        f.shell.on_next_dialog([&, wrong = wrong, value = value](forms::form& shown) {
+            auto& dialog = dynamic_cast<readfile&>(shown);
+            EXPECT_EQ((dialog.*wrong).tip, "A hexadecimal number: digits 0 to 9 and A to F");
+            (dialog.*wrong).text(value);
+            dialog.okcom.click();
+            EXPECT_EQ(dialog.focused(), &(dialog.*wrong)) << value;
+        });
+        std::string name = file, none;
+        std::int16_t format = 0;
+        EXPECT_TRUE(f.methods.readfile0(name, format, none).ok());
+        EXPECT_EQ(f.shell.boxes().size(), 1u);
+    }
+}
+
 TEST(readfile, a_start_outside_the_buffer_is_told_before_a_size_that_is_no_number)
 {
     temp_folder files;

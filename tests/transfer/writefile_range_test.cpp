@@ -166,6 +166,30 @@ TEST(writefile, a_start_outside_the_device_is_told_before_a_size_that_is_no_numb
     EXPECT_FALSE(f.written());
 }
 
+TEST(writefile, a_refused_value_gets_the_keyboard_and_every_box_says_what_it_takes)
+{
+    save_fixture f{{.buflength = 0x20000, .tlength = 0x20000}};
+    const auto wrong_box = [&](const char* start, const char* size, int format) {
+        const char* found = "none";
+        f.save(f.files.path("out"), [&](writefile& d) {
+            d.wfileOption2(format).select();
+            d.wfileText1.text(start);
+            d.wfileText2.text(size);
+            d.okcom.click();
+            found = d.focused() == &d.wfileText1 ? "start" : d.focused() == &d.wfileText2 ? "size" : "none";
+            for (const auto* box : {&d.wfileText1, &d.wfileText2, &d.wfileText3})
+                EXPECT_EQ(box->tip, "A hexadecimal number: digits 0 to 9 and A to F");
+        });
+        return std::string{found};
+    };
+    EXPECT_EQ(wrong_box("G", "1", 0), "start");
+    EXPECT_EQ(wrong_box("20001", "1", 0), "start");
+    EXPECT_EQ(wrong_box("0", "12 kB", 0), "size");
+    EXPECT_EQ(wrong_box("10", "20000", 0), "size");
+    EXPECT_EQ(wrong_box("0", "10001", 3), "size");
+    EXPECT_EQ(f.shell.boxes().size(), 5u);
+}
+
 TEST(writefile, empty_boxes_count_as_0)
 {
     save_fixture f;

@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <wx/textctrl.h>
+
 using namespace tamrix;
 using namespace tamrix::tests;
 
@@ -91,6 +93,30 @@ TEST_F(logic_dialogs, a_new_device_is_not_entered_by_escape_or_the_close_button)
     });
     EXPECT_FALSE(left_by_key.accepted());
     EXPECT_FALSE(left_by_button.accepted());
+}
+
+TEST_F(logic_dialogs, the_field_of_a_new_device_that_is_wrong_is_typed_over_after_the_box)
+{
+    ttladd ask{session, variables.ttl};
+    variables.ttl.ttlname = "7499";
+    with(ask, [&] {
+        auto& pins = find<wxTextCtrl>(dialog(), 1);
+        EXPECT_EQ(pins.GetToolTipText(), "An even number from 2 to 40");
+        press("Tab");
+        type("13");
+        const wxWindow* const below = &dialog();
+        const script_timer person{[&] {
+            comes_true([&] { return &dialog() != below && static_cast<wxTopLevelWindow&>(dialog()).IsActive(); });
+            press("shift");
+            press("Return");
+        }};
+        ask.accept();
+        EXPECT_TRUE(comes_true([&] { return pins.HasFocus() && pins.GetStringSelection() == "13"; }));
+        type("14");
+        press("Return");
+        EXPECT_FALSE(ask.is_open());
+    });
+    EXPECT_EQ(variables.ttl.ttlpin, 14);
 }
 
 TEST_F(logic_dialogs, a_new_device_is_entered_by_keyboard)

@@ -48,6 +48,8 @@ void ttladd::on_load()
         {OKButton.caption, message::ok},
     };
     set_captions(plug_in_, captions);
+    Text1.tip = plug_in_.text(hint::device_name);
+    Text2.tip = plug_in_.text(hint::pin_count);
     Text1.text(ttl_.ttlname);
     Text2.text("");
 }
@@ -55,12 +57,13 @@ void ttladd::on_load()
 void ttladd::confirm()
 {
     const int pins = whole_number(Text2.text()).value_or(0);
-    const bool valid = pins % 2 == 0 && !Text1.text().empty() && pins <= 40 && pins > 0 && name_fits(Text1.text());
-    if (!valid) {
+    const bool name_is_valid = !Text1.text().empty() && name_fits(Text1.text());
+    const bool pins_are_valid = pins % 2 == 0 && pins <= 40 && pins > 0;
+    if (!name_is_valid || !pins_are_valid) {
         plug_in_.screen.box({.text = plug_in_.text(message::invalid_input),
                              .title = plug_in_.text(message::new_pattern),
                              .picture = forms::icon::warning});
-        return;
+        return focus(name_is_valid ? Text2 : Text1);
     }
     ttl_.ttlname = Text1.text();
     ttl_.ttlpin = static_cast<std::int16_t>(pins);

@@ -117,6 +117,33 @@ TEST_F(ttladd_dialog, tells_that_an_entry_is_invalid_and_changes_nothing)
     EXPECT_EQ(variables.ttl.ttlcnt, 7);
 }
 
+TEST_F(ttladd_dialog, says_what_its_fields_take)
+{
+    open([](ttladd& d) {
+        EXPECT_EQ(d.Text1.tip, "1 to 12 letters and digits");
+        EXPECT_EQ(d.Text2.tip, "An even number from 2 to 40");
+    });
+}
+
+TEST_F(ttladd_dialog, hands_the_keyboard_to_the_first_field_that_is_wrong)
+{
+    const auto after_refusal_of = [this](const std::string& name, const std::string& pins) {
+        std::string field;
+        open([&](ttladd& d) {
+            d.Text1.enter(name);
+            d.Text2.enter(pins);
+            d.OKButton.click();
+            field = d.focused() == &d.Text1 ? "name" : d.focused() == &d.Text2 ? "pins" : "none";
+        });
+        return field;
+    };
+    EXPECT_EQ(after_refusal_of("", "14"), "name");
+    EXPECT_EQ(after_refusal_of("THIRTEENCHARS", "14"), "name");
+    EXPECT_EQ(after_refusal_of("", "13"), "name");
+    for (const char* pins : {"", "13", "0", "42", "-2", "x"}) EXPECT_EQ(after_refusal_of("7400", pins), "pins") << pins;
+    EXPECT_EQ(after_refusal_of("7400", "14"), "none");
+}
+
 TEST_F(ttladd_dialog, is_left_by_escape_without_an_entry)
 {
     variables.ttl.ttlname = "before";
