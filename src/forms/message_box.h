@@ -17,6 +17,8 @@ struct message_box {
     std::string title{};  // empty: the program's name
     icon picture = icon::none;
     buttons_of_box buttons = buttons_of_box::ok;
+    /// Enter does not choose the first button but what closing the box means.
+    bool enter_refuses = false;
     /// The text in rows and columns, for a screen that can show a table; empty: the text alone.
     box_table table{};
 

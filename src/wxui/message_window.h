@@ -17,7 +17,7 @@ using answer_texts = std::function<std::string(forms::answer)>;
 
 std::string english_text(forms::answer which);
 
-/// The answers that a box offers. Enter chooses the first.
+/// The answers that a box offers. Enter chooses the first, unless it refuses.
 std::span<const forms::answer> answers_of(forms::buttons_of_box buttons);
 /// The answer of Escape and of the window's close button: Abort if the box has it, else the last one.
 forms::answer answer_of_closing(forms::buttons_of_box buttons);

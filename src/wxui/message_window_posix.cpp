@@ -47,8 +47,7 @@ public:
         content_row->Add(content(box), wxSizerFlags{1}.CenterVertical());
         auto* outer = new wxBoxSizer{wxVERTICAL};
         outer->Add(content_row, wxSizerFlags{1}.Expand().Border(wxALL, FromDIP(margin)));
-        outer->Add(buttons(answers_of(box.buttons), texts),
-                   wxSizerFlags{}.Right().Border(wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(margin)));
+        outer->Add(buttons(box, texts), wxSizerFlags{}.Right().Border(wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(margin)));
         SetSizer(outer);
         SetEscapeId(wxID_NONE);
         Bind(wxEVT_CHAR_HOOK, &message_window::on_key, this);
@@ -117,8 +116,10 @@ private:
         return lines;
     }
 
-    wxSizer* buttons(std::span<const forms::answer> answers, const answer_texts& texts)
+    wxSizer* buttons(const forms::message_box& box, const answer_texts& texts)
     {
+        const auto answers = answers_of(box.buttons);
+        const forms::answer of_enter = box.enter_refuses ? answer_of_closing(box.buttons) : answers.front();
         auto* row = new wxBoxSizer{wxHORIZONTAL};
         std::vector<wxButton*> made;
         int width = FromDIP(least_button);
@@ -129,9 +130,11 @@ private:
             made.push_back(button);
         }
         for (wxButton* button : made) button->SetMinSize({width, -1});
-        made.front()->SetDefault();
-        made.front()->SetFocus();
-        // The one of the Enter key is at the right here.
+        wxButton* const standard =
+            made.at(static_cast<std::size_t>(std::ranges::find(answers, of_enter) - answers.begin()));
+        standard->SetDefault();
+        standard->SetFocus();
+        // The first one is at the right here.
         for (auto button = made.rbegin(); button != made.rend(); ++button) {
             row->Add(*button, wxSizerFlags{}.Border(wxLEFT, button == made.rbegin() ? 0 : FromDIP(line_gap)));
         }

@@ -25,8 +25,9 @@ long style_of(const forms::message_box& box)
     switch (box.buttons) {
     case forms::buttons_of_box::ok: return style | wxOK;
     case forms::buttons_of_box::ok_cancel:
-    case forms::buttons_of_box::retry_cancel: return style | wxOK | wxCANCEL;
-    case forms::buttons_of_box::yes_no: return style | wxYES_NO;
+    case forms::buttons_of_box::retry_cancel:
+        return style | wxOK | wxCANCEL | (box.enter_refuses ? wxCANCEL_DEFAULT : wxOK_DEFAULT);
+    case forms::buttons_of_box::yes_no: return style | wxYES_NO | (box.enter_refuses ? wxNO_DEFAULT : wxYES_DEFAULT);
     case forms::buttons_of_box::abort_retry_ignore: return style | wxYES_NO | wxCANCEL | wxCANCEL_DEFAULT;
     }
     return style;

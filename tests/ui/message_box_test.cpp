@@ -71,6 +71,21 @@ TEST(message_boxes, have_answers_in_the_language_that_stands_in_the_block_when_t
     }
 }
 
+TEST(message_boxes, take_enter_for_a_refusal_where_they_ask_before_a_loss)
+{
+    using forms::answer;
+    stage on{english};
+    on.look = [] { press("Return"); };
+    const auto given = [&](forms::buttons_of_box buttons, bool enter_refuses) {
+        auto answered = answer::retry;
+        on.ask([&] { answered = on.screen.box({.text = "?", .buttons = buttons, .enter_refuses = enter_refuses}); });
+        return answered;
+    };
+    EXPECT_EQ(given(forms::buttons_of_box::yes_no, false), answer::yes);
+    EXPECT_EQ(given(forms::buttons_of_box::yes_no, true), answer::no);
+    EXPECT_EQ(given(forms::buttons_of_box::ok_cancel, true), answer::cancel);
+}
+
 TEST(message_boxes, that_are_left_without_an_answer_change_the_least)
 {
     using forms::answer;

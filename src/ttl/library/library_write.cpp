@@ -58,7 +58,8 @@ bool asked_to_delete(session& plug_in)
     return plug_in.screen.box({.text = plug_in.text(message::delete_pattern),
                                .title = plug_in.text(message::edit_pattern),
                                .picture = forms::icon::question,
-                               .buttons = forms::buttons_of_box::yes_no}) == forms::answer::yes;
+                               .buttons = forms::buttons_of_box::yes_no,
+                               .enter_refuses = true}) == forms::answer::yes;
 }
 
 /// The directory with one name more, from its first length byte to the end of the line.

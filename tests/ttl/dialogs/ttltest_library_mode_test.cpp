@@ -209,7 +209,8 @@ TEST_F(ttltest_dialog, deletes_the_selected_device_after_asking)
         EXPECT_EQ(d.Label3.caption(), "Total:3") << "the total stays as it was";
     });
     ASSERT_EQ(boxes().size(), 1U);
-    EXPECT_EQ(boxes()[0], (message_box{"Delete Pattern?", "Edit Pattern", icon::question, buttons_of_box::yes_no}));
+    EXPECT_EQ(boxes()[0],
+              (message_box{"Delete Pattern?", "Edit Pattern", icon::question, buttons_of_box::yes_no, true}));
     EXPECT_EQ(library().find("74FAIL"), std::string::npos);
 }
 

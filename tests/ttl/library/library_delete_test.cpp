@@ -19,7 +19,8 @@ TEST(ttldelete, asks_first_and_touches_nothing_on_No)
     const forms::message_box expected{.text = "Delete Pattern?",
                                       .title = "Edit Pattern",
                                       .picture = forms::icon::question,
-                                      .buttons = forms::buttons_of_box::yes_no};
+                                      .buttons = forms::buttons_of_box::yes_no,
+                                      .enter_refuses = true};
     EXPECT_EQ(f.shell.whole_boxes(), std::vector{expected});
 }
 
