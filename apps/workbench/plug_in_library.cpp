@@ -56,6 +56,8 @@ plug_in_library::plug_in_library(const std::string& path) : library_{load(path)}
     find(vector_count, "tamrix_vector_count");
     find(last_selftest, "tamrix_last_selftest");
     find(selftest_report, "tamrix_selftest_report");
+    find(describe_logic_test, "tamrix_describe_logic_test");
+    find(propose_logic_device, "tamrix_propose_logic_device");
     find(has_language, "tamrix_has_language");
     find(offers, "tamrix_offers");
     find(describe_format, "tamrix_describe_format");

@@ -25,6 +25,8 @@ public:
     decltype(&tamrix_vector_count) vector_count;
     decltype(&tamrix_last_selftest) last_selftest;
     decltype(&tamrix_selftest_report) selftest_report;
+    decltype(&tamrix_describe_logic_test) describe_logic_test;
+    decltype(&tamrix_propose_logic_device) propose_logic_device;
     decltype(&tamrix_has_language) has_language;
     decltype(&tamrix_offers) offers;
     decltype(&tamrix_describe_format) describe_format;

@@ -95,6 +95,28 @@ TAMRIX_EXPORT tamrix_selftest_result tamrix_last_selftest(tamrix::Clstamrix* plu
 /// found, each after a line feed: "pin 7 (port 4 bit 2): VCC driver: expected high, read low". English and UTF-8 in
 /// every language; "" with TAMRIX_SELFTEST_NONE. Valid until the next call into the plug-in.
 TAMRIX_EXPORT const char* tamrix_selftest_report(tamrix::Clstamrix* plug_in) noexcept;
+/// How a logic test ended: the vectors of a device of the library, or those of the host's device, on the chip in the
+/// socket. What could not be carried out (no answer, a reply that did not come) says nothing about the chip.
+enum tamrix_logic_result {
+    TAMRIX_LOGIC_PASSED,  // also if the person ignored every row that failed
+    TAMRIX_LOGIC_FAILED,
+    TAMRIX_LOGIC_NOTHING_PLAYED,  // there were no vectors
+    TAMRIX_LOGIC_NOT_CARRIED_OUT
+};
+struct tamrix_logic_test {
+    tamrix_logic_result result;
+    const char* device;  // its name in the library, UTF-8; "" for the host's device. Valid until the next call
+    int pins;            // of the device
+    int rows_failed, rows_ignored;  // rows that failed; how many of them the person ignored
+    std::uint64_t failed_pins;      // at which a row failed; bit 0 is pin 1
+};
+/// Describes logic test `index`, from 0, of those that the last call of mnutestttltest0, mnutesteditttllib0,
+/// mnuEditeditvector0 or vecttest0 ran, in order. Returns 0 if there is none with that index.
+TAMRIX_EXPORT int tamrix_describe_logic_test(tamrix::Clstamrix* plug_in, int index,
+                                             tamrix_logic_test* description) noexcept;
+/// The device with which the logic test begins, such as the one in the socket; UTF-8. A name that the library does not
+/// list, and "" or null, propose none, as without a call.
+TAMRIX_EXPORT void tamrix_propose_logic_device(tamrix::Clstamrix* plug_in, const char* name) noexcept;
 /// 1 if this version has texts for an offset in Language(0), else 0.
 TAMRIX_EXPORT int tamrix_has_language(std::int32_t offset) noexcept;
 /// 1 if the entry method named `method` has a dialog or routine in this version and on the programmer model in use,

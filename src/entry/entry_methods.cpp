@@ -126,6 +126,7 @@ void entry_methods::show_pin_map_before_logic_test()
 
 void entry_methods::store(std::uint8_t icsum, bool16 ok, const std::string& syspath)
 {
+    variables_.ttl.tests.clear();
     variables_.ttl.icsum = icsum;
     variables_.ttl.ok = ok;
     plug_in_.syspath = syspath;
@@ -185,6 +186,7 @@ reply entry_methods::mnutestautofind0(std::string& syspath0)
     return guarded([&] {
         show_pin_map_before_logic_test();
         plug_in_.syspath = syspath0;
+        variables_.ttl.tests.clear();
         ttlscan(plug_in_, variables_.ttl, [this](const std::vector<std::string>& hits) {
             variables_.ttl.hits = hits;
             dialogs_.show("ttlautotest", plug_in_, variables_);
@@ -204,6 +206,7 @@ reply entry_methods::warn(std::uint8_t& no, bool16& extpower0)
 reply entry_methods::vecttest0(std::uint8_t& mode, std::uint8_t& ttlcnt0, std::uint8_t& wnote0, bool16& ok0)
 {
     return guarded([&] {
+        variables_.ttl.tests.clear();
         variables_.ttl.ok = ok0;
         variables_.ttl.ttlcnt = ttlcnt0;
         variables_.ttl.wnote = wnote0;

@@ -69,6 +69,16 @@ const char* text_of(Clstamrix* plug_in, Text text) noexcept
     }
 }
 
+tamrix_logic_result result_of(run_outcome::kind what)
+{
+    switch (what) {
+    case run_outcome::kind::passed: return TAMRIX_LOGIC_PASSED;
+    case run_outcome::kind::failed: return TAMRIX_LOGIC_FAILED;
+    case run_outcome::kind::not_played: return TAMRIX_LOGIC_NOTHING_PLAYED;
+    default: return TAMRIX_LOGIC_NOT_CARRIED_OUT;
+    }
+}
+
 }  // namespace
 
 }  // namespace tamrix
@@ -137,6 +147,26 @@ const char* tamrix_selftest_report(tamrix::Clstamrix* plug_in) noexcept
 {
     return tamrix::text_of(plug_in,
                            [](const loaded_plug_in& it) { return tamrix::report_text(it.variables.selftest.last); });
+}
+
+int tamrix_describe_logic_test(tamrix::Clstamrix* plug_in, int index, tamrix_logic_test* description) noexcept
+{
+    if (plug_in == nullptr || description == nullptr) return 0;
+    const auto& tests = loaded(plug_in).variables.ttl.tests;
+    if (index < 0 || index >= static_cast<int>(tests.size())) return 0;
+    const tamrix::finished_test& one = tests[static_cast<std::size_t>(index)];
+    *description = {tamrix::result_of(one.outcome.what),       one.device.c_str(),  one.pins,
+                    static_cast<int>(one.outcome.rows.size()), one.outcome.ignored, one.outcome.failed_pins()};
+    return 1;
+}
+
+void tamrix_propose_logic_device(tamrix::Clstamrix* plug_in, const char* name) noexcept
+{
+    try {
+        if (plug_in != nullptr) loaded(plug_in).variables.ttl.proposed = tamrix::text_or_empty(name);
+    } catch (const std::exception&) {
+        return;  // without memory for a name none is proposed
+    }
 }
 
 int tamrix_has_language(std::int32_t offset) noexcept { return tamrix::has_language(offset) ? 1 : 0; }

@@ -25,6 +25,7 @@ struct run_outcome {
     };
     kind what = kind::not_played;
     std::vector<failed_row> rows{};  // those that were reported as failed, also where the person ignored them
+    int ignored = 0;                 // how many of them the person ignored
 
     /// The run broke off, or left the socket as it was, because the programmer could not be reached.
     bool communication_failed() const
@@ -32,6 +33,15 @@ struct run_outcome {
         return what == kind::lost_reply || what == kind::refused_frame || what == kind::timed_out;
     }
     bool ended_in_failure() const { return what == kind::failed || communication_failed(); }
+    /// The pins at which a row failed; bit 0 is pin 1.
+    std::uint64_t failed_pins() const;
+};
+
+/// A run that is over.
+struct finished_test {
+    std::string device;  // its name in the library; empty if the vectors were those of the host's device
+    int pins;
+    run_outcome outcome;
 };
 
 }  // namespace tamrix

@@ -53,6 +53,8 @@ void ttltest::on_load()
     load_captions();
     if (is_true(ttl_.ok)) power_up();
     fill_list();
+    if (!edits_library() && std::ranges::find(List1.items(), ttl_.proposed) != List1.items().end())
+        Text1.text(ttl_.proposed);
     focus(Text1);
 }
 
@@ -162,7 +164,7 @@ void ttltest::test_in_loop()
     const busy_time testing{*this};
     const std::string name = List1.text();
     do {
-        if (!prepare_supply(plug_in_, ttl_, name)) return;
+        if (!prepare_supply(plug_in_, ttl_, name)) return keep_test(ttl_, name);
     } while (passes(name) && wants_repetition());
     plug_in_.hardware.device().hwrelease();
 }
@@ -172,6 +174,7 @@ bool ttltest::passes(const std::string& name)
 {
     run_outcome& outcome = ttl_.outcome;
     outcome = ttlload(plug_in_, ttl_, name, 0, 0);
+    keep_test(ttl_, name);
     if (outcome.communication_failed()) tell_communication_error(plug_in_, message::ttl_and_cmos_test);
     return !outcome.ended_in_failure();
 }

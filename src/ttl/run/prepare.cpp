@@ -3,6 +3,8 @@
 #include "channel/model.h"
 #include "session/session.h"
 
+#include <utility>
+
 namespace tamrix {
 
 bool is_cmos_name(std::string_view name)
@@ -24,6 +26,11 @@ bool reset_hardware(session& plug_in, ttl_variables& ttl)
     plug_in.hardware.device().hwfault();
     ttl.outcome = {.what = run_outcome::kind::no_answer};
     return false;
+}
+
+void keep_test(ttl_variables& ttl, std::string device)
+{
+    ttl.tests.push_back({std::move(device), ttl.ttlpin, ttl.outcome});
 }
 
 bool prepare_supply(session& plug_in, ttl_variables& ttl, std::string_view name)

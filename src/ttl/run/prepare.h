@@ -4,6 +4,7 @@
 #include "ttl/ttl_variables.h"
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace tamrix {
@@ -20,6 +21,8 @@ void select_family_board(session& plug_in, bool cmos);
 void select_board(session& plug_in, std::string_view name);
 /// Drops everything. False where the hardware is in trouble: hwfault was called then, and the outcome is no_answer.
 bool reset_hardware(session& plug_in, ttl_variables& ttl);
+/// Adds the outcome to the tests of this call.
+void keep_test(ttl_variables& ttl, std::string device);
 /// Reset, board, bus mode and 5 V. False where the reset failed; the attempt is over then.
 bool prepare_supply(session& plug_in, ttl_variables& ttl, std::string_view name);
 

@@ -82,9 +82,12 @@ void vecttest(session& plug_in, ttl_variables& ttl, const pld_variables& pld, st
     take_rows(ttl, pld, mode, editor_rows);
     constexpr std::uint8_t powered_by_device_data = 1;
     do {
-        if (!prepare_supply(plug_in, ttl, ttl.ttlname)) return;
-        if (ttl.wnote == powered_by_device_data) supply_by_device_data(plug_in, ttl);
+        const bool of_host = ttl.wnote == powered_by_device_data;
+        const std::string tested = of_host ? std::string{} : ttl.ttlname;
+        if (!prepare_supply(plug_in, ttl, ttl.ttlname)) return keep_test(ttl, tested);
+        if (of_host) supply_by_device_data(plug_in, ttl);
         ttl.outcome = run_engine(plug_in, ttl, mode);
+        keep_test(ttl, tested);
         if (ttl.outcome.ended_in_failure()) {
             tell_failure(plug_in, ttl, mode);
             break;

@@ -20,6 +20,21 @@ TEST_F(ttltest_dialog, has_its_captions_in_test_mode_and_hides_what_changes_the_
     });
 }
 
+TEST_F(ttltest_dialog, begins_with_the_device_that_the_host_proposes_if_the_library_lists_it)
+{
+    variables.ttl.proposed = "4011";
+    in_test_mode([](ttltest& d) {
+        EXPECT_EQ(d.Text1.text(), "4011");
+        EXPECT_EQ(d.List1.text(), "4011");
+        EXPECT_EQ(d.focused(), &d.Text1);
+    });
+    in_library([](ttltest& d) { EXPECT_EQ(d.Text1.text() + d.List1.text(), "") << "only a test has a socket"; });
+    for (const char* unknown : {"7499", "", "401"}) {
+        variables.ttl.proposed = unknown;
+        in_test_mode([](ttltest& d) { EXPECT_EQ(d.Text1.text() + d.List1.text(), ""); });
+    }
+}
+
 TEST_F(ttltest_dialog, tells_on_enter_in_test_mode_that_a_name_is_not_there)
 {
     in_test_mode([](ttltest& d) {
@@ -168,6 +183,36 @@ TEST_F(ttltest_dialog, counts_a_name_without_a_record_as_passed)
     });
     EXPECT_EQ(boxes(), std::vector{passed});
     EXPECT_EQ(variables.ttl.outcome.what, run_outcome::kind::not_played);
+}
+
+TEST_F(ttltest_dialog, keeps_how_each_test_ended)
+{
+    using kind = run_outcome::kind;
+    write_library({passing, {"74FAIL", 14, {"LHHHHHXHHHHHHV", "LHHHHHXHHHHHLV"}}});
+    shell.answer_next_box(answer::retry);   // after the first pass
+    shell.answer_next_box(answer::cancel);  // after the second
+    for (const answer one : {answer::ignore, answer::ignore, answer::cancel, answer::ignore, answer::abort})
+        shell.answer_next_box(one);
+    in_test_mode([this](ttltest& d) {
+        for (const int device : {0, 1, 1, 0}) {
+            if (device == 0 && !calls().empty()) programmer.resets = {1};
+            d.List1.pick(device);
+            d.OKButton.click();
+        }
+    });
+    const auto& tests = variables.ttl.tests;
+    ASSERT_EQ(tests.size(), 5U);
+    const auto is = [&](std::size_t i, const char* device, kind what, std::size_t failed, int ignored) {
+        return tests[i].device == device && tests[i].outcome.what == what && tests[i].outcome.rows.size() == failed &&
+               tests[i].outcome.ignored == ignored;
+    };
+    EXPECT_TRUE(is(0, "74PASS", kind::passed, 0, 0));
+    EXPECT_TRUE(is(1, "74PASS", kind::passed, 0, 0));
+    EXPECT_TRUE(is(2, "74FAIL", kind::passed, 2, 2));
+    EXPECT_TRUE(is(3, "74FAIL", kind::failed, 2, 1));
+    EXPECT_TRUE(is(4, "74PASS", kind::no_answer, 0, 0));
+    EXPECT_EQ(tests[2].pins, 14);
+    EXPECT_EQ(tests[2].outcome.failed_pins(), 1u | 1u << 12);
 }
 
 TEST_F(ttltest_dialog, is_deaf_to_its_buttons_while_a_test_runs)
