@@ -148,7 +148,7 @@ void ttltest::edit_selected()
         plug_in_.screen.box({.text = plug_in_.text(message::invalid_input),
                              .title = plug_in_.text(message::edit_pattern),
                              .picture = forms::icon::warning});
-        return;
+        return focus(List1);
     }
     ttl_.wnote = 0;
     ttlload(plug_in_, ttl_, name, 0, -1);

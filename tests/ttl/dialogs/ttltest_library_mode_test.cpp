@@ -131,6 +131,7 @@ TEST_F(ttltest_dialog, refuses_to_edit_a_listed_name_that_no_record_has_room_for
         d.List1.pick(1);
         d.OKButton.click();
         EXPECT_TRUE(d.is_open());
+        EXPECT_EQ(d.focused(), &d.List1);
     });
     EXPECT_EQ(boxes(), (std::vector{message_box{"Invalid Input!", "Edit Pattern", icon::warning, buttons_of_box::ok}}));
     EXPECT_EQ(shell.dialogs_shown(), 1);
