@@ -58,6 +58,7 @@ void main_frame::test_vectors()
     attempt(what, [&] {
         recall_failed_selftest();
         tell(what, session_.vector_test(has_programmer_));
+        tell_logic_tests();
         if (count > 100) log_->remark("The first 100 of " + std::to_string(count) + " vectors were played");
         tell_hazards();
         buffer_changed();

@@ -179,6 +179,15 @@ outcome host_session::analyze()
     return told;
 }
 
+std::vector<logic_test> host_session::logic_tests() const
+{
+    std::vector<logic_test> tests;
+    tamrix_logic_test described{};
+    while (library_.describe_logic_test(plug_in_.get(), static_cast<int>(tests.size()), &described) != 0)
+        tests.push_back(taken_over(described));
+    return tests;
+}
+
 std::pair<tamrix_selftest_result, std::string> host_session::last_selftest() const
 {
     return {library_.last_selftest(plug_in_.get()), library_.selftest_report(plug_in_.get())};

@@ -4,6 +4,7 @@
 #include "host/device_fit.h"
 #include "host/device_preset.h"
 #include "host/host_blocks.h"
+#include "workbench/logic_verdict.h"
 #include "workbench/plug_in_library.h"
 
 #include <functional>
@@ -86,6 +87,10 @@ public:
     outcome show_note();
     /// How many vectors the device has for vector_test.
     int vector_count() const { return library_.vector_count(plug_in_.get()); }
+    /// The device with which the next logic test begins; empty: none.
+    void propose_logic_device(const std::string& name) { library_.propose_logic_device(plug_in_.get(), name.c_str()); }
+    /// The logic tests of the last call that can run some, in order.
+    std::vector<logic_test> logic_tests() const;
     /// How the last self-test of the last call ended, and the plug-in's report of it.
     std::pair<tamrix_selftest_result, std::string> last_selftest() const;
     /// Lets the person record signals, into a buffer that holds every bank of a programmer. The bytes of the device

@@ -102,6 +102,8 @@ private:
     void open_page(wxWindow* page);
     /// Calls a method of the logic test with the folder of the person's own libraries.
     void logic_method(const wxString& what, const logic_call& call);
+    void propose_chip();
+    void tell_logic_tests();
     void find_logic_device();
     void analyze();
     void tell_hazards();

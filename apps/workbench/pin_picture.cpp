@@ -4,6 +4,7 @@
 #include "workbench/text.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <wx/settings.h>
 
@@ -94,6 +95,12 @@ void pin_picture::take_chip()
     Refresh();
 }
 
+void pin_picture::mark_failed(std::vector<int> pins)
+{
+    failed_ = std::move(pins);
+    Refresh();
+}
+
 void pin_picture::select(int pin)
 {
     if (socket_.chip() == nullptr) return;
@@ -127,7 +134,8 @@ void pin_picture::paint_pin(wxDC& dc, int pin, const wxRect& outline) const
     const host::simulated_chip& chip = *socket_.chip();
     const bool left = at_left(pin);
     const host::pin_state state = socket_.state_of(pin);
-    const bool sound = state == host::pin_state::sound;
+    const bool failed = std::ranges::find(failed_, pin) != failed_.end();
+    const bool sound = state == host::pin_state::sound && !failed;
     const int y = outline.y + FromDIP(4) + row_of(pin) * row_height(), height = row_height();
     const int half = outline.width / 2 - FromDIP(gap);
     const wxRect name{left ? outline.x + FromDIP(gap) : outline.GetRight() - FromDIP(gap) - half + 1, y, half, height};
@@ -151,7 +159,9 @@ void pin_picture::paint_pin(wxDC& dc, int pin, const wxRect& outline) const
     const int level = y + height / 2, part = state == host::pin_state::open ? length / 3 : length;
     dc.DrawLine(left ? leg_x : leg_x + length - part, level, left ? leg_x + part : leg_x + length, level);
     dc.SetTextForeground(sound ? plain : trouble_colour());
-    const wxString number = wxString::Format("%d", pin), fault = mark_of(state);
+    const wxString number = wxString::Format("%d", pin);
+    wxString fault = mark_of(state);
+    if (failed) fault += (fault.empty() ? "" : " ") + wxString{failed_mark};
     const wxString text = sound ? number : left ? fault + "  " + number : number + "  " + fault;
     const int room = FromDIP(70);
     const wxRect side{left ? leg_x - FromDIP(gap) - room : leg_x + length + FromDIP(gap), y, room, height};

@@ -4,6 +4,7 @@
 #include "host/simulator.h"
 
 #include <functional>
+#include <vector>
 
 #include <wx/dcclient.h>
 #include <wx/panel.h>
@@ -18,6 +19,8 @@ public:
     /// Shows the chip that is in the socket now, and selects its pin 1.
     void take_chip();
     int pin() const { return pin_; }
+    /// Marks the pins that failed a test; they are counted from 1.
+    void mark_failed(std::vector<int> pins);
     void select(int pin);
 
     /// The person selected another pin.
@@ -41,7 +44,11 @@ private:
 
     const host::simulator& socket_;
     int pin_ = 1;
+    std::vector<int> failed_;
 };
+
+/// What goes beside the number of a pin that failed a test.
+inline constexpr const wchar_t* failed_mark = L"×";
 
 /// "sound", "open", "stuck at 0", "stuck at 1": in the order of pin_state.
 wxString words_of(host::pin_state state);

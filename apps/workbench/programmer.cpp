@@ -183,9 +183,11 @@ void main_frame::logic_method(const wxString& what, const logic_call& call)
     attempt(what, [&] {
         std::string folder = host::own_logic_libraries(data_folder_);
         bool16 hardware = has_programmer_ ? bool16_true : bool16_false;
+        propose_chip();
         tell(what, watched(to_utf8(what.BeforeFirst(' ')), [&] {
                  return session_.run([&](Clstamrix& plug_in) { return call(plug_in, folder, hardware); });
              }));
+        tell_logic_tests();
         tell_hazards();
         buffer_changed();
     });

@@ -42,11 +42,6 @@ bool matches(const wxString& line, const wxString& words)
     return true;
 }
 
-wxSizerFlags beside(const wxWindow& window)
-{
-    return wxSizerFlags{}.CenterVertical().Border(wxLEFT, window.FromDIP(6));
-}
-
 }  // namespace
 
 socket_panel::socket_panel(wxWindow* parent, const host::simulator* socket, int model, bool usb)
@@ -106,37 +101,6 @@ wxSizer* socket_panel::chip_list()
     return column;
 }
 
-wxSizer* socket_panel::chip_in_socket()
-{
-    auto* framed = new wxStaticBoxSizer{wxVERTICAL, area_, "In the socket"};
-    wxWindow* box = framed->GetStaticBox();
-    title_ = new wxStaticText{box, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxST_ELLIPSIZE_END};
-    picture_ = new pin_picture{box, *socket_};
-    picture_->SetToolTip("A click or the arrows select a pin; o, 0 and 1 break it, s mends it");
-    pin_ = new wxStaticText{box, wxID_ANY, ""};
-    state_ = new wxChoice{box, wxID_ANY};
-    for (const auto state :
-         {host::pin_state::sound, host::pin_state::open, host::pin_state::stuck_at_0, host::pin_state::stuck_at_1}) {
-        state_->Append(words_of(state));
-    }
-    mend_ = new wxButton{box, wxID_ANY, "&Mend All"};
-    auto* pin_row = new wxBoxSizer{wxHORIZONTAL};
-    pin_row->Add(pin_, wxSizerFlags{}.CenterVertical());
-    pin_row->Add(state_, beside(*this).Proportion(1));
-    pin_row->Add(mend_, beside(*this));
-    framed->Add(title_, wxSizerFlags{}.Expand().Border(wxALL, FromDIP(6)));
-    framed->Add(picture_, wxSizerFlags{}.Expand().Border(wxLEFT | wxRIGHT, FromDIP(6)));
-    framed->Add(pin_row, wxSizerFlags{}.Expand().Border(wxALL, FromDIP(6)));
-
-    picture_->on_select = [this] { show_pin(); };
-    picture_->on_set = [this](host::pin_state state) { on_break(picture_->pin(), state); };
-    state_->Bind(wxEVT_CHOICE, [this](wxCommandEvent&) {
-        on_break(picture_->pin(), static_cast<host::pin_state>(state_->GetSelection()));
-    });
-    mend_->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { on_mend(); });
-    return framed;
-}
-
 wxSizer* socket_panel::programmer_box(int model, bool usb)
 {
     auto* framed = new wxStaticBoxSizer{wxHORIZONTAL, area_, "Programmer"};
@@ -152,7 +116,7 @@ wxSizer* socket_panel::programmer_box(int model, bool usb)
     route_->SetToolTip("USB plays all vectors at a stroke, the device object row by row");
     const wxSizerFlags label = wxSizerFlags{}.CenterVertical().Border(wxTOP | wxBOTTOM | wxLEFT, FromDIP(6));
     framed->Add(new wxStaticText{box, wxID_ANY, "Model:"}, label);
-    framed->Add(model_, beside(*this).Border(wxTOP | wxBOTTOM | wxLEFT, FromDIP(6)));
+    framed->Add(model_, beside().Border(wxTOP | wxBOTTOM | wxLEFT, FromDIP(6)));
     framed->Add(new wxStaticText{box, wxID_ANY, "Route:"}, wxSizerFlags{label}.Border(wxALL, FromDIP(6)));
     framed->Add(route_, wxSizerFlags{1}.CenterVertical().Border(wxTOP | wxBOTTOM | wxRIGHT, FromDIP(6)));
     model_->Bind(wxEVT_SPINCTRL, [this](wxSpinEvent&) { on_programmer(); });
@@ -241,23 +205,10 @@ void socket_panel::tell_choice()
     if (name != socket_->in_socket()) on_insert(name);
 }
 
-void socket_panel::show_pin()
-{
-    const host::simulated_chip* const chip = socket_->chip();
-    state_->Enable(chip != nullptr);
-    mend_->Enable(socket_->faults() != 0);
-    const int pin = picture_->pin();
-    pin_->SetLabelText(chip != nullptr ? wxString::Format("Pin %d, ", pin) +
-                                             to_wx(chip->pin_names[static_cast<std::size_t>(pin - 1)]) + ":"
-                                       : wxString{"Pin:"});
-    state_->SetSelection(static_cast<int>(socket_->state_of(pin)));
-    pin_->GetContainingSizer()->Layout();
-    picture_->Refresh();
-}
-
 void socket_panel::refresh()
 {
     if (socket_ == nullptr) return;
+    show_failed({}, "");
     const auto faults = host::fault_examples();
     faults_->refresh(socket_->more_faults(), {faults.begin(), faults.end()});
     signals_->refresh();

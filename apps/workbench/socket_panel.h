@@ -4,17 +4,20 @@
 
 #include "host/simulator.h"
 #include "workbench/entry_panel.h"
+#include "workbench/logic_verdict.h"
 #include "workbench/pin_picture.h"
 #include "workbench/signal_panel.h"
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include <wx/button.h>
 #include <wx/choice.h>
 #include <wx/dataview.h>
 #include <wx/panel.h>
 #include <wx/scrolwin.h>
+#include <wx/sizer.h>
 #include <wx/spinctrl.h>
 #include <wx/srchctrl.h>
 #include <wx/stattext.h>
@@ -35,6 +38,8 @@ public:
     void start_signals();
     /// Call this after the socket, the faults or the signals have changed.
     void refresh();
+    /// Marks the pins at which the test of a device failed, until the socket changes.
+    void mark_failed(const logic_test& test);
     void show_last_selftest(const wxString& words) { last_selftest_->ChangeValue(words); }
     /// Null if the programmer is not simulated.
     entry_panel* faults() const { return faults_; }
@@ -53,6 +58,7 @@ public:
 private:
     wxSizer* chip_list();
     wxSizer* chip_in_socket();
+    wxSizerFlags beside() const;
     wxSizer* programmer_box(int model, bool usb);
     wxSizer* last_selftest_box();
     void add_entries(wxSizer& column, entry_panel& entries);
@@ -61,6 +67,7 @@ private:
     void fill();
     void tell_choice();
     void show_pin();
+    void show_failed(std::vector<int> pins, const wxString& words);
     std::string name_in_row(int row) const;
 
     const host::simulator* socket_;
@@ -69,6 +76,7 @@ private:
     wxDataViewListCtrl* list_ = nullptr;
     wxStaticText* title_ = nullptr;
     pin_picture* picture_ = nullptr;
+    wxStaticText* failed_ = nullptr;
     wxStaticText* pin_ = nullptr;
     wxChoice* state_ = nullptr;
     wxButton* mend_ = nullptr;

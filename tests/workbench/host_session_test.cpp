@@ -5,6 +5,7 @@
 
 using namespace tamrix;
 using namespace tamrix::tests;
+using workbench::logic_test;
 
 TEST_F(sessions, a_new_buffer_is_blank)
 {
@@ -131,6 +132,20 @@ TEST_F(sessions, a_vector_test_without_a_programmer_does_nothing_and_one_with_it
     const auto told = session.vector_test(true);
     EXPECT_EQ(told.result.error, "");
     EXPECT_EQ(told.lines, ">> Vector Test OK!\n");
+    EXPECT_EQ(session.logic_tests(), std::vector{(logic_test{TAMRIX_LOGIC_PASSED, "", 2})});
+    session.vector_test(false);
+    EXPECT_TRUE(session.logic_tests().empty()) << "only those of the last call";
+}
+
+TEST_F(sessions, without_a_logic_test_there_is_none_to_describe)
+{
+    host_session session{PLUG_IN};
+    session.select(logic);
+    EXPECT_TRUE(session.logic_tests().empty());
+    tamrix_logic_test described{};
+    const auto describe = session.library().describe_logic_test;
+    EXPECT_EQ(describe(nullptr, 0, &described), 0);
+    session.library().propose_logic_device(nullptr, "7400");
 }
 
 TEST_F(sessions, without_a_self_test_there_is_no_report_of_one)

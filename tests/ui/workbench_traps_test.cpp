@@ -1,0 +1,118 @@
+// Where a person could lose something in the workbench, or be left without a word, worked by keyboard alone.
+#include "programs_fixture.h"
+
+#include <chrono>
+#include <thread>
+
+#include <gmock/gmock.h>
+
+using namespace tamrix::tests;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+const std::string main_title = "tamrix workbench";
+
+class workbench_without_traps : public programs {
+protected:
+    struct started : program {
+        started(const workbench_without_traps& of, const std::string& device, std::vector<std::string> files = {})
+            : program{"tamrix-workbench", with(device, std::move(files)),
+                      of.settings({"XDG_DATA_HOME=" + (of.folder / "data").string()})}
+        {}
+        static std::vector<std::string> with(const std::string& device, std::vector<std::string> files)
+        {
+            files.insert(files.begin(), {"--device", device});
+            return files;
+        }
+        bool shows(const std::string& title, int windows = 1) const
+        {
+            return comes_true_within_ten_seconds([&] { return shown(title) == windows; });
+        }
+        void menu(const char* of_bar, const std::string& keys)
+        {
+            focus(main_title);
+            press(of_bar);
+            for (const char key : keys) press(std::string(1, key));
+        }
+    };
+
+    static bool stays_away(const started& workbench, const char* window)
+    {
+        std::this_thread::sleep_for(std::chrono::seconds{1});
+        return workbench.shown(window) == 0;
+    }
+    std::string buffer(std::size_t count) const
+    {
+        return content("/dev/shm/" + name_space + "qorfanibuffer").substr(0, count);
+    }
+    static void insert(started& workbench, const char* chip)
+    {
+        workbench.focus(main_title);
+        workbench.press("ctrl+t");
+        workbench.type(chip);
+        workbench.press("Return");
+    }
+    /// From the list of chips over the tests of a device to the log; `device` is typed over the one that is proposed.
+    static std::string log_after_test(started& workbench, const char* device, const char* answer)
+    {
+        const char* const dialog = "TTL & CMOS Test";
+        workbench.focus(main_title);
+        workbench.press("F5");
+        workbench.focus(dialog);
+        if (*device != '\0') workbench.type(device);
+        workbench.press("Tab Tab Return");
+        EXPECT_TRUE(comes_true_within_ten_seconds([&] {
+            if (workbench.shown("^Warning!") == 0) return workbench.shown(dialog) != 1;
+            workbench.focus("^Warning!");
+            workbench.press(answer);
+            return std::string{answer} == "Escape" && workbench.shown("^Warning!") == 0;
+        }));
+        EXPECT_TRUE(comes_true_within_ten_seconds([&] {
+            if (workbench.shown(dialog) == 0) return true;
+            workbench.focus(dialog);
+            workbench.press("Escape");
+            return false;
+        }));
+        workbench.focus(main_title);
+        return log_of(workbench);
+    }
+    /// Pixels in the colour of what is wrong, on the page at the left.
+    static int marks(const started& workbench)
+    {
+        const picture shown = workbench.look_at(main_title);
+        int count = 0;
+        for (int y = 0; y < shown.height; ++y)
+            for (int x = 0; x < shown.width * 3 / 10; ++x) count += shown.colour(x, y) == 0xB00000 ? 1 : 0;
+        return count;
+    }
+};
+
+}  // namespace
+
+TEST_F(workbench_without_traps, tests_the_chip_in_the_socket_and_marks_the_pins_that_failed)
+{
+    started workbench{*this, "27C64"};
+    insert(workbench, "7400");
+    EXPECT_THAT(log_after_test(workbench, "", "Escape"), EndsWith("Logic test of 7400: passed\n"));
+    EXPECT_EQ(marks(workbench), 0);
+    insert(workbench, "7408");
+    EXPECT_THAT(log_after_test(workbench, "7400", "Escape"),
+                EndsWith("Logic test of 7400: failed, 1 row (pins 3, 6, 8, 11)\n"));
+    EXPECT_GT(marks(workbench), 0);
+    insert(workbench, "7404");
+    EXPECT_TRUE(comes_true_within_ten_seconds([&] { return marks(workbench) == 0; }));
+    quit(workbench);
+    EXPECT_EQ(workbench.output(), "");
+}
+
+TEST_F(workbench_without_traps, says_how_many_rows_failed_that_a_person_ignored)
+{
+    started workbench{*this, "27C64"};
+    insert(workbench, "7408");
+    EXPECT_THAT(log_after_test(workbench, "7400", "alt+i"),
+                testing::ContainsRegex("Logic test of 7400: [0-9]+ rows failed, ignored \\(pins 3, 6, 8, 11\\)\n$"));
+    quit(workbench);
+}
