@@ -1,103 +1,48 @@
 #include "workbench/device_dialog.h"
 
-#include "host/preset_text.h"
+#include "workbench/colours.h"
 #include "workbench/text.h"
 
-#include <exception>
-#include <map>
-#include <sstream>
-#include <vector>
+#include <algorithm>
+#include <utility>
 
-#include <wx/msgdlg.h>
+#include <wx/dcclient.h>
 #include <wx/statbox.h>
-#include <wx/stattext.h>
 
 namespace tamrix::workbench {
 
 namespace {
 
-/// The values of a device by key, as in a file of devices; those with their default are missing.
-std::map<std::string, std::string> values_by_key(const host::device_preset& device)
-{
-    std::map<std::string, std::string> values;
-    std::istringstream text{host::print_presets(std::vector{device})};
-    for (std::string line; std::getline(text, line);) {
-        std::istringstream words{line};
-        std::string key, value;
-        words >> key >> std::ws;
-        std::getline(words, value);
-        values[key] = value;
-    }
-    return values;
-}
-
-/// Numbers of words and bytes read better in hexadecimal.
-std::string hexadecimal(long value)
-{
-    return wxString::Format("0x%lX", static_cast<unsigned long>(value)).utf8_string();
-}
-
-std::string default_of(const std::string& key)
-{
-    static const std::map<std::string, std::string> defaults{{"maker", ""},   {"algorithm", ""}, {"word-bytes", "1"},
-                                                             {"vcc", "5.00"}, {"vpp", "0.00"},   {"pulse-us", "100"},
-                                                             {"retries", "1"}};
-    const auto found = defaults.find(key);
-    return found != defaults.end() ? found->second : "0";
-}
+constexpr int trouble_width = 130;
 
 }  // namespace
 
-device_dialog::device_dialog(wxWindow* parent, const host::device_preset& start, bool fresh)
+device_dialog::device_dialog(wxWindow* parent, const host::device_preset& start, bool fresh,
+                             std::function<bool(const std::string& name)> is_taken)
     : wxDialog{parent,
                wxID_ANY,
                fresh ? wxString{"New device"} : "Values of " + to_wx(start.name),
                wxDefaultPosition,
                wxDefaultSize,
-               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER}
+               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER},
+      is_taken_{std::move(is_taken)},
+      fresh_{fresh}
 {
-    auto* left = new wxBoxSizer{wxVERTICAL};
-    left->Add(group("Device", {{"name", "Name", ""}, {"maker", "Maker", ""}, {"algorithm", "Algorithm", ""}}),
-              wxSizerFlags{}.Expand());
-    left->Add(group("Memory", {{"words", "Length", "words"},
-                               {"word-bytes", "Width of a word", "bytes"},
-                               {"spare-units", "Behind the main area", "× 16 bytes"},
-                               {"buffer-bytes", "Buffer", "bytes"}}),
-              wxSizerFlags{}.Expand().Border(wxTOP, FromDIP(12)));
-    left->Add(group("Note and options", {{"note", "Note", ""},
-                                         {"option-0", "Option 0", ""},
-                                         {"option-1", "Option 1", ""},
-                                         {"option-2", "Option 2", ""},
-                                         {"option-3", "Option 3", ""},
-                                         {"vcc-high", "VCC high", ""}}),
-              wxSizerFlags{}.Expand().Border(wxTOP, FromDIP(12)));
-    auto* right = new wxBoxSizer{wxVERTICAL};
-    right->Add(group("Pins", {{"pins", "Number of pins", ""}, {"vcc-pin", "VCC pin", ""}, {"gnd-pin", "GND pin", ""}}),
-               wxSizerFlags{}.Expand());
-    right->Add(group("Programming", {{"vcc", "VCC", "V"},
-                                     {"vpp", "VPP", "V"},
-                                     {"pulse-us", "Pulse", "µs"},
-                                     {"retries", "Retries", ""},
-                                     {"page", "Page", ""},
-                                     {"mode", "Mode", ""},
-                                     {"family", "Family class", ""}}),
-               wxSizerFlags{}.Expand().Border(wxTOP, FromDIP(12)));
-    right->Add(last_group(), wxSizerFlags{}.Expand().Border(wxTOP, FromDIP(12)));
-    auto* columns = new wxBoxSizer{wxHORIZONTAL};
-    columns->Add(left, wxSizerFlags{1});
-    columns->Add(right, wxSizerFlags{1}.Border(wxLEFT, FromDIP(12)));
     auto* outer = new wxBoxSizer{wxVERTICAL};
-    outer->Add(columns, wxSizerFlags{1}.Expand().Border(wxALL, FromDIP(12)));
-    auto* note = new wxStaticText{this, wxID_ANY, "Numbers are decimal, or hexadecimal after 0x."};
-    outer->Add(note, wxSizerFlags{}.Border(wxLEFT | wxRIGHT, FromDIP(12)));
-    outer->Add(CreateStdDialogButtonSizer(wxOK | wxCANCEL), wxSizerFlags{}.Expand().Border(wxALL, FromDIP(12)));
-    SetSizerAndFit(outer);
-    SetSizeHints(GetSize(), {-1, GetSize().y});
+    outer->Add(columns(), wxSizerFlags{1}.Expand().Border(wxALL, FromDIP(12)));
+    outer->Add(help_line(), wxSizerFlags{}.Expand().Border(wxLEFT | wxRIGHT, FromDIP(12)));
+    auto* last = new wxBoxSizer{wxHORIZONTAL};
+    last->Add(new wxStaticText{this, wxID_ANY, "Numbers are decimal, or hexadecimal after 0x."},
+              wxSizerFlags{1}.CenterVertical());
+    last->Add(CreateStdDialogButtonSizer(wxOK | wxCANCEL), wxSizerFlags{});
+    outer->Add(last, wxSizerFlags{}.Expand().Border(wxALL, FromDIP(12)));
+    SetSizer(outer);
+    take_room();
     set_values(start);
-    name_->SetEditable(fresh);
-    name_->Enable(fresh);
-    entries_[fresh ? 0 : 1].field->SetFocus();
-    CentreOnParent();
+    entry_of("name").field->Enable(fresh);
+    const entry& first = entry_of(fresh ? "name" : "maker");
+    first.field->SetFocus();
+    help_->SetLabelText(to_wx(first.what->help));
     Bind(
         wxEVT_BUTTON,
         [this](wxCommandEvent&) {
@@ -106,21 +51,44 @@ device_dialog::device_dialog(wxWindow* parent, const host::device_preset& start,
         wxID_OK);
 }
 
-wxSizer* device_dialog::group(const wxString& title, const std::vector<line>& lines)
+wxSizer* device_dialog::columns()
+{
+    const wxSizerFlags below = wxSizerFlags{}.Expand().Border(wxTOP, FromDIP(12));
+    auto* left = new wxBoxSizer{wxVERTICAL};
+    left->Add(group("Device", field_group::device), wxSizerFlags{}.Expand());
+    left->Add(group("Memory", field_group::memory), below);
+    left->Add(group("Note and options", field_group::note), below);
+    auto* right = new wxBoxSizer{wxVERTICAL};
+    right->Add(group("Pins", field_group::pins), wxSizerFlags{}.Expand());
+    right->Add(group("Programming", field_group::programming), below);
+    right->Add(last_group(), below);
+    auto* both = new wxBoxSizer{wxHORIZONTAL};
+    both->Add(left, wxSizerFlags{1});
+    both->Add(right, wxSizerFlags{1}.Border(wxLEFT, FromDIP(12)));
+    return both;
+}
+
+wxSizer* device_dialog::group(const wxString& title, field_group which)
 {
     auto* framed = new wxStaticBoxSizer{wxVERTICAL, this, title};
     wxWindow* box = framed->GetStaticBox();
-    auto* grid = new wxFlexGridSizer{3, wxSize{FromDIP(9), FromDIP(6)}};
+    auto* grid = new wxFlexGridSizer{3, wxSize{FromDIP(9), FromDIP(3)}};
     grid->AddGrowableCol(1);
-    for (const line& one : lines) {
-        grid->Add(new wxStaticText{box, wxID_ANY, wxString::FromUTF8(one.label) + ":"},
-                  wxSizerFlags{}.CenterVertical().Right());
+    for (const device_field& one : fields_of(which)) {
+        grid->Add(new wxStaticText{box, wxID_ANY, to_wx(one.label) + ":"}, wxSizerFlags{}.CenterVertical().Right());
         auto* field = new wxTextCtrl{box, wxID_ANY};
         field->SetMinSize({14 * field->GetCharWidth(), -1});
+        field->SetToolTip(to_wx(one.help));
+        field->Bind(wxEVT_SET_FOCUS, [this, &one](wxFocusEvent& event) {
+            event.Skip();
+            help_->SetLabelText(to_wx(one.help));
+        });
         grid->Add(field, wxSizerFlags{1}.Expand());
-        grid->Add(new wxStaticText{box, wxID_ANY, wxString::FromUTF8(one.unit)}, wxSizerFlags{}.CenterVertical());
-        if (std::string_view{one.key} == "name") name_ = field;
-        entries_.push_back({one.key, field});
+        // One that resized itself would make its box, and so the dialog, wider than its wrapped text is.
+        auto* beside =
+            new wxStaticText{box, wxID_ANY, to_wx(one.unit), wxDefaultPosition, wxDefaultSize, wxST_NO_AUTORESIZE};
+        grid->Add(beside, wxSizerFlags{}.CenterVertical());
+        entries_.push_back({&one, field, beside});
     }
     framed->Add(grid, wxSizerFlags{1}.Expand().Border(wxALL, FromDIP(6)));
     return framed;
@@ -135,42 +103,72 @@ wxSizer* device_dialog::last_group()
     return framed;
 }
 
+/// What the field with the keyboard takes.
+wxWindow* device_dialog::help_line()
+{
+    help_ =
+        new wxStaticText{this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END};
+    help_->SetMinSize({1, help_->GetCharHeight()});
+    return help_;
+}
+
 void device_dialog::set_values(const host::device_preset& start)
 {
-    std::map<std::string, std::string> values = values_by_key(start);
-    values["name"] = start.name;
-    values["words"] = hexadecimal(start.words);
-    values["buffer-bytes"] = hexadecimal(start.buffer_bytes);
-    for (const entry& one : entries_) {
-        const auto found = values.find(one.key);
-        one.field->ChangeValue(to_wx(found != values.end() ? found->second : default_of(one.key)));
-    }
+    field_texts texts = texts_of(start);
+    for (const entry& one : entries_) one.field->ChangeValue(to_wx(texts[one.what->key]));
+    entry_of("buffer-bytes").field->SetHint("what it needs");
     clear_->SetSelection(static_cast<int>(start.clear));
 }
 
-std::string device_dialog::stanza() const
+field_texts device_dialog::texts() const
 {
-    static constexpr const char* clear_words[] = {"ff", "00", "none"};
-    std::string text = "device " + to_utf8(name_->GetValue());
-    for (const entry& one : entries_) {
-        const std::string value = to_utf8(one.field->GetValue());
-        if (one.field != name_ && !value.empty()) text.append("\n").append(one.key).append(" ").append(value);
-    }
-    return text + "\nclear " + clear_words[clear_->GetSelection()] + "\n";
+    field_texts texts;
+    for (const entry& one : entries_) texts[one.what->key] = to_utf8(one.field->GetValue().Trim().Trim(false));
+    return texts;
+}
+
+device_dialog::entry& device_dialog::entry_of(const std::string& key)
+{
+    return *std::ranges::find_if(entries_, [&](const entry& one) { return one.what->key == key; });
 }
 
 bool device_dialog::take_over()
 {
-    try {
-        device_ = host::parse_presets(stanza(), "device").at(0);
-        return true;
-    } catch (const std::exception& error) {
-        // "device:3: word-bytes 300 where a number from 1 to 255 was expected": the line says nothing here.
-        wxString why = to_wx(error.what());
-        why = why.AfterFirst(' ');
-        wxMessageBox("This value does not fit: " + why + ".", "Device", wxOK | wxICON_WARNING, this);
+    const field_texts typed = texts();
+    const auto none_is_taken = [](const std::string&) { return false; };
+    if (const auto wrong = find_wrong_field(typed, fresh_ ? is_taken_ : none_is_taken)) {
+        show_wrong(*wrong);
         return false;
     }
+    device_ = device_of(typed, static_cast<host::clear_choice>(clear_->GetSelection()));
+    return true;
+}
+
+void device_dialog::show_wrong(const wrong_field& wrong)
+{
+    for (const entry& one : entries_) {
+        one.beside->SetForegroundColour(wxNullColour);
+        one.beside->SetLabelText(to_wx(one.what->unit));
+        one.beside->SetMinSize(wxDefaultSize);
+    }
+    const entry& found = entry_of(wrong.key);
+    found.beside->SetForegroundColour(trouble_colour());
+    found.beside->SetLabelText(to_wx("takes " + wrong.expected));
+    found.beside->Wrap(FromDIP(trouble_width));
+    found.beside->SetMinSize(wxClientDC{found.beside}.GetMultiLineTextExtent(found.beside->GetLabelText()));
+    take_room();
+    found.field->SetFocus();
+    found.field->SelectAll();
+}
+
+void device_dialog::take_room()
+{
+    const wxSize needed = GetSizer()->ComputeFittingWindowSize(this);
+    const bool fits = GetSize().x >= needed.x;
+    SetSizeHints(needed, {-1, needed.y});
+    SetSize({fits ? GetSize().x : needed.x, needed.y});
+    Layout();
+    if (!fits) CentreOnParent();
 }
 
 }  // namespace tamrix::workbench

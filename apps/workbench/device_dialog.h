@@ -2,46 +2,53 @@
 #pragma once
 
 #include "host/device_preset.h"
+#include "workbench/device_fields.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
 #include <wx/choice.h>
 #include <wx/dialog.h>
 #include <wx/sizer.h>
+#include <wx/stattext.h>
 #include <wx/textctrl.h>
 
 namespace tamrix::workbench {
 
 class device_dialog final : public wxDialog {
 public:
-    /// A device that is not `fresh` keeps its name.
-    device_dialog(wxWindow* parent, const host::device_preset& start, bool fresh);
+    /// A device that is not `fresh` keeps its name. `is_taken` says whether a device has a name.
+    device_dialog(wxWindow* parent, const host::device_preset& start, bool fresh,
+                  std::function<bool(const std::string& name)> is_taken);
 
     /// The entered values, after the dialog ended with OK.
     const host::device_preset& device() const { return device_; }
 
 private:
     struct entry {
-        std::string key;
+        const device_field* what;
         wxTextCtrl* field;
-    };
-    struct line {
-        const char* key;
-        const char* label;
-        const char* unit;
+        wxStaticText* beside;  // its unit, or what is wrong
     };
 
-    wxSizer* group(const wxString& title, const std::vector<line>& lines);
+    wxSizer* columns();
+    wxSizer* group(const wxString& title, field_group which);
     wxSizer* last_group();
+    wxWindow* help_line();
     void set_values(const host::device_preset& start);
-    std::string stanza() const;
-    /// False if a value is refused; the person has then seen a message.
+    field_texts texts() const;
+    entry& entry_of(const std::string& key);
+    /// False if a value is refused; the dialog then shows which.
     bool take_over();
+    void show_wrong(const wrong_field& wrong);
+    void take_room();
 
+    const std::function<bool(const std::string& name)> is_taken_;
+    const bool fresh_;
     host::device_preset device_;
-    wxTextCtrl* name_ = nullptr;
     wxChoice* clear_ = nullptr;
+    wxStaticText* help_ = nullptr;
     std::vector<entry> entries_;
 };
 

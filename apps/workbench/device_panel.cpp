@@ -41,7 +41,7 @@ device_panel::device_panel(wxWindow* parent, device_catalogue& devices)
     auto* buttons = new wxBoxSizer{wxHORIZONTAL};
     auto* add_button = new wxButton{this, wxID_ANY, L"&New…"};
     edit_button_ = new wxButton{this, wxID_ANY, L"&Values…"};
-    remove_button_ = new wxButton{this, wxID_ANY, "Remo&ve"};
+    remove_button_ = new wxButton{this, wxID_ANY, "Re&move"};
     remove_button_->SetToolTip("Takes the device out of your own list; one that came with the program shows again");
     for (wxButton* button : {add_button, edit_button_, remove_button_}) {
         buttons->Add(button, wxSizerFlags{1}.Border(wxLEFT, button == add_button ? 0 : FromDIP(4)));
@@ -133,7 +133,9 @@ void device_panel::add_device()
 
 void device_panel::edit(const host::device_preset& start, bool fresh)
 {
-    device_dialog dialog{wxGetTopLevelParent(this), start, fresh};
+    device_dialog dialog{wxGetTopLevelParent(this), start, fresh, [this](const std::string& name) {
+                             return host::find_preset(devices_.devices(), name) != nullptr;
+                         }};
     if (dialog.ShowModal() != wxID_OK) return;
     const host::device_preset device = dialog.device();
     try {
@@ -146,8 +148,16 @@ void device_panel::edit(const host::device_preset& start, bool fresh)
     if (on_choose) on_choose(device);
 }
 
+bool device_panel::asks_to_remove()
+{
+    wxMessageDialog question{wxGetTopLevelParent(this), "Remove " + to_wx(chosen_) + " from your own list?",
+                             "Remove Device", wxYES_NO | wxNO_DEFAULT | wxICON_QUESTION};
+    return question.ShowModal() == wxID_YES;
+}
+
 void device_panel::remove_chosen()
 {
+    if (!asks_to_remove()) return;
     try {
         devices_.remove(chosen_);
     } catch (const std::exception& error) {

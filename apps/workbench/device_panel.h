@@ -38,6 +38,7 @@ private:
     const host::device_preset* chosen() const;
     void tell_choice();
     void edit(const host::device_preset& start, bool fresh);
+    bool asks_to_remove();
     void remove_chosen();
     void update_buttons();
 

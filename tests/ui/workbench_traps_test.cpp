@@ -116,3 +116,48 @@ TEST_F(workbench_without_traps, says_how_many_rows_failed_that_a_person_ignored)
                 testing::ContainsRegex("Logic test of 7400: [0-9]+ rows failed, ignored \\(pins 3, 6, 8, 11\\)\n$"));
     quit(workbench);
 }
+
+TEST_F(workbench_without_traps, hands_the_keyboard_to_the_value_of_a_new_device_that_is_wrong)
+{
+    started workbench{*this, "27C64"};
+    workbench.menu("alt+d", "n");
+    const auto confirm = [&](const char* value) {
+        workbench.focus("^New device$");  // which waits for the dialog to have dealt with the last Return
+        workbench.type(value);
+        workbench.press("Return");
+    };
+    confirm("27C64");
+    workbench.focus("^New device$");
+    workbench.type("X9");
+    workbench.press("Tab Tab");
+    confirm("0");
+    confirm("0x40");
+    ASSERT_TRUE(workbench.shows("^New device$", 0));
+    workbench.focus(main_title);
+    EXPECT_THAT(log_of(workbench), EndsWith("Device X9, Microchip: buffer of 64 bytes\n"));
+    quit(workbench);
+    EXPECT_EQ(workbench.output(), "");
+}
+
+TEST_F(workbench_without_traps, asks_before_a_device_goes_out_of_the_list_and_takes_enter_for_a_no)
+{
+    const fs::path own = folder / "config" / "tamrix" / "devices.txt";
+    fs::create_directories(own.parent_path());
+    std::ofstream{own} << "device X9\n    words 0x40\n";
+    started workbench{*this, "X9"};
+    for (const char* refusal : {"Return", "Escape"}) {
+        workbench.focus(main_title);
+        workbench.press("alt+m");
+        workbench.focus("^Remove Device$");
+        workbench.press(refusal);
+        ASSERT_TRUE(workbench.shows("^Remove Device$", 0));
+        EXPECT_THAT(content(own), HasSubstr("device X9\n"));
+    }
+    workbench.focus(main_title);
+    workbench.press("alt+m");
+    workbench.focus("^Remove Device$");
+    workbench.press("alt+y");
+    EXPECT_TRUE(comes_true_within_ten_seconds([&] { return content(own).find("X9") == std::string::npos; }));
+    workbench.focus(main_title);
+    quit(workbench);
+}
