@@ -1,6 +1,7 @@
 #include "workbench/device_panel.h"
 
 #include "workbench/device_dialog.h"
+#include "workbench/device_size.h"
 #include "workbench/text.h"
 
 #include <exception>
@@ -79,7 +80,7 @@ void device_panel::fill()
         wxVector<wxVariant> line;
         line.push_back(to_wx(device.name));
         line.push_back(to_wx(device.maker));
-        line.push_back(size_text(host::image_bytes(device)));
+        line.push_back(to_wx(size_text(device)));
         list_->AppendItem(line);
         if (device.name == chosen_) list_->SelectRow(static_cast<unsigned>(list_->GetItemCount() - 1));
     }

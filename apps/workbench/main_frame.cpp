@@ -2,6 +2,7 @@
 
 #include "host/data_folder.h"
 #include "host/image_text.h"
+#include "workbench/device_size.h"
 #include "workbench/text.h"
 
 #include <algorithm>
@@ -176,8 +177,8 @@ void main_frame::select_device(const host::device_preset& device)
 {
     attempt("The device cannot be selected", [&] {
         change_buffer([&] { document_.change_device(device.name); });
-        log_->remark("Device " + device.name + (device.maker.empty() ? "" : ", " + device.maker) + ": buffer of " +
-                     to_utf8(size_text(device.buffer_bytes)));
+        log_->remark("Device " + device.name + (device.maker.empty() ? "" : ", " + device.maker) + ": " +
+                     buffer_text(device));
         if (const std::size_t end = document_.hidden().end(); end > 0) {
             log_->remark("  the bytes up to " + host::address_text(end - 1) +
                          " are kept; a device with a larger buffer shows them again");

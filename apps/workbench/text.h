@@ -24,12 +24,4 @@ inline std::string printable(std::string text)
     return text;
 }
 
-/// "32 KiB", "8 MiB", "1234 bytes".
-inline wxString size_text(long long bytes)
-{
-    if (bytes >= 0x100000 && bytes % 0x100000 == 0) return wxString::Format("%lld MiB", bytes / 0x100000);
-    if (bytes >= 0x400 && bytes % 0x400 == 0) return wxString::Format("%lld KiB", bytes / 0x400);
-    return wxString::Format("%lld bytes", bytes);
-}
-
 }  // namespace tamrix::workbench

@@ -154,7 +154,7 @@ TEST_F(programs, the_workbench_opens_a_fuse_file_at_once_and_its_log_tells_the_n
     workbench.focus("fuses.bin.*tamrix workbench");
     EXPECT_EQ(content("/dev/shm/" + name_space + "qorfanibuffer").substr(0, 5), "01011");
     EXPECT_EQ(log_of(workbench),
-              "Device GAL16V8, Lattice: buffer of 4 KiB\nLoad JEDEC: done\nNote:\n  My part*\n  QF16*\n  F0*\n" +
+              "Device GAL16V8, Lattice: 2194 fuses\nLoad JEDEC: done\nNote:\n  My part*\n  QF16*\n  F0*\n" +
                   file("fuses.bin") +
                   ": jedec, fuses: 16, of which 1: 14, by default: 0, not in the file: 0\n  fuse checksum: 01F9, "
                   "vectors: 0\n");
@@ -170,7 +170,7 @@ TEST_F(programs, the_workbench_imports_an_svf_file_at_once)
     EXPECT_TRUE(comes_true_within_ten_seconds([&] {
         return content(fs::directory_iterator { cache } -> path() / "pldtmp.svf") == "! made here\r\nSTATE IDLE;\r\n";
     }));
-    EXPECT_EQ(log_of(workbench), "Device GAL16V8, Lattice: buffer of 4 KiB\nImport SVF: done\n" + file("vectors.txt") +
+    EXPECT_EQ(log_of(workbench), "Device GAL16V8, Lattice: 2194 fuses\nImport SVF: done\n" + file("vectors.txt") +
                                      ": svf, statements: 1, bits shifted: 0\n");
     quit(workbench);
     EXPECT_TRUE(fs::is_empty(cache));
