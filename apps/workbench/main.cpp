@@ -38,7 +38,7 @@ public:
             auto* window = new tamrix::workbench::main_frame{options_};
             window->Show();
             window->Raise();
-            if (!options_.file.empty()) window->CallAfter([this, window] { window->load_file(options_.file); });
+            if (!options_.files.empty()) window->CallAfter([this, window] { window->load_one_of(options_.files); });
             return true;
         } catch (const std::exception& error) {
             std::fprintf(stderr, "tamrix-workbench: %s\n", error.what());
@@ -96,7 +96,7 @@ int main(int count, char** arguments)
                        "Use the programmer of this library, instead of TAMRIX_PROGRAMMER or the simulated one");
     command.add_option("--programmer-options", options.programmer_options, "What that library is told")
         ->needs("--programmer");
-    command.add_option("FILE", options.file, "Load this file at the start");
+    command.add_option("FILE", options.files, "Load this file at the start; of several it asks which one");
     command.set_version_flag("--version", TAMRIX_VERSION);
     try {
         command.parse(count, arguments);

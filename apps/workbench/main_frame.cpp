@@ -3,6 +3,7 @@
 #include "host/data_folder.h"
 #include "host/image_text.h"
 #include "workbench/device_size.h"
+#include "workbench/dropped_files.h"
 #include "workbench/text.h"
 
 #include <algorithm>
@@ -14,7 +15,6 @@
 
 #include <wx/artprov.h>
 #include <wx/config.h>
-#include <wx/dnd.h>
 #include <wx/menu.h>
 #include <wx/msgdlg.h>
 #include <wx/persist/toplevel.h>
@@ -28,20 +28,6 @@ namespace tamrix::workbench {
 namespace {
 
 constexpr const char* last_device_key = "/Device";
-
-class file_target final : public wxFileDropTarget {
-public:
-    explicit file_target(std::function<void(const std::string&)> take) : take_{std::move(take)} {}
-    bool OnDropFiles(wxCoord, wxCoord, const wxArrayString& files) override
-    {
-        if (files.empty()) return false;
-        take_(to_utf8(files[0]));
-        return true;
-    }
-
-private:
-    std::function<void(const std::string&)> take_;
-};
 
 const host::device_preset& device_to_start_with(const device_catalogue& devices, const std::string& wanted)
 {
@@ -128,8 +114,8 @@ void main_frame::build_panels()
     note_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { note_when_idle(); });
     hex_view_->on_move = [this] { show_caret(); };
     build_editor();
-    SetDropTarget(new file_target{[this](const std::string& file) {
-        CallAfter([this, file] { load_file(file); });  // the drop itself must end before a dialog opens
+    SetDropTarget(new file_target{[this](const std::vector<std::string>& files) {
+        CallAfter([this, files] { load_one_of(files); });  // the drop itself must end before a dialog opens
     }});
 }
 

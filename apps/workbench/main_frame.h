@@ -31,7 +31,8 @@ namespace tamrix::workbench {
 
 /// What the command line says; empty is not given.
 struct start_options {
-    std::string device, plug_in, programmer, programmer_options, file;
+    std::string device, plug_in, programmer, programmer_options;
+    std::vector<std::string> files;
 };
 
 class main_frame final : public wxFrame {
@@ -42,6 +43,8 @@ public:
 
     /// Opens a file according to its content: a file of a logic device at once, any other through the load dialog.
     void load_file(const std::string& path);
+    /// Of several files, of which there is at least one, opens the one that the person chooses.
+    void load_one_of(const std::vector<std::string>& files);
 
 private:
     /// Bytes of the file in the buffer that lie outside the device.

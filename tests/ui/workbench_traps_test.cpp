@@ -161,3 +161,28 @@ TEST_F(workbench_without_traps, asks_before_a_device_goes_out_of_the_list_and_ta
     workbench.focus(main_title);
     quit(workbench);
 }
+
+TEST_F(workbench_without_traps, asks_which_of_several_files_it_is_to_load)
+{
+    std::ofstream{folder / "second.bin"} << "Zwei";
+    started workbench{*this, "27C64", {file("demo.hex"), file("second.bin")}};
+    workbench.focus("^Load One of Several Files$");
+    workbench.press("Down Return");
+    workbench.focus("Load A File To Buffer");
+    workbench.press("Return");
+    workbench.focus("second.bin.*" + main_title);
+    EXPECT_EQ(buffer(4), "Zwei");
+    quit(workbench);
+}
+
+TEST_F(workbench_without_traps, loads_none_of_several_files_if_the_person_chooses_none)
+{
+    started workbench{*this, "27C64", {file("demo.hex"), file("demo.hex")}};
+    workbench.focus("^Load One of Several Files$");
+    workbench.press("Escape");
+    ASSERT_TRUE(workbench.shows("^Load One of Several Files$", 0));
+    EXPECT_TRUE(stays_away(workbench, "Load A File To Buffer"));
+    EXPECT_EQ(buffer(2), "\xFF\xFF");
+    workbench.focus(main_title);
+    quit(workbench);
+}
