@@ -70,7 +70,11 @@ byte_editor::byte_editor(wxWindow& window, editing::document& document, hexview:
     };
 }
 
-void byte_editor::show() { view_.show(document_.bytes()); }
+void byte_editor::show(bool attached)
+{
+    attached_ = attached;
+    view_.show(attached ? document_.bytes() : std::span<const std::uint8_t>{});
+}
 
 void byte_editor::notice(const wxString& words)
 {
@@ -90,6 +94,7 @@ void byte_editor::type(std::size_t address, std::uint8_t byte)
 void byte_editor::undo()
 {
     if (auto* text = text_in_focus()) return text->Undo();
+    if (!can_edit()) return;
     notice({});
     document_.undo();
 }
@@ -97,6 +102,7 @@ void byte_editor::undo()
 void byte_editor::redo()
 {
     if (auto* text = text_in_focus()) return text->Redo();
+    if (!can_edit()) return;
     notice({});
     document_.redo();
 }

@@ -30,8 +30,8 @@ public:
     /// Whether unsaved changes may be lost; asked before the whole buffer is filled.
     std::function<bool(const wxString& reason)> may_lose_changes;
 
-    /// Shows the document's bytes.
-    void show();
+    /// Shows the document's bytes; those of a buffer that is not attached cannot be seen or changed.
+    void show(bool attached);
 
     // Each works on the text that has the keyboard, if one has it, and on the bytes otherwise.
     void undo();
@@ -51,7 +51,7 @@ public:
     void next_mark();
 
 private:
-    bool can_edit() const { return !document_.bytes().empty(); }
+    bool can_edit() const { return attached_ && !document_.bytes().empty(); }
     void type(std::size_t address, std::uint8_t byte);
     void notice(const wxString& words);
     editing::byte_range search_range(const search_words& words) const;
@@ -65,6 +65,7 @@ private:
     wxWindow& window_;
     editing::document& document_;
     hexview::hex_view& view_;
+    bool attached_ = true;
     search_words words_{};
     editing::byte_range searched_{};  // the selection in which the search goes on
     std::set<std::size_t> marks_{};

@@ -225,6 +225,7 @@ outcome host_session::attach_buffer() { return renew_buffer(bytes_to_keep()); }
 
 outcome host_session::release_buffer()
 {
+    attached_ = false;
     return run([](Clstamrix& plug_in) { return plug_in.freesharebufferopt(); });
 }
 
@@ -240,6 +241,7 @@ outcome host_session::renew_buffer(const std::vector<std::uint8_t>& content)
         std::int16_t num = blocks_->num();
         return plug_in.buffercomopt(num);
     });
+    attached_ = told.result.ok();
     keep_names_private();
     return told;
 }

@@ -52,6 +52,8 @@ public:
 
     /// The bytes of the buffer, without its margin.
     std::span<std::uint8_t> buffer();
+    /// False from release_buffer() until the buffer is attached again: no method of the plug-in can use it meanwhile.
+    bool buffer_is_attached() const { return attached_; }
 
     /// Makes the plug-in use this programmer from now on and release the previous one. Throws std::runtime_error.
     void use_programmer(programmer_choice choice);
@@ -131,6 +133,7 @@ private:
     host::device_preset device_{};
     programmer_choice programmer_{};
     std::int32_t language_ = 0;
+    bool attached_ = false;
 };
 
 }  // namespace tamrix::workbench

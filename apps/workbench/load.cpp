@@ -30,9 +30,12 @@ const char* clear_text(host::clear_choice clear)
 
 void main_frame::load_file(const std::string& path)
 {
-    if (session_.library().detect_pld(path.c_str()) != TAMRIX_SVF && !may_lose_changes("Another file is to be loaded."))
-        return;
-    switch (session_.library().detect_pld(path.c_str())) {
+    const tamrix_pld_format logic = session_.library().detect_pld(path.c_str());
+    if (logic != TAMRIX_SVF && !session_.buffer_is_attached())
+        return fail("The file cannot be loaded", "The buffer is released. Attach it with Tools | For Developers of "
+                                                 "Hosts, or choose a device.");
+    if (logic != TAMRIX_SVF && !may_lose_changes("Another file is to be loaded.")) return;
+    switch (logic) {
     case TAMRIX_JEDEC: return load_jedec(path);
     case TAMRIX_SVF: return import_svf(path);
     case TAMRIX_NO_PLD: return load_buffer_file(path);

@@ -122,10 +122,12 @@ void main_frame::build_panels()
 void main_frame::build_tool_bar()
 {
     wxToolBar* bar = CreateToolBar(wxTB_HORIZONTAL | wxTB_HORZ_TEXT | wxTB_FLAT);
+    // What is here works on the buffer.
     const auto tool = [&](const char* label, const wxArtID& art, const char* help, std::function<void()> action) {
         const auto* made = bar->AddTool(wxID_ANY, label, wxArtProvider::GetBitmapBundle(art, wxART_TOOLBAR), help);
         Bind(
             wxEVT_TOOL, [action = std::move(action)](wxCommandEvent&) { action(); }, made->GetId());
+        buffer_tools_.push_back(made->GetId());
     };
     tool("Load", wxART_FILE_OPEN, "Load a file into the buffer (Ctrl+O)", [this] { ask_for_file_to_load(); });
     tool("Save", wxART_FILE_SAVE, "Save the buffer to its file (Ctrl+S)", [this] { save(); });
@@ -189,7 +191,6 @@ void main_frame::show_device()
     offer_rest({});
     device_panel_->show_choice(session_.device().name);
     SetStatusText("Device: " + to_wx(session_.device().name), device_field);
-    SetStatusText("Buffer: " + size_text(session_.device().buffer_bytes), buffer_field);
     buffer_changed();
     update_menus();
 }
@@ -267,7 +268,7 @@ outcome main_frame::watched(const std::string& name, const std::function<outcome
     return told;
 }
 
-void main_frame::buffer_changed() { editor_->show(); }
+void main_frame::buffer_changed() { editor_->show(session_.buffer_is_attached()); }
 
 void main_frame::show_caret()
 {
@@ -294,12 +295,6 @@ void main_frame::show_state()
     };
     show_step(*undo_item_, "&Undo", document_.undo_name(), "Ctrl+Z");
     show_step(*redo_item_, "&Redo", document_.redo_name(), "Ctrl+Shift+Z");
-}
-
-void main_frame::update_menus()
-{
-    for (const method_item& one : method_items_) one.item->Enable(session_.offers(one.method));
-    if (session_.device().note == 0) note_item_->Enable(false);
 }
 
 }  // namespace tamrix::workbench

@@ -85,7 +85,10 @@ private:
     void add_call(wxMenu* menu, const char* label, const wxString& help, const char* method, method_call call);
     using logic_call = std::function<reply(Clstamrix&, std::string& folder, bool16& hardware)>;
     void add_logic_call(wxMenu* menu, const char* label, const wxString& help, const char* method, logic_call call);
+    /// The entry is off while the buffer is released.
+    void needs_buffer(wxMenuItem* item);
     void update_menus();
+    void show_buffer_size();
 
     /// The programmer: the simulated one, unless the command line or the environment name another.
     void choose_programmer(const start_options& options);
@@ -136,10 +139,12 @@ private:
     void offer_rest(std::optional<rest_of_file> rest);
     void load_rest();
     void load_jedec(const std::string& path);
+    void save_jedec_as(const std::string& path) { save_jedec(path); }
     bool save_jedec(const std::string& path);
     void save_jedec_as_plug_in(const std::string& path);
     void import_svf(const std::string& path);
     bool run_routine(const wxString& name, const std::function<outcome()>& routine);
+    outcome aside(const std::function<outcome()>& method);
     outcome watched(const std::string& name, const std::function<outcome()>& method);
     void show_load(const std::string& path, const wxString& detected, bool done);
     void show_mode(const variant& from_mode);
@@ -175,6 +180,8 @@ private:
         const char* method;
     };
     std::vector<method_item> method_items_;
+    std::vector<wxMenuItem*> buffer_items_;
+    std::vector<int> buffer_tools_;
     wxMenuItem* note_item_ = nullptr;
     wxMenuItem *undo_item_ = nullptr, *redo_item_ = nullptr;
     wxTimer note_timer_;

@@ -63,7 +63,6 @@ void main_frame::build_menus()
     bar->Append(device_menu(), "&Device");
     bar->Append(test_menu(), "&Test");
     bar->Append(tools_menu(), "T&ools");
-    bar->Append(plug_in_menu(), "&Plug-in");
     bar->Append(language_menu(), "&Language");
     bar->Append(help_menu(), "&Help");
     SetMenuBar(bar);
@@ -82,78 +81,34 @@ void main_frame::build_menus()
 wxMenu* main_frame::file_menu()
 {
     auto* menu = new wxMenu;
-    add_method(menu, "&Load File…\tCtrl+O", "Load a file into the buffer", "readfile0",
-               [this] { ask_for_file_to_load(); });
+    needs_buffer(add_method(menu, "&Load File…\tCtrl+O", "Load a file into the buffer", "readfile0",
+                            [this] { ask_for_file_to_load(); }));
     auto* recent = new wxMenu;
-    menu->AppendSubMenu(recent, "&Recent Files");
+    needs_buffer(menu->AppendSubMenu(recent, "&Recent Files"));
     recent_.UseMenu(recent);
-    add_method(menu, "&Save\tCtrl+S", "Save the buffer to its file", "wfile", [this] { save(); });
-    add_method(menu, "Save &As…\tCtrl+Shift+S", "Save the buffer to another file", "wfile", [this] { save_as(); });
+    needs_buffer(add_method(menu, "&Save\tCtrl+S", "Save the buffer to its file", "wfile", [this] { save(); }));
+    needs_buffer(add_method(menu, "Save &As…\tCtrl+Shift+S", "Save the buffer to another file", "wfile",
+                            [this] { save_as(); }));
     menu->AppendSeparator();
     const auto with_file = [&](const char* label, const char* help, const char* method, const char* filter, long style,
                                void (main_frame::*take)(const std::string&)) {
-        add_method(menu, label, help, method, [this, label, filter, style, take] {
+        return add_method(menu, label, help, method, [this, label, filter, style, take] {
             const wxString title = wxMenuItem::GetLabelText(to_wx(label)).BeforeFirst(L'…');
             ask_for_file(title, filter, style, [this, take](const std::string& path) { (this->*take)(path); });
         });
     };
     constexpr long open = wxFD_OPEN | wxFD_FILE_MUST_EXIST, save = wxFD_SAVE | wxFD_OVERWRITE_PROMPT;
-    with_file("Load &JEDEC…", "Load the fuses of a logic device", "readpldfile", jedec_files, open,
-              &main_frame::load_jedec);
-    add_method(menu, "Save J&EDEC…", "Save the fuses of a logic device in the form of the standard", "writepldfile",
-               [this] {
-                   ask_for_file("Save JEDEC", jedec_files, save, [this](const std::string& path) { save_jedec(path); });
-               });
-    with_file("Save JEDEC as the Plug-in &Writes It…", "Save the fuses of a logic device in the plug-in's own form",
-              "writepldfile", jedec_files, save, &main_frame::save_jedec_as_plug_in);
+    needs_buffer(with_file("Load &JEDEC…", "Load the fuses of a logic device", "readpldfile", jedec_files, open,
+                           &main_frame::load_jedec));
+    needs_buffer(with_file("Save J&EDEC…", "Save the fuses of a logic device in the form of the standard",
+                           "writepldfile", jedec_files, save, &main_frame::save_jedec_as));
+    needs_buffer(with_file("Save JEDEC as the Plug-in &Writes It…",
+                           "Save the fuses of a logic device in the plug-in's own form", "writepldfile", jedec_files,
+                           save, &main_frame::save_jedec_as_plug_in));
     with_file("&Import SVF…", "Import a serial vector file", "readsvffile", vector_files, open,
               &main_frame::import_svf);
     menu->AppendSeparator();
     add(menu, "&Quit\tCtrl+Q", "Leave the program", [this] { Close(); });
-    return menu;
-}
-
-wxMenu* main_frame::edit_menu()
-{
-    auto* menu = new wxMenu;
-    undo_item_ = add(menu, "&Undo\tCtrl+Z", "Take the last change of the buffer back",
-                     [this] { attempt("Undo failed", [&] { change_buffer([&] { editor_->undo(); }); }); });
-    redo_item_ = add(menu, "&Redo\tCtrl+Shift+Z", "Make the change again that was taken back",
-                     [this] { attempt("Redo failed", [&] { change_buffer([&] { editor_->redo(); }); }); });
-    menu->AppendSeparator();
-    using form = byte_editor::form;
-    add(menu, "&Copy\tCtrl+C", "Copy the selected bytes as their column shows them", [this] { editor_->copy(); });
-    auto* forms = new wxMenu;
-    const auto copy_as = [&](const char* label, form as, const char* help) {
-        add(forms, label, help, [this, as] { editor_->copy_as(as); });
-    };
-    copy_as("&Hexadecimal", form::hexadecimal, "Copy as pairs of digits");
-    copy_as("&Characters", form::characters, "Copy as text, with a point for what is no character");
-    copy_as("C &Array", form::c_array, "Copy as an array for a program in C");
-    copy_as("&Intel HEX", form::intel_hex, "Copy as records with the addresses of the buffer");
-    menu->AppendSubMenu(forms, "Copy A&s");
-    add(menu, "&Paste\tCtrl+V", "Put the bytes of the clipboard over those at the cursor",
-        [this] { editor_->paste(); });
-    add(menu, "Select &All\tCtrl+A", "Select all bytes", [this] { editor_->select_all(); });
-    menu->AppendSeparator();
-    add(menu, "&Find…\tCtrl+F", "Find bytes or a text in the buffer", [this] { editor_->find(); });
-    add(menu, "Find &Next\tF3", "Find the next place", [this] { editor_->find_next(editing::direction::forward); });
-    add(menu, "Find Prev&ious\tShift+F3", "Find the place before",
-        [this] { editor_->find_next(editing::direction::backward); });
-    add(menu, "R&eplace…\tCtrl+H", "Put bytes or a text in place of others", [this] { editor_->replace(); });
-    menu->AppendSeparator();
-    add(menu, "&Go to Address…\tCtrl+G", "Go to an address of the buffer", [this] { editor_->go_to(); });
-    add(menu, "&Mark\tCtrl+F2", "Mark the byte at the cursor, or take its mark away",
-        [this] { editor_->toggle_mark(); });
-    add(menu, "Ne&xt Mark\tF2", "Go to the next marked byte", [this] { editor_->next_mark(); });
-    menu->AppendSeparator();
-    add(menu, "Fi&ll…", "Fill the selection or the buffer with one value", [this] { editor_->fill(); });
-    menu->AppendSeparator();
-    add_logic_call(menu, "Test &Vectors…", "Edit the test vectors of the device", "mnuEditeditvector0",
-                   [](Clstamrix& plug_in, std::string& folder, bool16& hardware) {
-                       std::uint8_t icsum = 0;
-                       return plug_in.mnuEditeditvector0(icsum, hardware, folder);
-                   });
     return menu;
 }
 
@@ -209,7 +164,8 @@ wxMenu* main_frame::test_menu()
 wxMenu* main_frame::tools_menu()
 {
     auto* menu = new wxMenu;
-    add_method(menu, "&Logic Analyzer…", "Record and look at signals", "analyzer0", [this] { analyze(); });
+    needs_buffer(
+        add_method(menu, "&Logic Analyzer…", "Record and look at signals", "analyzer0", [this] { analyze(); }));
     const auto wave = [](bool16 meter) {
         return [meter](Clstamrix& plug_in) mutable { return plug_in.recetwave0(meter); };
     };
@@ -220,32 +176,8 @@ wxMenu* main_frame::tools_menu()
         open_page(socket_panel_);
         socket_panel_->start_signals();
     });
-    return menu;
-}
-
-wxMenu* main_frame::plug_in_menu()
-{
-    auto* menu = new wxMenu;
-    const auto entry = [&](const char* label, const char* help, const char* method, outcome (host_session::*step)()) {
-        add_method(menu, label, help, method, [this, label, step] {
-            const wxString what = wxMenuItem::GetLabelText(to_wx(label)) + " failed";
-            attempt(what, [&] {
-                hex_view_->show({});
-                refuge_.assign(document_.bytes().begin(), document_.bytes().end());
-                document_.moved(refuge_);
-                const outcome told = (session_.*step)();
-                document_.moved(session_.buffer());
-                refuge_.clear();
-                tell(what, told);
-                if (told.result.ok()) log_->remark(to_utf8(wxMenuItem::GetLabelText(to_wx(label))) + ": done");
-            });
-            buffer_changed();
-            update_menus();
-        });
-    };
-    entry("&Attach Blocks", "Make the shared blocks anew and attach them", "bufcomopt", &host_session::attach_small);
-    entry("Attach &Buffer", "Make the buffer anew and attach it", "buffercomopt", &host_session::attach_buffer);
-    entry("&Release Buffer", "Let the plug-in release the buffer", "freesharebufferopt", &host_session::release_buffer);
+    menu->AppendSeparator();
+    menu->AppendSubMenu(plug_in_menu(), "For &Developers of Hosts");
     return menu;
 }
 

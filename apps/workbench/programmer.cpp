@@ -230,12 +230,7 @@ void main_frame::analyze()
     const wxString what = "Logic Analyzer failed";
     attempt(what, [&] {
         hex_view_->show({});
-        refuge_.assign(document_.bytes().begin(), document_.bytes().end());
-        document_.moved(refuge_);
-        const outcome told = session_.analyze();
-        document_.moved(session_.buffer());
-        refuge_.clear();
-        tell(what, told);
+        tell(what, aside([&] { return session_.analyze(); }));
         tell_hazards();
     });
     buffer_changed();

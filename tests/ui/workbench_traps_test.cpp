@@ -186,3 +186,39 @@ TEST_F(workbench_without_traps, loads_none_of_several_files_if_the_person_choose
     workbench.focus(main_title);
     quit(workbench);
 }
+
+TEST_F(workbench_without_traps, does_nothing_with_a_buffer_that_was_released_until_it_is_attached_again)
+{
+    started workbench{*this, "27C64"};
+    workbench.menu("alt+o", "dr");
+    workbench.focus(main_title);
+    EXPECT_THAT(log_of(workbench), EndsWith("Release Buffer: done\n"));
+    workbench.press("ctrl+o ctrl+s ctrl+f ctrl+g F3");
+    EXPECT_TRUE(stays_away(workbench, "^Load File$|^Save Buffer$|^Find$|^Go to Address$"));
+    EXPECT_EQ(workbench.shown(".*"), 1);
+    workbench.menu("alt+o", "db");
+    workbench.focus(main_title);
+    workbench.press("ctrl+g");
+    workbench.focus("^Go to Address$");
+    workbench.press("Escape");
+    workbench.focus(main_title);
+    quit(workbench);
+    EXPECT_EQ(workbench.output(), "");
+}
+
+TEST_F(workbench_without_traps, attaches_the_buffer_again_for_another_device)
+{
+    started workbench{*this, "27C64"};
+    workbench.menu("alt+o", "dr");
+    workbench.focus(main_title);
+    workbench.press("ctrl+d ctrl+a");
+    workbench.type("24c02");
+    workbench.press("Return");
+    EXPECT_TRUE(comes_true_within_ten_seconds(
+        [&] { return content("/dev/shm/" + name_space + "qorfanibuffer").size() == 0x100 + 2200; }));
+    workbench.press("ctrl+g");
+    workbench.focus("^Go to Address$");
+    workbench.press("Escape");
+    workbench.focus(main_title);
+    quit(workbench);
+}

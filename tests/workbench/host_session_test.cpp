@@ -107,6 +107,24 @@ TEST_F(sessions, a_note_without_a_box_leaves_its_line_on_the_external_supply)
     EXPECT_EQ(session.device().note, 128 + 19) << "the device still asks for it";
 }
 
+TEST_F(sessions, the_buffer_is_attached_from_a_device_on_until_it_is_released)
+{
+    host_session session{PLUG_IN};
+    EXPECT_FALSE(session.buffer_is_attached()) << "no device is selected";
+    session.select(small);
+    EXPECT_TRUE(session.buffer_is_attached());
+    session.release_buffer();
+    EXPECT_FALSE(session.buffer_is_attached());
+    session.attach_buffer();
+    EXPECT_TRUE(session.buffer_is_attached());
+    session.release_buffer();
+    session.select(large);
+    EXPECT_TRUE(session.buffer_is_attached());
+    session.release_buffer();
+    session.attach_small();
+    EXPECT_TRUE(session.buffer_is_attached());
+}
+
 TEST_F(sessions, the_vectors_of_a_device_are_those_of_its_fuse_file)
 {
     host_session session{PLUG_IN};
