@@ -1,8 +1,10 @@
 // The main window's device: chosen from the list, its note, its test vectors.
 #include "workbench/main_frame.h"
+#include "workbench/seen_notes.h"
 #include "workbench/text.h"
 
 #include <wx/dialog.h>
+#include <wx/menu.h>
 
 namespace tamrix::workbench {
 
@@ -22,12 +24,12 @@ bool a_dialog_is_shown()
 }  // namespace
 
 /// A person who walks through the list with the arrow keys is not stopped by the notes of every device on the way: a
-/// note waits until the choice rests, and comes by itself once for each device.
+/// note waits until the choice rests, and comes by itself once for each device, unless it is told not to.
 void main_frame::choose_device(const host::device_preset& device)
 {
     select_device(device);
     note_timer_.Stop();
-    if (device.note != 0 && !noted_.contains(device.name)) note_timer_.StartOnce(at_rest_milliseconds);
+    if (device.note != 0 && note_is_due(device.name)) note_timer_.StartOnce(at_rest_milliseconds);
 }
 
 /// The plug-in takes one call at a time, so a note does not come while it or a dialog is at work.
@@ -37,8 +39,22 @@ void main_frame::note_when_idle()
         note_timer_.StartOnce(at_rest_milliseconds);
         return;
     }
-    noted_.insert(session_.device().name);
+    note_came(session_.device().name);
     show_note();
+}
+
+void main_frame::add_notes_switch(wxMenu* menu)
+{
+    wxMenuItem* const item = menu->AppendCheckItem(wxID_ANY, "Show Notes A&utomatically",
+                                                   "Show the note of each device once, when it is chosen first");
+    item->Check(notes_come_by_themselves());
+    Bind(
+        wxEVT_MENU,
+        [this](wxCommandEvent& event) {
+            let_notes_come_by_themselves(event.IsChecked());
+            note_timer_.Stop();
+        },
+        item->GetId());
 }
 
 void main_frame::show_note()

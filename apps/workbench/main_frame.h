@@ -18,7 +18,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -128,6 +127,7 @@ private:
     void choose_device(const host::device_preset& device);
     void note_when_idle();
     void show_note();
+    void add_notes_switch(wxMenu* menu);
     void test_vectors();
     void choose_language(const host::language& chosen);
     void take_language_of_settings();
@@ -185,7 +185,6 @@ private:
     wxMenuItem* note_item_ = nullptr;
     wxMenuItem *undo_item_ = nullptr, *redo_item_ = nullptr;
     wxTimer note_timer_;
-    std::set<std::string> noted_;  // devices whose note came by itself
     wxFileHistory recent_;
     std::string data_folder_;           // with "/" at its end
     std::set<std::string> fuse_files_;  // that were loaded or saved as such

@@ -126,6 +126,7 @@ wxMenu* main_frame::device_menu()
              "algoparameter0", [](Clstamrix& plug_in) { return plug_in.algoparameter0(); });
     note_item_ = add_method(menu, "Device N&ote", "How the device's memories lie in the buffer", "warn",
                             [this] { show_note(); });
+    add_notes_switch(menu);
     return menu;
 }
 

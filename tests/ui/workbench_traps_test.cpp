@@ -222,3 +222,40 @@ TEST_F(workbench_without_traps, attaches_the_buffer_again_for_another_device)
     workbench.focus(main_title);
     quit(workbench);
 }
+
+TEST_F(workbench_without_traps, shows_the_note_of_a_device_once_also_over_its_starts)
+{
+    const auto choose = [](started& workbench, const char* device) {
+        workbench.focus(main_title);
+        workbench.press("ctrl+d ctrl+a");
+        workbench.type(device);
+        workbench.press("Return");
+    };
+    {
+        started workbench{*this, "27C64"};
+        choose(workbench, "PIC16C57");
+        workbench.focus("^Note!");
+        workbench.press("Return");
+        workbench.focus(main_title);
+        quit(workbench);
+    }
+    {
+        started workbench{*this, "27C64"};
+        choose(workbench, "PIC16C57");
+        EXPECT_TRUE(stays_away(workbench, "^Note!"));
+        workbench.menu("alt+d", "u");
+        choose(workbench, "PIC16C54");
+        EXPECT_TRUE(stays_away(workbench, "^Note!")) << "turned off";
+        quit(workbench);
+    }
+    started workbench{*this, "27C64"};
+    choose(workbench, "PIC16C54");
+    EXPECT_TRUE(stays_away(workbench, "^Note!")) << "still turned off";
+    workbench.menu("alt+d", "u");
+    choose(workbench, "27C64");
+    choose(workbench, "PIC16C54");
+    workbench.focus("^Note!");
+    workbench.press("Return");
+    workbench.focus(main_title);
+    quit(workbench);
+}
