@@ -96,12 +96,12 @@ bool document::load(const std::string& file, const std::function<bool()>& action
 {
     step made{.name = "Load"};
     if (file != file_) made.file = file;
-    if (!watch_step(std::move(made), action, unseen::is_dropped)) return false;
+    if (!watch_step(std::move(made), action, unseen::is_dropped, after::is_saved)) return false;
     saved();
     return true;
 }
 
-bool document::watch_step(step made, const std::function<bool()>& action, unseen rest)
+bool document::watch_step(step made, const std::function<bool()>& action, unseen rest, after state)
 {
     kept_bytes former;
     former.add(0, bytes_);
@@ -118,14 +118,18 @@ bool document::watch_step(step made, const std::function<bool()>& action, unseen
     }
     made.bytes = differences(std::move(former), bytes_);
     if (made.file) std::swap(file_, *made.file);
-    finish(std::move(made), rest);
+    finish(std::move(made), rest, state);
     return true;
 }
 
 /// The bytes have changed already; `made` has the former ones.
-bool document::finish(step made, unseen rest)
+bool document::finish(step made, unseen rest, after state)
 {
-    saved_.follow(made.bytes, whole());
+    if (state == after::is_saved) {
+        saved_.clear();
+    } else {
+        saved_.follow(made.bytes, whole());
+    }
     report_bytes(made.bytes);
     if (rest == unseen::is_dropped && !hidden_.empty()) {
         made.rest = dropped_rest{.number = ++last_rest_};

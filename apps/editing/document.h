@@ -96,9 +96,11 @@ public:
 
 private:
     void require_inside(std::size_t address, std::size_t length) const;
-    bool watch_step(step made, const std::function<bool()>& action, unseen rest);
+    /// What is saved right after the step need not be compared with what was saved before it.
+    enum class after : std::uint8_t { differs, is_saved };
+    bool watch_step(step made, const std::function<bool()>& action, unseen rest, after state = after::differs);
     /// Whether it is a step.
-    bool finish(step made, unseen rest);
+    bool finish(step made, unseen rest, after state = after::differs);
     void exchange(step& one);
     void exchange_rest(dropped_rest& rest);
     std::size_t place(const std::string& device, std::span<std::uint8_t> buffer, kept_bytes shown);
