@@ -120,7 +120,7 @@ kept_bytes saved_bytes::take_from(std::size_t end, const all_bytes& now)
         const std::size_t left = std::min(length, end > first ? end - first : 0);
         one->second.copy_to(std::span{saved}.first(length));
         taken.add(first + left, std::span{saved}.subspan(left, length - left));
-        remove(one++);
+        ++one;  // before what it is at goes
         now.read(first, std::span{present}.first(left));
         store(number, std::span{saved}.first(left), std::span{present}.first(left));
     }

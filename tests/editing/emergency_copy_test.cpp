@@ -6,6 +6,7 @@
 #include <fstream>
 #include <numeric>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
@@ -256,6 +257,17 @@ TEST_F(emergency_copy, writes_on_when_the_clock_is_set_back)
     f->wait(1);
     const auto all = f->all();
     expect_recovered(all, "largest");
+}
+
+TEST_F(emergency_copy, has_no_lock_on_a_file_that_is_gone)
+{
+    load(1);
+    f->wait();
+    const std::string path = files_in(folder).at(0).string();
+    const editing::locked_file opened{::open(path.c_str(), O_RDWR | O_CLOEXEC)};
+    f->edited.saved();
+    f->wait();
+    EXPECT_FALSE(opened.lock()) << "another program may have opened it a moment before";
 }
 
 TEST_F(emergency_copy, of_several_programs_the_newest_comes_first)
