@@ -30,6 +30,9 @@ public:
     bool work(wall_time now);
     /// Removes the copy; a clean end of the program does so. Without it the copy stays for the next start.
     void withdraw();
+    /// Whether the file has a whole state. Until then a copy that was recovered from is still needed: the program may
+    /// crash again.
+    bool has_state() const { return file_.has_value(); }
 
     /// Why nothing could be written, once; empty otherwise.
     std::string take_error() { return std::exchange(error_, {}); }

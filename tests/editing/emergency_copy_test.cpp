@@ -106,10 +106,11 @@ TEST_F(emergency_copy, works_in_slices_and_is_whole_after_the_last_one)
     EXPECT_TRUE(f->copy.work(f->now));
     EXPECT_TRUE(abandoned_copies(folder).empty());
     EXPECT_EQ(files_in(folder).size(), 1u);
+    EXPECT_FALSE(f->copy.has_state());
     f->type(3, 3);
     f->type(8999, 3);
-    while (f->copy.work(f->now)) {
-    }
+    f->wait(1);
+    EXPECT_TRUE(f->copy.has_state());
     const auto all = f->all();
     EXPECT_FALSE(f->copy.work(f->now)) << "nothing more to do";
     f->now += std::chrono::seconds{9};
