@@ -3,6 +3,8 @@
 #include "editing/copied_document.h"
 #include "support/temp_files.h"
 
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 namespace tamrix::tests {

@@ -3,6 +3,7 @@
 
 #include "editing/document.h"
 
+#include <algorithm>
 #include <map>
 #include <memory>
 #include <stdexcept>

@@ -3,6 +3,7 @@
 
 #include "editing/device_buffers.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
