@@ -37,12 +37,11 @@ wxMenu* main_frame::edit_menu()
     edit("&Find…\tCtrl+F", "Find bytes or a text in the buffer", [this] { editor_->find(); });
     edit("Find &Next\tF3", "Find the next place", [this] { editor_->find_next(editing::direction::forward); });
     edit("Find Prev&ious\tShift+F3", "Find the place before",
-        [this] { editor_->find_next(editing::direction::backward); });
+         [this] { editor_->find_next(editing::direction::backward); });
     edit("R&eplace…\tCtrl+H", "Put bytes or a text in place of others", [this] { editor_->replace(); });
     menu->AppendSeparator();
     edit("&Go to Address…\tCtrl+G", "Go to an address of the buffer", [this] { editor_->go_to(); });
-    edit("&Mark\tCtrl+F2", "Mark the byte at the cursor, or take its mark away",
-        [this] { editor_->toggle_mark(); });
+    edit("&Mark\tCtrl+F2", "Mark the byte at the cursor, or take its mark away", [this] { editor_->toggle_mark(); });
     edit("Ne&xt Mark\tF2", "Go to the next marked byte", [this] { editor_->next_mark(); });
     menu->AppendSeparator();
     edit("Fi&ll…", "Fill the selection or the buffer with one value", [this] { editor_->fill(); });

@@ -87,8 +87,8 @@ wxMenu* main_frame::file_menu()
     needs_buffer(menu->AppendSubMenu(recent, "&Recent Files"));
     recent_.UseMenu(recent);
     needs_buffer(add_method(menu, "&Save\tCtrl+S", "Save the buffer to its file", "wfile", [this] { save(); }));
-    needs_buffer(add_method(menu, "Save &As…\tCtrl+Shift+S", "Save the buffer to another file", "wfile",
-                            [this] { save_as(); }));
+    needs_buffer(
+        add_method(menu, "Save &As…\tCtrl+Shift+S", "Save the buffer to another file", "wfile", [this] { save_as(); }));
     menu->AppendSeparator();
     const auto with_file = [&](const char* label, const char* help, const char* method, const char* filter, long style,
                                void (main_frame::*take)(const std::string&)) {
