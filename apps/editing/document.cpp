@@ -107,8 +107,11 @@ bool document::watch_step(step made, const std::function<bool()>& action, unseen
     former.add(0, bytes_);
     bool is_kept = false;
     try {
+        watching_ = true;
         is_kept = action();
+        watching_ = false;
     } catch (...) {
+        watching_ = false;
         take_back(std::move(former));
         throw;
     }

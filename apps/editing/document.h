@@ -50,6 +50,8 @@ public:
     /// whether that is kept; otherwise, and if it throws, the former bytes come back. Returns what `action` returned.
     bool watch(std::string_view name, const std::function<bool()>& action, unseen rest = unseen::stays);
 
+    /// While the action of watch() or load() runs: the bytes are half written.
+    bool is_watching() const { return watching_; }
     /// As watch(), for a file that replaces the whole content: after it the bytes are as saved in `file`. Undo brings
     /// back the file before as well.
     bool load(const std::string& file, const std::function<bool()>& action);
@@ -115,7 +117,7 @@ private:
     std::span<std::uint8_t> bytes_{};
     std::string device_{}, file_{};
     kept_bytes hidden_{};
-    bool has_content_ = false;
+    bool has_content_ = false, watching_ = false;
     history history_;
     saved_bytes saved_{};
     // Which bytes follow those that are shown: each time that some are dropped has a number of its own.

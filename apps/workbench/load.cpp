@@ -74,6 +74,7 @@ void main_frame::load_buffer_file(const std::string& path)
         const host::file_report report = inspect(path, format.name);
         if (!accepts(report)) return;
         outcome told;
+        keeper_->flush();
         document_.load(path, [&] {
             told = session_.load(path, static_cast<std::int16_t>(detected));
             return !told.failed() && !told.cancelled();

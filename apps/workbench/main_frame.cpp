@@ -2,6 +2,7 @@
 
 #include "host/data_folder.h"
 #include "host/image_text.h"
+#include "host/user_folder.h"
 #include "workbench/device_size.h"
 #include "workbench/dropped_files.h"
 #include "workbench/text.h"
@@ -143,12 +144,22 @@ void main_frame::build_editor()
     editor_->on_remark = [this](const std::string& words) { log_->remark(words); };
     editor_->on_notice = [this](const wxString& words) { values_->notice(words); };
     editor_->may_lose_changes = [this](const wxString& reason) { return may_lose_changes(reason); };
-    document_.on_bytes = [this](std::size_t, std::size_t) {
+    keeper_ = std::make_unique<work_keeper>(*this, document_, host::user_data_folder() + "/unsaved");
+    keeper_->on_remark = [this](const std::string& words) { log_->remark(words); };
+    keeper_->on_trouble = [this](const std::string& words) { log_->trouble(words); };
+    document_.on_bytes = [this](std::size_t address, std::size_t length) {
+        keeper_->note(address, length);
         hex_view_->refresh();
         show_caret();
     };
     document_.on_device = [this] { show_device(); };
     document_.on_state = [this] { show_state(); };
+}
+
+void main_frame::begin(const std::string& file)
+{
+    attempt("Unsaved work cannot be restored", [&] { keeper_->offer(); });
+    if (!file.empty()) load_file(file);
 }
 
 /// For the document: the buffer before it is gone from here on.
@@ -260,6 +271,7 @@ void main_frame::fail(const wxString& what, const std::string& why)
 /// A method of the plug-in that may write to the buffer: what it changes can be undone.
 outcome main_frame::watched(const std::string& name, const std::function<outcome()>& method)
 {
+    keeper_->flush();
     outcome told;
     document_.watch(name, [&] {
         told = method();

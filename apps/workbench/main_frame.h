@@ -13,6 +13,7 @@
 #include "workbench/log_panel.h"
 #include "workbench/socket_panel.h"
 #include "workbench/value_panel.h"
+#include "workbench/work_keeper.h"
 
 #include <cstdint>
 #include <functional>
@@ -40,6 +41,8 @@ public:
     explicit main_frame(const start_options& options);
     ~main_frame() override;
 
+    /// What is done first: offers what a crash left, and loads the file of the command line.
+    void begin(const std::string& file);
     /// Opens a file according to its content: a file of a logic device at once, any other through the load dialog.
     void load_file(const std::string& path);
     /// Of several files, of which there is at least one, opens the one that the person chooses.
@@ -174,6 +177,7 @@ private:
     host_session session_;
     editing::document document_;
     std::unique_ptr<byte_editor> editor_;
+    std::unique_ptr<work_keeper> keeper_;
     std::vector<std::uint8_t> refuge_;  // of the bytes while the blocks are made anew
     struct method_item {
         wxMenuItem* item;

@@ -33,6 +33,7 @@ bool main_frame::may_lose_changes(const wxString& reason)
 void main_frame::on_close(wxCloseEvent& event)
 {
     if (event.CanVeto() && !may_lose_changes("The workbench is to be closed.")) return event.Veto();
+    keeper_->end();
     event.Skip();
 }
 
@@ -41,7 +42,8 @@ bool main_frame::save()
 {
     const std::string file = document_.file();
     if (file.empty()) return save_as();
-    return fuse_files_.contains(file) ? save_jedec(file) : save_to(file);
+    const bool fuses = fuse_files_.contains(file) || session_.library().detect_pld(file.c_str()) == TAMRIX_JEDEC;
+    return fuses ? save_jedec(file) : save_to(file);
 }
 
 bool main_frame::save_as()
