@@ -31,6 +31,11 @@ void input_file::read_zero_padded(std::int64_t offset, std::span<std::uint8_t> t
     std::ranges::fill(target.subspan(got), std::uint8_t{0});
 }
 
+file_image::file_image(input_file& file)
+    : memory_{static_cast<std::uint64_t>(file.length()) + slack_bytes},
+      length_{file.read_at(0, {memory_.data(), static_cast<std::size_t>(file.length())})}
+{}
+
 file_image::file_image(const std::string& path) : file_image{*std::make_unique<input_file>(path)} {}
 
 }  // namespace tamrix

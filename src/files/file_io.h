@@ -4,6 +4,7 @@
 
 #include "base/diagnostic.h"
 #include "files/byte_target.h"
+#include "files/memory_block.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -75,17 +76,12 @@ public:
     explicit file_image(input_file& file);
     explicit file_image(const std::string& path);
 
-    ~file_image();
-    file_image(const file_image&) = delete;
-    file_image& operator=(const file_image&) = delete;
-
     /// The bytes of the file, without the slack.
-    std::span<const std::uint8_t> bytes() const { return {bytes_, length_}; }
+    std::span<const std::uint8_t> bytes() const { return {memory_.data(), length_}; }
 
 private:
-    std::uint8_t* bytes_ = nullptr;
-    std::size_t length_ = 0;
-    std::size_t mapped_bytes_ = 0;
+    memory_block memory_;
+    std::size_t length_;
 };
 
 /// Creates a missing file, empty. False if it cannot exist: its folder is missing or takes no new file.

@@ -5,19 +5,15 @@
 #include <array>
 #include <cerrno>
 #include <ctime>
-#include <new>
 #include <utility>
 
 #include <fcntl.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace tamrix {
 
 namespace {
-
-constexpr std::size_t huge_page = std::size_t{2} << 20;
 
 /// Repeats a call that a signal interrupted.
 template <class Call>
@@ -96,26 +92,6 @@ void output_file::close()
 {
     if (::close(std::exchange(file_, -1)) != 0) throw file_error{path_, errno};
 }
-
-// Memory straight from the system, in huge pages where it gives them: files of a hundred megabytes are common, and
-// faulting them in by small pages would cost as much as reading them.
-file_image::file_image(input_file& file)
-    : length_{static_cast<std::size_t>(file.length())},
-      mapped_bytes_{(length_ + slack_bytes + huge_page - 1) / huge_page * huge_page}
-{
-    void* memory = ::mmap(nullptr, mapped_bytes_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (memory == MAP_FAILED) throw std::bad_alloc{};
-    bytes_ = static_cast<std::uint8_t*>(memory);
-    ::madvise(memory, mapped_bytes_, MADV_HUGEPAGE);
-    try {
-        length_ = file.read_at(0, {bytes_, length_});
-    } catch (...) {
-        ::munmap(bytes_, mapped_bytes_);
-        throw;
-    }
-}
-
-file_image::~file_image() { ::munmap(bytes_, mapped_bytes_); }
 
 bool exists_or_is_made(const std::string& path)
 {

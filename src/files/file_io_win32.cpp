@@ -5,7 +5,6 @@
 #include <array>
 #include <cerrno>
 #include <ctime>
-#include <new>
 #include <utility>
 
 #include <fcntl.h>
@@ -92,24 +91,6 @@ void output_file::close()
 {
     if (::_close(std::exchange(file_, -1)) != 0) throw file_error{path_, errno};
 }
-
-file_image::file_image(input_file& file)
-    : length_{static_cast<std::size_t>(file.length())}, mapped_bytes_{length_ + slack_bytes}
-{
-    // What does not fit the address space of a 32-bit process is refused before the sizes wrap.
-    if (file.length() > std::int64_t{0x7FFF0000}) throw std::bad_alloc{};
-    void* memory = ::VirtualAlloc(nullptr, mapped_bytes_, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
-    if (memory == nullptr) throw std::bad_alloc{};
-    bytes_ = static_cast<std::uint8_t*>(memory);
-    try {
-        length_ = file.read_at(0, {bytes_, length_});
-    } catch (...) {
-        ::VirtualFree(bytes_, 0, MEM_RELEASE);
-        throw;
-    }
-}
-
-file_image::~file_image() { ::VirtualFree(bytes_, 0, MEM_RELEASE); }
 
 bool exists_or_is_made(const std::string& path)
 {

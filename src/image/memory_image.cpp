@@ -5,36 +5,53 @@
 #include <algorithm>
 #include <bit>
 #include <iterator>
+#include <new>
 #include <numeric>
 #include <stdexcept>
 
 namespace tamrix {
 
+namespace {
+
+constexpr std::uint64_t all_filled = ~std::uint64_t{0};  // the bits of 64 bytes
+
+}  // namespace
+
 void memory_image::page::fill(std::uint64_t first, std::uint64_t count)
 {
-    constexpr std::uint64_t all = ~std::uint64_t{0};
     const std::uint64_t last = first + count - 1;
-    const std::uint64_t from = all << first % 64, to = all >> (63 - last % 64);
+    const std::uint64_t from = all_filled << first % 64, to = all_filled >> (63 - last % 64);
     if (first / 64 == last / 64) {
         filled[first / 64] |= from & to;
         return;
     }
     filled[first / 64] |= from;
-    for (std::uint64_t word = first / 64 + 1; word < last / 64; ++word) filled[word] = all;
+    for (std::uint64_t word = first / 64 + 1; word < last / 64; ++word) filled[word] = all_filled;
     filled[last / 64] |= to;
+}
+
+/// Stores grow with the image, so that a large one is in few of them and a small one is small.
+memory_image::page* memory_image::fresh_page()
+{
+    constexpr std::size_t most = 256;
+    if (stores_.empty() || stores_.back().used == stores_.back().room) {
+        const std::size_t room = stores_.empty() ? 1 : std::min(2 * stores_.back().room, most);
+        stores_.push_back({memory_block{room * sizeof(page)}, room});
+    }
+    page_store& store = stores_.back();
+    auto* const fresh = new (store.memory.data() + sizeof(page) * store.used++) page;
+    fresh->filled.fill(0);
+    return fresh;
 }
 
 memory_image::page& memory_image::page_of(std::uint64_t address)
 {
     const std::uint64_t first = address / page_bytes * page_bytes;
     if (first != last_address_) {
-        std::unique_ptr<page>& wanted = pages_[first];
-        if (wanted == nullptr) {
-            wanted = std::make_unique_for_overwrite<page>();
-            wanted->filled.fill(0);
-        }
+        auto held = pages_.lower_bound(first);
+        if (held == pages_.end() || held->first != first) held = pages_.emplace_hint(held, first, fresh_page());
         last_address_ = first;
-        last_page_ = wanted.get();
+        last_page_ = held->second;
     }
     return *last_page_;
 }
@@ -62,6 +79,12 @@ const segment_list& memory_image::filled() const
     for (const auto& [first, held] : pages_) {
         for (std::uint64_t word = 0; word < held->filled.size(); ++word) {
             std::uint64_t bits = held->filled[word];
+            if (bits == all_filled) {
+                const std::uint64_t from = word;
+                while (word + 1 < held->filled.size() && held->filled[word + 1] == all_filled) ++word;
+                filled_->add({first + 64 * from, 64 * (word + 1 - from)});
+                continue;
+            }
             for (std::uint64_t at = 0; bits != 0;) {
                 const auto gap = static_cast<std::uint64_t>(std::countr_zero(bits));
                 const auto run = static_cast<std::uint64_t>(std::countr_one(bits >> gap));

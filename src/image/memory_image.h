@@ -1,6 +1,7 @@
 // The bytes of a memory with gaps, at any address.
 #pragma once
 
+#include "files/memory_block.h"
 #include "image/segments.h"
 
 #include <array>
@@ -8,7 +9,6 @@
 #include <cstdint>
 #include <functional>
 #include <map>
-#include <memory>
 #include <optional>
 #include <span>
 #include <vector>
@@ -45,10 +45,18 @@ private:
         void fill(std::uint64_t first, std::uint64_t count);
     };
 
-    page& page_of(std::uint64_t address);
+    /// Room for pages, and how many of them are in use.
+    struct page_store {
+        memory_block memory;
+        std::size_t room = 0, used = 0;
+    };
 
-    std::map<std::uint64_t, std::unique_ptr<page>> pages_;  // by the address of the first byte
-    std::uint64_t last_address_ = 1;                        // of the page that was wanted last; no page's at the start
+    page& page_of(std::uint64_t address);
+    page* fresh_page();
+
+    std::vector<page_store> stores_;
+    std::map<std::uint64_t, page*> pages_;  // by the address of the first byte
+    std::uint64_t last_address_ = 1;        // of the page that was wanted last; no page's at the start
     page* last_page_ = nullptr;
     mutable std::optional<segment_list> filled_;
 };

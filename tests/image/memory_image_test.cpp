@@ -2,6 +2,7 @@
 
 #include "image/crc32.h"
 
+#include <algorithm>
 #include <map>
 #include <random>
 #include <stdexcept>
@@ -82,6 +83,28 @@ TEST(memory_image, is_moved_swapped_and_filled_as_each_byte_alone_would_be)
             expected.emplace(at, 0xA5);
         ASSERT_EQ(plain_of(whole), expected) << run;
     }
+}
+
+TEST(memory_image, of_many_pages_in_any_order_holds_each_of_them)
+{
+    constexpr std::uint64_t pages = 700, page_bytes = 0x10000, gap = 0x1000;
+    memory_image image;
+    std::vector<std::uint8_t> bytes(page_bytes - gap);
+    for (std::uint64_t i = 0; i < pages; ++i) {
+        const std::uint64_t page = i * 3 % pages;
+        std::ranges::fill(bytes, static_cast<std::uint8_t>(page));
+        image.take(page * page_bytes, bytes);
+    }
+    const memory_image taken = std::move(image);
+    std::uint64_t page = 0;
+    for (const memory_segment& one : taken.filled().all()) {
+        ASSERT_EQ(one, (memory_segment{page * page_bytes, page_bytes - gap}));
+        taken.visit(one, [&](std::uint64_t, std::span<const std::uint8_t> all) {
+            ASSERT_TRUE(std::ranges::all_of(all, [&](std::uint8_t byte) { return byte == (page & 0xFF); }));
+        });
+        ++page;
+    }
+    EXPECT_EQ(page, pages);
 }
 
 TEST(memory_image, at_the_highest_addresses_is_whole)
