@@ -14,28 +14,6 @@ namespace tamrix::cli {
 
 namespace {
 
-/// A source whose first bytes have been looked at already.
-class looked_at final : public byte_source {
-public:
-    explicit looked_at(std::unique_ptr<byte_source> from) : from_{std::move(from)}, head_(detection_head_bytes)
-    {
-        head_.resize(from_->read(head_));
-    }
-    std::span<const std::uint8_t> head() const { return head_; }
-    std::size_t read(std::span<std::uint8_t> target) override
-    {
-        const std::size_t from_head = std::min(target.size(), head_.size() - given_);
-        std::copy_n(head_.begin() + static_cast<std::ptrdiff_t>(given_), from_head, target.begin());
-        given_ += from_head;
-        return from_head + (from_head < target.size() ? from_->read(target.subspan(from_head)) : 0);
-    }
-
-private:
-    std::unique_ptr<byte_source> from_;
-    std::vector<std::uint8_t> head_;
-    std::size_t given_ = 0;
-};
-
 /// Puts the bytes of a file where its word says.
 class placing_taker final : public data_taker {
 public:
@@ -52,13 +30,11 @@ private:
     data_taker& to_;
 };
 
-int format_of(const looked_at& source, const std::string& path)
+/// Of a pipe nobody knows the length before its end.
+std::int64_t known_length(std::span<const std::uint8_t> head)
 {
-    // Of a pipe nobody knows the length before its end.
-    const bool whole = source.head().size() < detection_head_bytes;
-    const auto length =
-        whole ? static_cast<std::int64_t>(source.head().size()) : std::numeric_limits<std::int64_t>::max();
-    return detect_format({source.head(), length}, path).index;
+    return head.size() < detection_head_bytes ? static_cast<std::int64_t>(head.size())
+                                              : std::numeric_limits<std::int64_t>::max();
 }
 
 std::int64_t length_of(const std::string& path) { return input_file{path}.length(); }
@@ -76,10 +52,10 @@ image_file read_file(const input_word& word, std::optional<int> format, data_tak
         from = std::make_unique<file_source>(word.path);
         length = length_of(word.path);
     }
-    looked_at source{std::make_unique<read_ahead>(std::move(from))};
-    const int index = format   ? *format
-                      : length ? detect_format({source.head(), *length}, word.path).index
-                               : format_of(source, "");
+    read_ahead source{std::move(from)};
+    const auto head = source.head(detection_head_bytes);
+    const file_start start{head, length.value_or(known_length(head))};
+    const int index = format ? *format : detect_format(start, length ? word.path : "").index;
     made.format = formats()[static_cast<std::size_t>(index)].name;
     placing_taker placed{word, into};
     made.found = verifier_of(made.format)(source, made.name, placed);

@@ -108,7 +108,7 @@ std::size_t read_ahead::read(std::span<std::uint8_t> target)
 {
     std::size_t done = 0;
     while (done < target.size()) {
-        if (given_ == current_.size() && (at_end_ || !next())) break;
+        if (!has_more()) break;
         const std::size_t count = std::min(target.size() - done, current_.size() - given_);
         std::copy_n(current_.begin() + static_cast<std::ptrdiff_t>(given_), count,
                     target.begin() + static_cast<std::ptrdiff_t>(done));
@@ -116,6 +116,18 @@ std::size_t read_ahead::read(std::span<std::uint8_t> target)
         done += count;
     }
     return done;
+}
+
+std::span<const std::uint8_t> read_ahead::lend(std::span<std::uint8_t>)
+{
+    if (!has_more()) return {};
+    return std::span{current_}.subspan(std::exchange(given_, current_.size()));
+}
+
+std::span<const std::uint8_t> read_ahead::head(std::size_t most)
+{
+    if (!has_more()) return {};
+    return std::span{current_}.first(std::min(most, current_.size()));
 }
 
 write_later::~write_later()

@@ -51,9 +51,16 @@ public:
     explicit read_ahead(std::unique_ptr<byte_source> from) : from_{std::move(from)} {}
     ~read_ahead() override;
     std::size_t read(std::span<std::uint8_t> target) override;
+    /// Whole blocks; `room` is not used.
+    std::span<const std::uint8_t> lend(std::span<std::uint8_t> room) override;
+    /// What the source begins with, at most `most` bytes, which may be a block of 1 MiB. To be called before all
+    /// others, which begin there, too.
+    std::span<const std::uint8_t> head(std::size_t most);
 
 private:
     bool next();
+    /// False at the end.
+    bool has_more() { return given_ < current_.size() || (!at_end_ && next()); }
 
     std::unique_ptr<byte_source> from_;
     block_queue queue_;

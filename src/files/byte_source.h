@@ -17,6 +17,9 @@ public:
     /// The next bytes, at most as many as `target` takes; none only where the source ends. Files, memory and standard
     /// input give fewer only there. Throws file_error.
     virtual std::size_t read(std::span<std::uint8_t> target) = 0;
+    /// The next bytes where the source has them, or in `room`, until the next call of this source: one at least, none
+    /// only where the source ends. Throws file_error.
+    virtual std::span<const std::uint8_t> lend(std::span<std::uint8_t> room) { return room.first(read(room)); }
 };
 
 class file_source final : public byte_source {

@@ -8,13 +8,13 @@ namespace tamrix {
 /// Nothing in such a file can be wrong but that there is none of it.
 verification verify_binary(byte_source& from, const std::string& name, data_taker& data)
 {
-    constexpr std::size_t block_bytes = 0x40000;
+    constexpr std::size_t room_bytes = 0x40000;
     findings found{name, data};
-    std::vector<std::uint8_t> block(block_bytes);
+    std::vector<std::uint8_t> room(room_bytes);
     std::uint64_t at = 0;
-    while (const std::size_t count = from.read(block)) {
-        found.take(at_offset(at), at, std::span{block}.first(count));
-        at += count;
+    for (auto block = from.lend(room); !block.empty(); block = from.lend(room)) {
+        found.take(at_offset(at), at, block);
+        at += block.size();
     }
     return found.result();
 }

@@ -1,7 +1,7 @@
 #include "verify/record_lines.h"
 
 #include <algorithm>
-#include <cstring>
+#include <cstddef>
 
 namespace tamrix {
 
@@ -16,46 +16,55 @@ bool ends_line(std::uint8_t character)
 
 }  // namespace
 
-/// After it there is a whole piece, with both characters of a line's end, unless the source has ended.
+/// After it there is enough for a whole piece, unless the source has ended.
 void record_lines::fill()
 {
-    if (source_ended_ || end_ - at_ >= longest_piece + 2) return;
-    std::memmove(block_.data(), block_.data() + at_, end_ - at_);
-    end_ -= at_;
-    at_ = 0;
-    while (end_ < block_.size()) {
-        const std::size_t count = from_.read(std::span{block_}.subspan(end_));
-        source_ended_ = count == 0;
-        if (source_ended_) return;
-        end_ += count;
+    while (rest_.size() < enough && !source_ended_) {
+        if (in_both_ != 0 && rest_.size() <= in_both_) {
+            rest_ = block_.subspan(in_both_ - rest_.size());
+            in_both_ = 0;
+        } else {
+            join_next_block();
+        }
     }
+}
+
+/// A line may begin in one block and end in the next; only there are bytes copied.
+void record_lines::join_next_block()
+{
+    const std::size_t left = rest_.size();
+    if (rest_.data() != seam_.data()) std::ranges::copy(rest_, seam_.begin());
+    block_ = from_.lend(room_);
+    source_ended_ = block_.empty();
+    in_both_ = std::min(block_.size(), enough);
+    std::ranges::copy(block_.first(in_both_), seam_.begin() + static_cast<std::ptrdiff_t>(left));
+    rest_ = std::span{seam_}.first(left + in_both_);
 }
 
 std::span<const std::uint8_t> record_lines::ahead()
 {
     if (inside_ || ended_) return {};
     fill();
-    return std::span<const std::uint8_t>{block_}.subspan(at_, end_ - at_);
+    return rest_;
 }
 
 bool record_lines::next()
 {
     if (ended_) return false;
     fill();
-    if (at_ == end_) return false;
-    const std::uint8_t* const begin = block_.data() + at_;
-    const std::uint8_t* const limit = begin + std::min(end_ - at_, longest_piece);
+    if (rest_.empty()) return false;
+    const std::uint8_t* const begin = rest_.data();
+    const std::uint8_t* const limit = begin + std::min(rest_.size(), longest_piece);
     const std::uint8_t* const end = std::find_if(begin, limit, ends_line);
     text_ = {reinterpret_cast<const char*>(begin), static_cast<std::size_t>(end - begin)};
-    at_ += text_.size();
+    rest_ = rest_.subspan(text_.size());
     begins_ = !inside_;
-    inside_ = end == limit && at_ != end_;
+    inside_ = end == limit && !rest_.empty();
     ended_ = end != limit && *end == control_z;
     if (ended_ && begins_ && text_.empty()) return false;
     if (begins_) ++number_;
     if (end == limit || ended_) return true;
-    ++at_;
-    if (*end == '\r' && at_ != end_ && block_[at_] == '\n') ++at_;
+    rest_ = rest_.subspan(*end == '\r' && rest_.size() > 1 && rest_[1] == '\n' ? 2 : 1);
     return true;
 }
 

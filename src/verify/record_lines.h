@@ -18,7 +18,7 @@ public:
     static constexpr std::size_t longest_piece = 0xC000;
 
     /// `from` has to outlive it.
-    explicit record_lines(byte_source& from) : from_{from}, block_(block_bytes) {}
+    explicit record_lines(byte_source& from) : from_{from}, room_(room_bytes), seam_(2 * enough) {}
 
     /// Goes to the next line, or to the next piece of a long one. False at the end of the text. Throws file_error.
     bool next();
@@ -37,18 +37,23 @@ public:
     /// The first `bytes` of ahead() are taken: `lines` whole lines.
     void pass(std::size_t bytes, std::uint64_t lines)
     {
-        at_ += bytes;
+        rest_ = rest_.subspan(bytes);
         number_ += lines;
     }
 
 private:
-    static constexpr std::size_t block_bytes = 0x40000;
+    static constexpr std::size_t room_bytes = 0x40000;
+    static constexpr std::size_t enough = longest_piece + 2;  // with both characters of a line's end
 
     void fill();
+    void join_next_block();
 
     byte_source& from_;
-    std::vector<std::uint8_t> block_;
-    std::size_t at_ = 0, end_ = 0;  // what is not read, in block_
+    std::vector<std::uint8_t> room_;       // for a source that has its bytes nowhere
+    std::vector<std::uint8_t> seam_;       // the end of one block and the begin of the next
+    std::span<const std::uint8_t> rest_;   // what is not read, in block_ or in seam_
+    std::span<const std::uint8_t> block_;  // as it was lent
+    std::size_t in_both_ = 0;  // of the bytes that block_ begins with, how many end seam_; 0 if rest_ is in block_
     bool source_ended_ = false;
     bool ended_ = false;   // by a control-Z
     bool inside_ = false;  // a line that goes on after text_

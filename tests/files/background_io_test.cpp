@@ -71,6 +71,22 @@ TEST(read_ahead, gives_the_same_bytes_in_pieces_of_any_length)
     }
 }
 
+TEST(read_ahead, lends_the_rest_of_what_was_looked_at_and_read)
+{
+    for (const std::size_t size : sizes) {
+        const bytes all = numbered(size);
+        read_ahead source{std::make_unique<memory_source>(all)};
+        const auto head = source.head(1000);
+        EXPECT_TRUE(std::ranges::equal(head, std::span{all}.first(std::min<std::size_t>(size, 1000)))) << size;
+        bytes found(std::min<std::size_t>(size, 11));
+        EXPECT_EQ(source.read(found), found.size());
+        for (auto lent = source.lend({}); !lent.empty(); lent = source.lend({}))
+            found.insert(found.end(), lent.begin(), lent.end());
+        EXPECT_TRUE(found == all) << size;
+        EXPECT_TRUE(source.lend({}).empty()) << "and the end stays one";
+    }
+}
+
 TEST(read_ahead, throws_an_error_after_the_bytes_ahead_of_it)
 {
     read_ahead source{std::make_unique<failing_source>(5 << 20)};

@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <span>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace tamrix::tests {
 
@@ -29,10 +31,19 @@ public:
         rest_ = rest_.subspan(count);
         return count;
     }
+    /// In memory that does not outlast the next call.
+    std::span<const std::uint8_t> lend(std::span<std::uint8_t>) override
+    {
+        std::vector<std::uint8_t> fresh(std::min(rest_.size(), piece_));
+        read(fresh);
+        lent_ = std::move(fresh);
+        return lent_;
+    }
 
 private:
     std::span<const std::uint8_t> rest_;
     std::size_t piece_;
+    std::vector<std::uint8_t> lent_;
 };
 
 }  // namespace tamrix::tests
