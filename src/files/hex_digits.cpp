@@ -35,23 +35,12 @@ std::size_t decode_blocks(const std::uint8_t* text, std::size_t count, std::uint
     return done;
 }
 
-__m128i as_text(__m128i nibbles)
-{
-    const __m128i letters = _mm_and_si128(_mm_cmpgt_epi8(nibbles, _mm_set1_epi8(9)), _mm_set1_epi8('A' - '9' - 1));
-    return _mm_add_epi8(_mm_add_epi8(nibbles, _mm_set1_epi8('0')), letters);
-}
-
 std::size_t encode_blocks(const std::uint8_t* bytes, std::size_t count, char* text, unsigned& sum)
 {
-    const __m128i low_nibbles = _mm_set1_epi8(0x0F);
     std::size_t done = 0;
     for (; done + 16 <= count; done += 16) {
         const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + done));
-        const __m128i high = as_text(_mm_and_si128(_mm_srli_epi16(block, 4), low_nibbles));
-        const __m128i low = as_text(_mm_and_si128(block, low_nibbles));
-        auto* target = reinterpret_cast<__m128i*>(text + 2 * done);
-        _mm_storeu_si128(target, _mm_unpacklo_epi8(high, low));
-        _mm_storeu_si128(target + 1, _mm_unpackhi_epi8(high, low));
+        encode_sixteen(block, text + 2 * done);
         sum += byte_sum(block);
     }
     return done;

@@ -31,6 +31,23 @@ inline __m128i joined(__m128i digit_values)
     return _mm_or_si128(high, _mm_srli_epi16(digit_values, 8));
 }
 
+inline __m128i as_text(__m128i nibbles)
+{
+    const __m128i letters = _mm_and_si128(_mm_cmpgt_epi8(nibbles, _mm_set1_epi8(9)), _mm_set1_epi8('A' - '9' - 1));
+    return _mm_add_epi8(_mm_add_epi8(nibbles, _mm_set1_epi8('0')), letters);
+}
+
+/// Writes 32 upper-case digits.
+inline void encode_sixteen(__m128i bytes, char* text)
+{
+    const __m128i low_nibbles = _mm_set1_epi8(0x0F);
+    const __m128i high = as_text(_mm_and_si128(_mm_srli_epi16(bytes, 4), low_nibbles));
+    const __m128i low = as_text(_mm_and_si128(bytes, low_nibbles));
+    auto* const target = reinterpret_cast<__m128i*>(text);
+    _mm_storeu_si128(target, _mm_unpacklo_epi8(high, low));
+    _mm_storeu_si128(target + 1, _mm_unpackhi_epi8(high, low));
+}
+
 inline unsigned byte_sum(__m128i bytes)
 {
     const __m128i sums = _mm_sad_epu8(bytes, _mm_setzero_si128());

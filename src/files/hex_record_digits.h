@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <span>
 
 namespace tamrix::hex_digits {
 
@@ -81,6 +82,28 @@ bool decode_record(const std::uint8_t* text, std::size_t length, std::uint8_t* t
     std::memcpy(target, all.data() + head_bytes, length);
     return true;
 #endif
+}
+
+/// Characters that encode_record() may write after the record.
+inline constexpr std::size_t room_after_digits = 32;
+
+/// Writes the digits of the low `head_bytes` (1 to 8) of `head`, its lowest byte first and 0 above them, of the data
+/// and of the checksum, with which the low byte of the sum of all is `good_sum`. Returns their end.
+template <std::size_t head_bytes>
+char* encode_record(std::uint64_t head, std::span<const std::uint8_t> data, unsigned good_sum, char* text)
+{
+    unsigned sum = 0;
+#if defined(__SSE2__)
+    const __m128i head_block = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(&head));
+    detail::encode_sixteen(head_block, text);
+    sum = detail::byte_sum(head_block);
+#else
+    std::array<std::uint8_t, 8> bytes;
+    std::memcpy(bytes.data(), &head, sizeof head);
+    encode(bytes.data(), head_bytes, text, sum);
+#endif
+    char* const end = encode(data.data(), data.size(), text + 2 * head_bytes, sum);
+    return encode_number(good_sum - sum, 2, end);
 }
 
 }  // namespace tamrix::hex_digits

@@ -3,6 +3,7 @@
 
 #include "files/file_io.h"
 #include "files/hex_digits.h"
+#include "files/hex_record_digits.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -51,6 +52,15 @@ public:
         const auto low = static_cast<std::uint8_t>(value);
         unsigned none = 0;
         hex_digits::encode(&low, 1, grow(2), none);
+    }
+    /// A line: `mark`, and the record that hex_digits::encode_record() makes.
+    template <std::size_t head_bytes>
+    void record(std::string_view mark, std::uint64_t head, std::span<const std::uint8_t> data, unsigned good_sum)
+    {
+        text(mark);
+        char* const begin = text_.data() + used_;
+        used_ += static_cast<std::size_t>(hex_digits::encode_record<head_bytes>(head, data, good_sum, begin) - begin);
+        end_line();
     }
     /// Ends the line, and writes what is collected when that is much.
     void end_line()

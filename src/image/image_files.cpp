@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <initializer_list>
 
 namespace tamrix {
 
@@ -76,16 +77,19 @@ void write_binary(const memory_image& image, const image_form&, byte_target& to)
 
 std::uint8_t byte_of(std::uint64_t value, int place) { return static_cast<std::uint8_t>(value >> 8 * place); }
 
+/// The lowest byte first, as a record's head is wanted.
+std::uint64_t joined(std::initializer_list<std::uint64_t> bytes)
+{
+    std::uint64_t all = 0;
+    int place = 0;
+    for (const std::uint64_t byte : bytes) all |= (byte & 0xFF) << 8 * place++;
+    return all;
+}
+
 void intel_record(text_output& out, unsigned address, unsigned type, std::span<const std::uint8_t> data)
 {
-    const std::array<std::uint8_t, 4> head{static_cast<std::uint8_t>(data.size()), byte_of(address, 1),
-                                           byte_of(address, 0), static_cast<std::uint8_t>(type)};
-    unsigned sum = 0;
-    out.text(":");
-    out.bytes(head, sum);
-    out.bytes(data, sum);
-    out.byte(0 - sum);
-    out.end_line();
+    constexpr unsigned good_sum = 0;
+    out.record<4>(":", joined({data.size(), address >> 8, address, type}), data, good_sum);
 }
 
 void write_intel(const memory_image& image, const image_form& form, byte_target& to)
@@ -113,15 +117,10 @@ void write_intel(const memory_image& image, const image_form& form, byte_target&
 void motorola_record(text_output& out, std::string_view type, std::uint64_t address, std::span<const std::uint8_t> data)
 {
     constexpr std::size_t address_and_checksum = 5;
-    const std::array<std::uint8_t, 5> head{static_cast<std::uint8_t>(data.size() + address_and_checksum),
-                                           byte_of(address, 3), byte_of(address, 2), byte_of(address, 1),
-                                           byte_of(address, 0)};
-    unsigned sum = 0;
-    out.text(type);
-    out.bytes(head, sum);
-    out.bytes(data, sum);
-    out.byte(~sum);
-    out.end_line();
+    constexpr unsigned good_sum = 0xFF;
+    const std::uint64_t head =
+        joined({data.size() + address_and_checksum, address >> 24, address >> 16, address >> 8, address});
+    out.record<5>(type, head, data, good_sum);
 }
 
 void write_motorola(const memory_image& image, const image_form& form, byte_target& to)

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstring>
 
 namespace tamrix::tests {
 namespace {
@@ -72,6 +73,34 @@ TEST(hex_record_digits, every_character_at_every_place_is_a_digit_or_is_refused)
             }
         }
     }
+}
+
+template <std::size_t head_bytes>
+void expect_every_length_encodes()
+{
+    for (std::size_t length = 0; length <= 255; ++length) {
+        const bytes_of_record record = random_bytes(head_bytes + length, static_cast<unsigned>(length));
+        std::uint64_t head = 0;
+        std::memcpy(&head, record.data(), head_bytes);
+        const std::string expected = digits_of(record);
+        for (const unsigned good_sum : {0u, 0xFFu}) {
+            std::string text(2 * (record.size() + 1) + hex_digits::room_after_digits, '\0');
+            const char* const end = hex_digits::encode_record<head_bytes>(head, std::span{record}.subspan(head_bytes),
+                                                                          good_sum, text.data());
+            ASSERT_EQ(end - text.data(), 2 * (record.size() + 1)) << length;
+            ASSERT_TRUE(expected.starts_with(text.substr(0, 2 * record.size()))) << length;
+            const decoded_record read = decode_record<head_bytes>(text, length);
+            ASSERT_TRUE(read.good);
+            ASSERT_EQ(read.sum & 0xFF, good_sum) << length;
+        }
+    }
+}
+
+TEST(hex_record_digits, records_of_every_length_encode_with_their_checksum)
+{
+    expect_every_length_encodes<3>();
+    expect_every_length_encodes<4>();
+    expect_every_length_encodes<5>();
 }
 
 }  // namespace
