@@ -19,20 +19,6 @@ inline constexpr std::size_t room_after_record = 32, room_after_data = 16;
 
 namespace detail {
 
-/// The bytes of 32 digits, or of the first 16 where that is enough for `count`. The digits of the first `count` bytes,
-/// 1 to 16, have to be good.
-inline bool decode_some(const std::uint8_t* text, std::size_t count, __m128i& bytes_out)
-{
-    __m128i bad_first, bad_second = _mm_setzero_si128(), second = bad_second;
-    const __m128i first = sixteen_values(text, bad_first);
-    if (count > 8) second = sixteen_values(text + 16, bad_second);
-    bytes_out = _mm_packus_epi16(joined(first), joined(second));
-    const unsigned bad = static_cast<unsigned>(_mm_movemask_epi8(bad_first)) |
-                         static_cast<unsigned>(_mm_movemask_epi8(bad_second)) << 16;
-    const unsigned unused = count < 16 ? ~0u << 2 * count : 0;
-    return (bad & ~unused) == 0;
-}
-
 inline constexpr auto byte_masks = [] {
     std::array<std::uint8_t, 32> table{};
     for (std::size_t i = 0; i < 16; ++i) table[i] = 0xFF;
@@ -45,32 +31,47 @@ inline __m128i first_bytes(__m128i bytes, std::size_t count)
     return _mm_and_si128(bytes, _mm_loadu_si128(mask));
 }
 
+/// The bytes of 32 digits, or of the first 16 where that is enough for `count`, which is at least 1. Only the first
+/// `count` of them have to be good; they are added to `sums`.
+inline bool decode_some(const std::uint8_t* text, std::size_t count, __m128i& bytes_out, __m128i& sums)
+{
+    __m128i bad_first, bad_second = _mm_setzero_si128(), second = bad_second;
+    const __m128i first = sixteen_values(text, bad_first);
+    if (count > 8) second = sixteen_values(text + 16, bad_second);
+    bytes_out = _mm_packus_epi16(joined(first), joined(second));
+    if (count >= 16) {
+        sums = _mm_add_epi32(sums, _mm_sad_epu8(bytes_out, _mm_setzero_si128()));
+        return _mm_movemask_epi8(_mm_or_si128(bad_first, bad_second)) == 0;
+    }
+    sums = _mm_add_epi32(sums, _mm_sad_epu8(first_bytes(bytes_out, count), _mm_setzero_si128()));
+    const unsigned bad = static_cast<unsigned>(_mm_movemask_epi8(bad_first)) |
+                         static_cast<unsigned>(_mm_movemask_epi8(bad_second)) << 16;
+    return (bad & ((1u << 2 * count) - 1)) == 0;
+}
+
 }  // namespace detail
 
 #endif
 
 /// Decodes `head_bytes` (1 to 8), `length` bytes of data and a checksum. The data go to `target`, the head to
 /// `head_out` with its first byte lowest, and the sum of all to `sum_out`. False at a character that is no digit.
+/// Always in line: in a loop over records the constants then stay in registers.
 template <std::size_t head_bytes>
-bool decode_record(const std::uint8_t* text, std::size_t length, std::uint8_t* target, std::uint64_t& head_out,
-                   unsigned& sum_out)
+[[gnu::always_inline]] inline bool decode_record(const std::uint8_t* text, std::size_t length, std::uint8_t* target,
+                                                 std::uint64_t& head_out, unsigned& sum_out)
 {
     std::size_t left = head_bytes + length + 1;
 #if defined(__SSE2__)
-    __m128i bytes;
-    std::size_t now = left < 16 ? left : 16;
-    if (!detail::decode_some(text, now, bytes)) return false;
+    __m128i bytes, sums = _mm_setzero_si128();
+    if (!detail::decode_some(text, left, bytes, sums)) return false;
     _mm_storel_epi64(reinterpret_cast<__m128i*>(&head_out), bytes);
     _mm_storeu_si128(reinterpret_cast<__m128i*>(target), _mm_srli_si128(bytes, head_bytes));
-    __m128i sums = _mm_sad_epu8(detail::first_bytes(bytes, now), _mm_setzero_si128());
     for (target -= head_bytes; left > 16;) {
         left -= 16;
         text += 32;
         target += 16;
-        now = left < 16 ? left : 16;
-        if (!detail::decode_some(text, now, bytes)) return false;
+        if (!detail::decode_some(text, left, bytes, sums)) return false;
         _mm_storeu_si128(reinterpret_cast<__m128i*>(target), bytes);
-        sums = _mm_add_epi32(sums, _mm_sad_epu8(detail::first_bytes(bytes, now), _mm_setzero_si128()));
     }
     sum_out = static_cast<unsigned>(_mm_cvtsi128_si32(sums) + _mm_extract_epi16(sums, 4));
     return true;
