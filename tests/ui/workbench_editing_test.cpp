@@ -15,6 +15,7 @@ protected:
     {
         return program{"tamrix-workbench", std::move(arguments), settings()};
     }
+    fs::path unsaved() const { return folder / ".local" / "share" / "tamrix" / "unsaved"; }
     bool holds(const std::string& first) const
     {
         return comes_true_within_ten_seconds([&] { return buffer(first.size()) == first; });
@@ -209,4 +210,34 @@ TEST_F(workbench_edits, what_is_found_and_replaced)
     answer(workbench, "^Replace$", "Escape");
     EXPECT_THAT(log_of(workbench), HasSubstr("ff ff -> 1234: 4088 places replaced"));
     discard_and_quit(workbench);
+}
+
+TEST_F(workbench_edits, and_offers_what_a_crash_left_at_the_next_start)
+{
+    {
+        program workbench = start({"--device", "27C64", file("demo.hex")});
+        load_demo(workbench);
+        workbench.type("5566");
+        EXPECT_TRUE(holds("\x55\x66\x02"));
+        EXPECT_TRUE(comes_true_within_ten_seconds([&] { return fs::exists(unsaved()) && !fs::is_empty(unsaved()); }));
+    }  // killed here
+    {
+        program workbench = start({"--device", "24C02"});
+        answer(workbench, "^Unsaved Work$", "alt+l");
+        workbench.focus("^tamrix workbench");
+        quit(workbench);
+    }
+    {
+        program workbench = start({"--device", "24C02"});
+        answer(workbench, "^Unsaved Work$", "alt+r");
+        workbench.focus("^.demo.hex.*tamrix workbench");
+        EXPECT_TRUE(holds("\x55\x66\x02"));
+        EXPECT_EQ(buffer(1 << 20).size(), 0x2000u + 2200);
+        EXPECT_THAT(log_of(workbench), HasSubstr("Restored: " + file("demo.hex") + ", device 27C64, as it was on 20"));
+        discard_and_quit(workbench);
+    }
+    EXPECT_TRUE(fs::is_empty(unsaved()));
+    program workbench = start();
+    workbench.focus("^tamrix workbench");
+    quit(workbench);
 }
