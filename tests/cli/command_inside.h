@@ -5,6 +5,7 @@
 
 namespace tamrix::tests {
 
-command_result command_inside(const std::vector<std::string>& arguments);
+/// In this working folder; empty: that of the test. Checks that nothing is left in shared memory.
+command_result command_inside(const std::vector<std::string>& arguments, const std::string& folder = {});
 
 }  // namespace tamrix::tests

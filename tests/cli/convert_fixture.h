@@ -1,12 +1,13 @@
 // A folder with files, and `tamrix convert` run in it.
 #pragma once
 
-#include "cli/run_command.h"
+#include "cli/command_inside.h"
 #include "support/temp_files.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -14,10 +15,12 @@ namespace tamrix::tests {
 
 class convert_test : public testing::Test {
 protected:
+    /// Inside the test, unless the data go through a standard stream.
     command_result convert(std::vector<std::string> arguments)
     {
         arguments.insert(arguments.begin(), "convert");
-        return tamrix_command(arguments, {.folder = folder.path("")});
+        if (std::ranges::count(arguments, "-") > 0) return tamrix_command(arguments, {.folder = folder.path("")});
+        return command_inside(arguments, folder.path(""));
     }
 
     /// The content of OUT after a conversion that must succeed without a word on standard error.

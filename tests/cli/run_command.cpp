@@ -68,6 +68,8 @@ void catch_streams(const stream& out, const stream& err, command_result& result)
     }
 }
 
+}  // namespace
+
 std::vector<std::string> objects_of(pid_t process)
 {
     std::vector<std::string> names;
@@ -78,8 +80,6 @@ std::vector<std::string> objects_of(pid_t process)
     }
     return names;
 }
-
-}  // namespace
 
 command_result run_program(const std::vector<std::string>& words, const command_setting& setting)
 {

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include <sys/types.h>
+
 namespace tamrix::tests {
 
 struct command_result {
@@ -21,6 +23,9 @@ struct command_setting {
     std::string standard_error{};            // the same
     std::string standard_input{};            // what it reads there before the end; what a pipe holds, at most
 };
+
+/// What carries a process's number in shared memory.
+std::vector<std::string> objects_of(pid_t process);
 
 command_result run_program(const std::vector<std::string>& words, const command_setting& setting = {});
 
