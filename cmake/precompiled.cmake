@@ -1,6 +1,6 @@
 # Headers that most files include are parsed once for all targets of a kind. It is for speed only: every file includes what
-# it uses itself, and the preset `windows`, which leaves this off, proves it for all but the programs.
-option(TAMRIX_PRECOMPILED "Parse the headers that most files include once" ON)
+# it uses itself. The preset `windows`, which leaves this off for all but tests, proves it for src and sim.
+option(TAMRIX_PRECOMPILED "Parse the headers that most files of libraries and programs include once" ON)
 
 set(standard_headers <algorithm> <array> <cstdint> <filesystem> <functional> <map> <memory> <optional> <span> <stdexcept> <string>
     <string_view> <utility> <vector>)
@@ -16,7 +16,7 @@ endfunction()
 
 # tamrix_precompiled(TARGET KIND): the target uses them.
 function(tamrix_precompiled target kind)
-    if(TAMRIX_PRECOMPILED)
+    if(TAMRIX_PRECOMPILED OR kind STREQUAL "tests")
         target_precompile_headers(${target} REUSE_FROM tamrix_precompiled_${kind})
     endif()
 endfunction()
