@@ -52,14 +52,14 @@ run_sanitized() {
 }
 
 # Only the simulated programmer has threads, its clock on the wall, by which bulk reads arrive, and the reading and writing
-# of long files. The chips, whose tests are long, have none.
+# of long files.
 run_threads() {
     build threads tests_files tests_programmer tests_channel tests_sim tests_instruments tamrix_sim_programmer
     build/threads/bin/tests_files --gtest_filter='read_ahead*:write_later*'
     build/threads/bin/tests_programmer
     build/threads/bin/tests_channel
     build/threads/bin/tests_instruments --gtest_filter='*wall_clock*'
-    build/threads/bin/tests_sim --gtest_filter='-counter*:library.*:chip_language.*:arithmetic.*:vectors.*:chips_command.*'
+    build/threads/bin/tests_sim
 }
 
 # objects_of PRESET FOLDER: what is compiled in that folder of the build, a path a line.
