@@ -68,17 +68,20 @@ objects_of() { ninja -C "build/$1" -t targets all | sed -n "s|^\(${2-}.*\.o\): C
 # Two types of one name make a program without defined behaviour, and an ordinary link does not notice. One with
 # link-time optimisation compares them; here it only merges, the objects of all programs, libraries and tests at once: a
 # program takes out of a static library no more than it needs, and what meets in none today may meet tomorrow. The release
-# is compiled for that anyway, the tests once more.
+# is compiled for that anyway. The tests get the data for it beside their code, from now on: a run of the tests finds them
+# compiled.
 run_odr() {
     local tests objects
     build release
-    build odr build.ninja # knows new files from then on
-    mapfile -t tests < <(objects_of odr tests/)
-    build odr "${tests[@]#build/odr/}"
+    grep -qs '^TAMRIX_COMPARED_TESTS:BOOL=ON' build/dev/CMakeCache.txt ||
+        cmake -S . --preset dev -DTAMRIX_COMPARED_TESTS=ON >&2
+    build dev build.ninja # knows new files from then on
+    mapfile -t tests < <(objects_of dev tests/)
+    build dev "${tests[@]#build/dev/}"
     mapfile -t objects < <(objects_of release)
     objects+=("${tests[@]}")
     g++ -r -flto=auto -flinker-output=rel -Werror=odr -Werror=lto-type-mismatch -Wl,-z,muldefs "${objects[@]}" \
-        -o build/odr/everything.o
+        -o build/dev/everything.o
     say "The files of ${#objects[@]} objects take each name for the same thing."
 }
 
