@@ -110,7 +110,7 @@ run_windows() {
 }
 
 run_bench() {
-    build release tamrix_cli bench_loads bench_logic bench_instruments
+    build release tamrix_cli bench_loads bench_logic bench_instruments bench_editing
     exec bench/side_by_side.sh build/release
 }
 

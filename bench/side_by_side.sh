@@ -2,7 +2,8 @@
 # Measures the command side by side with other tools, in turns in one run, and writes docs/performance.md.
 set -euo pipefail
 
-if (($# != 1)) || [[ ! -x $1/bin/tamrix || ! -x $1/bin/bench_loads || ! -x $1/bin/bench_logic || ! -x $1/bin/bench_instruments ]]; then
+if (($# != 1)) || [[ ! -x $1/bin/tamrix || ! -x $1/bin/bench_loads || ! -x $1/bin/bench_logic || ! -x $1/bin/bench_instruments ||
+    ! -x $1/bin/bench_editing ]]; then
     echo "usage: bench/side_by_side.sh BUILD_FOLDER (of a build of everything, best the release)" >&2
     exit 2
 fi
@@ -100,6 +101,7 @@ for ((round = 1; round <= rounds; ++round)); do
     "$bin/bench_loads" in.bin in.hex in.s19 million.jed "$folder/" >>times
     "$bin/bench_logic" "$folder/" >>times
     "$bin/bench_instruments" >>times
+    GDK_BACKEND=x11 xvfb-run -a -s '-screen 0 1280x1024x24' "$bin/bench_editing" >>times
     python3 -B "$here/slow_screens.py" >>times
     same_number thousand_screens_lines slow_screens_lines
     rm -f tmpbuf.bin copy.bin
@@ -225,6 +227,16 @@ $(row 'load into a buffer in use, clear option 0xFF' load_used_ff copy)
 | \`srec_cat --version\` | $(per_start start_srec_cat) ms |
 | size of the command | $(($(stat -c %s "$bin/tamrix") / 1024)) KiB, stripped $(($(stat -c %s stripped) / 1024)) KiB |
 
+## Editing
+
+A view of 264 MiB in a window of 900 by 800 pixels, a step of a person with its repaint, 200 of each:
+
+| step | median | longest |
+| --- | ---: | ---: |
+$(for step in typing paging going_to_the_end selecting_to_the_end searching undo; do
+    echo "| ${step//_/ } | $(median "$step") ms | $(median "${step}_longest") ms |"
+done)
+
 ## Targets
 
 | target | reached | | by processor time |
@@ -244,6 +256,10 @@ $(target "Motorola S, writing: at most 0.25 of objcopy's time" write_motorola_ta
 | logic ICs, auto find: at most 2000 ms | $(ms auto_find) ms | $(met "$(median auto_find)" 2000) | |
 | analyzer, a screen at the narrowest zoom: at most 8 ms | $(median narrowest_screen) ms | $(met "$(median narrowest_screen)" 8) | |
 | analyzer, Record of 16 banks, drawn: at most 50 ms | $(median record_100_khz) ms | $(met "$(median record_100_khz)" 50) | |
+| hex view of 264 MiB, typing: at most 16 ms | $(median typing) ms | $(met "$(median typing)" 16) | |
+| hex view of 264 MiB, paging: at most 16 ms | $(median paging) ms | $(met "$(median paging)" 16) | |
+| hex view of 264 MiB, selecting to the end: at most 16 ms | $(median selecting_to_the_end) ms | $(met "$(median selecting_to_the_end)" 16) | |
+| hex view of 264 MiB, a step of a search: at most 16 ms | $(median searching) ms | $(met "$(median searching)" 16) | |
 | binary load into a buffer in use: at most 1.20 of the copy | $(ratio load_used_ff copy) | $(met "$(ratio load_used_ff copy)" 1.2) | |
 | byte path: at least 50 MB/s | $(mib_per_second bytes $size_mib) MB/s | $(met 50 "$(mib_per_second bytes $size_mib)") | |
 REPORT

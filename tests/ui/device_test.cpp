@@ -146,9 +146,12 @@ TEST_F(workbench_with_device, edits_the_test_vectors_of_a_fuse_file)
                 HasSubstr("V0001 " + row + "*\r\nV0002 HL000000NN1111111111*\r\nV0003 CNNNNNNNNNNNNNNNNNNN*\r\n"));
     EXPECT_THAT(saved("w", "^Save JEDEC as the Plug-in Writes It$", "own.jed"),
                 HasSubstr("V000001 " + row + " *\r\nV000002 HL000000NN1111111111 *\r\nV000003 CNNNNNNNNNNNNNNNNNNN *"));
-    EXPECT_THAT(log_of(workbench), EndsWith("Save JEDEC: done\n" + file("out.jed") +
-                                            ": written in the form of the standard, JESD3-C\nSave JEDEC: done\n" +
-                                            file("own.jed") + ": written in the form of the plug-in\n"));
+    const std::string log = log_of(workbench);
+    EXPECT_THAT(log,
+                HasSubstr("Save JEDEC: done\n" + file("out.jed") + ": written in the form of the standard, JESD3-C\n" +
+                          file("out.jed") + ": jedec, fuses: 2194, of which 1: 2194"));
+    EXPECT_THAT(
+        log, EndsWith("vectors: 3\nSave JEDEC: done\n" + file("own.jed") + ": written in the form of the plug-in\n"));
     workbench.focus("tamrix workbench");
     programs::quit(workbench);
     EXPECT_EQ(workbench.output(), "");
