@@ -55,7 +55,7 @@ ROOMS = {
     "sim/windows": "include/tamrix base programmer com/server sim sim/library",
     "apps/host": "include/tamrix base files image verify",
     "apps/editing": "base files image verify",
-    "apps/hexview": "apps/editing",
+    "apps/hexview": "files apps/editing",
     "apps/workbench": "include/tamrix apps/host apps/editing apps/hexview",
     "apps/cli": "base files image verify forms messages session formats transfer pld ttl/library ttl/run ttl/dialogs selftest"
                 " instruments/analyzer instruments/wave entry sim/signals sim sim/chips apps/host",

@@ -10,6 +10,7 @@ using editing::bytes_in_row;
 
 namespace {
 
+constexpr std::size_t measured_letters = 100;
 constexpr int smallest_letters = 24, smallest_rows = 4, usual_rows = 20;
 
 }  // namespace
@@ -20,9 +21,9 @@ hex_view::hex_view(wxWindow* parent)
 {
     SetBackgroundStyle(wxBG_STYLE_PAINT);
     SetFont(wxFont{wxFontInfo(GetFont().GetPointSize()).Family(wxFONTFAMILY_TELETYPE)});
-    letter_ = GetTextExtent("0").x;
+    letter_ = GetTextExtent(wxString(measured_letters, '0')).x / static_cast<double>(measured_letters);
     row_ = GetCharHeight() + FromDIP(3);
-    SetMinClientSize({smallest_letters * letter_, smallest_rows * row_});
+    SetMinClientSize({width_of(smallest_letters), smallest_rows * row_});
 
     Bind(wxEVT_PAINT, [this](wxPaintEvent&) { paint(); });
     Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
@@ -116,7 +117,7 @@ void hex_view::keep_cursor_in_sight()
     const std::size_t index = cursor_.address() % bytes_in_row;
     const bool digits = cursor_.side() == editing::column::hexadecimal;
     const int begin = digits ? hex_column(index) : character_column(index);
-    const int end = begin + (digits ? 2 : 1) * letter_ + margin;
+    const int end = begin + width_of(digits ? 2 : 1) + margin;
     const int width = GetClientSize().x;
     if (begin - margin < left_) left_ = index == 0 && digits ? 0 : begin - margin;
     if (end > left_ + width) left_ = end - width;

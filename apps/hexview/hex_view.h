@@ -4,7 +4,6 @@
 
 #include "editing/cursor.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -61,9 +60,6 @@ private:
         std::size_t address;
         editing::column side;
     };
-    /// Of the bytes in a row: where a run of them is drawn, and how.
-    enum class look { blank, plain, different };
-
     std::size_t rows() const { return (bytes_.size() + editing::bytes_in_row - 1) / editing::bytes_in_row; }
     std::size_t rows_in_sight() const;
     void keep_cursor_in_sight();
@@ -74,11 +70,21 @@ private:
     void paint_header(wxDC& dc) const;
     void paint_row(wxDC& dc, std::size_t row, int y) const;
     void paint_selection(wxDC& dc, std::size_t row, int y) const;
+    void paint_address(wxDC& dc, std::size_t row, int y) const;
     void paint_bytes(wxDC& dc, std::size_t row, int y) const;
     void paint_marks(wxDC& dc, std::size_t row, int y) const;
     void paint_cursor(wxDC& dc, int y) const;
-    int hex_column(std::size_t index) const;
-    int character_column(std::size_t index) const;
+    /// Where the letter of that number of a row begins, and how wide so many are, in pixels.
+    int place_of_letter(double letter) const { return margin + width_of(letter); }
+    int width_of(double letters) const { return static_cast<int>(letters * letter_ + 0.5); }
+    /// Which letter of a row the digits of a byte begin with, and which its character is.
+    static std::size_t hex_letter(std::size_t index);
+    static std::size_t character_letter(std::size_t index);
+    int hex_column(std::size_t index) const { return place_of_letter(static_cast<double>(hex_letter(index))); }
+    int character_column(std::size_t index) const
+    {
+        return place_of_letter(static_cast<double>(character_letter(index)));
+    }
     int whole_width() const { return character_column(editing::bytes_in_row) + margin; }
 
     void on_scroll(wxScrollWinEvent& event);
@@ -101,7 +107,8 @@ private:
     int wheel_rest_ = 0;
     wxTimer drag_timer_;  // scrolls on while the mouse is outside with its button down
     wxPoint drag_point_;
-    int letter_ = 0, row_ = 0;  // pixels of a character and of a row
+    double letter_ = 0;  // pixels of a character, which need not be whole ones
+    int row_ = 0;        // and of a row
 };
 
 }  // namespace tamrix::hexview

@@ -57,7 +57,7 @@ void hex_view::on_scroll(wxScrollWinEvent& event)
     const auto in_sight = across ? GetClientSize().x : static_cast<long long>(rows_in_sight());
     const long long now = across ? left_ : static_cast<long long>(top_);
     const long long end = across ? whole_width() : static_cast<long long>(rows());
-    const long long line = across ? letter_ : 1;
+    const long long line = across ? width_of(1) : 1;
     long long target = event.GetPosition();
     if (kind == wxEVT_SCROLLWIN_TOP) target = 0;
     if (kind == wxEVT_SCROLLWIN_BOTTOM) target = end;
@@ -77,7 +77,7 @@ void hex_view::on_wheel(wxMouseEvent& event)
     wheel_rest_ -= clicks * event.GetWheelDelta();
     if (event.GetWheelAxis() == wxMOUSE_WHEEL_HORIZONTAL || event.ShiftDown()) {
         const int to_right = event.GetWheelAxis() == wxMOUSE_WHEEL_HORIZONTAL ? clicks : -clicks;
-        left_ += to_right * 3 * letter_;
+        left_ += to_right * width_of(3);
         return scroll_to(top_);
     }
     const auto row = static_cast<std::ptrdiff_t>(top_) - clicks * rows_a_wheel_click;
@@ -89,10 +89,10 @@ hex_view::place hex_view::place_at(wxPoint point) const
 {
     const int x = point.x + left_;
     const int line = std::clamp(point.y / row_ - 1, 0, static_cast<int>(rows_in_sight()) - 1);
-    const column side = x >= character_column(0) - letter_ / 2 ? column::characters : column::hexadecimal;
+    const column side = x >= character_column(0) - width_of(0.5) ? column::characters : column::hexadecimal;
     std::size_t index = 0;
     while (index + 1 < bytes_in_row &&
-           x >= (side == column::characters ? character_column(index + 1) : hex_column(index + 1) - letter_ / 2)) {
+           x >= (side == column::characters ? character_column(index + 1) : hex_column(index + 1) - width_of(0.5))) {
         ++index;
     }
     return {(top_ + static_cast<std::size_t>(line)) * bytes_in_row + index, side};

@@ -1,7 +1,10 @@
 // How the view draws its rows.
+#include "files/hex_digits.h"
 #include "hexview/hex_view.h"
 
 #include <algorithm>
+#include <array>
+#include <string>
 
 #include <wx/dcbuffer.h>
 #include <wx/settings.h>
@@ -13,7 +16,7 @@ using editing::column;
 
 namespace {
 
-constexpr int address_letters = 8;
+constexpr std::size_t address_letters = 8;
 
 wxColour mix(const wxColour& one, const wxColour& other, double part_of_other)
 {
@@ -36,6 +39,11 @@ wxColour difference_ink()
 /// Bytes without content are drawn faintly.
 bool is_blank(std::uint8_t byte) { return byte == 0x00 || byte == 0xFF; }
 
+void put_digits(std::string& line, std::size_t place, std::uint8_t byte)
+{
+    hex_digits::encode_number(byte, 2, line.data() + place);
+}
+
 void fill(wxDC& dc, const wxColour& colour, const wxRect& area)
 {
     dc.SetPen(*wxTRANSPARENT_PEN);
@@ -45,16 +53,12 @@ void fill(wxDC& dc, const wxColour& colour, const wxRect& area)
 
 }  // namespace
 
-int hex_view::hex_column(std::size_t index) const
+std::size_t hex_view::hex_letter(std::size_t index)
 {
-    const int letters = address_letters + 2 + static_cast<int>(index) * 3 + (index >= bytes_in_row / 2 ? 1 : 0);
-    return margin + letters * letter_;
+    return address_letters + 2 + index * 3 + (index >= bytes_in_row / 2 ? 1 : 0);
 }
 
-int hex_view::character_column(std::size_t index) const
-{
-    return hex_column(bytes_in_row) + letter_ + static_cast<int>(index) * letter_;
-}
+std::size_t hex_view::character_letter(std::size_t index) { return hex_letter(bytes_in_row) + 1 + index; }
 
 void hex_view::paint()
 {
@@ -74,11 +78,10 @@ void hex_view::paint_header(wxDC& dc) const
     const int width = std::max(whole_width(), GetClientSize().x);
     fill(dc, mix(paper(), ink(), 0.06), {0, 0, width, row_});
     dc.SetTextForeground(pale_ink());
-    dc.DrawText("Address", margin, FromDIP(1));
-    for (std::size_t i = 0; i < bytes_in_row; ++i) {
-        dc.DrawText(wxString::Format("%02X", static_cast<unsigned>(i)), hex_column(i), FromDIP(1));
-    }
-    dc.DrawText("Characters", character_column(0), FromDIP(1));
+    std::string line(character_letter(0), ' ');
+    line.replace(0, 7, "Address");
+    for (std::size_t i = 0; i < bytes_in_row; ++i) put_digits(line, hex_letter(i), static_cast<std::uint8_t>(i));
+    dc.DrawText(line + "Characters", margin, FromDIP(1));
 }
 
 void hex_view::paint_row(wxDC& dc, std::size_t row, int y) const
@@ -87,8 +90,7 @@ void hex_view::paint_row(wxDC& dc, std::size_t row, int y) const
     const int width = std::max(whole_width(), GetClientSize().x);
     if (cursor_here) fill(dc, mix(paper(), accent(), 0.10), {0, y, width, row_});
     paint_selection(dc, row, y);
-    dc.SetTextForeground(cursor_here ? ink() : pale_ink());
-    dc.DrawText(wxString::Format("%08X", static_cast<unsigned>(row * bytes_in_row)), margin, y + FromDIP(1));
+    paint_address(dc, row, y);
     paint_bytes(dc, row, y);
     paint_marks(dc, row, y);
     if (cursor_here) paint_cursor(dc, y);
@@ -108,34 +110,41 @@ void hex_view::paint_selection(wxDC& dc, std::size_t row, int y) const
         fill(dc, mix(paper(), accent(), part), {left, y, right - left, row_});
     };
     const std::size_t from = begin - first, to = end - 1 - first;
-    area(hex_column(from) - letter_ / 2, hex_column(to) + 2 * letter_ + letter_ / 2, column::hexadecimal);
-    area(character_column(from), character_column(to) + letter_, column::characters);
+    area(hex_column(from) - width_of(0.5), hex_column(to) + width_of(2.5), column::hexadecimal);
+    area(character_column(from), character_column(to) + width_of(1), column::characters);
 }
 
-/// Neighbours of one colour are drawn at once: single letters would take several times as long.
+void hex_view::paint_address(wxDC& dc, std::size_t row, int y) const
+{
+    std::string address(address_letters, '0');
+    hex_digits::encode_number(row * bytes_in_row, static_cast<int>(address_letters), address.data());
+    dc.SetTextForeground(cursor_.address() / bytes_in_row == row ? ink() : pale_ink());
+    dc.DrawText(address, margin, y + FromDIP(1));
+}
+
+/// All bytes of one colour are drawn as one line with blanks between them: to draw them one by one takes ten times as
+/// long.
 void hex_view::paint_bytes(wxDC& dc, std::size_t row, int y) const
 {
     const std::size_t first = row * bytes_in_row;
     const std::size_t count = std::min(bytes_in_row, bytes_.size() - first);
     const row_bits there = present ? present(first) : row_bits{0xFFFF};
     const row_bits others = different ? different(first) : row_bits{0};
-    const auto look_of = [&](std::size_t i) {
-        if ((others >> i & 1) != 0) return look::different;
-        return is_blank(bytes_[first + i]) ? look::blank : look::plain;
-    };
-    for (std::size_t i = 0; i < count;) {
-        const look now = look_of(i);
-        const std::size_t begin = i;
-        wxString digits, letters;
-        for (; i < count && look_of(i) == now && (i == begin || i != bytes_in_row / 2); ++i) {
-            const std::uint8_t byte = bytes_[first + i];
-            const bool here = (there >> i & 1) != 0;
-            digits += here ? wxString::Format("%02X ", static_cast<unsigned>(byte)) : wxString{"   "};
-            letters += !here ? ' ' : editing::is_printable(byte) ? static_cast<char>(byte) : '.';
-        }
-        dc.SetTextForeground(now == look::different ? difference_ink() : now == look::blank ? pale_ink() : ink());
-        dc.DrawText(digits, hex_column(begin), y + FromDIP(1));
-        dc.DrawText(letters, character_column(begin), y + FromDIP(1));
+    enum look { blank, plain, differs, looks };
+    std::array<std::string, looks> lines;
+    for (std::size_t i = 0; i < count; ++i) {
+        if ((there >> i & 1) == 0) continue;
+        const std::uint8_t byte = bytes_[first + i];
+        std::string& line = lines[(others >> i & 1) != 0 ? differs : is_blank(byte) ? blank : plain];
+        if (line.empty()) line.assign(character_letter(bytes_in_row), ' ');
+        put_digits(line, hex_letter(i), byte);
+        line[character_letter(i)] = editing::is_printable(byte) ? static_cast<char>(byte) : '.';
+    }
+    const std::array<wxColour, looks> colours{pale_ink(), ink(), difference_ink()};
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        if (lines[i].empty()) continue;
+        dc.SetTextForeground(colours[i]);
+        dc.DrawText(lines[i], margin, y + FromDIP(1));
     }
 }
 
@@ -146,8 +155,8 @@ void hex_view::paint_marks(wxDC& dc, std::size_t row, int y) const
     const int thick = FromDIP(3), top = y + row_ - thick;
     for (std::size_t i = 0; i < bytes_in_row; ++i) {
         if ((bits >> i & 1) == 0) continue;
-        fill(dc, difference_ink(), {hex_column(i), top, 2 * letter_, thick});
-        fill(dc, difference_ink(), {character_column(i), top, letter_, thick});
+        fill(dc, difference_ink(), {hex_column(i), top, width_of(2), thick});
+        fill(dc, difference_ink(), {character_column(i), top, width_of(1), thick});
     }
 }
 
@@ -162,11 +171,11 @@ void hex_view::paint_cursor(wxDC& dc, int y) const
         dc.SetBrush(*wxTRANSPARENT_BRUSH);
         dc.DrawRectangle(x, y, width, row_);
     };
-    frame(hex_column(index) - FromDIP(3), 2 * letter_ + FromDIP(6), digits);
-    frame(character_column(index) - 1, letter_ + 2, !digits);
+    frame(hex_column(index) - FromDIP(3), width_of(2) + FromDIP(6), digits);
+    frame(character_column(index) - 1, width_of(1) + 2, !digits);
     if (!cursor_.in_second_digit()) return;
     const int line = y + row_ - FromDIP(4);
-    dc.DrawLine(hex_column(index) + letter_, line, hex_column(index) + 2 * letter_, line);
+    dc.DrawLine(hex_column(index) + width_of(1), line, hex_column(index) + width_of(2), line);
 }
 
 }  // namespace tamrix::hexview

@@ -38,7 +38,7 @@ public:
             auto* window = new tamrix::workbench::main_frame{options_};
             window->Show();
             window->Raise();
-            if (!options_.files.empty()) window->CallAfter([this, window] { window->load_one_of(options_.files); });
+            window->CallAfter([this, window] { window->begin(options_.files); });
             return true;
         } catch (const std::exception& error) {
             std::fprintf(stderr, "tamrix-workbench: %s\n", error.what());

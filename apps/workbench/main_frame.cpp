@@ -156,10 +156,10 @@ void main_frame::build_editor()
     document_.on_state = [this] { show_state(); };
 }
 
-void main_frame::begin(const std::string& file)
+void main_frame::begin(const std::vector<std::string>& files)
 {
     attempt("Unsaved work cannot be restored", [&] { keeper_->offer(); });
-    if (!file.empty()) load_file(file);
+    if (!files.empty()) load_one_of(files);
 }
 
 /// For the document: the buffer before it is gone from here on.

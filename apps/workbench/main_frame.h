@@ -41,8 +41,8 @@ public:
     explicit main_frame(const start_options& options);
     ~main_frame() override;
 
-    /// What is done first: offers what a crash left, and loads the file of the command line.
-    void begin(const std::string& file);
+    /// What is done first: offers what a crash left, and loads one of the files of the command line.
+    void begin(const std::vector<std::string>& files);
     /// Opens a file according to its content: a file of a logic device at once, any other through the load dialog.
     void load_file(const std::string& path);
     /// Of several files, of which there is at least one, opens the one that the person chooses.
