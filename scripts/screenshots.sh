@@ -100,7 +100,10 @@ press Return
 window '^demo.hex - tamrix workbench' >/dev/null
 picture workbench '^demo.hex - tamrix workbench'
 
-press ctrl+s
+press ctrl+shift+s
+window '^Save Buffer$' >/dev/null
+sleep 0.5
+press ctrl+a
 choose_file '^Save Buffer$' copy.hex
 picture save-dialog 'Save Buffer To A File'
 press Escape

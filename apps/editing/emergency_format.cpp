@@ -56,7 +56,9 @@ std::size_t address_of(record_reader& reader) { return reader.number<std::uint64
 std::optional<last_commit> read_commit(record_reader& reader)
 {
     last_commit found;
-    found.time = wall_time{std::chrono::milliseconds{reader.number<std::int64_t>()}};
+    constexpr auto latest = std::chrono::floor<std::chrono::milliseconds>(wall_time::max().time_since_epoch());
+    const std::chrono::milliseconds time{reader.number<std::int64_t>()};
+    found.time = wall_time{std::clamp(time, std::chrono::milliseconds{0}, latest)};
     found.state.shown = address_of(reader);
     found.state.length = address_of(reader);
     found.state.device = reader.text();
