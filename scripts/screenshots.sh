@@ -156,7 +156,7 @@ press alt+y
 window 'Load A File To Buffer' >/dev/null
 sleep 0.5
 press Return
-picture failed-load '^tamrix workbench'
+picture failed-load 'tamrix workbench$'
 
 press ctrl+d
 xdotool type --delay 20 PIC16F877A
@@ -177,8 +177,8 @@ picture self-test '^Self_test'
 press Return
 sleep 3
 press Escape
-window '^tamrix workbench' >/dev/null
-picture last-self-test '^tamrix workbench'
+window 'tamrix workbench$' >/dev/null
+picture last-self-test 'tamrix workbench$'
 press alt+v
 
 # Signals at the pins, and the instruments that look at them.
@@ -188,7 +188,7 @@ for signal in 'P21 P22 counter 20000' 'P25 P26 i2c 20000 write 50 01 02 every 0.
     press Return
 done
 press alt+g Down  # to the meter
-picture signals '^tamrix workbench'
+picture signals 'tamrix workbench$'
 # instrument LETTER TITLE: opens it from the menu, over the pin map.
 instrument() {
     press alt+o "$1"
