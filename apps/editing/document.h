@@ -27,7 +27,8 @@ public:
     /// Empty before the first change_device().
     std::span<const std::uint8_t> bytes() const { return bytes_; }
     const std::string& device() const { return device_; }
-    /// The bytes that the buffer is too small to show, by their addresses, which begin at its end.
+    /// The bytes that the buffer is too small to show, by their addresses, the first of which is that after its last
+    /// one.
     const kept_bytes& hidden() const { return hidden_; }
     /// All bytes, those that are not shown as well.
     all_bytes whole() const { return {bytes_, &hidden_}; }

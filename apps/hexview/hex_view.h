@@ -1,4 +1,4 @@
-// Bytes in hexadecimal and as characters, with a cursor, a selection and a person's typing. It reads only the rows in
+// Bytes in hexadecimal and as characters, with a cursor, a selection and typing. It reads only the rows in
 // sight, so the number of bytes does not matter.
 #pragma once
 

@@ -24,7 +24,7 @@ bool a_dialog_is_shown()
 }  // namespace
 
 /// A person who walks through the list with the arrow keys is not stopped by the notes of every device on the way: a
-/// note waits until the choice rests, and comes by itself once for each device, unless it is told not to.
+/// note waits until the choice rests, and comes by itself once for each device, unless that is turned off.
 void main_frame::choose_device(const host::device_preset& device)
 {
     select_device(device);
