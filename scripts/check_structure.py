@@ -1,6 +1,6 @@
 """Holds the folders of the core, the simulator and the hosts to one picture: who may include whom, downwards only.
 
-Reads every include of the files that git knows under src, sim, apps and include. An include that ROOMS does not allow
+Reads every include of the files that git knows under src, sim, capture, apps and include. An include that ROOMS does not allow
 fails, and so does a cycle between rooms, a name in ROOMS that nothing needs any more, and a picture in
 docs/architecture.md that does not agree with ROOMS. Called by ./test.sh --check.
 """
@@ -12,7 +12,7 @@ import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-FOLDERS = ("src", "sim", "apps", "include")
+FOLDERS = ("src", "sim", "capture", "apps", "include")
 PAGE = "docs/architecture.md"
 
 # A room is a folder, without "src/" ahead of it, or one file that may do more than its folder. From the bottom up: each
@@ -53,6 +53,7 @@ ROOMS = {
     "sim/chips/tool": "sim/chips",
     "sim/library": "include/tamrix base sim sim/chips",
     "sim/windows": "include/tamrix base programmer com/server sim sim/library",
+    "capture": "",
     "apps/host": "include/tamrix base files image verify",
     "apps/editing": "base files image verify",
     "apps/hexview": "files apps/editing",
