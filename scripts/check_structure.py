@@ -53,7 +53,7 @@ ROOMS = {
     "sim/chips/tool": "sim/chips",
     "sim/library": "include/tamrix base sim sim/chips",
     "sim/windows": "include/tamrix base programmer com/server sim sim/library",
-    "capture": "",
+    "capture": "files",
     "apps/host": "include/tamrix base files image verify",
     "apps/editing": "base files image verify",
     "apps/hexview": "files apps/editing",

@@ -22,6 +22,8 @@ test_packages=(
     srecord           # writes and reads HEX files as a peer
     binutils          # objcopy, the other peer
     mame-tools        # jedutil, the peer for fuse files
+    sigrok-cli        # the peer for captures
+    gtkwave           # vcd2fst and fst2vcd, more peers for captures
     xvfb              # the display that tests of real windows run on
     xauth             # xvfb-run needs it
     xdotool           # the keys and the mouse in those tests
