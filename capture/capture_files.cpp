@@ -13,8 +13,8 @@ namespace tamrix::capture {
 
 namespace {
 
-constexpr std::array<std::pair<std::string_view, file_format>, 2> words{
-    {{"raw", file_format::raw}, {"vcd", file_format::vcd}}};
+constexpr std::array<std::pair<std::string_view, file_format>, 3> words{
+    {{"raw", file_format::raw}, {"vcd", file_format::vcd}, {"csv", file_format::csv}}};
 
 class memory_samples final : public sample_source {
 public:
@@ -171,6 +171,7 @@ std::unique_ptr<sample_source> open_capture(const std::string& path, file_format
 {
     switch (format) {
     case file_format::vcd: return open_vcd(path, options);
+    case file_format::csv: return open_csv(path, options);
     case file_format::raw: break;
     }
     return open_raw(path, options);
@@ -186,6 +187,7 @@ void write_capture(sample_source& from, const std::string& path, file_format for
     switch (format) {
     case file_format::raw: write_raw(watched, file); break;
     case file_format::vcd: write_vcd(watched, file); break;
+    case file_format::csv: write_csv(watched, file); break;
     }
     file.take_place(file_replacement::lasts::killed_program);
 }

@@ -1,47 +1,17 @@
 #include "capture/change_walk.h"
 #include "capture/formats.h"
+#include "capture/time_unit.h"
 
-#include <array>
 #include <charconv>
 
 namespace tamrix::capture {
 
 namespace {
 
-struct time_unit {
-    const char* name;
-    std::uint64_t femtoseconds;
-};
-constexpr std::array<time_unit, 9> units{{{"100 ns", 100'000'000},
-                                          {"10 ns", 10'000'000},
-                                          {"1 ns", 1'000'000},
-                                          {"100 ps", 100'000},
-                                          {"10 ps", 10'000},
-                                          {"1 ps", 1'000},
-                                          {"100 fs", 100},
-                                          {"10 fs", 10},
-                                          {"1 fs", 1}}};
-
-/// The first one that the period is a multiple of. Without one, the first that a period has a thousand of; the periods
-/// are so long, and so few times are above them, that every time fits.
-const time_unit& unit_of(const sample_period& period)
-{
-    constexpr std::uint64_t most_units = 1'000'000'000;
-    for (const auto& unit : units) {
-        const std::uint64_t count = period.numerator() / unit.femtoseconds;
-        if (period.denominator() == 1 && period.numerator() % unit.femtoseconds == 0 && count <= most_units)
-            return unit;
-    }
-    for (const auto& unit : units) {
-        if (period.numerator() / period.denominator() >= 1000 * unit.femtoseconds) return unit;
-    }
-    return units.back();
-}
-
 class vcd_text {
 public:
     vcd_text(const capture_head& head, byte_target& to)
-        : period_{*head.period}, unit_{unit_of(period_)}, channels_{head.names.size()}, to_{to}
+        : period_{*head.period}, unit_{unit_for(period_)}, channels_{head.names.size()}, to_{to}
     {
         text_ = "$version tamrix $end\n$comment period " + period_.text() + " $end\n$timescale " + unit_.name +
                 " $end\n$scope module capture $end\n";

@@ -12,7 +12,7 @@ TEST_F(capture_files, hold_random_captures)
     std::mt19937 random{20};
     for (int round = 0; round < 300; ++round) {
         const auto made = random_recording(random, random() % 3000, 1 + random() % 8);
-        for (const file_format format : {file_format::raw, file_format::vcd}) {
+        for (const file_format format : {file_format::raw, file_format::vcd, file_format::csv}) {
             reading_options options;
             if (format == file_format::raw) options = {{}, made.head.period, made.head.names};
             const auto loaded = read(write(made, "capture", format), format, options);
@@ -28,7 +28,7 @@ TEST_F(capture_files, longer_than_a_piece_are_whole)
     std::mt19937 random{21};
     for (const std::size_t length : {std::size_t{1} << 18, (std::size_t{1} << 18) + 1, std::size_t{1'500'000}}) {
         const auto made = random_recording(random, length, 8);
-        for (const file_format format : {file_format::raw, file_format::vcd}) {
+        for (const file_format format : {file_format::raw, file_format::vcd, file_format::csv}) {
             EXPECT_EQ(read(write(made, "long", format), format).samples, made.samples);
         }
     }
@@ -39,7 +39,7 @@ TEST_F(capture_files, that_are_stopped_leave_the_old_content_and_nothing_else)
     std::mt19937 random{22};
     const auto made = random_recording(random, 2'000'000, 8);
     const std::string path = folder.write("kept", "old");
-    for (const file_format format : {file_format::raw, file_format::vcd}) {
+    for (const file_format format : {file_format::raw, file_format::vcd, file_format::csv}) {
         double share = 0;
         const auto half = [&](double now) { return (share = now) < 0.5; };
         EXPECT_THROW(write_capture(*source_of(made), path, format, half), stopped);

@@ -86,7 +86,7 @@ TEST_P(sigrok_files, of_several_rates_and_channels_are_read_byte_for_byte)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(all, sigrok_files, testing::Values("vcd"),
+INSTANTIATE_TEST_SUITE_P(all, sigrok_files, testing::Values("vcd", "csv"),
                          [](const auto& info) { return std::string{info.param}; });
 
 }  // namespace
