@@ -13,8 +13,8 @@ namespace tamrix::capture {
 
 namespace {
 
-constexpr std::array<std::pair<std::string_view, file_format>, 3> words{
-    {{"raw", file_format::raw}, {"vcd", file_format::vcd}, {"csv", file_format::csv}}};
+constexpr std::array<std::pair<std::string_view, file_format>, 4> words{
+    {{"raw", file_format::raw}, {"vcd", file_format::vcd}, {"csv", file_format::csv}, {"sr", file_format::sr}}};
 
 class memory_samples final : public sample_source {
 public:
@@ -148,6 +148,7 @@ file_format format_of_file(std::string_view path, std::span<const std::uint8_t> 
     std::ranges::transform(extension, extension.begin(), lower);
     if (const auto format = format_of_word(extension)) return *format;
     const std::string_view text{reinterpret_cast<const char*>(head.data()), head.size()};
+    if (text.starts_with("PK\x03\x04")) return file_format::sr;
     for (const std::string_view word : {"$date", "$version", "$comment", "$timescale", "$scope", "$var"}) {
         if (text.substr(std::min(text.find_first_not_of(" \t\r\n"), text.size())).starts_with(word)) {
             return file_format::vcd;
@@ -172,6 +173,7 @@ std::unique_ptr<sample_source> open_capture(const std::string& path, file_format
     switch (format) {
     case file_format::vcd: return open_vcd(path, options);
     case file_format::csv: return open_csv(path, options);
+    case file_format::sr: return open_sr(path, options);
     case file_format::raw: break;
     }
     return open_raw(path, options);
@@ -188,6 +190,7 @@ void write_capture(sample_source& from, const std::string& path, file_format for
     case file_format::raw: write_raw(watched, file); break;
     case file_format::vcd: write_vcd(watched, file); break;
     case file_format::csv: write_csv(watched, file); break;
+    case file_format::sr: write_sr(watched, file, path); break;
     }
     file.take_place(file_replacement::lasts::killed_program);
 }

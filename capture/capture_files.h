@@ -17,9 +17,9 @@
 
 namespace tamrix::capture {
 
-enum class file_format : std::uint8_t { raw, vcd, csv };
+enum class file_format : std::uint8_t { raw, vcd, csv, sr };
 
-/// By its word: "raw", "vcd", "csv". None for another word.
+/// By its word: "raw", "vcd", "csv", "sr". None for another word.
 std::optional<file_format> format_of_word(std::string_view word);
 /// By extension, else by content; raw where neither says anything. `head` is what the file begins with.
 file_format format_of_file(std::string_view path, std::span<const std::uint8_t> head);

@@ -22,10 +22,13 @@ inline constexpr std::size_t most_file_channels = 1024;
 std::unique_ptr<sample_source> open_raw(const std::string& path, const reading_options& options);
 std::unique_ptr<sample_source> open_vcd(const std::string& path, const reading_options& options);
 std::unique_ptr<sample_source> open_csv(const std::string& path, const reading_options& options);
+std::unique_ptr<sample_source> open_sr(const std::string& path, const reading_options& options);
 
 /// Write all that the source gives. The period is there.
 void write_vcd(sample_source& from, byte_target& to);
 void write_csv(sample_source& from, byte_target& to);
+/// The archive is in memory, packed, until it is whole. `path` is for diagnostics.
+void write_sr(sample_source& from, byte_target& to, const std::string& path);
 
 /// Samples are moved in pieces of so many.
 inline constexpr std::size_t piece_samples = 1 << 18;

@@ -10,6 +10,7 @@ build_packages=(
     ninja-build        # runs it
     libwxgtk3.2-dev    # the dialogs and the workbench
     libcli11-dev       # the arguments of the command line
+    libzip-dev         # the session files of captures
     fonts-dejavu-core  # a proportional and a fixed-width font for the windows
     fonts-wqy-microhei  # Chinese and Korean letters for them, in 2 MB
     librsvg2-common    # the symbols in the windows (check marks, bullets, icons)

@@ -46,6 +46,8 @@ TEST_F(capture_files, that_are_stopped_leave_the_old_content_and_nothing_else)
         EXPECT_LT(share, 0.9);
         EXPECT_EQ(read_text(path), "old");
     }
+    EXPECT_THROW(write_capture(*source_of(made), path, file_format::sr, [](double) { return false; }), stopped);
+    EXPECT_EQ(read_text(path), "old");
     const auto files = std::filesystem::directory_iterator{folder.path("")};
     EXPECT_EQ(std::distance(begin(files), end(files)), 1);
 }
@@ -80,6 +82,7 @@ TEST_F(capture_files, say_their_format_by_extension_and_content)
     EXPECT_EQ(format("a.VCD", ""), file_format::vcd);
     EXPECT_EQ(format("a.dump", "\n $date today"), file_format::vcd);
     EXPECT_EQ(format("a.bin", "$"), file_format::raw);
+    EXPECT_EQ(format("a.zip", "PK\x03\x04"), file_format::sr);
     EXPECT_EQ(format("a.raw", "$date"), file_format::raw);
     EXPECT_EQ(format("a", ""), file_format::raw);
 }

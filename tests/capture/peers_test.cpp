@@ -42,6 +42,18 @@ TEST_F(capture_peers, sigrok_reads_the_vcd_that_is_written)
     }
 }
 
+TEST_F(capture_peers, sigrok_reads_the_session_that_is_written)
+{
+    std::mt19937 random{33};
+    for (unsigned channels = 1; channels <= 8; ++channels) {
+        const auto made = random_of_rate(random, *sample_period::of_hertz(294117), channels);
+        write(made, "own.sr", file_format::sr);
+        EXPECT_EQ(raw_by_sigrok("-i own.sr"), made.samples) << channels;
+    }
+    run("sigrok-cli --show -i own.sr");
+    EXPECT_NE(read_text(folder.path("said")).find("Samplerate: 294117\nChannels: 8\n- P21: logic"), std::string::npos);
+}
+
 TEST_F(capture_peers, vcd2fst_reads_the_vcd_that_is_written)
 {
     std::mt19937 random{31};
@@ -86,7 +98,7 @@ TEST_P(sigrok_files, of_several_rates_and_channels_are_read_byte_for_byte)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(all, sigrok_files, testing::Values("vcd", "csv"),
+INSTANTIATE_TEST_SUITE_P(all, sigrok_files, testing::Values("vcd", "csv", "sr"),
                          [](const auto& info) { return std::string{info.param}; });
 
 }  // namespace
