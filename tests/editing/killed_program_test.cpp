@@ -135,11 +135,12 @@ private:
     std::mt19937 random_;
 };
 
-/// Half of the moments are in the middle of a slice.
+/// Half of the moments are in the middle of a slice. How much was done until then does not depend on the machine.
 void kill_at_random(pid_t child, const diary& book, std::mt19937& random, bool in_slice)
 {
-    while (book.count < 2) usleep(100);
-    usleep(static_cast<useconds_t>(random() % 20'000));
+    const std::size_t least = 2 + random() % 60;
+    while (book.count < least) usleep(100);
+    usleep(static_cast<useconds_t>(random() % 2000));
     if (in_slice) {
         while (!book.in_slice) sched_yield();
     }
