@@ -1,6 +1,7 @@
 #include "hexview/hex_view.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <wx/settings.h>
 
@@ -58,9 +59,23 @@ wxSize hex_view::DoGetBestClientSize() const
 
 void hex_view::show(std::span<const std::uint8_t> bytes)
 {
-    const bool other_length = bytes.size() != bytes_.size();
     bytes_ = bytes;
-    if (other_length) cursor_.resize(bytes.size());
+    read_ = nullptr;
+    show_length(bytes.size());
+}
+
+void hex_view::show(std::size_t length, row_reader read)
+{
+    bytes_ = {};
+    read_ = std::move(read);
+    show_length(length);
+}
+
+void hex_view::show_length(std::size_t length)
+{
+    const bool other_length = length != length_;
+    length_ = length;
+    if (other_length) cursor_.resize(length);
     scroll_to(top_);
     moved();
 }
@@ -104,6 +119,15 @@ void hex_view::scroll_to(std::size_t row)
     update_scrollbars();
     Refresh(false);
     if (on_scrolled) on_scrolled();
+}
+
+void hex_view::follow(const hex_view& other)
+{
+    cursor_ = other.cursor_;
+    top_ = other.top_;
+    left_ = other.left_;
+    update_scrollbars();
+    Refresh(false);
 }
 
 void hex_view::keep_cursor_in_sight()

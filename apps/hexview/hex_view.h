@@ -25,6 +25,10 @@ public:
     /// The bytes to show; they must live until the next call. The rows in sight and the cursor stay, as far as there
     /// are bytes. Nothing is selected then, unless they are as many as before.
     void show(std::span<const std::uint8_t> bytes);
+    /// Fills a row, or what of it is there, from an address on.
+    using row_reader = std::function<void(std::size_t address, std::span<std::uint8_t> row)>;
+    /// As above, for so many bytes that do not lie in one piece; they cannot be typed over.
+    void show(std::size_t length, row_reader read);
     /// The bytes have other values now.
     void refresh() { Refresh(false); }
 
@@ -37,6 +41,9 @@ public:
 
     std::size_t top_row() const { return top_; }
     void scroll_to(std::size_t row);
+    /// Has the same rows and columns in sight as the other view of as many bytes, and cursor and selection at the same
+    /// place. Calls neither on_move nor on_scrolled, so that two views can follow each other.
+    void follow(const hex_view& other);
 
     /// The cursor or the selection is another one.
     std::function<void()> on_move;
@@ -60,7 +67,8 @@ private:
         std::size_t address;
         editing::column side;
     };
-    std::size_t rows() const { return (bytes_.size() + editing::bytes_in_row - 1) / editing::bytes_in_row; }
+    void show_length(std::size_t length);
+    std::size_t rows() const { return (length_ + editing::bytes_in_row - 1) / editing::bytes_in_row; }
     std::size_t rows_in_sight() const;
     void keep_cursor_in_sight();
     void update_scrollbars();
@@ -100,7 +108,9 @@ private:
     void type_digit(int digit);
     void type_character(int letter);
 
-    std::span<const std::uint8_t> bytes_;
+    std::span<const std::uint8_t> bytes_;  // empty where read_ fills the rows
+    row_reader read_;
+    std::size_t length_ = 0;
     editing::cursor cursor_;
     std::size_t top_ = 0;  // the first row in sight
     int left_ = 0;         // pixels that are scrolled out at the left

@@ -101,7 +101,7 @@ hex_view::place hex_view::place_at(wxPoint point) const
 void hex_view::on_press(wxMouseEvent& event)
 {
     SetFocus();
-    if (event.GetY() < row_ || bytes_.empty()) return;
+    if (event.GetY() < row_ || length_ == 0) return;
     const place pressed = place_at(event.GetPosition());
     cursor_.choose(pressed.side);
     cursor_.go_to(pressed.address, event.ShiftDown());
@@ -142,7 +142,7 @@ void hex_view::end_drag()
 
 void hex_view::on_key(wxKeyEvent& event)
 {
-    if (event.AltDown() || bytes_.empty()) return event.Skip();
+    if (event.AltDown() || length_ == 0) return event.Skip();
     if (event.GetKeyCode() == WXK_TAB && !event.ControlDown()) return on_tab(event.ShiftDown());
     const auto to = step_of(event.GetKeyCode(), event.ControlDown());
     if (!to) return event.Skip();

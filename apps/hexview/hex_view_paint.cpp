@@ -102,7 +102,7 @@ void hex_view::paint_selection(wxDC& dc, std::size_t row, int y) const
     const editing::byte_range selected = cursor_.selection();
     const std::size_t first = row * bytes_in_row;
     const std::size_t begin = std::max(selected.first, first);
-    const std::size_t end = std::min({selected.end(), first + bytes_in_row, bytes_.size()});
+    const std::size_t end = std::min({selected.end(), first + bytes_in_row, length_});
     if (selected.empty() || begin >= end) return;
     const bool active = HasFocus();
     const auto area = [&](int left, int right, column side) {
@@ -127,14 +127,20 @@ void hex_view::paint_address(wxDC& dc, std::size_t row, int y) const
 void hex_view::paint_bytes(wxDC& dc, std::size_t row, int y) const
 {
     const std::size_t first = row * bytes_in_row;
-    const std::size_t count = std::min(bytes_in_row, bytes_.size() - first);
+    const std::size_t count = std::min(bytes_in_row, length_ - first);
+    std::array<std::uint8_t, bytes_in_row> bytes{};
+    if (read_) {
+        read_(first, std::span{bytes}.first(count));
+    } else {
+        std::ranges::copy(bytes_.subspan(first, count), bytes.begin());
+    }
     const row_bits there = present ? present(first) : row_bits{0xFFFF};
     const row_bits others = different ? different(first) : row_bits{0};
     enum look { blank, plain, differs, looks };
     std::array<std::string, looks> lines;
     for (std::size_t i = 0; i < count; ++i) {
         if ((there >> i & 1) == 0) continue;
-        const std::uint8_t byte = bytes_[first + i];
+        const std::uint8_t byte = bytes[i];
         std::string& line = lines[(others >> i & 1) != 0 ? differs : is_blank(byte) ? blank : plain];
         if (line.empty()) line.assign(character_letter(bytes_in_row), ' ');
         put_digits(line, hex_letter(i), byte);
@@ -163,7 +169,7 @@ void hex_view::paint_marks(wxDC& dc, std::size_t row, int y) const
 /// A thick frame in the column where typing goes to, a thin one in the other.
 void hex_view::paint_cursor(wxDC& dc, int y) const
 {
-    if (bytes_.empty()) return;
+    if (length_ == 0) return;
     const std::size_t index = cursor_.address() % bytes_in_row;
     const bool digits = cursor_.side() == column::hexadecimal;
     const auto frame = [&](int x, int width, bool here) {

@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include <wx/filedlg.h>
 #include <wx/menu.h>
 
 namespace tamrix::workbench {
@@ -45,6 +46,10 @@ wxMenu* main_frame::edit_menu()
     edit("Ne&xt Mark\tF2", "Go to the next marked byte", [this] { editor_->next_mark(); });
     menu->AppendSeparator();
     edit("Fi&ll…", "Fill the selection or the buffer with one value", [this] { editor_->fill(); });
+    edit("Compare &with File…", "Show the buffer beside a file, and where they differ", [this] {
+        ask_for_file("Compare with File", load_filter(), wxFD_OPEN | wxFD_FILE_MUST_EXIST,
+                     [this](const std::string& path) { compare_with(path); });
+    });
     menu->AppendSeparator();
     add_logic_call(menu, "Test &Vectors…", "Edit the test vectors of the device", "mnuEditeditvector0",
                    [](Clstamrix& plug_in, std::string& folder, bool16& hardware) {

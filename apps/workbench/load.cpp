@@ -51,14 +51,14 @@ host::file_report main_frame::inspect(const std::string& path, const char* forma
     return report;
 }
 
-/// Whether a damaged file is to be loaded; the person is asked once for a file.
-bool main_frame::accepts(const host::file_report& report)
+/// Whether a damaged file is to be used; the person is asked once for a file.
+bool main_frame::accepts(const host::file_report& report, const wxString& use, const char* refused)
 {
     if (report.damaged_places == 0) return true;
-    wxMessageDialog question{this, to_wx(host::damage_text(report)) + " Load it all the same?", "Damaged File",
+    wxMessageDialog question{this, to_wx(host::damage_text(report)) + " " + use + " all the same?", "Damaged File",
                              wxYES_NO | wxNO_DEFAULT | wxICON_WARNING};
     const bool accepted = question.ShowModal() == wxID_YES;
-    log_->remark(report.path + (accepted ? ": the damage is accepted" : ": not loaded"));
+    log_->remark(report.path + ": " + (accepted ? "the damage is accepted" : refused));
     return accepted;
 }
 

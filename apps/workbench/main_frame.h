@@ -1,6 +1,7 @@
 // The workbench's window: devices, buffer and log, and a menu entry for each method of the plug-in.
 #pragma once
 
+#include "editing/comparison.h"
 #include "editing/document.h"
 #include "hexview/hex_view.h"
 #include "host/file_report.h"
@@ -135,7 +136,9 @@ private:
     void choose_language(const host::language& chosen);
     void take_language_of_settings();
     host::file_report inspect(const std::string& path, const char* format);
-    bool accepts(const host::file_report& report);
+    bool accepts(const host::file_report& report, const wxString& use = "Load it", const char* refused = "not loaded");
+    void compare_with(const std::string& path);
+    bool compares(editing::comparison& comparison);
     void load_buffer_file(const std::string& path);
     void tell_content(const host::file_report& report);
     void tell_fit(const host::file_report& report, std::uint64_t start);

@@ -4,6 +4,7 @@
 #include "person.h"
 #include "window_steps.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -234,6 +235,39 @@ TEST_F(hex_views, without_a_taker_are_for_reading_only)
         EXPECT_FALSE(view->cursor().in_second_digit());
         press("Right");
         EXPECT_EQ(view->cursor().address(), 1u);
+    });
+}
+
+TEST_F(hex_views, read_row_by_row_what_does_not_lie_in_one_piece)
+{
+    std::size_t highest = 0;
+    with_view([&] {
+        view->show(std::size_t{1} << 32, [&](std::size_t address, std::span<std::uint8_t> row) {
+            highest = std::max(highest, address + row.size());
+        });
+        press("ctrl+End");
+        type("5");
+        EXPECT_EQ(view->cursor().address(), 0xFFFFFFFF);
+        EXPECT_TRUE(comes_true([&] { return highest == std::size_t{1} << 32; }));
+        EXPECT_EQ(bytes[0], 0x41);
+    });
+}
+
+TEST_F(hex_views, follow_another_without_a_word)
+{
+    with_view([&] {
+        hexview::hex_view other{view->GetParent()};
+        other.SetSize(view->GetSize());
+        other.show(bytes);
+        view->on_scrolled = [] { ADD_FAILURE() << "they would follow each other without end"; };
+        other.select({0x3F0, 5});
+        const int before = moves;
+        view->follow(other);
+        EXPECT_EQ(view->cursor().selection(), (byte_range{0x3F0, 5}));
+        EXPECT_EQ(view->top_row(), other.top_row());
+        EXPECT_GT(view->top_row(), 0u);
+        EXPECT_EQ(moves, before);
+        view->on_scrolled = nullptr;
     });
 }
 
