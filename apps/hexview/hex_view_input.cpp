@@ -1,4 +1,5 @@
 // What keys and the mouse do in the view.
+#include "files/hex_digits.h"
 #include "hexview/hex_view.h"
 
 #include <algorithm>
@@ -38,14 +39,6 @@ std::optional<cursor_step> step_of(int key, bool control)
     case WXK_NUMPAD_END: return control ? cursor_step::last : cursor_step::row_end;
     default: return std::nullopt;
     }
-}
-
-int hex_digit(int letter)
-{
-    if (letter >= '0' && letter <= '9') return letter - '0';
-    if (letter >= 'A' && letter <= 'F') return letter - 'A' + 10;
-    if (letter >= 'a' && letter <= 'f') return letter - 'a' + 10;
-    return -1;
 }
 
 }  // namespace
@@ -173,8 +166,8 @@ void hex_view::on_char(wxKeyEvent& event)
         if (letter < 0x20 || letter >= 0x7F) return event.Skip();
         return type_character(letter);
     }
-    const int digit = hex_digit(letter);
-    if (digit < 0) return event.Skip();
+    const int digit = letter < 0x80 ? hex_digits::digit(static_cast<std::uint8_t>(letter)) : 0xFF;
+    if (digit > 15) return event.Skip();
     type_digit(digit);
 }
 

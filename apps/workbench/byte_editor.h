@@ -57,7 +57,6 @@ private:
     editing::byte_range search_range(const search_words& words) const;
     /// Selects the next place and says how it was found; empty where it was not.
     wxString look_for(const search_words& words, editing::direction way);
-    std::optional<std::size_t> run(editing::byte_finder& finder);
     std::optional<std::vector<std::uint8_t>> replacement(const search_words& words, wxString& trouble) const;
     wxString replace_here(const search_words& words);
     wxString replace_all(const search_words& words);

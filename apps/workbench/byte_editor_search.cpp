@@ -1,42 +1,17 @@
 // Finding and replacing in the main window.
 #include "host/image_text.h"
 #include "workbench/byte_editor.h"
+#include "workbench/long_work.h"
 #include "workbench/text.h"
 
 #include <algorithm>
-#include <chrono>
-#include <memory>
 #include <utility>
 
-#include <wx/progdlg.h>
-
 namespace tamrix::workbench {
-
-namespace {
-
-using clock = std::chrono::steady_clock;
-constexpr std::chrono::milliseconds patience{200};
-
-}  // namespace
 
 editing::byte_range byte_editor::search_range(const search_words& words) const
 {
     return words.in_selection ? searched_ : editing::byte_range{0, document_.bytes().size()};
-}
-
-/// A search that takes longer shows how far it is, and can be stopped.
-std::optional<std::size_t> byte_editor::run(editing::byte_finder& finder)
-{
-    std::unique_ptr<wxProgressDialog> progress;
-    const auto begin = clock::now();
-    while (!finder.look()) {
-        if (!progress && clock::now() - begin > patience) {
-            progress = std::make_unique<wxProgressDialog>("Find", wxString{L"Searching the buffer…"}, 100, &window_,
-                                                          wxPD_APP_MODAL | wxPD_CAN_ABORT | wxPD_AUTO_HIDE);
-        }
-        if (progress && !progress->Update(finder.percent())) return std::nullopt;
-    }
-    return finder.found();
 }
 
 wxString byte_editor::look_for(const search_words& words, editing::direction way)
@@ -47,7 +22,9 @@ wxString byte_editor::look_for(const search_words& words, editing::direction way
     const std::size_t here = selected.empty() ? view_.cursor().address() : selected.first;
     const std::size_t start = forward ? here + 1 : here > 0 ? here - 1 : document_.bytes().size();
     editing::byte_finder finder{document_.bytes(), pattern, search_range(words), start, way};
-    const auto place = run(finder);
+    const bool ended = work_in_steps(
+        &window_, "Find", L"Searching the buffer…", [&] { return finder.look(); }, [&] { return finder.percent(); });
+    const auto place = ended ? finder.found() : std::nullopt;
     if (!place) return {};
     view_.select({*place, pattern.size()});
     if (!finder.wrapped() && !(here == 0 && !forward)) return wxString::Format("Found at %08zX", *place);

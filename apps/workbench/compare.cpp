@@ -1,32 +1,13 @@
 // Comparing the buffer with a file.
 #include "workbench/comparison_dialog.h"
 #include "workbench/difference_words.h"
+#include "workbench/long_work.h"
 #include "workbench/main_frame.h"
 #include "workbench/text.h"
 
-#include <chrono>
 #include <filesystem>
 
-#include <wx/progdlg.h>
-
 namespace tamrix::workbench {
-
-/// A comparison that takes longer shows how far it is. False if the person stops it.
-bool main_frame::compares(editing::comparison& comparison)
-{
-    using clock = std::chrono::steady_clock;
-    constexpr std::chrono::milliseconds patience{200};
-    std::unique_ptr<wxProgressDialog> progress;
-    const auto begin = clock::now();
-    while (!comparison.look()) {
-        if (!progress && clock::now() - begin > patience) {
-            progress = std::make_unique<wxProgressDialog>("Compare", wxString{L"Comparing the buffer with the file…"},
-                                                          100, this, wxPD_APP_MODAL | wxPD_CAN_ABORT | wxPD_AUTO_HIDE);
-        }
-        if (progress && !progress->Update(comparison.percent())) return false;
-    }
-    return true;
-}
 
 void main_frame::compare_with(const std::string& path)
 {
@@ -41,7 +22,10 @@ void main_frame::compare_with(const std::string& path)
         const host::file_report report = inspect(path, format.name);
         if (!accepts(report, "Compare with it", "not compared")) return;
         editing::comparison comparison{document_.bytes(), report.image};
-        if (!compares(comparison)) return;
+        const bool ended = work_in_steps(
+            this, "Compare", L"Comparing the buffer with the file…", [&] { return comparison.look(); },
+            [&] { return comparison.percent(); });
+        if (!ended) return;
         log_->remark("Compared with " + path + ": " + difference_words(comparison.counts()));
         const std::string name = std::filesystem::path{path}.filename().string();
         comparison_dialog{this, name, document_.bytes(), report.image, comparison}.ShowModal();

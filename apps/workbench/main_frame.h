@@ -1,7 +1,6 @@
 // The workbench's window: devices, buffer and log, and a menu entry for each method of the plug-in.
 #pragma once
 
-#include "editing/comparison.h"
 #include "editing/document.h"
 #include "hexview/hex_view.h"
 #include "host/file_report.h"
@@ -138,7 +137,6 @@ private:
     host::file_report inspect(const std::string& path, const char* format);
     bool accepts(const host::file_report& report, const wxString& use = "Load it", const char* refused = "not loaded");
     void compare_with(const std::string& path);
-    bool compares(editing::comparison& comparison);
     void load_buffer_file(const std::string& path);
     void tell_content(const host::file_report& report);
     void tell_fit(const host::file_report& report, std::uint64_t start);
@@ -193,7 +191,7 @@ private:
     wxMenuItem *undo_item_ = nullptr, *redo_item_ = nullptr;
     wxTimer note_timer_;
     wxFileHistory recent_;
-    std::string data_folder_;           // with "/" at its end
+    std::string data_folder_;           // ends with "/"
     std::set<std::string> fuse_files_;  // that were loaded or saved as such
     std::optional<rest_of_file> rest_;
     std::unique_ptr<host::simulator> socket_;  // null where the programmer is not simulated

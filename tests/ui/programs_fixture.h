@@ -38,8 +38,11 @@ protected:
 
     std::vector<std::string> settings(std::vector<std::string> more = {}) const
     {
-        std::vector<std::string> all{"HOME=" + folder.string(), "XDG_CONFIG_HOME=" + (folder / "config").string(),
-                                     "XDG_CACHE_HOME=" + (folder / "cache").string(), "TAMRIX_NAMESPACE=" + name_space,
+        std::vector<std::string> all{"HOME=" + folder.string(),
+                                     "XDG_CONFIG_HOME=" + (folder / "config").string(),
+                                     "XDG_CACHE_HOME=" + (folder / "cache").string(),
+                                     "XDG_DATA_HOME=",
+                                     "TAMRIX_NAMESPACE=" + name_space,
                                      "LD_LIBRARY_PATH=" PROGRAM_FOLDER};
         all.insert(all.end(), more.begin(), more.end());
         return all;

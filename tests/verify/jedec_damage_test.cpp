@@ -14,9 +14,9 @@ struct made_file {
     std::vector<std::string> vectors;
 };
 
-made_file random_file(unsigned seed)
+made_file random_file(unsigned start)
 {
-    std::mt19937 random{seed};
+    std::mt19937 random{start};
     const auto below = [&](unsigned limit) { return static_cast<unsigned>(random() % limit); };
     made_file made;
     const unsigned fuses = 1 + below(3000), pins = 1 + below(40), row = 1 + below(70), vectors = below(20);
@@ -40,8 +40,8 @@ made_file random_file(unsigned seed)
 
 TEST(verify_jedec, reads_random_files_as_a_slow_model_made_them_in_pieces_of_any_size)
 {
-    for (unsigned seed = 1; seed <= 60; ++seed) {
-        const made_file made = random_file(seed);
+    for (unsigned start = 1; start <= 60; ++start) {
+        const made_file made = random_file(start);
         for (const std::size_t piece : {1, 7, 64, 65536}) {
             const auto held = read_fuses(made.text, piece);
             ASSERT_EQ(texts_of(held), texts{}) << made.text;
